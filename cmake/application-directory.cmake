@@ -1,0 +1,29 @@
+# <build>/MAVO-Survey is a complete application directory: what `cmake --install`
+# puts under lib/mavo-survey, ready to run from the build folder.
+set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
+set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
+
+foreach(folder resources data-files)
+  file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*)
+  set(stamp ${PROJECT_BINARY_DIR}/${folder}.stamp)
+  add_custom_command(OUTPUT ${stamp}
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${application_dir}/${folder}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/${folder}
+      ${application_dir}/${folder}
+    COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+    DEPENDS ${files}
+    COMMENT "Copying ${folder} into the application directory" VERBATIM)
+  list(APPEND stamps ${stamp})
+endforeach()
+
+set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)
+add_custom_command(OUTPUT ${script_copy}
+  COMMAND ${CMAKE_COMMAND} -E copy ${launch_script} ${script_copy}
+  DEPENDS ${launch_script} VERBATIM)
+add_custom_target(application_directory ALL DEPENDS ${stamps} ${script_copy})
+add_dependencies(application_directory mavo-survey)
+
+install(TARGETS mavo-survey DESTINATION lib/mavo-survey/MacOS)
+install(PROGRAMS ${launch_script} DESTINATION lib/mavo-survey/MacOS)
+install(DIRECTORY resources data-files DESTINATION lib/mavo-survey)
+install(PROGRAMS packaging/mavo-survey DESTINATION bin)

@@ -1,0 +1,18 @@
+# Language level, warnings and instrumentation of all code of our own.
+# Toolkit headers come through imported targets, that is as system headers.
+add_library(survey_flags INTERFACE)
+target_compile_features(survey_flags INTERFACE cxx_std_17)
+target_compile_options(survey_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_include_directories(survey_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+
+if(MAVO_SANITIZE)
+  target_compile_options(survey_flags INTERFACE
+    -fsanitize=${MAVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(survey_flags INTERFACE -fsanitize=${MAVO_SANITIZE})
+endif()
+if(MAVO_COVERAGE)
+  target_compile_options(survey_flags INTERFACE --coverage)
+  target_link_options(survey_flags INTERFACE --coverage)
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)

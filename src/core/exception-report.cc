@@ -1,0 +1,1 @@
+#include "core/exception-report.h"

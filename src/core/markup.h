@@ -1,0 +1,13 @@
+#pragma once
+
+#include <glibmm/ustring.h>
+
+// Plain words as Pango markup: shows exactly as typed.
+Glib::ustring escape_markup(const Glib::ustring& text);
+
+// Whether Pango can parse `text`.
+bool is_markup(const Glib::ustring& text);
+
+// `text` itself if it is valid markup, else markup that shows it as it stands,
+// so that no label or dialog comes up empty over a stray "<" or "&".
+Glib::ustring readable_markup(const Glib::ustring& text);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/ret-code.h"
+
+#include <string>
+
+namespace Glib {
+class ustring;
+}
+
+// Telling the user that something went wrong: one line on standard error and a
+// modal dialog that has to be dismissed before the call returns. The message is
+// a printf format, and the text that results is Pango markup: put plain words
+// through escape_markup() first. Text that is not valid markup is shown as it
+// stands. Before GTK is initialised, or without a display, there is only the line.
+//
+// What the names add: `_errno` appends the system's text for errno, `titled_`
+// gives the dialog a title, and `fatal` ends the process once the dialog has
+// been closed, with the exit status translate_code(code). Without a code,
+// RET_FAILURE is meant. All others return the code.
+
+#define MAVO_PRINTF(fmt_index, first) __attribute__((format(printf, fmt_index, first)))
+
+RetCode error(const char* fmt, ...) MAVO_PRINTF(1, 2);
+RetCode error(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
+RetCode error_errno(const char* fmt, ...) MAVO_PRINTF(1, 2);
+RetCode error_errno(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
+RetCode titled_error(const Glib::ustring& title, const char* fmt, ...) MAVO_PRINTF(2, 3);
+RetCode titled_error_errno(const Glib::ustring& title, const char* fmt, ...) MAVO_PRINTF(2, 3);
+[[noreturn]] void fatal(const char* fmt, ...) MAVO_PRINTF(1, 2);
+[[noreturn]] void fatal(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
+[[noreturn]] void fatal_errno(const char* fmt, ...) MAVO_PRINTF(1, 2);
+[[noreturn]] void fatal_errno(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
+
+// Ends the process with the status of RET_ASSERTION, naming the expression.
+[[noreturn]] void assert_failure(const char* expression, const char* file, int line);
+
+// A text that stands in front of every later message; empty at start. A
+// facility for long jobs; nothing uses it at present.
+void set_error_context(const std::string& text);
+
+// How much is traced on standard output: a line is printed when the level is
+// at least the line's own. Set once by main from "-d<n>"; 0 without it, and a
+// negative level silences even the complaints about reference data.
+extern int debug_level;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "data/from-csv.h"
+
+#include <cstdint>
+
+// The abundance classes that each survey type offers.
+class AbundanceChoices : public FromCSV
+{
+public:
+  struct Choice {
+    std::int16_t responseid = -1; // the server's number of this choice; -1 in fillers
+    std::int16_t abun = 0;        // abundance class, as surveys store it
+    Glib::ustring label;
+  };
+  struct SurveySubtypeChoiceInfo {
+    std::vector<Choice> choices; // the position is the abundance class
+  };
+
+  // The pseudo survey type whose list is used for invertebrates of which only
+  // the presence is noted (invertebratetype 2), whatever the survey's type.
+  static constexpr int presence_subtype = 99;
+
+  // Reads abundance-choices.csv in `dir`, which ends in a slash.
+  explicit AbundanceChoices(const std::string& dir);
+  ~AbundanceChoices() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  // The choices of a survey type; null if the data have no list of that id.
+  const SurveySubtypeChoiceInfo* find_subtype(int survey_type_id) const;
+
+  std::vector<SurveySubtypeChoiceInfo> subtypes; // by survey type id, with gaps
+
+private:
+  void trace_choices() const;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "data/from-csv.h"
+
+// Named whole-number limits for checking a survey.
+class DataParams : public FromCSV
+{
+public:
+  // Reads data-parameters.csv in `dir`, which ends in a slash.
+  explicit DataParams(const std::string& dir);
+  ~DataParams() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  std::map<Glib::ustring, int> params; // index it freely: a missing limit is 0
+};

@@ -1,0 +1,1 @@
+#include "data/family-info.h"

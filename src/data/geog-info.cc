@@ -1,0 +1,1 @@
+#include "data/geog-info.h"

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "data/from-csv.h"
+
+// Habitats, and which of them a region offers under which code.
+class HabitatInfo : public FromCSV
+{
+public:
+  // Reads habitatregion.csv and habitat.csv in `dir`, which ends in a slash.
+  explicit HabitatInfo(const std::string& dir);
+  ~HabitatInfo() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  class HabitatRegionInfo; // reads habitatregion.csv
+
+  std::vector<Glib::ustring> names;        // by habitat id
+  std::vector<Glib::ustring> descriptions; // by habitat id
+  // By region code: the habitat id at each of the region's habitat codes, -1
+  // for a code that is not used.
+  std::map<Glib::ustring, std::vector<int>> region_habitat_ids;
+  std::map<Glib::ustring, Def> region_habitats; // names and the region's codes
+
+private:
+  void derive_region_habitats();
+};

@@ -1,0 +1,1 @@
+#include "data/habitat-region-info.h"

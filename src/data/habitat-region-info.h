@@ -1,0 +1,15 @@
+#pragma once
+
+#include "data/habitat-info.h"
+
+// Reads which habitats a region offers; lives only while HabitatInfo is made.
+class HabitatInfo::HabitatRegionInfo : public FromCSV
+{
+public:
+  explicit HabitatRegionInfo(const std::string& dir);
+  ~HabitatRegionInfo() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  std::map<Glib::ustring, std::vector<int>> region_habitat_ids;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "data/from-csv.h"
+#include "data/region-fish-info.h"
+#include "data/region.h"
+#include "data/subregion-info.h"
+
+// Regions, subregions and survey types. Reading it reads the fish tables of
+// every region too, so nothing is read later.
+class RegionInfo : public FromCSV
+{
+public:
+  // Reads region-info.csv in `dir`, which ends in a slash.
+  explicit RegionInfo(const std::string& dir);
+  ~RegionInfo() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  std::vector<Region> regions;                              // by survey type id, with gaps
+  std::map<Glib::ustring, Glib::ustring> subregion_codes;   // by subregion name
+  std::map<Glib::ustring, Glib::ustring> subregion_names;   // by subregion code, as all below
+  std::map<Glib::ustring, Glib::ustring> subregion_regions; // to the region code
+  std::map<Glib::ustring, std::vector<int>> subregion_ids;  // survey types, in file order
+  std::map<Glib::ustring, Def> survey_types;                // the visible ones
+  std::map<Glib::ustring, std::map<int, Glib::ustring>> hidden_survey_types;
+  std::map<Glib::ustring, RegionFishInfo> region_fish; // by region code
+  std::map<Glib::ustring, SubregionInfo> subregions;   // filled by SpeciesViewInfo
+  std::vector<Glib::ustring> region_codes;             // each once, as first met
+  Def subregion_list; // names of the subregions that take new surveys, by order of their codes
+  std::string data_dir;
+
+private:
+  void trace_row(int id, const std::vector<Glib::ustring>& fields);
+  RetCode derive_tables();
+};

@@ -1,0 +1,1 @@
+#include "data/species-view-info.h"

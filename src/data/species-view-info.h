@@ -1,0 +1,20 @@
+#pragma once
+
+#include "data/from-csv.h"
+
+class RegionInfo;
+
+// Reads the names of the species views and gives them to their subregions;
+// lives only while a data set is loaded.
+class SpeciesViewInfo : public FromCSV
+{
+public:
+  // Reads species-view-definitions.csv in `dir`, which ends in a slash.
+  SpeciesViewInfo(const std::string& dir, RegionInfo* regions);
+  ~SpeciesViewInfo() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  std::vector<std::string> view_subregions; // subregion code by view id
+  RegionInfo* region_info;                  // its `subregions` take the result; not owned
+};

@@ -1,0 +1,1 @@
+#include "data/species-views.h"

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "data/from-csv.h"
+
+#include <set>
+
+// The species of each view, as chosen lists of a subregion's species.
+class SpeciesViews : public FromCSV
+{
+public:
+  struct ViewSpecies {
+    int speciesid;
+    std::string familyid; // the family that the view shows the species under
+  };
+
+  // Reads species-views.csv in `dir`, which ends in a slash.
+  explicit SpeciesViews(const std::string& dir);
+  ~SpeciesViews() override;
+  RetCode process_line(const std::vector<Glib::ustring>& fields) override;
+  RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
+
+  // The species of a view, for membership; empty for a view that is not there.
+  const std::set<int>& species_set(int view_id) const;
+  // The species of a view in the order to show them; empty likewise.
+  const std::vector<ViewSpecies>& species_of(int view_id) const;
+
+  std::vector<std::vector<ViewSpecies>> view_species; // by view id, in file order
+  std::vector<std::string> view_subregions;           // subregion code by view id
+  std::vector<std::set<int>> view_species_sets;       // by view id
+};

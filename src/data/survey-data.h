@@ -1,0 +1,21 @@
+#pragma once
+
+// The chief header of this folder.
+#include "data/abundance-choices.h"
+#include "data/csv-line.h"
+#include "data/data-defs.h"
+#include "data/data-file-info.h"
+#include "data/data-params.h"
+#include "data/family-info.h"
+#include "data/from-csv.h"
+#include "data/geog-info.h"
+#include "data/habitat-info.h"
+#include "data/habitat-region-info.h"
+#include "data/region-fish-info.h"
+#include "data/region-info.h"
+#include "data/region.h"
+#include "data/species-info.h"
+#include "data/species-view-definition.h"
+#include "data/species-view-info.h"
+#include "data/species-views.h"
+#include "data/subregion-info.h"

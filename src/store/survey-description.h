@@ -1,0 +1,24 @@
+#pragma once
+
+#include <glibmm/ustring.h>
+
+class DataDefs;
+class RegionInfo;
+
+// What a one-line description of a saved survey is made from.
+struct SurveySummary {
+  Glib::ustring member_id;
+  Glib::ustring subregion;
+  int survey_subtype = 0;
+  Glib::ustring year = "0000";
+  int month = 0;
+  int mday = 0;
+  int dive_start = 0;
+  int zonecode = 0;
+};
+
+// The description: the member if `with_member`, then survey type, date, start
+// and zone as far as they are known. Throws a text if the reference data do not
+// know the subregion or the survey type.
+Glib::ustring describe_survey(const SurveySummary& summary, RegionInfo& regions, DataDefs& defs,
+                              bool with_member);

@@ -1,0 +1,9 @@
+#pragma once
+
+// Chief header of this folder; MyApp declares the store's own operations.
+#include "store/survey-description.h"
+#include "store/survey-document.h"
+#include "store/survey-file-name.h"
+#include "store/survey-reader.h"
+#include "store/survey-record.h"
+#include "store/survey-xml-info.h"

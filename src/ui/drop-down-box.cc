@@ -1,0 +1,1 @@
+#include "ui/drop-down-box.h"

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <glibmm/ustring.h>
+#include <gtkmm/builder.h>
+#include <gtkmm/comboboxtext.h>
+
+#include <initializer_list>
+#include <utility>
+#include <vector>
+
+// A combo box whose rows stand for whole numbers.
+class DropDownBox : public Gtk::ComboBoxText
+{
+public:
+  DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+
+  // Fills the box and leaves nothing chosen. The second form starts with the
+  // entry at index `first`; those before it follow at the end.
+  void init(std::initializer_list<std::pair<int, Glib::ustring>> list, int the_no_value);
+  void init(const std::vector<int>& values, const std::vector<Glib::ustring>& labels,
+            int the_no_value, unsigned int first);
+  // Adds one row at the end.
+  void add_item(int id, const Glib::ustring& label);
+
+  // The chosen id, or no_value; the chosen label, or the empty text.
+  int get_id() const;
+  Glib::ustring get_label() const;
+
+  // Choose the first row of that id or label; nothing if there is none. An id
+  // that equals no_value also chooses nothing.
+  void set_id(int id);
+  void set_label(const Glib::ustring& label);
+
+  std::vector<std::pair<int, Glib::ustring>> items; // by row
+  int no_value = -1;                                // answer when nothing is chosen
+};

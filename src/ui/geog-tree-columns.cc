@@ -1,0 +1,1 @@
+#include "ui/geog-tree-columns.h"

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "ui/drop-down-box.h"
+#include "ui/species-list.h"
+#include "ui/species-tree.h"
+
+#include <gtkmm/button.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/label.h>
+#include <gtkmm/radiobutton.h>
+#include <gtkmm/treestore.h>
+#include <gtkmm/treeview.h>
+
+class MyApp;
+class RegionFishInfo;
+class SurveyWindow;
+
+// The Listed Species page: marks the species of one view. It also builds the
+// two stores of species that all species tables show, and its buttons say which
+// names all of them show.
+class ListedPanel : public Gtk::Grid
+{
+public:
+  using SpeciesListItem = ::SpeciesListItem;
+
+  ListedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
+
+  // Offers the views of the survey's subregion and starts with its default one.
+  void setup_for_subregion(const Glib::ustring& subregion);
+  void setup_instructions(RegionFishInfo& info);
+  // Rebuilds both stores from view and survey type; empties them without a type.
+  void update_for_view();
+  // Chooses the view of a saved survey if the subregion still offers it.
+  void set_species_view_carefully(int view_id);
+  // Unfolds the families of marked species.
+  void expand_selected_families();
+  // Shows the columns that the name buttons ask for.
+  void update_columns();
+  // Appends family and species rows to an empty store.
+  void build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
+                           const std::vector<SpeciesListItem>& species_list);
+  static Glib::ustring rarecolor(const Glib::ustring& text);
+  static Glib::ustring rarecolor2(const Glib::ustring& text);
+
+  void on_view_changed();
+  void on_name_display_changed(Gtk::ToggleButton* button);
+  void on_spanish_display_changed();
+  bool on_species_clicked(GdkEventButton* event);
+  bool on_species_kb_event(GdkEventKey* event);
+  bool on_species_kb_activated();
+  bool do_species_line_trigger(const Gtk::TreePath& path, int button, guint32 time);
+  void render_species_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
+
+  MyApp* my_app = nullptr;
+  SurveyWindow* window = nullptr;
+  int page = -1; // in the notebook
+  Gtk::Label* listed_instructions = nullptr;
+  DropDownBox* species_view = nullptr;
+  Gtk::RadioButton* name_display_common = nullptr;
+  Gtk::RadioButton* name_display_scientific = nullptr;
+  Gtk::RadioButton* name_display_both = nullptr;
+  Gtk::CheckButton* spanish_enable = nullptr;
+  Gtk::TreeView* species_tree = nullptr;
+  Gtk::Button* listed_expand_all_button = nullptr;
+  Gtk::Button* listed_collapse_all_button = nullptr;
+  Glib::RefPtr<Gtk::TreeSelection> species_selection;
+  SpeciesTreeParts species_parts;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "data/region-fish-info.h"
+#include "data/species-views.h"
+
+#include <vector>
+
+// One species on its way into a table, with the family to show it under.
+struct SpeciesListItem {
+  const RegionFishInfo::Species* species; // these two belong to the reference data
+  const RegionFishInfo::Family* family;
+  bool in_view;
+
+  // By the family's and then the species' common name, as the locale sorts.
+  bool operator<(const SpeciesListItem& other) const;
+};
+
+// Whether the survey's type takes this kind of animal.
+struct ShownKinds {
+  bool fish = false;
+  bool inverts = false;
+};
+
+// All of the region's species that a survey can hold, sorted: its fish, and of
+// its invertebrates those of the view.
+std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::set<int>& view_set,
+                                              ShownKinds shown);
+
+// The species of the view in its own order and under its own families. Entries
+// whose species the region does not have are left out, with a line on standard
+// output.
+std::vector<SpeciesListItem> view_species_list(RegionFishInfo& fish,
+                                               const std::vector<SpeciesViews::ViewSpecies>& view,
+                                               ShownKinds shown);

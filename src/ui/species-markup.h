@@ -1,0 +1,18 @@
+#pragma once
+
+#include <glibmm/ustring.h>
+
+// The names of a species or family as its row shows them, in markup.
+struct SpeciesMarkup {
+  Glib::ustring common;
+  Glib::ustring scientific;
+  Glib::ustring both;
+  Glib::ustring spanish;
+};
+
+// `id` is negative for a family. Only ampersands are escaped: data may hold tags.
+SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::ustring& scientific,
+                             const Glib::ustring& spanish, int rarity);
+
+// A species id as the "ID" column shows it: at least four digits and a colon.
+Glib::ustring species_id_markup(int id);

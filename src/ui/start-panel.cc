@@ -1,0 +1,1 @@
+#include "ui/start-panel.h"

@@ -1,0 +1,1 @@
+#include "ui/survey-panel1.h"

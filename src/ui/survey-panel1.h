@@ -1,0 +1,77 @@
+#pragma once
+
+#include "ui/drop-down-box.h"
+#include "ui/geog-tree-columns.h"
+
+#include <gtkmm/builder.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/label.h>
+#include <gtkmm/treestore.h>
+#include <gtkmm/treeview.h>
+
+class MyApp;
+class SurveyWindow;
+
+// The Survey Info Part 1 page: where and when. Choosing the subregion here sets
+// what every later page offers.
+class SurveyPanel1 : public Gtk::Grid
+{
+public:
+  SurveyPanel1(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
+
+  // Makes the survey and all panels fit a subregion; what belongs to another
+  // one is cleared. Also called on opening a survey.
+  void setup_for_subregion(const Glib::ustring& code);
+  // Chooses the survey type of a saved survey, also one that is offered no more.
+  void set_survey_subtype_even_invisible(const Glib::ustring& subregion_code, int id);
+  void rebuild_zone_tree();
+  // Makes the page read-only; zones can still be looked up.
+  void disable_inputs();
+  // Brings this page up with the focus on one of its widgets.
+  void focus_on(Gtk::Widget* widget);
+
+  // The zone code without blanks around it.
+  Glib::ustring get_zonecode() const;
+  // The start hour as four digits, "0000" where none is chosen.
+  Glib::ustring get_dive_start_string() const;
+
+  void on_subregion_changed();
+  void on_survey_subtype_changed();
+  void on_zonecode_changed();
+  void on_zone_search_changed();
+  void on_geog_clicked();
+
+  MyApp* my_app = nullptr;
+  SurveyWindow* window = nullptr;
+  Glib::ustring site_text;         // the zone's part of the window's title
+  bool zone_complete = false;      // the code names a known zone of more than seven digits
+  bool triggers_suppressed = true; // the panel is setting its own widgets; not re-entrant
+  GeogTreeColumns geog_columns;
+  Glib::RefPtr<Gtk::TreeStore> geog_store;
+  int page = -1; // in the notebook
+  DropDownBox* subregion = nullptr;
+  DropDownBox* survey_subtype = nullptr;
+  DropDownBox* month = nullptr;
+  DropDownBox* mday = nullptr;
+  DropDownBox* year = nullptr;
+  DropDownBox* dive_start = nullptr;
+  Gtk::Entry* zonecode = nullptr;
+  Gtk::Label* zone_name_status = nullptr;
+  Gtk::Label* zone_name = nullptr;
+  Gtk::Entry* zone_search = nullptr;
+  Gtk::Label* no_geog_matches = nullptr;
+  Gtk::TreeView* geog_tree = nullptr;
+  Glib::RefPtr<Gtk::TreeSelection> geog_selection;
+
+private:
+  // Whether the panel is setting its own widgets, so that a handler must stay
+  // quiet; says so in the trace under the handler's name.
+  bool suppressed(const char* handler) const;
+  void fill_date_boxes();
+  void move_survey_to_subregion(const Glib::ustring& code);
+  int count_marked_species() const;
+  bool may_clear_species(int count);
+  void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/my-app.h"
+
+#include <gtkmm/treeiter.h>
+#include <gtkmm/treemodelcolumn.h>
+
+// The row of the list of saved surveys. A heading has an empty path and the
+// state WD_NOT_A_SURVEY.
+class SurveyTreeColumns : public Gtk::TreeModelColumnRecord
+{
+public:
+  SurveyTreeColumns();
+  void set(const Gtk::TreeRow& row, const std::string& path, MyApp::WhichDir which,
+           const Glib::ustring& description) const;
+
+  Gtk::TreeModelColumn<std::string> path;
+  Gtk::TreeModelColumn<MyApp::WhichDir> which_dir;
+  Gtk::TreeModelColumn<Glib::ustring> description;
+};

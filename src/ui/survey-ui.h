@@ -1,0 +1,22 @@
+#pragma once
+
+// The chief header of this folder.
+#include "ui/confirm-panel.h"
+#include "ui/date-check.h"
+#include "ui/drop-down-box.h"
+#include "ui/geog-tree-columns.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/species-columns.h"
+#include "ui/species-instructions.h"
+#include "ui/species-list.h"
+#include "ui/species-markup.h"
+#include "ui/species-tree.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-tree-columns.h"
+#include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
+#include "ui/window-title.h"
+#include "ui/zone-tree.h"

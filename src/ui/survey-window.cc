@@ -1,0 +1,1 @@
+#include "ui/survey-window.h"

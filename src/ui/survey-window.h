@@ -1,0 +1,222 @@
+#pragma once
+
+#include "core/my-app.h"
+#include "core/report.h"
+#include "store/survey-document.h"
+#include "store/survey-record.h"
+#include "ui/species-columns.h"
+
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/action.h>
+#include <gtkmm/actiongroup.h>
+#include <gtkmm/box.h>
+#include <gtkmm/builder.h>
+#include <gtkmm/button.h>
+#include <gtkmm/filechooserdialog.h>
+#include <gtkmm/label.h>
+#include <gtkmm/menu.h>
+#include <gtkmm/notebook.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/toggleaction.h>
+#include <gtkmm/treestore.h>
+#include <gtkmm/uimanager.h>
+#include <gtkmm/window.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+class ConfirmPanel;
+class ListedPanel;
+class MemberPanel;
+class StartPanel;
+class SurveyPanel1;
+class SurveyPanel2;
+class UnlistedPanel;
+
+// One survey in one window: a notebook of seven panels, a menu bar and the
+// buttons that walk through the panels and save. A window is made hidden, shown
+// once it is ready, and hidden when it is closed; it is never deleted.
+//
+// Widget pointers look at what the definition file made. What a panel needs of
+// another goes through the members here.
+class SurveyWindow : public Gtk::Window
+{
+public:
+  // What the user sees after a save.
+  enum DoSaveFlags {
+    SAVE_ASK_NEXT = 0, // where it was saved, and what to do next
+    SAVE_QUIET = 1,
+    SAVE_NOTIFY = 2, // where it was saved
+  };
+  // What to do once a check for updates is over; the first three are also the
+  // responses of the dialogs that ask for it.
+  enum ResponseCode {
+    RESPONSE_NEW_SURVEY = 1,
+    RESPONSE_QUIT = 2,
+    RESPONSE_OPEN_SURVEY = 3,
+    RESPONSE_NONE = 4,
+  };
+
+  // A new window with an empty survey, hidden. A definition file that is
+  // missing or wrong ends the program.
+  static SurveyWindow* create(MyApp& app);
+
+  SurveyWindow(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  ~SurveyWindow() override;
+
+  // --- the window and its actions (src/ui) ---
+
+  void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyApp* app);
+  void create_menu_action(const std::string& name, const std::string& label);
+  void create_action(const std::string& name, const std::string& label,
+                     void (SurveyWindow::*handler)(const std::string&), const std::string& tooltip,
+                     Gtk::StockID stock);
+  void create_action(const std::string& name, const std::string& label,
+                     void (SurveyWindow::*handler)(const std::string&,
+                                                   Glib::RefPtr<Gtk::ToggleAction>),
+                     const std::string& tooltip, Gtk::StockID stock);
+  // Both need the name of an existing action.
+  void menuitem_enable(const char* name, bool enabled);
+  void menuitem_check(const char* name, bool checked);
+  // Makes one panel from the definition file, appends it to the notebook and
+  // stores it in `member`. A panel that is not there ends the program.
+  template<typename T>
+  void make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& member, const char* id,
+                  const Glib::ustring& tab_label);
+  void set_title_string();
+
+  void on_switch_page(Gtk::Widget* page, unsigned int page_number);
+  void on_save_button();
+  void on_ready_button();
+  void on_upload_button();
+  void on_back_button();
+  void on_next_button();
+  bool on_delete_event(GdkEventAny* event) override;
+  void on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk::Label* preview);
+
+  void on_action_FileOpen(const std::string& action);
+  void on_action_FileDelete(const std::string& action);
+  void on_action_FileNew(const std::string& action);
+  void on_action_FileSaveForLater(const std::string& action);
+  void on_action_FileSaveForUpload(const std::string& action);
+  void on_action_FileUploadThis(const std::string& action);
+  void on_action_FileUploadAll(const std::string& action);
+  void on_action_FileClose(const std::string& action);
+  void on_action_FileQuit(const std::string& action);
+  void on_action_EditCut(const std::string& action);
+  void on_action_EditCopy(const std::string& action);
+  void on_action_EditPaste(const std::string& action);
+  void on_action_ViewToolbar(const std::string& action, Glib::RefPtr<Gtk::ToggleAction> toggle);
+  void on_action_HelpInstructions(const std::string& action);
+  void on_action_HelpContact(const std::string& action);
+  void on_action_HelpCheckForUpdates(const std::string& action);
+  void on_action_HelpReleaseNotes(const std::string& action);
+  void on_action_HelpAbout(const std::string& action);
+
+  // --- abundances (src/ui/abundance-menu.cc) ---
+
+  void build_abundance_menus();
+  // Opens the menu that fits the species; it acts on that species from then on.
+  void popup_abundance_menu(int species_id, int button, guint32 time);
+  void on_abundance_menu_item(int abundance);
+  // Callbacks of TreeModel::foreach_iter: refresh the row of one species, or of
+  // all. True ends the walk.
+  bool update_row_from_abundance(const Gtk::TreeIter& iter, int id);
+  bool update_from_abundance(const Gtk::TreeIter& iter);
+
+  // --- document and store (src/store) ---
+
+  // What the panels hold now.
+  SurveyForm survey_form() const;
+  // Writes the document of the panels' state into survey.xml_current. On
+  // failure the reason is in `error_text`, and xml_current stays.
+  RetCode generate_xml_string(Glib::ustring& error_text, bool omit_member);
+  // Saves into the directory of `which`; errors have been shown on return.
+  RetCode do_save(MyApp::WhichDir which, DoSaveFlags flags);
+  // Whether the survey has changes that would be lost.
+  bool file_needs_saving();
+  // Whether the caller may go on: nothing unsaved, saved just now, or given up.
+  // `doing_what` completes the sentences of the question.
+  bool check_file_save_okay(const Glib::ustring& doing_what);
+  // Writes a buffer to a file; errors have been shown on return.
+  RetCode write_file(const std::string& path, const char* data, unsigned long size);
+  // Loads a saved survey into this window, which has to be a new one.
+  RetCode do_open(std::string path);
+  // Lets the user choose a survey and opens it in a window of its own.
+  RetCode select_and_open_saved_survey();
+  void set_survey_is_uploaded();
+  // Asks, then deletes. True if the file is gone.
+  bool maybe_delete_survey(const std::string& path);
+
+  // --- server (src/server) ---
+
+  RetCode do_upload_file(const std::string& path);
+  void do_upload_single(const std::string& path);
+  void do_upload_all_ready(const std::vector<std::string>& list);
+  void manual_check_for_updates();
+  RetCode check_for_updates(const char* action, ResponseCode next);
+
+  MyApp* my_app = nullptr;
+  SurveyData survey;
+  Gtk::Notebook* notebook = nullptr;
+  Gtk::Button* save_button = nullptr;
+  Gtk::Button* ready_button = nullptr;
+  Gtk::Button* upload_button = nullptr;
+  Gtk::Button* back_button = nullptr;
+  Gtk::Button* next_button = nullptr;
+  StartPanel* start_panel = nullptr;
+  MemberPanel* member_panel = nullptr;
+  SurveyPanel1* survey_panel1 = nullptr;
+  SurveyPanel2* survey_panel2 = nullptr;
+  ListedPanel* listed_panel = nullptr;
+  UnlistedPanel* unlisted_panel = nullptr;
+  ConfirmPanel* confirm_panel = nullptr;
+  Gtk::AboutDialog* about_dialog = nullptr;
+  Gtk::Dialog* contact_dialog = nullptr;
+  Gtk::Dialog* instructions_dialog = nullptr; // shows instructions and release notes
+  Gtk::Box* survey_window_box = nullptr;
+  Gtk::Label* program_instructions = nullptr; // the text in instructions_dialog
+  Glib::ustring base_title;                   // the program's own title
+
+  SpeciesTreeColumns species_columns;
+  Glib::RefPtr<Gtk::TreeStore> listed_model;   // the species of the view
+  Glib::RefPtr<Gtk::TreeStore> unlisted_model; // all species that can be marked
+
+  std::map<std::string, Glib::RefPtr<Gtk::Action>> actions;
+  std::map<std::string, Glib::RefPtr<Gtk::ToggleAction>> toggle_actions;
+  Glib::RefPtr<Gtk::ActionGroup> action_group;
+  Glib::RefPtr<Gtk::UIManager> ui_manager;
+  Gtk::Widget* menubar = nullptr;
+  Gtk::Widget* toolbar = nullptr;
+
+  std::vector<Gtk::Menu*> abundance_menus; // by survey type id; null for an empty list
+  Gtk::Menu* current_abundance_menu = nullptr;
+  int abundance_target = -1; // the species that the open menu acts on
+
+private:
+  void create_actions();
+  bool build_menus();
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void make_panels(const Glib::RefPtr<Gtk::Builder>& builder);
+  void carry_over_to(SurveyWindow& next);
+  void remember_as_new_survey();
+  void show_help_text(const std::string& path, const char* failure, const Glib::ustring& title);
+  void pack_on_top(Gtk::Widget* widget);
+};
+
+template<typename T>
+void SurveyWindow::make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& member, const char* id,
+                              const Glib::ustring& tab_label)
+{
+  member = nullptr;
+  builder->get_widget_derived(id, member);
+  if (!member)
+    fatal("Failed to find %s in UI", id);
+  member->ctor_continued(builder, this);
+
+  auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->add(*member);
+  scrolled->show();
+  member->page = notebook->append_page(*scrolled, tab_label);
+}

@@ -1,0 +1,1 @@
+#include "ui/unlisted-panel.h"

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <glibmm/refptr.h>
+
+namespace Gtk {
+class Application;
+}
+
+// The registered application of a window test's process.
+Glib::RefPtr<Gtk::Application> test_application();
