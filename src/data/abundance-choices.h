@@ -33,5 +33,6 @@ public:
   std::vector<SurveySubtypeChoiceInfo> subtypes; // by survey type id, with gaps
 
 private:
+  void add_choice(std::size_t subtype, const Choice& choice);
   void trace_choices() const;
 };

@@ -1,1 +1,55 @@
 #include "data/data-defs.h"
+
+#include "core/number.h"
+
+namespace {
+
+const char* const expected_headings[] = {"group", "value", "label", nullptr};
+enum Heading { GROUP, VALUE, LABEL };
+
+} // namespace
+
+DataDefs::DataDefs(const std::string& dir)
+{
+  valid = DataDefs::read_file(dir + "data-definitions.csv") == RET_SUCCESS;
+}
+
+DataDefs::~DataDefs() = default;
+
+RetCode DataDefs::process_headings(const std::vector<Glib::ustring>& the_headings)
+{
+  return verify_headings(the_headings, expected_headings);
+}
+
+// The rows of a group stand together: a group is stored when the next one
+// begins, so a later run of the same group replaces the earlier one, and rows
+// of the empty group are dropped.
+RetCode DataDefs::process_line(const std::vector<Glib::ustring>& fields)
+{
+  if (fields.empty() || field(fields, GROUP) != current_group) {
+    finish_group();
+    if (fields.empty())
+      return RET_SUCCESS;
+    current_group = field(fields, GROUP);
+  }
+
+  const int value = to_int(field(fields, VALUE));
+  const Glib::ustring& label = field(fields, LABEL);
+  const bool only_declares_the_group = value == 0 && label.empty();
+  if (!only_declares_the_group) {
+    values.push_back(value);
+    labels.push_back(label);
+  }
+  return RET_SUCCESS;
+}
+
+void DataDefs::finish_group()
+{
+  if (!current_group.empty())
+    defs[current_group] = Def(labels, values);
+  current_group.clear();
+  labels.clear();
+  values.clear();
+  labels.reserve(50);
+  values.reserve(50);
+}

@@ -18,4 +18,7 @@ public:
   Glib::ustring current_group;
   std::vector<Glib::ustring> labels;
   std::vector<int> values;
+
+private:
+  void finish_group();
 };

@@ -15,4 +15,7 @@ public:
   std::string timestamp; // compared as bytes: the larger one is the newer set
   std::string updated;   // date for people
   bool valid = false;    // both are there
+
+private:
+  void take_line(const std::string& line);
 };

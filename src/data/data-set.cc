@@ -1,1 +1,88 @@
+// Which copy of the reference data is used, and the loading of all its tables.
 #include "core/my-app.h"
+#include "core/report.h"
+#include "data/abundance-choices.h"
+#include "data/data-defs.h"
+#include "data/data-file-info.h"
+#include "data/data-params.h"
+#include "data/habitat-info.h"
+#include "data/region-info.h"
+#include "data/species-view-info.h"
+#include "data/species-views.h"
+
+#include <giomm/file.h>
+#include <glibmm/error.h>
+#include <glibmm/miscutils.h>
+
+#include <cstdio>
+
+namespace {
+
+// The directory of the newer copy, empty if neither copy can be used. Of two
+// copies of the same age the user's own is taken.
+std::string choose_data_dir(const std::string& local_dir, const std::string& built_in_dir)
+{
+  const DataFileInfo local(local_dir);
+  const DataFileInfo built_in(built_in_dir);
+  if (local.valid && local.timestamp >= built_in.timestamp) {
+    printf("Using data in %s (%s).\n", local_dir.c_str(), local.timestamp.c_str());
+    return local_dir;
+  }
+  if (local.valid) {
+    printf("Hmm, data in %s is older (%s) than data in %s (%s).\n", local_dir.c_str(),
+           local.timestamp.c_str(), built_in_dir.c_str(), built_in.timestamp.c_str());
+    return built_in_dir;
+  }
+  if (built_in.valid) {
+    printf("No data in %s; using data in %s (%s).\n", local_dir.c_str(), built_in_dir.c_str(),
+           built_in.timestamp.c_str());
+    return built_in_dir;
+  }
+  puts("Oh no!  We have no valid data!!");
+  return {};
+}
+
+// Stores a new table, valid or not: what stood there before stays alive.
+template<typename Table>
+bool load(Table*& table, const std::string& dir)
+{
+  table = new Table(dir);
+  return table->is_valid();
+}
+
+} // namespace
+
+RetCode MyApp::read_data_files()
+{
+  const std::string dir = choose_data_dir(get_local_data_dir() + "/data-files/", "data-files/");
+  if (dir.empty())
+    return RET_FAILURE;
+
+  data_file_info = new DataFileInfo(dir);
+  if (!data_file_info->valid || !load(data_defs, dir) || !load(data_params, dir) ||
+      !load(region_info, dir) || !load(habitat_info, dir) || !load(abundance_choices, dir))
+    return RET_FAILURE;
+
+  SpeciesViewInfo view_info(dir, region_info);
+  if (!view_info.is_valid() || !load(species_views, dir))
+    return RET_FAILURE;
+  species_views->view_subregions.swap(view_info.view_subregions);
+  return RET_SUCCESS;
+}
+
+std::string MyApp::get_local_data_dir()
+{
+  if (local_data_dir.empty())
+    local_data_dir = Glib::get_user_config_dir() + "/MAVO-Survey";
+  const auto dir = Gio::File::create_for_path(local_data_dir);
+  if (dir->query_file_type() == Gio::FILE_TYPE_NOT_KNOWN) {
+    try {
+      dir->make_directory_with_parents();
+    } catch (const Glib::Error&) {
+      // Without the directory there is no local copy; the built-in one serves.
+    }
+  }
+  if (debug_level > 0)
+    printf("local_data_dir: %s\n", local_data_dir.c_str());
+  return local_data_dir;
+}

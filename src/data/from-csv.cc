@@ -1,1 +1,137 @@
 #include "data/from-csv.h"
+
+#include "core/markup.h"
+#include "core/report.h"
+#include "data/csv-line.h"
+#include "data/data-file.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+FromCSV::Def::Def(const std::vector<Glib::ustring>& the_labels, const std::vector<int>& the_values)
+    : labels(the_labels), values(the_values)
+{
+}
+
+FromCSV::FromCSV() = default;
+FromCSV::~FromCSV() = default;
+
+bool FromCSV::is_valid() const
+{
+  return valid;
+}
+
+RetCode FromCSV::read_file(std::string path)
+{
+  std::ifstream in = open_data_file(path);
+  if (!in.is_open()) {
+    printf("Failed to open %s!\n", path.c_str());
+    return RET_FAILURE;
+  }
+  filename = std::move(path);
+
+  const auto botched = [this](std::size_t column, const Glib::ustring& text) {
+    printf("%s line %d column %zu has botched quoting: %s\n", filename.c_str(), line_number, column,
+           text.c_str());
+  };
+  bool heading_pending = headings.empty();
+  std::string line;
+  std::vector<Glib::ustring> fields;
+  line_number = 0;
+  while (std::getline(in, line)) {
+    ++line_number;
+    if (line.empty())
+      continue;
+    split_csv_line(line, fields, botched);
+    const RetCode result = heading_pending ? process_headings(fields) : process_row(fields);
+    if (result != RET_SUCCESS)
+      return result;
+    heading_pending = false;
+  }
+  if (in.bad()) {
+    printf("Failed to read %s!\n", filename.c_str());
+    return RET_FAILURE;
+  }
+  return process_line({});
+}
+
+RetCode FromCSV::process_row(const std::vector<Glib::ustring>& fields)
+{
+  const RetCode result = check_columns(line_number, fields);
+  if (result != RET_SUCCESS)
+    return result;
+  return has_all_columns(fields) ? process_line(fields) : RET_SUCCESS;
+}
+
+RetCode FromCSV::process_headings(const std::vector<Glib::ustring>& the_headings)
+{
+  if (&the_headings != &headings)
+    headings = the_headings;
+  return RET_SUCCESS;
+}
+
+RetCode FromCSV::check_columns(int line, const std::vector<Glib::ustring>& fields)
+{
+  if (fields.size() == column_index.size())
+    return RET_SUCCESS;
+  return error(RET_FAILURE, "Data file error: %s line %d has %d columns rather than %d",
+               escape_markup(filename).c_str(), line, static_cast<int>(fields.size()),
+               static_cast<int>(column_index.size()));
+}
+
+RetCode FromCSV::verify_headings(const std::vector<Glib::ustring>& the_headings,
+                                 const char* const* expected)
+{
+  for (std::size_t i = 0; i < the_headings.size(); ++i)
+    column_index[the_headings[i]] = static_cast<unsigned int>(i);
+
+  RetCode result = RET_SUCCESS;
+  columns.clear();
+  last_column = 0;
+  for (; *expected; ++expected) {
+    const auto found = column_index.find(*expected);
+    if (found == column_index.end()) {
+      printf("missing heading \"%s\"\n", *expected);
+      result = RET_MISSING_HEADING;
+      continue;
+    }
+    columns.push_back(found->second);
+    last_column = std::max(last_column, found->second);
+  }
+  return result;
+}
+
+bool FromCSV::usable_id(int id, const char* what) const
+{
+  if (id >= 0 && id <= max_id)
+    return true;
+  complain_of_row(std::string(what) + " " + std::to_string(id) + " is out of range");
+  return false;
+}
+
+bool FromCSV::allow_gap(std::size_t length)
+{
+  if (length <= gaps_left) {
+    gaps_left -= length;
+    return true;
+  }
+  complain_of_row("it leaves too wide a gap in the numbering");
+  return false;
+}
+
+// A heading that stands twice points at its last column, while the width of a
+// row is the number of different headings.
+bool FromCSV::has_all_columns(const std::vector<Glib::ustring>& fields) const
+{
+  if (columns.empty() || last_column < fields.size())
+    return true;
+  complain_of_row("a heading stands twice and the row has no such column");
+  return false;
+}
+
+void FromCSV::complain_of_row(const std::string& reason) const
+{
+  if (debug_level >= -1)
+    printf("%s line %d is skipped: %s\n", filename.c_str(), line_number, reason.c_str());
+}

@@ -60,11 +60,18 @@ protected:
   // Whether `id` can index a table; complains on standard output if not, so
   // that the caller can skip the row. `what` names the column.
   bool usable_id(int id, const char* what) const;
+  // Whether a row may leave `length` unused places before its own. All rows of
+  // a file share one allowance, so that a small file cannot take much memory.
+  // Complains on standard output if not, so that the caller can skip the row.
+  bool allow_gap(std::size_t length);
 
 private:
+  RetCode process_row(const std::vector<Glib::ustring>& fields);
   bool has_all_columns(const std::vector<Glib::ustring>& fields) const;
+  void complain_of_row(const std::string& reason) const;
 
   std::vector<unsigned int> columns; // of the expected headings, in their order
   unsigned int last_column = 0;      // the largest of them
-  int line_number = 0;
+  std::size_t gaps_left = 1'000'000;
+  int line_number = 0; // of the line in hand, from 1; blank lines count
 };

@@ -1,1 +1,35 @@
 #include "data/geog-info.h"
+
+#include "core/number.h"
+
+namespace {
+
+const char* const expected_headings[] = {"geogid", "name", nullptr};
+enum Heading { GEOGID, NAME };
+
+} // namespace
+
+RegionFishInfo::GeogInfo::GeogInfo(const std::string& dir, RegionFishInfo& info,
+                                   const std::string& region_code)
+    : fish(&info)
+{
+  valid = GeogInfo::read_file(dir + region_code + "-geog.csv") == RET_SUCCESS;
+}
+
+RegionFishInfo::GeogInfo::~GeogInfo() = default;
+
+RetCode RegionFishInfo::GeogInfo::process_headings(const std::vector<Glib::ustring>& the_headings)
+{
+  return verify_headings(the_headings, expected_headings);
+}
+
+// A zone id is a key and never an index, so any number will do.
+RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>& fields)
+{
+  if (fields.empty())
+    return RET_SUCCESS;
+  const int id = to_int(field(fields, GEOGID));
+  fish->geog_names[id] = field(fields, NAME);
+  fish->geog_ids.push_back(id);
+  return RET_SUCCESS;
+}

@@ -2,6 +2,8 @@
 
 #include "data/from-csv.h"
 
+#include <set>
+
 // Habitats, and which of them a region offers under which code.
 class HabitatInfo : public FromCSV
 {
@@ -23,4 +25,7 @@ public:
 
 private:
   void derive_region_habitats();
+  void drop_undefined_habitats();
+
+  std::set<int> defined_ids; // `names` has gaps
 };

@@ -30,6 +30,8 @@ public:
   std::string data_dir;
 
 private:
-  void trace_row(int id, const std::vector<Glib::ustring>& fields);
+  void trace_row(const Region& region, const std::vector<Glib::ustring>& fields);
   RetCode derive_tables();
+  void derive_survey_types(const Glib::ustring& code, const std::vector<int>& ids);
+  RetCode read_region(const std::string& region_code);
 };

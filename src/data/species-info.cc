@@ -1,1 +1,86 @@
 #include "data/species-info.h"
+
+#include "core/number.h"
+#include "core/report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+const char* const expected_headings[] = {"speciesid", "scientificname",   "commonname",
+                                         "familyid",  "invertebratetype", "rarefishind",
+                                         nullptr};
+enum Heading { SPECIESID, SCIENTIFICNAME, COMMONNAME, FAMILYID, INVERTEBRATETYPE, RAREFISHIND };
+
+} // namespace
+
+RegionFishInfo::SpeciesInfo::SpeciesInfo(const std::string& dir, RegionFishInfo& info,
+                                         const std::string& region_code)
+    : fish(&info)
+{
+  valid = SpeciesInfo::read_file(dir + region_code + "-species-info.csv") == RET_SUCCESS;
+}
+
+RegionFishInfo::SpeciesInfo::~SpeciesInfo() = default;
+
+RetCode
+RegionFishInfo::SpeciesInfo::process_headings(const std::vector<Glib::ustring>& the_headings)
+{
+  const RetCode result = verify_headings(the_headings, expected_headings);
+  const auto spanish = column_index.find("spanishname");
+  if (spanish != column_index.end())
+    spanish_column = spanish->second;
+  return result;
+}
+
+RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustring>& fields)
+{
+  if (fields.empty())
+    return RET_SUCCESS;
+  const int id = to_int(field(fields, SPECIESID));
+  if (!usable_id(id, "speciesid"))
+    return RET_SUCCESS;
+  const auto index = static_cast<std::size_t>(id);
+  if (index >= fish->species.size())
+    fish->species.resize(index + 1);
+
+  Species& species = fish->species[index];
+  species.speciesid = id;
+  species.invertebratetype = static_cast<std::uint8_t>(to_int(field(fields, INVERTEBRATETYPE)));
+  species.rarefishind = static_cast<std::int8_t>(to_int(field(fields, RAREFISHIND)));
+  fish->max_rarefishind = std::max(fish->max_rarefishind, species.rarefishind);
+  species.familyid = field(fields, FAMILYID);
+  settle_family(species);
+  species.scientificname = field(fields, SCIENTIFICNAME);
+  species.commonname = field(fields, COMMONNAME);
+  if (spanish_column) {
+    fish->has_spanish = true;
+    if (*spanish_column < fields.size())
+      species.spanishname = fields[*spanish_column];
+  }
+  return RET_SUCCESS;
+}
+
+// Sees to it that the species has a family with a name, made up if need be.
+void RegionFishInfo::SpeciesInfo::settle_family(Species& species)
+{
+  const bool complain = species.invertebratetype == 0 && debug_level >= -1;
+  const char* const region = fish->region.c_str();
+  if (species.familyid.empty()) {
+    species.familyid = "(empty)";
+    if (complain)
+      printf("Region %s species id %d has no family!\n", region, species.speciesid);
+  }
+  Family& family = fish->families[species.familyid];
+  if (family.id.empty()) {
+    family.id = "Undefined family " + species.familyid;
+    if (complain)
+      printf("Region %s family id %s is not defined!\n", region, species.familyid.c_str());
+  }
+  if (family.commonname.empty()) {
+    family.commonname = "Unnamed family (" + family.id + ")";
+    if (complain)
+      printf("Region %s family id %s has no name!\n", region, species.familyid.c_str());
+  }
+}

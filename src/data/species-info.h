@@ -3,6 +3,8 @@
 #include "data/from-csv.h"
 #include "data/region-fish-info.h"
 
+#include <optional>
+
 // Reads the rows of a region's species file into its tables.
 class RegionFishInfo::SpeciesInfo : public FromCSV
 {
@@ -14,4 +16,9 @@ public:
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
   RegionFishInfo* fish; // what is filled; not owned
+
+private:
+  void settle_family(Species& species);
+
+  std::optional<unsigned int> spanish_column; // a file need not have it
 };

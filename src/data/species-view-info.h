@@ -17,4 +17,7 @@ public:
 
   std::vector<std::string> view_subregions; // subregion code by view id
   RegionInfo* region_info;                  // its `subregions` take the result; not owned
+
+private:
+  void derive_view_choices();
 };

@@ -5,6 +5,7 @@
 #include "data/csv-line.h"
 #include "data/data-defs.h"
 #include "data/data-file-info.h"
+#include "data/data-file.h"
 #include "data/data-params.h"
 #include "data/family-info.h"
 #include "data/from-csv.h"

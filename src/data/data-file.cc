@@ -1,0 +1,13 @@
+#include "data/data-file.h"
+
+#include <filesystem>
+#include <system_error>
+
+std::ifstream open_data_file(const std::string& path)
+{
+  std::error_code no_such_file;
+  std::ifstream in;
+  if (std::filesystem::is_regular_file(path, no_such_file))
+    in.open(path);
+  return in;
+}
