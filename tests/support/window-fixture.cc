@@ -1,0 +1,89 @@
+#include "support/window-fixture.h"
+
+#include "core/my-app.h"
+#include "support/application.h"
+#include "support/main-loop.h"
+#include "ui/drop-down-box.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-window.h"
+
+#include <gtkmm/application.h>
+#include <gtkmm/buildable.h>
+
+WindowTest::~WindowTest()
+{
+  for (auto* visible : visible_windows())
+    visible->hide();
+  settle();
+}
+
+SurveyWindow* WindowTest::create_window()
+{
+  if (!my_app) {
+    my_app = new MyApp(test_application()); // kept: hidden windows still point to it
+    my_app->survey_root = application_dir.root + "/store";
+  }
+  window = SurveyWindow::create(*my_app);
+  return window;
+}
+
+SurveyWindow* WindowTest::open_window()
+{
+  create_window();
+  my_app->app->add_window(*window);
+  window->show();
+  settle();
+  return window;
+}
+
+std::vector<SurveyWindow*> WindowTest::visible_windows()
+{
+  std::vector<SurveyWindow*> visible;
+  for (auto* toplevel : Gtk::Window::list_toplevels()) {
+    auto* candidate = dynamic_cast<SurveyWindow*>(toplevel);
+    if (candidate && candidate->get_visible())
+      visible.push_back(candidate);
+  }
+  return visible;
+}
+
+void WindowTest::choose_subregion(const Glib::ustring& name) const
+{
+  choose(*window->survey_panel1->subregion, name);
+}
+
+void WindowTest::choose_survey_type(const Glib::ustring& name) const
+{
+  choose(*window->survey_panel1->survey_subtype, name);
+}
+
+void WindowTest::go_to_page(int page) const
+{
+  window->notebook->set_current_page(page);
+  settle();
+}
+
+void choose(DropDownBox& box, const Glib::ustring& label)
+{
+  box.set_label(label);
+  EXPECT_EQ(label, box.get_label());
+  settle();
+}
+
+void press(Gtk::Button& button)
+{
+  ASSERT_TRUE(button.is_sensitive()) << button.get_label();
+  button.clicked();
+  settle();
+}
+
+Gtk::Widget* find_widget(Gtk::Widget& window, const Glib::ustring& id)
+{
+  if (window.Gtk::Buildable::get_name() == id)
+    return &window;
+  if (auto* container = dynamic_cast<Gtk::Container*>(&window))
+    for (auto* child : container->get_children())
+      if (auto* found = find_widget(*child, id))
+        return found;
+  return nullptr;
+}
