@@ -1,0 +1,29 @@
+# Headers of the libraries, compiled once and used by many. A source file still
+# includes what it names: tools/lint builds without any of this.
+# The tables of reference data see no GTK header here either.
+if(NOT MAVO_PCH)
+  return()
+endif()
+
+set(survey_empty_cc ${PROJECT_BINARY_DIR}/generated/empty.cc)
+file(CONFIGURE OUTPUT ${survey_empty_cc} CONTENT "")
+
+# survey_precompile(NAME HEADERS header... LIBRARIES library... TARGETS target...)
+function(survey_precompile name)
+  cmake_parse_arguments(arg "" "" "HEADERS;LIBRARIES;TARGETS" ${ARGN})
+  add_library(${name} OBJECT ${survey_empty_cc})
+  target_link_libraries(${name} PRIVATE survey_flags ${arg_LIBRARIES})
+  target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+  foreach(target ${arg_TARGETS})
+    target_precompile_headers(${target} REUSE_FROM ${name})
+  endforeach()
+endfunction()
+
+survey_precompile(plain_headers
+  HEADERS <giomm.h> <glibmm.h> <functional> <map> <string> <vector>
+  LIBRARIES PkgConfig::GIOMM
+  TARGETS survey_data)
+survey_precompile(toolkit_headers
+  HEADERS <gtkmm.h> <libxml++/libxml++.h> <functional> <map> <string> <vector>
+  LIBRARIES PkgConfig::GTKMM PkgConfig::LIBXMLPP
+  TARGETS survey_core survey_store survey_server survey_ui)
