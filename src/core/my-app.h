@@ -65,10 +65,11 @@ public:
   // Full paths of all that lies in Ready To Upload, in byte order.
   std::vector<std::string> get_ready_survey_list();
   // One line for each path: its description, or the path where there is none.
-  // `current` is the path of the survey in the window and is marked so.
+  // `current` is the path of the survey in the window and is marked so. Plain
+  // text: escape it where it becomes part of a dialog's markup.
   std::string prettify_survey_list(const std::vector<std::string>& list,
                                    const std::string& current);
-  // A saved survey in one line, empty if the file is not a valid one. With
+  // A saved survey in one line of plain text, empty if the file is not a valid one. With
   // `member_id` the member is left out of the line and stored there instead:
   // -1 if the file could not be read so far, 0 if the survey names none.
   std::string get_survey_description(const std::string& path, int* member_id);

@@ -1,1 +1,258 @@
+#include "core/markup.h"
+#include "core/message-dialog.h"
+#include "core/text.h"
+#include "store/survey-document.h"
+#include "store/survey-file-name.h"
+#include "store/thrown-text.h"
+#include "ui/confirm-panel.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+
+#include <giomm/file.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace {
+
+const char* const not_saved = "ERROR: Survey NOT Saved!!!";
+
+// In markup, for a dialog.
+Glib::ustring failure_text()
+{
+  return escape_markup(thrown_text("Unknown error (sorry!)", "Unknown exception (sorry!)"));
+}
+
+bool same_bytes(const Glib::ustring& a, const Glib::ustring& b)
+{
+  return a.raw() == b.raw(); // == of ustring collates: slow, and for other purposes
+}
+
+void take_member_and_place(SurveyForm& form, const SurveyWindow& window)
+{
+  const SurveyPanel1& panel = *window.survey_panel1;
+  form.member_id = window.member_panel->get_member_id();
+  form.last_name = window.member_panel->get_last_name();
+  form.subregion = window.survey.subregion;
+  form.survey_subtype = panel.survey_subtype->get_id();
+  form.year = panel.year->get_id();
+  form.month = panel.month->get_id();
+  form.mday = panel.mday->get_id();
+  form.dive_start = panel.dive_start->get_id();
+  form.zonecode = panel.get_zonecode();
+}
+
+void take_conditions(SurveyForm& form, const SurveyWindow& window)
+{
+  const SurveyPanel2& panel = *window.survey_panel2;
+  form.surface_temp = trim_ws(panel.surface_temp->get_text());
+  form.bottom_temp = trim_ws(panel.bottom_temp->get_text());
+  form.temp_units = panel.get_temp_units_short();
+  form.bottom_time = trim_ws(panel.bottom_time->get_text());
+  form.bottom_time_confirmed = window.confirm_panel->confirm_bottom_time->get_active();
+  form.visibility = panel.visibility->get_id();
+  form.avg_depth = panel.avg_depth->get_id();
+  form.max_depth = panel.max_depth->get_id();
+  form.current = panel.current->get_id();
+  form.habitat = panel.habitat->get_id();
+}
+
+std::string natural_base_name(const SurveyWindow& window)
+{
+  const SurveyPanel1& panel = *window.survey_panel1;
+  SurveyFileNameParts parts;
+  parts.member_id = window.member_panel->get_member_id();
+  parts.subregion = window.survey.subregion;
+  parts.year = panel.year->get_id();
+  parts.month = panel.month->get_id();
+  parts.mday = panel.mday->get_id();
+  parts.dive_start = panel.get_dive_start_string();
+  parts.zonecode = panel.get_zonecode();
+  return survey_base_name(parts);
+}
+
+// The path that the survey takes in `directory`: its own file there, or a new one.
+std::string path_to_save_to(const SurveyWindow& window, const std::string& directory)
+{
+  return first_free_path(
+      directory + "/" + natural_base_name(window), window.survey.filename,
+      [](const std::string& path) { return Gio::File::create_for_path(path)->query_exists(); });
+}
+
+void write_document(SurveyData& survey)
+{
+  std::string new_etag;
+  Gio::File::create_for_path(survey.filename)
+      ->replace_contents(survey.xml_current.raw(), survey.file_etag, new_etag);
+  survey.file_etag = new_etag;
+  survey.xml_last_saved = survey.xml_current;
+}
+
+// Generates the document and writes it into the directory of `which`. Throws
+// what goes wrong; the file that the survey had before is then still there.
+void save_document(SurveyWindow& window, MyApp::WhichDir which)
+{
+  Glib::ustring error_text;
+  if (window.generate_xml_string(error_text, false) != RET_SUCCESS)
+    throw Glib::ustring(error_text);
+
+  SurveyData& survey = window.survey;
+  const std::string old_path = survey.filename;
+  const std::string new_path = path_to_save_to(window, window.my_app->get_survey_dir(which));
+  // A survey that keeps its name has only changed its state. One whose name
+  // changed leaves its old file behind, as a survey of its own.
+  const bool moved = new_path != old_path && base_name(new_path) == base_name(old_path);
+  survey.filename = new_path;
+  write_document(survey);
+  if (moved)
+    unlink(old_path.c_str());
+}
+
+int show_saved_message(const std::string& path, bool ask_next)
+{
+  Message message;
+  message.title = "Survey Saved";
+  message.text = "Survey saved to " + path +
+                 "\n\nTo return to this survey later, select Open Survey under the File menu.";
+  message.text_is_markup = false;
+  message.type = Gtk::MESSAGE_INFO;
+  message.standard_buttons = Gtk::BUTTONS_OK;
+  message.modal = false;
+  if (ask_next)
+    message.buttons = {{"Open Saved Survey", SurveyWindow::RESPONSE_OPEN_SURVEY},
+                       {"Start New Survey", SurveyWindow::RESPONSE_NEW_SURVEY},
+                       {"Quit Program", SurveyWindow::RESPONSE_QUIT}};
+  return run_message(message);
+}
+
+void go_on_after_save(SurveyWindow& window, int response)
+{
+  switch (response) {
+  case SurveyWindow::RESPONSE_OPEN_SURVEY:
+    window.select_and_open_saved_survey();
+    break;
+  case SurveyWindow::RESPONSE_NEW_SURVEY:
+    window.on_action_FileNew("FileNew");
+    break;
+  case SurveyWindow::RESPONSE_QUIT:
+    if (window.check_file_save_okay("exiting this program"))
+      window.hide();
+    break;
+  default:
+    break;
+  }
+}
+
+int ask_about_unsaved_changes(const Glib::ustring& doing_what)
+{
+  Message message;
+  message.title = "Survey Not Saved Yet!";
+  message.text = "Survey has been changed without being saved!\nSave it before " + doing_what +
+                 "?\nClick Save to save and proceed,\nNo to <b>abandon your survey</b>,\n"
+                 "or Cancel to do nothing instead of " +
+                 doing_what + ".";
+  message.type = Gtk::MESSAGE_WARNING;
+  message.buttons = {{"gtk-save", Gtk::RESPONSE_ACCEPT},
+                     {"gtk-no", Gtk::RESPONSE_NO},
+                     {"gtk-cancel", Gtk::RESPONSE_CANCEL}};
+  return run_message(message);
+}
+
+} // namespace
+
+SurveyForm SurveyWindow::survey_form() const
+{
+  SurveyForm form;
+  take_member_and_place(form, *this);
+  take_conditions(form, *this);
+  form.species_view = listed_panel->species_view->get_id();
+  return form;
+}
+
+RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_member)
+{
+  error_text.clear();
+  try {
+    SurveyForm form = survey_form();
+    if (omit_member) {
+      form.member_id.clear();
+      form.last_name.clear();
+    }
+    const auto sightings = species_sightings(survey, *my_app->abundance_choices);
+    survey.xml_current = survey_document(form, sightings, software_platform());
+    return RET_SUCCESS;
+  } catch (...) {
+    error_text = thrown_text("Unknown xml-generation error (sorry!)",
+                             "Unknown xml-generation exception (sorry!)");
+    return RET_FAILURE;
+  }
+}
+
+RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
+{
+  if (survey.subregion.empty())
+    return titled_error(not_saved,
+                        "Sorry, you must select a location before you can save a survey!");
+  if (survey.is_uploaded)
+    return titled_error(not_saved,
+                        "This survey was already uploaded and cannot be changed offline.");
+  try {
+    save_document(*this, which);
+    start_panel->build_survey_model();
+    if (flags != SAVE_QUIET)
+      go_on_after_save(*this, show_saved_message(survey.filename, flags == SAVE_ASK_NEXT));
+    return RET_SUCCESS;
+  } catch (...) {
+    const Glib::ustring reason = failure_text();
+    return titled_error(not_saved, "FAILED to save survey to %s!\n%s",
+                        escape_markup(survey.filename).c_str(), reason.c_str());
+  }
+}
+
+bool SurveyWindow::file_needs_saving()
+{
+  // A document that cannot be generated can be told from no other: whatever was
+  // typed counts as changes, so that nothing is given up without a question.
+  Glib::ustring error_text;
+  if (generate_xml_string(error_text, true) != RET_SUCCESS)
+    return true;
+  if (same_bytes(survey.xml_current, survey.xml_pristine))
+    return false; // member details alone are not worth a question
+
+  generate_xml_string(error_text, false);
+  return !same_bytes(survey.xml_current, survey.xml_last_saved);
+}
+
+bool SurveyWindow::check_file_save_okay(const Glib::ustring& doing_what)
+{
+  if (!file_needs_saving())
+    return true;
+  if (debug_level > 0)
+    std::printf("check_file_save_okay(\"%s\"):\n    last saved = %s\n    now = %s\n",
+                doing_what.c_str(), survey.xml_last_saved.c_str(), survey.xml_current.c_str());
+
+  switch (ask_about_unsaved_changes(doing_what)) {
+  case Gtk::RESPONSE_NO:
+    return true;
+  case Gtk::RESPONSE_ACCEPT:
+    return do_save(MyApp::WD_IN_PROGRESS, SAVE_NOTIFY) == RET_SUCCESS;
+  default:
+    return false;
+  }
+}
+
+RetCode SurveyWindow::write_file(const std::string& path, const char* data, unsigned long size)
+{
+  try {
+    std::string new_etag;
+    Gio::File::create_for_path(path)->replace_contents(data, size, "", new_etag);
+    return RET_SUCCESS;
+  } catch (...) {
+    const Glib::ustring reason = failure_text();
+    return error("FAILED to write to %s!\n%s", escape_markup(path).c_str(), reason.c_str());
+  }
+}

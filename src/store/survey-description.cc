@@ -1,1 +1,83 @@
 #include "store/survey-description.h"
+
+#include "data/data-defs.h"
+#include "data/region-info.h"
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+const Glib::ustring& region_of(const Glib::ustring& subregion, const RegionInfo& regions)
+{
+  const auto found = regions.subregion_regions.find(subregion);
+  if (found == regions.subregion_regions.end())
+    throw Glib::ustring("Bad subregion");
+  return found->second;
+}
+
+const RegionFishInfo& fish_of(const Glib::ustring& subregion, const RegionInfo& regions)
+{
+  const auto found = regions.region_fish.find(region_of(subregion, regions));
+  if (found == regions.region_fish.end() || !found->second.initialised)
+    throw Glib::ustring("Bad subregion");
+  return found->second;
+}
+
+Glib::ustring subtype_name(int id, const RegionInfo& regions)
+{
+  const auto index = static_cast<std::size_t>(id);
+  if (index >= regions.regions.size() || regions.regions[index].surveytypename.empty())
+    throw Glib::ustring("Bad subtype " + std::to_string(id));
+  return regions.regions[index].surveytypename;
+}
+
+Glib::ustring subregion_name(const Glib::ustring& code, const RegionInfo& regions)
+{
+  const auto found = regions.subregion_names.find(code);
+  return found == regions.subregion_names.end() ? Glib::ustring() : found->second;
+}
+
+Glib::ustring month_and_day(int month, int mday)
+{
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "-%02d-%02d", month, mday);
+  return text.data();
+}
+
+Glib::ustring start_label(int dive_start, const DataDefs& defs)
+{
+  const auto group = defs.defs.find("divestart");
+  if (group == defs.defs.end())
+    return {};
+  const FromCSV::Def& starts = group->second;
+  for (std::size_t i = 0; i < starts.values.size() && i < starts.labels.size(); ++i)
+    if (starts.values[i] == dive_start)
+      return starts.labels[i];
+  return {};
+}
+
+} // namespace
+
+Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,
+                              const DataDefs& defs, bool with_member)
+{
+  Glib::ustring line;
+  if (with_member && !summary.member_id.empty())
+    line = "Member " + summary.member_id + " - ";
+
+  const RegionFishInfo& fish = fish_of(summary.subregion, regions);
+  line += summary.survey_subtype >= 0 ? subtype_name(summary.survey_subtype, regions)
+                                      : subregion_name(summary.subregion, regions);
+
+  if (summary.month != 0 || summary.mday != 0 || !summary.year.empty())
+    line += " - " + summary.year + month_and_day(summary.month, summary.mday);
+  if (summary.dive_start > 0)
+    line += " at " + start_label(summary.dive_start, defs);
+
+  const auto zone = fish.geog_names.find(summary.zonecode);
+  if (zone != fish.geog_names.end() && !zone->second.empty())
+    line += " - " + zone->second;
+  return line;
+}

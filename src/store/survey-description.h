@@ -17,8 +17,8 @@ struct SurveySummary {
   int zonecode = 0;
 };
 
-// The description: the member if `with_member`, then survey type, date, start
+// The description, as plain text: the member if `with_member`, then survey type, date, start
 // and zone as far as they are known. Throws a text if the reference data do not
 // know the subregion or the survey type.
-Glib::ustring describe_survey(const SurveySummary& summary, RegionInfo& regions, DataDefs& defs,
-                              bool with_member);
+Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,
+                              const DataDefs& defs, bool with_member);

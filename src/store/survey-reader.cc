@@ -1,1 +1,168 @@
 #include "store/survey-reader.h"
+
+#include "core/number.h"
+#include "store/survey-xml-info.h"
+
+#include <libxml++/document.h>
+#include <libxml++/nodes/textnode.h>
+#include <libxml/parser.h>
+
+#include <cctype>
+#include <optional>
+#include <utility>
+
+namespace {
+
+// The root tag of surveys that an older program wrote.
+const char* const older_root_tag = "MAVO_Fish_Survey";
+
+// While it lives, the parser can open one file and then nothing more: neither
+// on disk nor elsewhere. A survey comes from anywhere and must not be able to
+// pull the user's other files into what is uploaded.
+class OneFileOnly
+{
+public:
+  OneFileOnly() : previous(xmlGetExternalEntityLoader())
+  {
+    next = previous;
+    refused = false;
+    xmlSetExternalEntityLoader(&load);
+  }
+  ~OneFileOnly() { xmlSetExternalEntityLoader(previous); }
+  OneFileOnly(const OneFileOnly&) = delete;
+  OneFileOnly& operator=(const OneFileOnly&) = delete;
+
+  bool refused_another() const { return refused; }
+
+private:
+  static xmlParserInputPtr load(const char* url, const char* id, xmlParserCtxtPtr context)
+  {
+    const xmlExternalEntityLoader loader = std::exchange(next, nullptr);
+    refused = refused || !loader;
+    return loader ? loader(url, id, context) : nullptr;
+  }
+
+  xmlExternalEntityLoader previous;
+  static inline xmlExternalEntityLoader next = nullptr;
+  static inline bool refused = false;
+};
+
+void parse(xmlpp::DomParser& parser, const std::string& path)
+{
+  const OneFileOnly guard;
+  parser.set_substitute_entities(true);
+  parser.parse_file(path);
+  if (!parser || !parser.get_document()->get_root_node())
+    throw Glib::ustring("Failed to parse survey");
+  if (guard.refused_another())
+    throw Glib::ustring("Survey draws text from other files, which are not read");
+}
+
+struct Version {
+  int major;
+  int minor;
+};
+
+// The number that `text` starts with after white space, taken off it.
+std::optional<int> take_number(std::string& text)
+{
+  std::size_t end = 0;
+  while (end < text.size() && std::isspace(static_cast<unsigned char>(text[end])))
+    ++end;
+  if (end < text.size() && (text[end] == '-' || text[end] == '+'))
+    ++end;
+  const std::size_t digits = end;
+  while (end < text.size() && std::isdigit(static_cast<unsigned char>(text[end])))
+    ++end;
+  if (end == digits)
+    return std::nullopt;
+  const int number = to_int(text.substr(0, end));
+  text.erase(0, end);
+  return number;
+}
+
+// Reads "major.minor" as scanf's "%d.%d" does, but numbers of any length have a value.
+std::optional<Version> scan_version(std::string text)
+{
+  const auto major = take_number(text);
+  if (!major || text.empty() || text.front() != '.')
+    return std::nullopt;
+  text.erase(0, 1);
+  const auto minor = take_number(text);
+  if (!minor)
+    return std::nullopt;
+  return Version{*major, *minor};
+}
+
+void check_root(const xmlpp::Element* root)
+{
+  const SurveyXMLinfo format;
+  if (root->get_name().raw() != format.root_tag.raw() && root->get_name().raw() != older_root_tag)
+    throw Glib::ustring("Not a valid saved MAVO Survey");
+
+  const auto version = scan_version(get_attr(root, "version"));
+  if (!version)
+    throw Glib::ustring("Not a valid saved MAVO Survey (bad version)");
+  if (version->major < format.oldest_major ||
+      (version->major == format.oldest_major && version->minor < format.oldest_minor))
+    throw Glib::ustring("Valid saved MAVO Survey, but too old - contact " MAVO_SUPPORT_ADDRESS
+                        " for help");
+  if (version->major > format.current_major)
+    throw Glib::ustring("Valid saved MAVO Survey, but you need a newer version of this program "
+                        "to open it");
+}
+
+// The root's one child that is more than white space.
+const xmlpp::Node* main_child(const xmlpp::Element* root)
+{
+  const xmlpp::Node* main = root->get_first_child();
+  if (!main)
+    throw Glib::ustring("MAVO Survey missing top level children");
+  if (is_white_space(main))
+    main = main->get_next_sibling();
+  if (!main)
+    return nullptr;
+
+  for (const xmlpp::Node* node = main->get_next_sibling(); node; node = node->get_next_sibling())
+    if (!is_white_space(node))
+      throw "MAVO Survey has too many top level children (" + main->get_name() + ", " +
+          node->get_name() + ")";
+  return main;
+}
+
+} // namespace
+
+Glib::ustring get_attr(const xmlpp::Node* node, const Glib::ustring& name)
+{
+  const auto* const element = dynamic_cast<const xmlpp::Element*>(node);
+  return element ? element->get_attribute_value(name) : Glib::ustring();
+}
+
+int get_numeric_attr(const xmlpp::Node* node, const Glib::ustring& name)
+{
+  return to_int(get_attr(node, name));
+}
+
+Glib::ustring get_content(const xmlpp::Node* node)
+{
+  const auto* const text =
+      node ? dynamic_cast<const xmlpp::TextNode*>(node->get_first_child()) : nullptr;
+  return text ? text->get_content() : Glib::ustring();
+}
+
+bool is_white_space(const xmlpp::Node* node)
+{
+  const auto* const text = dynamic_cast<const xmlpp::TextNode*>(node);
+  return text && text->is_white_space();
+}
+
+const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path)
+{
+  parse(parser, path);
+  const xmlpp::Element* const root = parser.get_document()->get_root_node();
+  check_root(root);
+  const xmlpp::Node* const survey = main_child(root);
+  if (!survey || survey->get_name().raw() != "survey")
+    throw Glib::ustring("MAVO Survey has a problem - missing 'survey' tag");
+  return survey;
+}

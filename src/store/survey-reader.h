@@ -1,7 +1,8 @@
 #pragma once
 
 #include <glibmm/ustring.h>
-#include <libxml++/libxml++.h>
+#include <libxml++/nodes/element.h>
+#include <libxml++/parsers/domparser.h>
 
 #include <string>
 
@@ -20,5 +21,6 @@ bool is_white_space(const xmlpp::Node* node);
 // Parses the file at `path` with `parser` and returns the document's "survey"
 // element, which lives as long as the parser. Throws what is wrong as a text,
 // or an exception of the parser, if the file is not a survey of a version that
-// this program reads.
+// this program reads. Nothing but the file itself is read: a document that
+// draws text from other files is refused, as it could only be read in part.
 const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path);

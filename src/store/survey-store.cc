@@ -1,1 +1,225 @@
 #include "store/survey-store.h"
+
+#include "core/c-resource.h"
+#include "core/markup.h"
+#include "core/my-app.h"
+#include "core/number.h"
+#include "core/report.h"
+#include "store/thrown-text.h"
+
+#include <giomm/file.h>
+#include <giomm/fileenumerator.h>
+#include <glibmm/miscutils.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+std::string default_survey_root()
+{
+  std::string documents = Glib::get_user_special_dir(Glib::USER_DIRECTORY_DOCUMENTS);
+  if (documents.empty())
+    documents = Glib::build_filename(Glib::get_home_dir(), "Documents");
+  return documents + "/MAVO-Survey";
+}
+
+const char* directory_suffix(MyApp::WhichDir which)
+{
+  switch (which) {
+  case MyApp::WD_IN_PROGRESS:
+    return "/In Progress";
+  case MyApp::WD_READY_TO_UPLOAD:
+    return "/Ready To Upload";
+  case MyApp::WD_UPLOADED:
+    return "/Uploaded";
+  case MyApp::WD_ROOT:
+    return "";
+  case MyApp::WD_NOT_A_SURVEY:
+    break;
+  }
+  return "/OOPS"; // no state of a survey: whoever asks gets a place that does no harm
+}
+
+void make_directory(const std::string& path)
+{
+  try {
+    const auto directory = Gio::File::create_for_path(path);
+    if (directory->query_file_type() == Gio::FILE_TYPE_NOT_KNOWN)
+      directory->make_directory_with_parents();
+  } catch (...) { // NOLINT(bugprone-empty-catch): whoever uses the directory will tell
+  }
+}
+
+void take_field(const xmlpp::Node& node, SurveySummary& summary)
+{
+  const std::string name = node.get_name().raw();
+  const Glib::ustring content = get_content(&node);
+  if (name == "member_id")
+    summary.member_id = content;
+  else if (name == "subregion")
+    summary.subregion = content;
+  else if (name == "survey_subtype")
+    summary.survey_subtype = to_int(content);
+  else if (name == "year")
+    summary.year = content;
+  else if (name == "month")
+    summary.month = to_int(content);
+  else if (name == "mday")
+    summary.mday = to_int(content);
+  else if (name == "dive_start")
+    summary.dive_start = to_int(content);
+  else if (name == "zonecode")
+    summary.zonecode = to_int(content);
+}
+
+// The number of a member's text is known as soon as the text is, so that it
+// stands even if something after it turns out to be wrong.
+SurveySummary read_summary(const std::string& path, int* member_id)
+{
+  xmlpp::DomParser parser;
+  const xmlpp::Node* const survey = parse_survey_file(parser, path);
+  SurveySummary summary;
+  for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling()) {
+    take_field(*node, summary);
+    if (member_id && node->get_name().raw() == "member_id")
+      *member_id = to_int(summary.member_id);
+  }
+  return summary;
+}
+
+bool is_regular_file(const std::string& path)
+{
+  return Gio::File::create_for_path(path)->query_file_type() == Gio::FILE_TYPE_REGULAR;
+}
+
+void remove_copied_source(const std::string& path)
+{
+  if (unlink(path.c_str()) != 0) {
+    const int number = errno;
+    std::printf("unlink of %s failed: %d = %s\n", path.c_str(), number, std::strerror(number));
+  }
+}
+
+// Moves a file where rename() cannot: to another file system. Throws if the
+// copy fails; the source is then untouched.
+void copy_and_remove(const std::string& path, const std::string& target)
+{
+  char* loaded = nullptr;
+  gsize size = 0;
+  if (!Gio::File::create_for_path(path)->load_contents(loaded, size))
+    throw "load_contents() failed";
+  const GMemory<char> buffer(loaded);
+  if (debug_level > 0)
+    std::printf("read %d bytes from %s; about to write them to %s\n", static_cast<int>(size),
+                path.c_str(), target.c_str());
+
+  // A survey is text: the library ends the buffer with a zero byte of its own,
+  // and what stands behind an earlier one is not copied.
+  const std::string contents(buffer.get());
+  std::string new_etag;
+  Gio::File::create_for_path(target)->replace_contents(contents, "", new_etag);
+  if (debug_level > 0)
+    std::printf("wrote %d bytes to %s; about to unlink %s\n", static_cast<int>(contents.size()),
+                target.c_str(), path.c_str());
+
+  if (contents.size() == size)
+    remove_copied_source(path);
+  else
+    std::printf("%s stays, as only its first %d of %d bytes could be copied\n", path.c_str(),
+                static_cast<int>(contents.size()), static_cast<int>(size));
+}
+
+// Why the copy failed, with a prefix that tells who said so. To be called in a
+// catch block. The line number is a fixed one: support knows the text by it.
+std::string copy_failure()
+{
+  const Thrown thrown = what_was_thrown();
+  if (!thrown.kind)
+    return "Unknown exception at line 647 (sorry!)";
+  return "(via " + std::string(thrown.kind) + ") " + thrown.text.raw();
+}
+
+} // namespace
+
+std::string MyApp::get_survey_dir(WhichDir which)
+{
+  if (survey_root.empty())
+    survey_root = default_survey_root();
+  const std::string path = survey_root + directory_suffix(which);
+  make_directory(path);
+  if (debug_level > 0)
+    std::printf("selected_dir: %s\n", path.c_str());
+  return path;
+}
+
+std::vector<std::string> MyApp::get_ready_survey_list()
+{
+  const std::string directory = get_survey_dir(WD_READY_TO_UPLOAD);
+  const auto children = Gio::File::create_for_path(directory)->enumerate_children("standard::name");
+  std::vector<std::string> paths;
+  while (const auto child = children->next_file()) {
+    paths.push_back(directory + "/" + child->get_name());
+    if (debug_level > 0)
+      std::printf("child filename = %s\n", paths.back().c_str());
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
+std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,
+                                        const std::string& current)
+{
+  std::string text;
+  for (const auto& path : list) {
+    const std::string description = get_survey_description(path, nullptr);
+    text += description.empty() ? path : description;
+    if (path == current)
+      text += " (current survey)";
+    text += "\n";
+  }
+  return text;
+}
+
+std::string MyApp::get_survey_description(const std::string& path, int* member_id)
+{
+  try {
+    if (member_id)
+      *member_id = -1;
+    if (!is_regular_file(path))
+      return {};
+    const SurveySummary summary = read_summary(path, member_id);
+    return describe_survey(summary, *region_info, *data_defs, !member_id).raw();
+  } catch (...) {
+    std::printf("File scan: %s: %s\n", path.c_str(), thrown_text("Unknown error", "").c_str());
+    return {};
+  }
+}
+
+RetCode MyApp::move_survey_to(WhichDir which, std::string& path)
+{
+  const std::string target = get_survey_dir(which) + "/" + base_name(path);
+  if (target == path)
+    return RET_SUCCESS;
+  if (std::rename(path.c_str(), target.c_str()) == 0) {
+    path = target;
+    return RET_SUCCESS;
+  }
+
+  const int number = errno;
+  if (debug_level > 0)
+    std::printf("rename() of %s to %s failed: %d = %s\n", path.c_str(), target.c_str(), number,
+                std::strerror(number));
+  try {
+    copy_and_remove(path, target);
+    path = target;
+    return RET_SUCCESS;
+  } catch (...) {
+    const std::string reason = copy_failure();
+    return error("Failed to move survey file from %s to %s: %s", escape_markup(path).c_str(),
+                 escape_markup(target).c_str(), escape_markup(reason).c_str());
+  }
+}
