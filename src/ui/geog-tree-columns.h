@@ -1,8 +1,13 @@
 #pragma once
 
+#include "ui/zone-tree.h"
+
 #include <glibmm/ustring.h>
 #include <gtkmm/treeiter.h>
 #include <gtkmm/treemodelcolumn.h>
+#include <gtkmm/treestore.h>
+
+#include <vector>
 
 // The row of the zone tree.
 class GeogTreeColumns : public Gtk::TreeModelColumnRecord
@@ -10,6 +15,8 @@ class GeogTreeColumns : public Gtk::TreeModelColumnRecord
 public:
   GeogTreeColumns();
   void set(const Gtk::TreeRow& row, int id, const Glib::ustring& name) const;
+  // Gives an empty store the rows of a zone tree.
+  void fill(const Glib::RefPtr<Gtk::TreeStore>& store, const std::vector<ZoneRow>& rows) const;
 
   Gtk::TreeModelColumn<int> col_id;
   Gtk::TreeModelColumn<Glib::ustring> col_name;
