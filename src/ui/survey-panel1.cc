@@ -1,1 +1,424 @@
 #include "ui/survey-panel1.h"
+
+#include "core/message-dialog.h"
+#include "core/number.h"
+#include "core/report.h"
+#include "core/text.h"
+#include "core/widget-helpers.h"
+#include "data/data-defs.h"
+#include "data/region-info.h"
+#include "ui/date-boxes.h"
+#include "ui/listed-panel.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+#include "ui/trigger-guard.h"
+#include "ui/unlisted-panel.h"
+#include "ui/zone-tree.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+
+namespace {
+
+constexpr unsigned int dive_start_first = 6; // the list begins in the morning
+
+// Blocks a connection while it lives.
+class QuietConnection
+{
+public:
+  explicit QuietConnection(sigc::connection& the_connection) : connection(the_connection)
+  {
+    connection.block();
+  }
+  ~QuietConnection() { connection.unblock(); }
+  QuietConnection(const QuietConnection&) = delete;
+  QuietConnection& operator=(const QuietConnection&) = delete;
+
+private:
+  sigc::connection& connection;
+};
+
+} // namespace
+
+SurveyPanel1::SurveyPanel1(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& /*builder*/)
+    : Gtk::Grid(cobject)
+{
+}
+
+void SurveyPanel1::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
+                                  SurveyWindow* the_window)
+{
+  window = the_window;
+  my_app = window->my_app;
+  find_widgets(builder);
+  fill_boxes();
+
+  for (auto* widget : std::initializer_list<Gtk::Widget*>{survey_subtype, zonecode, zone_search})
+    widget->set_sensitive(false);
+  zone_name->set_text("");
+  zone_name_status->set_text("");
+  no_geog_matches->hide();
+
+  geog_store = Gtk::TreeStore::create(geog_columns);
+  geog_tree->set_model(geog_store);
+  geog_tree->append_column("Geographic Zone", geog_columns.col_label);
+  geog_selection = geog_tree->get_selection();
+
+  connect_signals();
+  triggers_suppressed = false;
+}
+
+void SurveyPanel1::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
+{
+  builder->get_widget_derived("subregion", subregion);
+  builder->get_widget_derived("survey_subtype", survey_subtype);
+  builder->get_widget_derived("month", month);
+  builder->get_widget_derived("mday", mday);
+  builder->get_widget_derived("year", year);
+  builder->get_widget_derived("dive_start", dive_start);
+  builder->get_widget("zonecode", zonecode);
+  builder->get_widget("zone_name_status", zone_name_status);
+  builder->get_widget("zone_name", zone_name);
+  builder->get_widget("zone_search", zone_search);
+  builder->get_widget("no_geog_matches", no_geog_matches);
+  builder->get_widget("geog_tree", geog_tree);
+}
+
+void SurveyPanel1::fill_boxes()
+{
+  const auto& hours = my_app->data_defs->defs["divestart"];
+  dive_start->init(hours.values, hours.labels, -1, dive_start_first);
+  fill_month_box(*month);
+  fill_mday_box(*mday);
+  fill_year_box(*year);
+  const auto& places = my_app->region_info->subregion_list;
+  subregion->init(places.values, places.labels, -1, 0);
+}
+
+void SurveyPanel1::connect_signals()
+{
+  for (auto* box : {month, mday, year, dive_start})
+    box->signal_changed().connect(sigc::mem_fun(*window, &SurveyWindow::set_title_string));
+  subregion->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_subregion_changed));
+  survey_subtype->signal_changed().connect(
+      sigc::mem_fun(*this, &SurveyPanel1::on_survey_subtype_changed));
+  zonecode->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_zonecode_changed));
+  zone_search->signal_changed().connect(
+      sigc::mem_fun(*this, &SurveyPanel1::on_zone_search_changed));
+  geog_clicked = geog_tree->signal_cursor_changed().connect(
+      sigc::mem_fun(*this, &SurveyPanel1::on_geog_clicked));
+}
+
+void SurveyPanel1::disable_inputs()
+{
+  Gtk::Widget* const widgets[] = {subregion, survey_subtype, month,           mday,
+                                  year,      dive_start,     zonecode,        zone_name_status,
+                                  zone_name, zone_search,    no_geog_matches, geog_tree};
+  for (auto* widget : widgets)
+    widget->set_sensitive(false);
+  zone_search->set_sensitive(true);
+  geog_tree->set_sensitive(true);
+}
+
+void SurveyPanel1::focus_on(Gtk::Widget* widget)
+{
+  window->notebook->set_current_page(page);
+  widget->grab_focus();
+}
+
+Glib::ustring SurveyPanel1::get_zonecode() const
+{
+  return trim_ws(zonecode->get_text());
+}
+
+Glib::ustring SurveyPanel1::get_dive_start_string() const
+{
+  constexpr int midnight = 24; // as the hour after the day's last
+  const int hour = dive_start->get_id();
+  if (hour == midnight || hour == -1)
+    return "0000";
+  char text[32];
+  std::snprintf(text, sizeof text, "%04lld", hour * 100LL);
+  return text;
+}
+
+bool SurveyPanel1::suppressed(const char* handler) const
+{
+  if (triggers_suppressed && debug_level >= 1)
+    std::printf("suppressed: %s\n", handler);
+  return triggers_suppressed;
+}
+
+// --- subregion ---
+
+void SurveyPanel1::on_subregion_changed()
+{
+  if (suppressed("on_subregion_changed"))
+    return;
+  if (subregion->get_active_row_number() < 0)
+    return; // only the program unsets the box, to show a place that it does not offer
+
+  const auto& codes = my_app->region_info->subregion_codes;
+  const auto chosen = codes.find(subregion->get_label());
+  if (chosen == codes.end()) { // newer data may have been installed since the box was filled
+    std::printf("Subregion \"%s\" is not in the data\n", subregion->get_label().c_str());
+    show_subregion(window->survey.subregion);
+    return;
+  }
+  if (chosen->second.raw() == window->survey.subregion.raw())
+    return;
+  const int marked = count_marked_species();
+  if (marked == 0 || may_clear_species(marked))
+    setup_for_subregion(chosen->second);
+  else
+    show_subregion(window->survey.subregion);
+}
+
+int SurveyPanel1::count_marked_species() const
+{
+  const auto& abundances = window->survey.abundances;
+  return static_cast<int>(std::count_if(abundances.begin(), abundances.end(),
+                                        [](const auto& entry) { return entry.second != 0; }));
+}
+
+bool SurveyPanel1::may_clear_species(int count)
+{
+  Message question;
+  question.title = "Clear selected species?";
+  question.text = std::to_string(count) +
+                  " species you have selected will be lost if you change the survey region!\n"
+                  "Do you want to change the survey region and start over selecting species?\n"
+                  "Click Yes to proceed and clear the selected species,\n"
+                  "or Cancel to leave the survey region as it was for now.";
+  question.type = Gtk::MESSAGE_WARNING;
+  question.buttons = {{"gtk-yes", Gtk::RESPONSE_ACCEPT}, {"gtk-cancel", Gtk::RESPONSE_CANCEL}};
+  return run_message(question) == Gtk::RESPONSE_ACCEPT;
+}
+
+void SurveyPanel1::show_subregion(const Glib::ustring& code)
+{
+  const auto& names = my_app->region_info->subregion_names;
+  const auto found = names.find(code);
+  if (found == names.end())
+    subregion->unset_active();
+  else
+    subregion->set_label(found->second);
+}
+
+void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
+{
+  if (suppressed("setup_for_subregion"))
+    return;
+  {
+    const TriggerGuard quiet(triggers_suppressed, "setup_for_subregion");
+    window->save_button->set_sensitive(true);
+    show_subregion(code);
+    if (code.raw() != window->survey.subregion.raw())
+      move_survey_to_subregion(code);
+
+    const auto& types = my_app->region_info->survey_types[code];
+    survey_subtype->init(types.values, types.labels, -1, 0);
+    window->survey_panel2->setup_for_subregion(code);
+    window->listed_panel->setup_for_subregion(code);
+    window->unlisted_panel->setup_for_subregion(code);
+    rebuild_zone_tree();
+    for (auto* widget : std::initializer_list<Gtk::Widget*>{survey_subtype, zonecode, zone_search})
+      widget->set_sensitive(true);
+  }
+  on_survey_subtype_changed();
+}
+
+void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
+{
+  RegionInfo& info = *my_app->region_info;
+  if (info.subregion_regions.count(code) == 0)
+    std::printf("Subregion %s is not in the data\n", code.c_str());
+
+  // A subregion that the data lack gets empty tables, so that a survey from
+  // there can still be looked at.
+  SurveyData& survey = window->survey;
+  survey.abundances.clear();
+  survey.region = info.subregion_regions[code];
+  survey.subregion = code;
+  survey.region_fish = &info.region_fish[survey.region];
+  survey.subregion_info = &info.subregions[code];
+  survey.survey_subtype = nullptr;
+  survey.filename.clear(); // in another place it is another survey
+  survey.show_fish = false;
+  survey.show_inverts = false;
+  survey.show_common_name = false;
+  survey.show_scientific_name = false;
+  survey.show_spanish_name = false;
+  zonecode->set_text("");
+}
+
+// --- survey type ---
+
+void SurveyPanel1::on_survey_subtype_changed()
+{
+  if (suppressed("on_survey_subtype_changed"))
+    return;
+  const int id = survey_subtype->get_id();
+  SurveyData& survey = window->survey;
+  auto& types = my_app->region_info->regions;
+  if (id == -1) {
+    if (debug_level >= 1)
+      std::puts("survey subtype cleared");
+    survey.survey_subtype = nullptr;
+    return;
+  }
+  if (debug_level >= 1)
+    std::printf("survey subtype changed to %d\n", id);
+  if (id < 0 || static_cast<std::size_t>(id) >= types.size()) {
+    std::printf("Survey type %d is not in the data\n", id);
+    survey.survey_subtype = nullptr;
+    return;
+  }
+  survey.survey_subtype = &types[static_cast<std::size_t>(id)];
+  if (survey.survey_subtype->surveytypeid != id)
+    std::printf("Uh oh, survey_subtype_id confusion: %d vs. %d\n",
+                survey.survey_subtype->surveytypeid, id);
+  if (debug_level >= 1)
+    std::printf("survey subtype set to %s\n", survey.survey_subtype->surveytypename.c_str());
+
+  take_what_type_offers(id);
+  window->survey_panel2->setup_for_survey_subtype();
+  show_species_of_type();
+}
+
+// What the survey takes over from its new type.
+void SurveyPanel1::take_what_type_offers(int id)
+{
+  SurveyData& survey = window->survey;
+  survey.abundance_choices = my_app->abundance_choices->find_subtype(id);
+  if (!survey.abundance_choices || survey.abundance_choices->choices.empty())
+    std::printf("Survey type %d has no abundance choices\n", id);
+  survey.show_fish = survey.survey_subtype->hasfish;
+  survey.show_inverts = survey.survey_subtype->hasinverts;
+  survey.show_common_name = false;
+  survey.show_scientific_name = false;
+  survey.show_spanish_name = false;
+
+  const auto index = static_cast<std::size_t>(id);
+  const auto& menus = window->abundance_menus;
+  window->current_abundance_menu = index < menus.size() ? menus[index] : nullptr;
+}
+
+void SurveyPanel1::show_species_of_type()
+{
+  const SurveyData& survey = window->survey;
+  window->listed_panel->setup_instructions(*survey.region_fish);
+  window->species_columns.choices =
+      survey.abundance_choices ? &survey.abundance_choices->choices : nullptr;
+  window->listed_panel->update_for_view();
+  window->unlisted_panel->setup_for_survey_subtype();
+}
+
+void SurveyPanel1::set_survey_subtype_even_invisible(const Glib::ustring& subregion_code, int id)
+{
+  if (subregion_code.empty())
+    fatal("Can't load survey - empty subregion!");
+
+  const auto& hidden = my_app->region_info->hidden_survey_types;
+  const auto hidden_here = hidden.find(subregion_code);
+  if (hidden_here != hidden.end()) {
+    const auto type = hidden_here->second.find(id);
+    if (type != hidden_here->second.end()) {
+      if (debug_level >= 1)
+        std::printf("Hey, invisible subtype %d %s\n", id, type->second.c_str());
+      survey_subtype->add_item(id, type->second + " - " + NO_LONGER_AVAILABLE);
+    }
+  }
+  survey_subtype->set_id(id);
+}
+
+// --- zone ---
+
+void SurveyPanel1::on_zone_search_changed()
+{
+  if (window->survey.region_fish)
+    rebuild_zone_tree();
+}
+
+void SurveyPanel1::rebuild_zone_tree()
+{
+  const SurveyData& survey = window->survey;
+  std::vector<ZoneRow> rows;
+  if (survey.region_fish)
+    rows = zone_tree_rows(survey.region_fish->geog_ids, survey.region_fish->geog_names,
+                          survey.region, survey.subregion, zone_search->get_text());
+
+  // Detached, the store fills many times faster; and a cursor that is taken
+  // away with its row is no click.
+  const QuietConnection quiet(geog_clicked);
+  geog_tree->unset_model();
+  geog_store->clear();
+  geog_columns.fill(geog_store, rows);
+  geog_tree->set_model(geog_store);
+  if (!trim_ws(zone_search->get_text()).empty())
+    geog_tree->expand_all(); // every row with children leads to a match
+  show_or_hide(no_geog_matches, rows.empty());
+}
+
+void SurveyPanel1::on_geog_clicked()
+{
+  Gtk::TreePath path;
+  Gtk::TreeViewColumn* column = nullptr;
+  geog_tree->get_cursor(path, column);
+  if (path.empty())
+    return;
+  const auto row = geog_store->get_iter(path);
+  if (!row)
+    return;
+
+  const int id = row->get_value(geog_columns.col_id);
+  if (debug_level >= 30)
+    std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
+  if (id < first_complete_zone)
+    fold_or_unfold(path);
+  else if (!window->survey.is_uploaded)
+    zonecode->set_text(std::to_string(id));
+}
+
+void SurveyPanel1::fold_or_unfold(const Gtk::TreePath& path)
+{
+  if (geog_tree->row_expanded(path))
+    geog_tree->collapse_row(path);
+  else
+    geog_tree->expand_row(path, false);
+}
+
+void SurveyPanel1::on_zonecode_changed()
+{
+  if (suppressed("on_zonecode_changed"))
+    return;
+  const Glib::ustring code = get_zonecode();
+  const RegionFishInfo* fish = window->survey.region_fish;
+  if (!fish || code.empty()) {
+    show_zone("", "", "");
+    return;
+  }
+  if (fish->geog_names.count(to_int(code)) == 0) {
+    zone_complete = false;
+    show_zone("Zone Unknown  ", "", "");
+    return;
+  }
+  constexpr Glib::ustring::size_type longest_level = 7;
+  zone_complete = code.size() > longest_level;
+  const Glib::ustring name = full_zone_name(code, fish->geog_names);
+  if (zone_complete)
+    show_zone("Zone Name: ", name, name);
+  else
+    show_zone("Partial Zone: ", name, "Partial Zone: " + name);
+}
+
+void SurveyPanel1::show_zone(const Glib::ustring& status, const Glib::ustring& name,
+                             const Glib::ustring& site)
+{
+  zone_name_status->set_text(status);
+  zone_name->set_text(name);
+  site_text = site;
+  window->set_title_string();
+}

@@ -69,9 +69,18 @@ private:
   // Whether the panel is setting its own widgets, so that a handler must stay
   // quiet; says so in the trace under the handler's name.
   bool suppressed(const char* handler) const;
-  void fill_date_boxes();
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void fill_boxes();
+  void connect_signals();
+  // Shows a subregion in its box; nothing if the box does not offer it.
+  void show_subregion(const Glib::ustring& code);
   void move_survey_to_subregion(const Glib::ustring& code);
   int count_marked_species() const;
   bool may_clear_species(int count);
+  void take_what_type_offers(int id);
+  void show_species_of_type();
+  void fold_or_unfold(const Gtk::TreePath& path);
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
+
+  sigc::connection geog_clicked; // blocked while the tree is rebuilt
 };

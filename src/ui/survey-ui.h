@@ -2,6 +2,7 @@
 
 // The chief header of this folder.
 #include "ui/confirm-panel.h"
+#include "ui/date-boxes.h"
 #include "ui/date-check.h"
 #include "ui/drop-down-box.h"
 #include "ui/geog-tree-columns.h"
@@ -17,6 +18,7 @@
 #include "ui/survey-panel2.h"
 #include "ui/survey-tree-columns.h"
 #include "ui/survey-window.h"
+#include "ui/trigger-guard.h"
 #include "ui/unlisted-panel.h"
 #include "ui/window-title.h"
 #include "ui/zone-tree.h"

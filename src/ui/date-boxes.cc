@@ -1,0 +1,60 @@
+#include "ui/date-boxes.h"
+
+#include "ui/drop-down-box.h"
+
+#include <ctime>
+#include <numeric>
+#include <string>
+
+namespace {
+
+constexpr int first_year = 1993;
+
+int current_year()
+{
+  const std::time_t now = std::time(nullptr);
+  return 1900 + std::localtime(&now)->tm_year;
+}
+
+// Numbers, each under its own text.
+void fill_with_numbers(DropDownBox& box, const std::vector<int>& numbers)
+{
+  std::vector<Glib::ustring> labels;
+  for (const int number : numbers)
+    labels.emplace_back(std::to_string(number));
+  box.init(numbers, labels, 0, 0);
+}
+
+} // namespace
+
+void fill_month_box(DropDownBox& box)
+{
+  box.init({{1, "January"},
+            {2, "February"},
+            {3, "March"},
+            {4, "April"},
+            {5, "May"},
+            {6, "June"},
+            {7, "July"},
+            {8, "August"},
+            {9, "September"},
+            {10, "October"},
+            {11, "November"},
+            {12, "December"}},
+           0);
+}
+
+void fill_mday_box(DropDownBox& box)
+{
+  std::vector<int> days(31);
+  std::iota(days.begin(), days.end(), 1);
+  fill_with_numbers(box, days);
+}
+
+void fill_year_box(DropDownBox& box)
+{
+  std::vector<int> years;
+  for (int year = current_year(); year >= first_year; --year)
+    years.push_back(year);
+  fill_with_numbers(box, years);
+}
