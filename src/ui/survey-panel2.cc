@@ -1,1 +1,193 @@
 #include "ui/survey-panel2.h"
+
+#include "core/markup.h"
+#include "core/report.h"
+#include "core/widget-helpers.h"
+#include "data/data-defs.h"
+#include "data/habitat-info.h"
+#include "data/region.h"
+#include "ui/confirm-panel.h"
+#include "ui/survey-window.h"
+
+#include <cstdio>
+
+namespace {
+
+void fill_from(DropDownBox* box, const FromCSV::Def& choices)
+{
+  box->init(choices.values, choices.labels, -1, 0);
+}
+
+bool shows_snorkel(const DropDownBox* depth)
+{
+  return depth->get_label().raw() == MAGIC_SNORKEL_DEPTH.raw();
+}
+
+// One habitat in markup. Data may hold tags; a text that does not parse is
+// shown with its words, so that one bad entry does not blank out all.
+Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& description)
+{
+  const Glib::ustring entry = "<b>" + name + "</b> " + description;
+  if (is_markup(entry))
+    return entry;
+  return "<b>" + readable_markup(name) + "</b> " + readable_markup(description);
+}
+
+// All habitats of a region, a line each; gaps in its codes have none.
+Glib::ustring habitats_markup(const HabitatInfo& info, const std::vector<int>& ids)
+{
+  Glib::ustring text;
+  for (const int id : ids) {
+    if (id < 0 || static_cast<std::size_t>(id) >= info.names.size())
+      continue;
+    if (!text.empty())
+      text += "\n";
+    const auto habitat = static_cast<std::size_t>(id);
+    text += habitat_markup(info.names[habitat], info.descriptions[habitat]);
+  }
+  return text;
+}
+
+} // namespace
+
+SurveyPanel2::SurveyPanel2(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& /*builder*/)
+    : Gtk::Grid(cobject)
+{
+}
+
+void SurveyPanel2::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
+                                  SurveyWindow* the_window)
+{
+  window = the_window;
+  my_app = window->my_app;
+  find_widgets(builder);
+  fill_boxes();
+  habitat_descr->set_markup(
+      "<i>Please select a survey location on the Survey Info Part 1 tab.</i>");
+
+  avg_depth->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel2::on_avg_depth_changed));
+  max_depth->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel2::on_max_depth_changed));
+  bottom_time->signal_changed().connect(
+      sigc::mem_fun(*this, &SurveyPanel2::on_bottom_time_changed));
+}
+
+void SurveyPanel2::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
+{
+  builder->get_widget("sp2_instructions", sp2_instructions);
+  builder->get_widget("surface_temp", surface_temp);
+  builder->get_widget("optional1", optional1);
+  builder->get_widget("bottom_temp", bottom_temp);
+  builder->get_widget("optional2", optional2);
+  builder->get_widget_derived("temp_units", temp_units);
+  builder->get_widget("bottom_time", bottom_time);
+  builder->get_widget_derived("visibility", visibility);
+  builder->get_widget("label_avg_depth", label_avg_depth);
+  builder->get_widget_derived("avg_depth", avg_depth);
+  builder->get_widget("label_max_depth", label_max_depth);
+  builder->get_widget_derived("max_depth", max_depth);
+  builder->get_widget_derived("current", current);
+  builder->get_widget_derived("habitat", habitat);
+  builder->get_widget("habitat_descr", habitat_descr);
+}
+
+void SurveyPanel2::fill_boxes()
+{
+  temp_units->init({{0, "Fahrenheit"}, {1, "Celsius"}}, -1);
+  temp_units->set_active(0);
+
+  auto& defs = my_app->data_defs->defs;
+  fill_from(visibility, defs["visibility"]);
+  fill_from(avg_depth, defs["depth"]);
+  fill_from(max_depth, defs["depth"]);
+  fill_from(current, defs["current"]);
+}
+
+RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
+{
+  const Glib::ustring& region = window->survey.region;
+  if (region.empty())
+    return RET_INTERNAL_ERROR;
+
+  HabitatInfo& info = *my_app->habitat_info;
+  fill_from(habitat, info.region_habitats[region]);
+  habitat_descr->set_markup(habitats_markup(info, info.region_habitat_ids[region]));
+  return RET_SUCCESS;
+}
+
+RetCode SurveyPanel2::setup_for_survey_subtype()
+{
+  const bool species_only = !window->survey.survey_subtype->hasabundance;
+  sp2_instructions->set_label(
+      species_only ? "Please enter information about your survey conditions; since this is a "
+                     "species-only survey, all fields are optional except bottom time:"
+                   : "Please enter information about your survey conditions:");
+  show_or_hide(optional1, !species_only); // would say nothing beside fields that all are
+  show_or_hide(optional2, !species_only);
+  return RET_SUCCESS;
+}
+
+void SurveyPanel2::set_temp_units_short(const Glib::ustring& units)
+{
+  temp_units->set_label(units.raw() == "C" ? "Celsius" : "Fahrenheit");
+}
+
+Glib::ustring SurveyPanel2::get_temp_units_short() const
+{
+  return temp_units->get_label().substr(0, 1);
+}
+
+void SurveyPanel2::disable_inputs()
+{
+  Gtk::Widget* const widgets[] = {sp2_instructions, surface_temp, optional1,       bottom_temp,
+                                  optional2,        temp_units,   bottom_time,     visibility,
+                                  label_avg_depth,  avg_depth,    label_max_depth, max_depth,
+                                  current,          habitat,      habitat_descr};
+  for (auto* widget : widgets)
+    widget->set_sensitive(false);
+  sp2_instructions->set_sensitive(true); // still to be read
+  habitat_descr->set_sensitive(true);
+}
+
+void SurveyPanel2::on_bottom_time_changed() const
+{
+  window->confirm_panel->confirm_bottom_time->set_active(false);
+}
+
+// The two boxes are linked while the maximum is locked, and only the average
+// can unlink them. Both handlers end as soon as the boxes agree, which is what
+// stops them from calling each other for ever.
+
+void SurveyPanel2::on_avg_depth_changed() const
+{
+  if (debug_level >= 2)
+    std::printf("avg_depth: %s\n", avg_depth->get_label().c_str());
+
+  if (!shows_snorkel(avg_depth)) {
+    if (!max_depth->get_sensitive()) {
+      max_depth->set_label("");
+      max_depth->set_sensitive(true);
+    }
+    return;
+  }
+  if (shows_snorkel(max_depth))
+    return;
+  if (debug_level >= 2)
+    std::printf("\tmax_depth: %s; setting to %s\n", max_depth->get_label().c_str(),
+                MAGIC_SNORKEL_DEPTH.c_str());
+  max_depth->set_label(MAGIC_SNORKEL_DEPTH);
+  max_depth->set_sensitive(false);
+}
+
+void SurveyPanel2::on_max_depth_changed() const
+{
+  if (debug_level >= 2)
+    std::printf("max_depth: %s\n", max_depth->get_label().c_str());
+
+  if (!shows_snorkel(max_depth) || shows_snorkel(avg_depth))
+    return;
+  if (debug_level >= 2)
+    std::printf("\tavg_depth: %s; setting to %s\n", avg_depth->get_label().c_str(),
+                MAGIC_SNORKEL_DEPTH.c_str());
+  avg_depth->set_label(MAGIC_SNORKEL_DEPTH);
+  max_depth->set_sensitive(false);
+}

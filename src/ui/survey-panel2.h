@@ -53,4 +53,8 @@ public:
   DropDownBox* current = nullptr;
   DropDownBox* habitat = nullptr;
   Gtk::Label* habitat_descr = nullptr;
+
+private:
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void fill_boxes();
 };
