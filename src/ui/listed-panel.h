@@ -38,6 +38,8 @@ public:
   void expand_selected_families();
   // Shows the columns that the name buttons ask for.
   void update_columns();
+  // What the name buttons say; also notes it in the survey.
+  NameDisplay take_name_display();
   // Appends family and species rows to an empty store.
   void build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
                            const std::vector<SpeciesListItem>& species_list);
@@ -50,7 +52,7 @@ public:
   bool on_species_clicked(GdkEventButton* event);
   bool on_species_kb_event(GdkEventKey* event);
   bool on_species_kb_activated();
-  bool do_species_line_trigger(const Gtk::TreePath& path, int button, guint32 time);
+  bool do_species_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
   void render_species_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
 
   MyApp* my_app = nullptr;
@@ -67,4 +69,10 @@ public:
   Gtk::Button* listed_collapse_all_button = nullptr;
   Glib::RefPtr<Gtk::TreeSelection> species_selection;
   SpeciesTreeParts species_parts;
+
+private:
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void connect_choices();
+  void connect_tree();
+  void fill_models();
 };

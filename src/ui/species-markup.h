@@ -10,7 +10,9 @@ struct SpeciesMarkup {
   Glib::ustring spanish;
 };
 
-// `id` is negative for a family. Only ampersands are escaped: data may hold tags.
+// `id` is negative for a family. Only ampersands are escaped: data may hold
+// tags. A name whose "<" makes no valid tag is escaped as a whole, so that its
+// row can be read; but not a Spanish name, whose cell shows plain text.
 SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::ustring& scientific,
                              const Glib::ustring& spanish, int rarity);
 

@@ -1,1 +1,213 @@
 #include "ui/species-tree.h"
+
+#include "core/report.h"
+#include "ui/species-columns.h"
+#include "ui/species-markup.h"
+#include "ui/survey-window.h"
+
+#include <pango/pango.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace {
+
+const char* event_type_name(GdkEventType type)
+{
+  switch (type) {
+  case GDK_BUTTON_PRESS:
+    return "press";
+  case GDK_2BUTTON_PRESS:
+    return "double press";
+  case GDK_3BUTTON_PRESS:
+    return "triple press";
+  case GDK_BUTTON_RELEASE:
+    return "release";
+  default:
+    return "other";
+  }
+}
+
+std::string source_name(GdkDevice* device)
+{
+  const GdkInputSource source = gdk_device_get_source(device);
+  if (source == GDK_SOURCE_MOUSE)
+    return "mouse";
+  if (source == GDK_SOURCE_TOUCHSCREEN)
+    return "touchscreen";
+  return "src " + std::to_string(source);
+}
+
+// What a cell shows of markup; the text itself if it cannot be parsed.
+Glib::ustring shown_words(const Glib::ustring& markup)
+{
+  char* words = nullptr;
+  if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr))
+    return markup;
+  const std::unique_ptr<char, decltype(&g_free)> owner(words, g_free);
+  return words;
+}
+
+// For type-ahead, where false means that the row is found: rows are markup, and
+// a diver may type any part of a name.
+bool is_other_name(const Glib::RefPtr<Gtk::TreeModel>&, int column, const Glib::ustring& key,
+                   const Gtk::TreeIter& iter)
+{
+  Glib::ustring markup;
+  iter->get_value(column, markup);
+  return shown_words(markup).casefold().find(key.casefold()) == Glib::ustring::npos;
+}
+
+struct NameColumn {
+  Glib::ustring title;
+  const Gtk::TreeModelColumn<Glib::ustring>& names;
+};
+
+NameColumn name_column(const SpeciesTreeColumns& columns, const NameDisplay& names)
+{
+  if (!names.common)
+    return {"Scientific Name", columns.col_scientific};
+  if (names.scientific)
+    return {"Common + Scientific Names", columns.col_both};
+  return {"Common Name", columns.col_common};
+}
+
+void append_text_column(Gtk::TreeView& tree, const Glib::ustring& title,
+                        const Gtk::TreeModelColumn<Glib::ustring>& text)
+{
+  auto* column = Gtk::make_managed<Gtk::TreeViewColumn>(title, text);
+  column->set_resizable();
+  tree.append_column(*column);
+}
+
+} // namespace
+
+void trace_species_click(const GdkEventButton* event)
+{
+  if (debug_level < 10)
+    return;
+  GdkDevice* device = event->device;
+  const bool has_axes = event->axes && device && gdk_device_get_n_axes(device) >= 2;
+  printf("@%u: mw_species_tree button %d %s (type 0x%x), state 0x%x, (%g,%g) (%g,%g) (%g,%g) "
+         "(%s: %s)\n",
+         event->time, static_cast<int>(event->button), event_type_name(event->type),
+         static_cast<unsigned int>(event->type), event->state, event->x, event->y,
+         has_axes ? event->axes[0] : 0.0, has_axes ? event->axes[1] : 0.0, event->x_root,
+         event->y_root, device ? source_name(device).c_str() : "no device",
+         device ? gdk_device_get_name(device) : "");
+}
+
+Gtk::TreePath clicked_species_path(Gtk::TreeView& tree, const GdkEventButton* event,
+                                   const char* tree_name)
+{
+  if (event->type != GDK_BUTTON_PRESS || (event->button != 1 && event->button != 3))
+    return {};
+  GdkWindow* const rows = gtk_tree_view_get_bin_window(tree.gobj());
+  if (event->window != rows) {
+    printf("hmm, %s click in some other window? %p vs. %p\n", tree_name,
+           static_cast<void*>(event->window), static_cast<void*>(rows));
+    return {};
+  }
+  tree.grab_focus();
+  Gtk::TreePath path;
+  auto* column = tree.get_column(1);
+  if (!column ||
+      !tree.get_path_at_pos(static_cast<int>(event->x), static_cast<int>(event->y), path))
+    return {};
+  tree.set_cursor(path, *column, false);
+  if (debug_level >= 10)
+    printf("got path: %s\n", path.to_string().c_str());
+  return path;
+}
+
+Gtk::TreePath key_species_path(Gtk::TreeView& tree, const GdkEventKey* event)
+{
+  if (event->type == GDK_KEY_PRESS &&
+      (event->keyval == GDK_KEY_Return || event->keyval == GDK_KEY_Right))
+    return cursor_path(tree);
+  if (debug_level >= 40)
+    printf("ignoring key %d\n", static_cast<int>(event->keyval));
+  return {};
+}
+
+Gtk::TreePath cursor_path(Gtk::TreeView& tree)
+{
+  Gtk::TreePath path;
+  Gtk::TreeViewColumn* column = nullptr;
+  tree.get_cursor(path, column);
+  return path;
+}
+
+void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path)
+{
+  if (tree.row_expanded(path))
+    tree.collapse_row(path);
+  else
+    tree.expand_row(path, false);
+}
+
+bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
+                          const Glib::RefPtr<Gtk::TreeModel>& model, const Gtk::TreePath& path,
+                          int button, guint32 time)
+{
+  if (path.empty())
+    return false;
+  const auto iter = model->get_iter(path);
+  if (!iter)
+    return false;
+
+  const SpeciesTreeColumns& columns = window.species_columns;
+  const int id = iter->get_value(columns.col_id);
+  if (debug_level >= 30)
+    printf("species selected: id %d: %s\n", id, iter->get_value(columns.col_common).c_str());
+  if (id < 0) {
+    if (button == 1)
+      toggle_row(tree, path);
+    return true;
+  }
+  if (!window.survey.is_uploaded)
+    window.popup_abundance_menu(id, button, time);
+  return true;
+}
+
+void render_id_cell(const SpeciesTreeColumns& columns, Gtk::CellRendererText& cell,
+                    const Gtk::TreeIter& iter)
+{
+  static const Glib::ustring family_markup = "<span weight=\"bold\" fgcolor=\"blue\">Family</span>";
+  if (!iter)
+    return;
+  const int id = iter->get_value(columns.col_id);
+  cell.property_markup() = id < 0 ? family_markup : species_id_markup(id);
+}
+
+void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
+                          const Gtk::TreeViewColumn::SlotCellData& render_id)
+{
+  parts.id_column.set_title("ID");
+  parts.id_column.pack_start(parts.id_cell, true);
+  parts.id_column.set_cell_data_func(parts.id_cell, render_id);
+  parts.name_column.pack_start(parts.name_cell, true);
+  parts.name_column.set_expand();
+  parts.name_column.set_resizable();
+  tree.set_search_equal_func(sigc::ptr_fun(is_other_name));
+}
+
+void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
+                              const SpeciesTreeColumns& columns, const NameDisplay& names,
+                              const Glib::ustring& abundance_title)
+{
+  tree.remove_all_columns();
+  tree.append_column(parts.id_column);
+
+  const NameColumn shown = name_column(columns, names);
+  parts.name_column.clear_attributes(parts.name_cell);
+  parts.name_column.set_title(shown.title);
+  parts.name_column.add_attribute(parts.name_cell.property_markup(), shown.names);
+  tree.append_column(parts.name_column);
+  tree.set_search_column(shown.names.index());
+
+  if (names.spanish)
+    append_text_column(tree, "Spanish Name", columns.col_spanish);
+  append_text_column(tree, abundance_title, columns.col_abundance_label);
+}

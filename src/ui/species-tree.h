@@ -7,19 +7,20 @@
 #include <gtkmm/treeview.h>
 #include <gtkmm/treeviewcolumn.h>
 
-#include <functional>
-
 class SurveyWindow;
 class SpeciesTreeColumns;
 
 // What the species trees of three panels share: cells, columns by the names
 // that the diver wants to see, and the rules of a click or key on a row.
 
-// Which row a click fell on: sets the cursor there and returns its path, or
-// returns an empty path if the click is not for rows. `stray_format` is the
-// trace line, with two pointers, for a click in another of the tree's windows.
+// Prints all that is known of a click, at debug level 10.
+void trace_species_click(const GdkEventButton* event);
+
+// The row that a click fell on, with the cursor set there; empty if the click
+// is not for rows. `tree_name` names the tree in the complaint about a click in
+// another of its windows, such as a column heading.
 Gtk::TreePath clicked_species_path(Gtk::TreeView& tree, const GdkEventButton* event,
-                                   const char* stray_format);
+                                   const char* tree_name);
 // The cursor's row if the key acts on rows (Return or Right); else empty.
 Gtk::TreePath key_species_path(Gtk::TreeView& tree, const GdkEventKey* event);
 // The cursor's row; empty if there is none.
@@ -29,13 +30,14 @@ Gtk::TreePath cursor_path(Gtk::TreeView& tree);
 void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path);
 
 // What a click or key on a row does: button 1 folds a family, any way opens a
-// species' abundance menu. Returns whether there was such a row.
+// species' abundance menu unless the survey is read-only. `path` belongs to
+// `model`, the tree's. Returns whether there was such a row.
 bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
                           const Glib::RefPtr<Gtk::TreeModel>& model, const Gtk::TreePath& path,
                           int button, guint32 time);
 
-// Fills a cell of the "ID" column.
-void render_id_cell(const SpeciesTreeColumns& columns, Gtk::CellRenderer* cell,
+// Fills the "ID" cell for a row.
+void render_id_cell(const SpeciesTreeColumns& columns, Gtk::CellRendererText& cell,
                     const Gtk::TreeIter& iter);
 
 // The names that the tables show.
@@ -53,9 +55,10 @@ struct SpeciesTreeParts {
   Gtk::CellRendererText name_cell;
 };
 
-// Packs the cells into their columns, once.
-void prepare_species_tree(SpeciesTreeParts& parts,
-                          const Gtk::TreeViewColumn::SlotCellData& id_cell);
+// Packs the cells into their columns, once, and lets typing in the tree find
+// names. `render_id` fills the ID cell.
+void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
+                          const Gtk::TreeViewColumn::SlotCellData& render_id);
 
 // Gives the tree its columns anew.
 void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,

@@ -203,6 +203,8 @@ private:
   void remember_as_new_survey();
   void show_help_text(const std::string& path, const char* failure, const Glib::ustring& title);
   void pack_on_top(Gtk::Widget* widget);
+  Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
+  Gtk::Menu* abundance_menu_for(int species_id) const;
 };
 
 template<typename T>
