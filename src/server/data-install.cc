@@ -1,1 +1,1 @@
-#include "ui/survey-window.h"
+// Unpacking and installing downloaded reference data.

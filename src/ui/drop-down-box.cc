@@ -1,1 +1,88 @@
 #include "ui/drop-down-box.h"
+
+#include "core/report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
+    : Gtk::ComboBoxText(cobject)
+{
+}
+
+void DropDownBox::init(std::initializer_list<std::pair<int, Glib::ustring>> list, int the_no_value)
+{
+  clear_items(the_no_value);
+  for (const auto& [id, label] : list)
+    add_item(id, label);
+  unset_active();
+}
+
+void DropDownBox::init(const std::vector<int>& values, const std::vector<Glib::ustring>& labels,
+                       int the_no_value, unsigned int first)
+{
+  clear_items(the_no_value);
+  const size_t count = std::min(values.size(), labels.size());
+  const size_t start = std::min<size_t>(first, count);
+  for (size_t i = 0; i < count; ++i) {
+    const size_t source = (start + i) % count;
+    if (debug_level >= 10)
+      std::printf("Adding item: %d = \"%s\"\n", values[source], labels[source].c_str());
+    add_item(values[source], labels[source]);
+  }
+  unset_active();
+}
+
+void DropDownBox::add_item(int id, const Glib::ustring& label)
+{
+  items.emplace_back(id, label);
+  append(label);
+}
+
+int DropDownBox::get_id() const
+{
+  const int row = get_active_row_number();
+  return has_item(row) ? items[static_cast<size_t>(row)].first : no_value;
+}
+
+Glib::ustring DropDownBox::get_label() const
+{
+  const int row = get_active_row_number();
+  if (row < 0)
+    return {};
+  // A box whose entries stand in the definition file has rows but no items.
+  return has_item(row) ? items[static_cast<size_t>(row)].second : get_active_text();
+}
+
+void DropDownBox::set_id(int id)
+{
+  choose_first([&](const auto& item) { return id != no_value && item.first == id; });
+}
+
+void DropDownBox::set_label(const Glib::ustring& label)
+{
+  // Bytes: a locale may collate different names as equal.
+  choose_first([&](const auto& item) { return item.second.raw() == label.raw(); });
+}
+
+void DropDownBox::clear_items(int the_no_value)
+{
+  no_value = the_no_value;
+  items.clear();
+  remove_all();
+}
+
+bool DropDownBox::has_item(int row) const
+{
+  return row >= 0 && static_cast<size_t>(row) < items.size();
+}
+
+template<typename Matches>
+void DropDownBox::choose_first(const Matches& matches)
+{
+  const auto found = std::find_if(items.begin(), items.end(), matches);
+  if (found == items.end())
+    unset_active();
+  else
+    set_active(static_cast<int>(found - items.begin()));
+}

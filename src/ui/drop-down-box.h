@@ -33,4 +33,10 @@ public:
 
   std::vector<std::pair<int, Glib::ustring>> items; // by row
   int no_value = -1;                                // answer when nothing is chosen
+
+private:
+  void clear_items(int the_no_value);
+  bool has_item(int row) const;
+  template<typename Matches>
+  void choose_first(const Matches& matches);
 };

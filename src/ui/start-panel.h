@@ -26,6 +26,10 @@ public:
   // Its state goes to `which`, which may be null.
   std::string lookup_selected_survey(MyApp::WhichDir* which);
 
+  // The state of the buttons while no survey is selected.
+  void deselect_survey();
+
+  void on_new_survey_button();
   void on_edit_view_button();
 
   MyApp* my_app = nullptr;

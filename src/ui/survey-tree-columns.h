@@ -11,8 +11,8 @@ class SurveyTreeColumns : public Gtk::TreeModelColumnRecord
 {
 public:
   SurveyTreeColumns();
-  void set(const Gtk::TreeRow& row, const std::string& path, MyApp::WhichDir which,
-           const Glib::ustring& description) const;
+  void set(const Gtk::TreeRow& row, const std::string& survey_path, MyApp::WhichDir which,
+           const Glib::ustring& survey_description) const;
 
   Gtk::TreeModelColumn<std::string> path;
   Gtk::TreeModelColumn<MyApp::WhichDir> which_dir;

@@ -8,6 +8,7 @@
 #include "ui/geog-tree-columns.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
+#include "ui/next-window.h"
 #include "ui/species-columns.h"
 #include "ui/species-instructions.h"
 #include "ui/species-list.h"

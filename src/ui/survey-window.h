@@ -196,13 +196,23 @@ public:
 
 private:
   void create_actions();
+  // False if the menus could not be built; the reason has been printed.
   bool build_menus();
-  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  // Null if the description of the menus lacks it.
+  Gtk::Widget* pack_on_top(const char* ui_path);
+  void find_dialogs(const Glib::RefPtr<Gtk::Builder>& builder);
+  void find_navigation(const Glib::RefPtr<Gtk::Builder>& builder);
   void make_panels(const Glib::RefPtr<Gtk::Builder>& builder);
-  void carry_over_to(SurveyWindow& next);
+  // Icons and the version line.
+  void label_windows();
+  // What has been entered so far counts as unchanged; in a survey that has taken
+  // over the member's details, these do not count at all.
+  void remember_as_unchanged();
   void remember_as_new_survey();
-  void show_help_text(const std::string& path, const char* failure, const Glib::ustring& title);
-  void pack_on_top(Gtk::Widget* widget);
+  void carry_over_to(SurveyWindow& next) const;
+  // Turns to the first page that a new survey still needs.
+  void go_to_first_question();
+  void show_help_text(const char* what, const char* path, const Glib::ustring& title);
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
 };
