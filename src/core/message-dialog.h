@@ -25,3 +25,7 @@ struct Message {
 // returns the response once it has been answered; closing the dialog gives
 // Gtk::RESPONSE_DELETE_EVENT.
 int run_message(const Message& message);
+
+// The program's icons without those whose file could not be loaded, which the
+// toolkit does not take.
+std::vector<Glib::RefPtr<Gdk::Pixbuf>> usable_icons();

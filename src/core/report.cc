@@ -1,1 +1,160 @@
 #include "core/report.h"
+
+#include "core/message-dialog.h"
+
+#include <gdk/gdk.h>
+#include <glibmm/ustring.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+int debug_level = 0;
+
+namespace {
+
+std::string error_context; // in front of every message
+int error_count = 0;
+
+std::string format_message(const char* fmt, va_list args)
+{
+  char short_buffer[1024];
+  va_list copy;
+  va_copy(copy, args);
+  int needed = vsnprintf(short_buffer, sizeof short_buffer, fmt, copy);
+  va_end(copy);
+  if (needed < 0)
+    return fmt; // the C library could not format it; its words are better than none
+  if (static_cast<std::size_t>(needed) < sizeof short_buffer)
+    return short_buffer;
+
+  std::vector<char> buffer;
+  do {
+    buffer.resize(static_cast<std::size_t>(needed) + 1);
+    va_copy(copy, args);
+    needed = vsnprintf(buffer.data(), buffer.size(), fmt, copy);
+    va_end(copy);
+  } while (needed >= 0 && static_cast<std::size_t>(needed) >= buffer.size());
+  return buffer.data();
+}
+
+const char* message_prefix(RetCode code)
+{
+  switch (code) {
+  case RET_INTERNAL_ERROR:
+    return "Uh oh, Internal Error: ";
+  case RET_ASSERTION:
+    return "Uh oh, ";
+  default:
+    return "";
+  }
+}
+
+std::string errno_text(int number)
+{
+  return std::string(": ") + strerror(number) + " (" + std::to_string(number) + ")";
+}
+
+RetCode display_error(RetCode code, const std::string& message, bool is_fatal, bool with_errno,
+                      const Glib::ustring* title)
+{
+  const int error_number = errno; // before anything else disturbs it
+  ++error_count;
+  const std::string text = error_context + message_prefix(code) + message +
+                           (with_errno ? errno_text(error_number) : std::string());
+  fprintf(stderr, "*** %s: %s\n", is_fatal ? "FATAL ERROR" : "ERROR", text.c_str());
+  if (!gdk_display_get_default())
+    return code;
+
+  Message dialog;
+  dialog.title = title && !title->empty() ? *title : "Error occurred";
+  dialog.text = text;
+  dialog.type = is_fatal ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING;
+  dialog.standard_buttons = is_fatal ? Gtk::BUTTONS_CLOSE : Gtk::BUTTONS_OK;
+  run_message(dialog);
+  return code;
+}
+
+} // namespace
+
+// Formats into `message` from the arguments behind `last`.
+#define FORMAT_ARGUMENTS(message, last)                                                            \
+  const int saved_errno = errno;                                                                   \
+  va_list args;                                                                                    \
+  va_start(args, last);                                                                            \
+  const std::string message = format_message(last, args);                                          \
+  va_end(args);                                                                                    \
+  errno = saved_errno
+
+RetCode error(const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(RET_FAILURE, message, false, false, nullptr);
+}
+
+RetCode error(RetCode code, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(code, message, false, false, nullptr);
+}
+
+RetCode error_errno(const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(RET_FAILURE, message, false, true, nullptr);
+}
+
+RetCode error_errno(RetCode code, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(code, message, false, true, nullptr);
+}
+
+RetCode titled_error(const Glib::ustring& title, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(RET_FAILURE, message, false, false, &title);
+}
+
+RetCode titled_error_errno(const Glib::ustring& title, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(RET_FAILURE, message, false, true, &title);
+}
+
+void fatal(const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  exit(translate_code(display_error(RET_FAILURE, message, true, false, nullptr)));
+}
+
+void fatal(RetCode code, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  exit(translate_code(display_error(code, message, true, false, nullptr)));
+}
+
+void fatal_errno(const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  exit(translate_code(display_error(RET_FAILURE, message, true, true, nullptr)));
+}
+
+void fatal_errno(RetCode code, const char* fmt, ...)
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  exit(translate_code(display_error(code, message, true, true, nullptr)));
+}
+
+void assert_failure(const char* expression, const char* file, int line)
+{
+  fatal(RET_ASSERTION, "Assertion failed at %s line %d: %s", file, line, expression);
+}
+
+void set_error_context(const std::string& text)
+{
+  error_context = text;
+}
