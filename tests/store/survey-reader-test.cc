@@ -1,0 +1,303 @@
+#include "store/survey-reader.h"
+#include "support/data-set.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+// Parses a file of that text. The result is the name of the element found, or
+// what was thrown: a text as it stands, an exception of the parser as "parser: ...".
+std::string read_survey(const std::string& text, const std::string& name = "a.MAVO-Survey")
+{
+  const DataSet directory;
+  directory.file(name, text);
+  xmlpp::DomParser parser;
+  try {
+    return parse_survey_file(parser, directory.dir + name)->get_name().raw();
+  } catch (const Glib::ustring& thrown) {
+    return thrown.raw();
+  } catch (const std::exception& thrown) {
+    return std::string("parser: ") + thrown.what();
+  }
+}
+
+std::string with_version(const std::string& version)
+{
+  return "<MAVO-Survey version='" + version + "'><survey/></MAVO-Survey>";
+}
+
+bool begins_with(const std::string& text, const std::string& start)
+{
+  return text.compare(0, start.size(), start) == 0;
+}
+
+long memory_peak_kb()
+{
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+const char* const too_old =
+    "Valid saved MAVO Survey, but too old - contact " SUPPORT_ADDRESS " for help";
+const char* const too_new =
+    "Valid saved MAVO Survey, but you need a newer version of this program to open it";
+const char* const bad_version = "Not a valid saved MAVO Survey (bad version)";
+
+// Text nodes, attributes and children of one small document.
+class SurveyNodes : public testing::Test
+{
+public:
+  SurveyNodes()
+  {
+    parser.parse_memory("<r a=' 12x' b='x' e=''>"
+                        "<blank> \n\t </blank><empty/><text>words <b/> more</text>"
+                        "<late><!--why-->words</late><cdata><![CDATA[words]]></cdata>"
+                        "</r>");
+    root = parser.get_document()->get_root_node();
+  }
+
+  const xmlpp::Node* child(const char* name) const { return root->get_first_child(name); }
+
+  xmlpp::DomParser parser;
+  const xmlpp::Element* root = nullptr;
+};
+
+} // namespace
+
+TEST_F(SurveyNodes, GiveAttributesOfElementsOnly)
+{
+  EXPECT_EQ(" 12x", get_attr(root, "a"));
+  EXPECT_EQ("", get_attr(root, "e"));
+  EXPECT_EQ("", get_attr(root, "missing"));
+  EXPECT_EQ("", get_attr(child("text")->get_first_child(), "a"));
+  EXPECT_EQ("", get_attr(nullptr, "a"));
+}
+
+TEST_F(SurveyNodes, GiveNumbersOfAttributesAsFarAsThereAreDigits)
+{
+  EXPECT_EQ(12, get_numeric_attr(root, "a"));
+  EXPECT_EQ(0, get_numeric_attr(root, "b"));
+  EXPECT_EQ(0, get_numeric_attr(root, "missing"));
+  EXPECT_EQ(0, get_numeric_attr(nullptr, "a"));
+}
+
+TEST_F(SurveyNodes, GiveTheTextThatStandsFirst)
+{
+  EXPECT_EQ("words ", get_content(child("text")));
+  EXPECT_EQ(" \n\t ", get_content(child("blank")));
+  EXPECT_EQ("", get_content(child("empty")));
+  EXPECT_EQ("", get_content(child("late"))) << "text after a comment is not seen";
+  EXPECT_EQ("", get_content(child("cdata")));
+  EXPECT_EQ("", get_content(nullptr));
+}
+
+TEST_F(SurveyNodes, AreWhiteSpaceIfTheyAreTextOfNothingElse)
+{
+  EXPECT_TRUE(is_white_space(child("blank")->get_first_child()));
+  EXPECT_FALSE(is_white_space(child("text")->get_first_child()));
+  EXPECT_FALSE(is_white_space(child("blank")));
+  EXPECT_FALSE(is_white_space(child("late")->get_first_child()));
+  EXPECT_FALSE(is_white_space(nullptr));
+}
+
+TEST(ParseSurveyFile, FindsTheSurveyElement)
+{
+  const char* const documents[] = {
+      "<MAVO-Survey version='1.0'><survey/></MAVO-Survey>",
+      "<?xml version='1.0'?>\n<MAVO-Survey version='1.0'>\n  <survey/>\n \n</MAVO-Survey>\n",
+      "<MAVO_Fish_Survey version='1.0'><survey/></MAVO_Fish_Survey>",
+      "<!-- before --><MAVO-Survey version='1.0'><survey><a/></survey></MAVO-Survey>",
+      "<?xml version='1.0' encoding='ISO-8859-1'?>"
+      "<MAVO-Survey version='1.0'><survey>\xfc</survey></MAVO-Survey>",
+  };
+  for (const auto* document : documents)
+    EXPECT_EQ("survey", read_survey(document)) << document;
+}
+
+TEST(ParseSurveyFile, TakesVersionsFromTheOldestReadableToThisMajorNumber)
+{
+  const struct {
+    const char* version;
+    const char* expected;
+  } cases[] = {
+      {"0.2", "survey"},
+      {"0.10", "survey"},
+      {"1.0", "survey"},
+      {"1.7", "survey"},
+      {"1.99999999999", "survey"},
+      {" 1. 7x", "survey"},
+      {"0.1", too_old},
+      {"0.0", too_old},
+      {"-1.5", too_old},
+      {"0.-3", too_old},
+      {"2.0", too_new},
+      {"99999999999.0", too_new},
+      {"", bad_version},
+      {"1", bad_version},
+      {"1.", bad_version},
+      {"x.1", bad_version},
+      {"1,0", bad_version},
+      {"1 .0", bad_version},
+      {"- 1.0", bad_version},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(c.expected, read_survey(with_version(c.version))) << "'" << c.version << "'";
+  EXPECT_EQ(bad_version, read_survey("<MAVO-Survey><survey/></MAVO-Survey>"));
+}
+
+TEST(ParseSurveyFile, SaysWhatIsWrongWithADocument)
+{
+  const struct {
+    const char* document;
+    const char* expected;
+  } cases[] = {
+      {"<other version='1.0'><survey/></other>", "Not a valid saved MAVO Survey"},
+      {"<mavo-survey version='1.0'><survey/></mavo-survey>", "Not a valid saved MAVO Survey"},
+      {"<MAVO-Survey version='1.0'/>", "MAVO Survey missing top level children"},
+      {"<MAVO-Survey version='1.0'><survey/><more/></MAVO-Survey>",
+       "MAVO Survey has too many top level children (survey, more)"},
+      {"<MAVO-Survey version='1.0'><survey/> <!--c--> </MAVO-Survey>",
+       "MAVO Survey has too many top level children (survey, comment)"},
+      {"<MAVO-Survey version='1.0'>\n<!--c--><survey/></MAVO-Survey>",
+       "MAVO Survey has too many top level children (comment, survey)"},
+      {"<MAVO-Survey version='1.0'>words<survey/></MAVO-Survey>",
+       "MAVO Survey has too many top level children (text, survey)"},
+      {"<MAVO-Survey version='1.0'><other/></MAVO-Survey>",
+       "MAVO Survey has a problem - missing 'survey' tag"},
+      {"<MAVO-Survey version='1.0'>words</MAVO-Survey>",
+       "MAVO Survey has a problem - missing 'survey' tag"},
+      {"<MAVO-Survey version='1.0'>  \n </MAVO-Survey>",
+       "MAVO Survey has a problem - missing 'survey' tag"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(c.expected, read_survey(c.document)) << c.document;
+}
+
+TEST(ParseSurveyFile, LetsTheParserSayWhatIsNoXml)
+{
+  const std::string documents[] = {
+      "",
+      "not XML at all",
+      "<MAVO-Survey version='1.0'><survey>",
+      "<a></b>",
+      std::string("\0\0\0\0", 4),
+      "<MAVO-Survey version='1.0'><survey>\xff</survey></MAVO-Survey>",
+      "<MAVO-Survey version='1.0'><survey>&what;</survey></MAVO-Survey>"};
+  for (const auto& document : documents)
+    EXPECT_TRUE(begins_with(read_survey(document), "parser: ")) << document;
+}
+
+TEST(ParseSurveyFile, LetsTheParserSayThatThereIsNoFile)
+{
+  const DataSet directory;
+  for (const auto& path : {directory.dir + "missing", directory.dir}) {
+    xmlpp::DomParser parser;
+    EXPECT_THROW(parse_survey_file(parser, path), std::exception) << path;
+  }
+}
+
+TEST(ParseSurveyFile, OpensFilesOfAnyName)
+{
+  for (const char* name : {"a b.MAVO-Survey", "100%41.MAVO-Survey", "100% a.MAVO-Survey",
+                           "a#b?c&d.MAVO-Survey", "Núñez-PNW.MAVO-Survey", "a:b.MAVO-Survey",
+                           "In Progress/x%20y.MAVO-Survey", "caf\xe9", "caf\xe9 b%c"})
+    EXPECT_EQ("survey", read_survey(with_version("1.0"), name)) << name;
+}
+
+TEST(ParseSurveyFile, SubstitutesEntitiesOfTheDocumentItself)
+{
+  const DataSet directory;
+  directory.file("a", "<!DOCTYPE MAVO-Survey [<!ENTITY name 'Smith'>]>"
+                      "<MAVO-Survey version='1.0'><survey><last_name>Mr &name; &amp; co"
+                      "</last_name></survey></MAVO-Survey>");
+  xmlpp::DomParser parser;
+  const xmlpp::Node* const survey = parse_survey_file(parser, directory.dir + "a");
+  EXPECT_EQ("Mr Smith & co", get_content(survey->get_first_child("last_name")));
+}
+
+TEST(ParseSurveyFile, RefusesASurveyThatDrawsTextFromAnotherFile)
+{
+  const DataSet directory;
+  directory.file("secret", "secret words");
+  const std::string url = "file://" + directory.dir + "secret";
+  const std::string documents[] = {
+      "<!DOCTYPE MAVO-Survey [<!ENTITY x SYSTEM '" + url +
+          "'>]>"
+          "<MAVO-Survey version='1.0'><survey><last_name>&x;</last_name></survey></MAVO-Survey>",
+      "<!DOCTYPE MAVO-Survey [<!ENTITY x SYSTEM 'secret'>]>"
+      "<MAVO-Survey version='1.0'><survey><last_name>&x;</last_name></survey></MAVO-Survey>",
+      "<!DOCTYPE MAVO-Survey [<!ENTITY % x SYSTEM '" + url +
+          "'> %x;]>"
+          "<MAVO-Survey version='1.0'><survey/></MAVO-Survey>",
+  };
+  for (const auto& document : documents) {
+    directory.file("a", document);
+    xmlpp::DomParser parser;
+    EXPECT_THROW(
+        {
+          try {
+            parse_survey_file(parser, directory.dir + "a");
+          } catch (const Glib::ustring& thrown) {
+            EXPECT_EQ("Survey draws text from other files, which are not read", thrown);
+            throw;
+          }
+        },
+        Glib::ustring)
+        << document;
+    EXPECT_EQ(std::string::npos,
+              parser.get_document()->write_to_string().raw().find("secret words"));
+  }
+}
+
+TEST(ParseSurveyFile, ReadsNoExternalDocumentType)
+{
+  const DataSet directory;
+  directory.file("types.dtd", "<!ENTITY x 'secret words'>");
+  directory.file("a", "<!DOCTYPE MAVO-Survey SYSTEM 'types.dtd'>"
+                      "<MAVO-Survey version='1.0'><survey/></MAVO-Survey>");
+  xmlpp::DomParser parser;
+  EXPECT_EQ("survey", parse_survey_file(parser, directory.dir + "a")->get_name());
+}
+
+TEST(ParseSurveyFile, LeavesTheLibrarysOwnReadingAsItWas)
+{
+  const DataSet directory;
+  directory.file("words", "words");
+  directory.file("a", "<!DOCTYPE r [<!ENTITY x SYSTEM 'words'>]><r>&x;</r>");
+  read_survey(with_version("1.0"));
+  xmlpp::DomParser parser;
+  parser.set_substitute_entities(true);
+  parser.parse_file(directory.dir + "a");
+  EXPECT_EQ("words", get_content(parser.get_document()->get_root_node()));
+}
+
+TEST(ParseSurveyFile, RefusesEntitiesThatGrowWithoutEnd)
+{
+  std::string laughs = "<!ENTITY l0 'ha ha ha ha ha ha ha ha ha ha '>";
+  for (int i = 1; i <= 12; ++i) {
+    laughs += "<!ENTITY l" + std::to_string(i) + " '";
+    for (int k = 0; k < 10; ++k)
+      laughs += "&l" + std::to_string(i - 1) + ";";
+    laughs += "'>";
+  }
+  std::string one_long_entity = "<!ENTITY l12 '" + std::string(100000, 'x') + "'>";
+  std::string many_uses;
+  for (int i = 0; i < 100000; ++i)
+    many_uses += "&l12;";
+
+  const long before = memory_peak_kb();
+  EXPECT_TRUE(begins_with(read_survey("<!DOCTYPE MAVO-Survey [" + laughs +
+                                      "]><MAVO-Survey version='1.0'><survey>&l12;</survey>"
+                                      "</MAVO-Survey>"),
+                          "parser: "));
+  EXPECT_TRUE(begins_with(read_survey("<!DOCTYPE MAVO-Survey [" + one_long_entity +
+                                      "]><MAVO-Survey version='1.0'><survey>" + many_uses +
+                                      "</survey></MAVO-Survey>"),
+                          "parser: "));
+  EXPECT_GT(300 * 1024, memory_peak_kb() - before);
+}

@@ -1,0 +1,77 @@
+#include "store/thrown-text.h"
+
+#include <giomm/error.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+Thrown after(const std::function<void()>& thrower)
+{
+  try {
+    thrower();
+  } catch (...) {
+    return what_was_thrown();
+  }
+  ADD_FAILURE() << "nothing was thrown";
+  return {};
+}
+
+Glib::ustring text_after(const std::function<void()>& thrower)
+{
+  try {
+    thrower();
+  } catch (...) {
+    return thrown_text("unknown", "wordless");
+  }
+  return "nothing was thrown";
+}
+
+class Whim : public Glib::Exception
+{
+public:
+  Glib::ustring what() const override { return "a whim"; }
+};
+
+} // namespace
+
+TEST(WhatWasThrown, NamesEveryKindAndItsText)
+{
+  const struct {
+    const char* kind;
+    const char* text;
+    std::function<void()> thrower;
+  } cases[] = {
+      {"gioerr", "no such file", [] { throw Gio::Error(Gio::Error::NOT_FOUND, "no such file"); }},
+      {"gliberr", "odd",
+       [] { throw Glib::Error(g_quark_from_static_string("test-domain"), 1, "odd"); }},
+      {"glibexc", "a whim", [] { throw Whim(); }},
+      {"stdexc", "out", [] { throw std::out_of_range("out"); }},
+      {"ustr", "zu früh", [] { throw Glib::ustring("zu früh"); }},
+      {"str", "text", [] { throw std::string("text"); }},
+      {"cstr", "literal", [] { throw "literal"; }},
+  };
+  for (const auto& c : cases) {
+    const Thrown thrown = after(c.thrower);
+    EXPECT_STREQ(c.kind, thrown.kind);
+    EXPECT_EQ(c.text, thrown.text) << c.kind;
+  }
+  EXPECT_EQ(nullptr, after([] { throw 42; }).kind);
+}
+
+TEST(WhatWasThrown, GivesValidTextForAnyBytes)
+{
+  EXPECT_TRUE(after([] { throw std::string("caf\xe9"); }).text.validate());
+  EXPECT_TRUE(after([] { throw std::runtime_error("caf\xe9"); }).text.validate());
+}
+
+TEST(ThrownText, HasWordsForWhatHasNone)
+{
+  EXPECT_EQ("reason", text_after([] { throw std::string("reason"); }));
+  EXPECT_EQ("wordless", text_after([] { throw std::string(); }));
+  EXPECT_EQ("wordless", text_after([] { throw std::runtime_error(""); }));
+  EXPECT_EQ("unknown", text_after([] { throw 42; }));
+}
