@@ -1,1 +1,26 @@
 #!/bin/sh
+# The launch script that stands beside the executable. The program starts it
+# when GTK_PATH is not set:
+#   mavo-survey-env-setup.sh --exec-name EXECUTABLE [ARGUMENT...]
+# It sets what the program's environment needs, makes the application directory
+# the working directory and replaces itself by the executable.
+if [ "$#" -lt 2 ] || [ "$1" != --exec-name ]; then
+  echo "usage: $0 --exec-name EXECUTABLE [ARGUMENT...]" >&2
+  exit 2
+fi
+executable=$2
+shift 2
+
+case $executable in
+  /*) ;;
+  *) executable=$(pwd)/$executable ;;
+esac
+application_dir=$(dirname "$(dirname "$executable")")
+
+# The toolkit looks here for additional modules before its own places; the
+# program brings none. That the variable is set tells it that this script ran.
+GTK_PATH=${GTK_PATH:-$application_dir/gtk-3.0}
+export GTK_PATH
+
+cd "$application_dir" || exit 1
+exec "$executable" "$@"
