@@ -15,6 +15,7 @@
 #include "ui/species-markup.h"
 #include "ui/species-tree.h"
 #include "ui/start-panel.h"
+#include "ui/style.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-tree-columns.h"

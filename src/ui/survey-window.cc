@@ -1,11 +1,13 @@
 #include "ui/survey-window.h"
 
 #include "core/markup.h"
+#include "core/message-dialog.h"
 #include "core/version.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
 #include "ui/start-panel.h"
+#include "ui/style.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/unlisted-panel.h"
@@ -14,8 +16,6 @@
 #include <gdkmm/pixbuf.h>
 #include <glibmm/fileutils.h>
 #include <glibmm/markup.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -27,16 +27,9 @@ const char* const definition_file = "resources/survey-ui.glade";
   fatal("%s loading %s: %s", kind, definition_file, escape_markup(reason).c_str());
 }
 
-// A missing image has left a null pixbuf in the list.
-std::vector<Glib::RefPtr<Gdk::Pixbuf>> loaded_icons()
-{
-  auto icons = MyApp::icon_list;
-  icons.erase(std::remove(icons.begin(), icons.end(), Glib::RefPtr<Gdk::Pixbuf>()), icons.end());
-  return icons;
-}
-
 SurveyWindow* load_window(MyApp& app)
 {
+  load_style();
   const auto builder = Gtk::Builder::create();
   builder->add_from_file(definition_file);
   SurveyWindow* window = nullptr;
@@ -139,7 +132,7 @@ void SurveyWindow::make_panels(const Glib::RefPtr<Gtk::Builder>& builder)
 
 void SurveyWindow::label_windows()
 {
-  const auto icons = loaded_icons();
+  const auto icons = usable_icons();
   for (Gtk::Window* labelled :
        {static_cast<Gtk::Window*>(this), static_cast<Gtk::Window*>(contact_dialog),
         static_cast<Gtk::Window*>(instructions_dialog), static_cast<Gtk::Window*>(about_dialog)})
