@@ -10,6 +10,18 @@
 #include <gtkmm/application.h>
 #include <gtkmm/buildable.h>
 
+namespace {
+
+// Never freed: hidden windows still point to it.
+MyApp* kept_program()
+{
+  static auto& kept = *new std::vector<MyApp*>();
+  kept.push_back(new MyApp(test_application()));
+  return kept.back();
+}
+
+} // namespace
+
 WindowTest::~WindowTest()
 {
   for (auto* visible : visible_windows())
@@ -20,7 +32,7 @@ WindowTest::~WindowTest()
 SurveyWindow* WindowTest::create_window()
 {
   if (!my_app) {
-    my_app = new MyApp(test_application()); // kept: hidden windows still point to it
+    my_app = kept_program();
     my_app->survey_root = application_dir.root + "/store";
   }
   window = SurveyWindow::create(*my_app);

@@ -1,0 +1,10 @@
+#include "support/output.h"
+
+#include <gtest/gtest.h>
+
+std::string output_of(const std::function<void()>& action)
+{
+  testing::internal::CaptureStdout();
+  action();
+  return testing::internal::GetCapturedStdout();
+}
