@@ -63,8 +63,7 @@ TEST(JudgeDate, SaysWhatIsWrongWithADate)
       {"29 February of a century", 1900, 2, 29, DateVerdict::invalid},
       {"the first year offered", 1993, 1, 1, DateVerdict::good},
       {"a day before all counting", 1969, 12, 31, DateVerdict::good},
-      {"a year that no clock holds", std::numeric_limits<int>::max(), 1, 1,
-       DateVerdict::in_future},
+      {"a year that no clock holds", std::numeric_limits<int>::max(), 1, 1, DateVerdict::in_future},
   };
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, judge_date(c.year, c.month, c.mday, noon_of_2021_06_30)) << c.why;
