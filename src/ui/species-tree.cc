@@ -1,5 +1,6 @@
 #include "ui/species-tree.h"
 
+#include "core/c-resource.h"
 #include "core/report.h"
 #include "ui/species-columns.h"
 #include "ui/species-markup.h"
@@ -8,7 +9,6 @@
 #include <pango/pango.h>
 
 #include <cstdio>
-#include <memory>
 #include <string>
 
 namespace {
@@ -45,7 +45,7 @@ Glib::ustring shown_words(const Glib::ustring& markup)
   char* words = nullptr;
   if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr))
     return markup;
-  const std::unique_ptr<char, decltype(&g_free)> owner(words, g_free);
+  const GMemory<char> owner(words);
   return words;
 }
 

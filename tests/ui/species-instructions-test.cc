@@ -1,0 +1,75 @@
+#include "core/markup.h"
+#include "ui/species-instructions.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const char* const prompt =
+    "Please select a survey location and type on the Survey Info Part 1 tab.";
+const char* const unshaded = "Here you'll find the more common fish species.  If you don't see it "
+                             "here, try the next tab, Unlisted Species.";
+const char* const one_shade =
+    "Here you'll find the more common fish species.  If you don't see it here, try the next tab, "
+    "Unlisted Species.\n\nSpecies that are shaded in <span background=\"#9cf\">blue</span> are "
+    "very rare, often misidentified, and/or difficult to identify. Please select with care.\n";
+const char* const two_shades =
+    "Here you'll find the more common fish species.  If you don't see it here, try the next tab, "
+    "Unlisted Species.\n\nSpecies that are shaded have limited geographic range. Please mark with "
+    "care. Codes indicate:\n\n  <b>&#8226;</b>  <span background=\"#9cf\">NOT-GC: NOT found in the "
+    "Gulf of California, but may be found along Central American Coast and/or the oceanic "
+    "islands\n</span>  <b>&#8226;</b>  <span background=\"#c60\">ISL: Limited to one or more of "
+    "the oceanic islands, incl. Galapagos, Cocos, and/or Mapelo Islands (either endemic or rare "
+    "outside of the range)</span>";
+const char* const two_shades_spanish =
+    "Here you'll find the more common fish species.  If you don't see it here, try the next tab, "
+    "Unlisted Species.\n\nSpecies that are shaded have limited geographic range. Please mark with "
+    "care. Codes indicate:\n\n  <b>&#8226;</b>  <span background=\"#9cf\">NOT-GC: NOT found in the "
+    "Gulf of California, but may be found along Central American Coast and/or the oceanic "
+    "islands\n</span>  <b>&#8226;</b>  <span background=\"#c60\">ISL: Limited to one or more of "
+    "the oceanic islands, incl. Galapagos, Cocos, and/or Mapelo Islands (either endemic or rare "
+    "outside of the range)</span>\n\n<i>Para cada especies observada, se necesita marcar una sola "
+    "categor&#237;a de abundancia. S&#243;lo marque las especies que con seguridad han sido "
+    "identificadas. Las especies sombreadas tienen una zona de distribuci&#243;n limitada. Tengan "
+    "cuidado al se&#241;alar las especies. Los c&#243;digos significan:\n\n  <b>&#8226;</b>  <span "
+    "background=\"#9cf\">NOT-GC: No se encuentra en el Golfo de California, pero se puede "
+    "encontrar a lo largo de las costas de Am&#233;rica Central y/o en las islas "
+    "oce&#225;nicas.\n</span>  <b>&#8226;</b>  <span background=\"#c60\">ISL: Limitado a una o "
+    "varias islas oce&#225;nicas tales como las Islas Gal&#225;pagos, del Coco y/o de Mapelo "
+    "(especies end&#233;micas o que rara vez se encuentran fuera de su zona de "
+    "distribuci&#243;n).</span></i>\n";
+
+} // namespace
+
+TEST(SpeciesInstructions, FollowTheRegionsRarestClass)
+{
+  const struct {
+    const char* why;
+    bool type_chosen;
+    int max_rarity;
+    bool has_spanish;
+    const char* expected;
+  } cases[] = {
+      {"no survey type", false, 0, false, prompt},
+      {"no survey type, much to tell", false, 2, true, prompt},
+      {"no rare species", true, 0, false, unshaded},
+      {"no rare species, Spanish names", true, 0, true, unshaded},
+      {"one class", true, 1, false, one_shade},
+      {"one class, Spanish names", true, 1, true, one_shade},
+      {"two classes", true, 2, false, two_shades},
+      {"two classes, Spanish names", true, 2, true, two_shades_spanish},
+      {"more classes", true, 127, false, two_shades},
+  };
+  for (const auto& c : cases) {
+    const Glib::ustring text = species_instructions(c.type_chosen, c.max_rarity, c.has_spanish);
+    EXPECT_STREQ(c.expected, text.c_str()) << c.why;
+    EXPECT_TRUE(is_markup(text)) << c.why;
+  }
+}
+
+TEST(RareColor, WrapsTextInTheShadeOfTheRows)
+{
+  EXPECT_EQ("<span background=\"#9cf\">blue</span>", rarecolor("blue"));
+  EXPECT_EQ("<span background=\"#c60\">a &amp; b</span>", rarecolor2("a &amp; b"));
+  EXPECT_EQ("<span background=\"#9cf\"></span>", rarecolor(""));
+}
