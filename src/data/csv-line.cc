@@ -25,10 +25,13 @@ public:
   void take(std::string& text)
   {
     const auto lead = static_cast<unsigned char>(line[pos]);
-    const std::size_t length =
-        std::min<std::size_t>(static_cast<unsigned char>(g_utf8_skip[lead]), line.size() - pos);
-    text.append(line, pos, length);
-    pos += length;
+    if (lead < 0x80) {
+      text.push_back(line[pos++]);
+      return;
+    }
+    const auto length = static_cast<std::size_t>(g_utf8_skip[lead]);
+    text.append(line, pos, length); // no more than there is
+    pos = std::min(pos + length, line.size());
   }
 
   // The same, but a backslash stands for the character behind it. At the end of

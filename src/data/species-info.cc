@@ -72,7 +72,7 @@ void RegionFishInfo::SpeciesInfo::settle_family(Species& species)
     if (complain)
       printf("Region %s species id %d has no family!\n", region, species.speciesid);
   }
-  Family& family = fish->families[species.familyid];
+  Family& family = find_family(species.familyid);
   if (family.id.empty()) {
     family.id = "Undefined family " + species.familyid;
     if (complain)
@@ -83,4 +83,12 @@ void RegionFishInfo::SpeciesInfo::settle_family(Species& species)
     if (complain)
       printf("Region %s family id %s has no name!\n", region, species.familyid.c_str());
   }
+}
+
+RegionFishInfo::Family& RegionFishInfo::SpeciesInfo::find_family(const std::string& id)
+{
+  Family*& family = met_families[id];
+  if (!family)
+    family = &fish->families[id];
+  return *family;
 }

@@ -4,6 +4,7 @@
 #include "data/region-fish-info.h"
 
 #include <optional>
+#include <unordered_map>
 
 // Reads the rows of a region's species file into its tables.
 class RegionFishInfo::SpeciesInfo : public FromCSV
@@ -19,6 +20,10 @@ public:
 
 private:
   void settle_family(Species& species);
+  Family& find_family(const std::string& id);
 
   std::optional<unsigned int> spanish_column; // a file need not have it
+  // Families found so far: a map by Glib::ustring compares by collation, which
+  // would take most of the time that a species file takes.
+  std::unordered_map<std::string, Family*> met_families;
 };

@@ -1,0 +1,42 @@
+#include "data/data-file-info.h"
+#include "data/data-params.h"
+#include "support/data-set.h"
+#include "support/dialogs.h"
+
+#include <gtest/gtest.h>
+#include <gtkmm/dialog.h>
+#include <gtkmm/enums.h>
+
+TEST(DataDialogs, NameTheRowOfTheWrongWidth)
+{
+  const DataSet data;
+  data.file("data-parameters.csv", "parameter,value\na,1\nb\n");
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); });
+  EXPECT_EQ("Error occurred", seen.title);
+  EXPECT_EQ("Data file error: " + data.dir +
+                "data-parameters.csv line 3 has 1 columns rather than 2",
+            seen.text);
+  EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type);
+}
+
+TEST(DataDialogs, ShowThePathAsItIs)
+{
+  const DataSet data;
+  write_file(data.dir + "fish & <b>chips/data-parameters.csv", "parameter,value\nb\n");
+  const SeenDialog seen = answer_next_dialog(
+      Gtk::RESPONSE_OK, [&] { DataParams params(data.dir + "fish & <b>chips/"); });
+  EXPECT_NE(Glib::ustring::npos, seen.text.find("fish & <b>chips/data-parameters.csv"))
+      << seen.text;
+}
+
+TEST(DataDialogs, AskForANewerProgramForMetadataOfAnotherVersion)
+{
+  const DataSet data;
+  data.file("data-file-info.txt", "version=<2>\ntimestamp=1\nupdated=x\n");
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_TRUE(DataFileInfo(data.dir).valid); });
+  EXPECT_EQ("Can't handle data file metadata version <2> - please download a newer version of "
+            "this program!",
+            seen.text);
+}
