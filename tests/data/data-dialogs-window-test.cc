@@ -13,10 +13,10 @@ TEST(DataDialogs, NameTheRowOfTheWrongWidth)
   data.file("data-parameters.csv", "parameter,value\na,1\nb\n");
   const SeenDialog seen =
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); });
-  EXPECT_EQ("Error occurred", seen.title);
+  EXPECT_EQ("Error occurred", seen.title.raw());
   EXPECT_EQ("Data file error: " + data.dir +
                 "data-parameters.csv line 3 has 1 columns rather than 2",
-            seen.text);
+            seen.text.raw());
   EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type);
 }
 
@@ -26,7 +26,7 @@ TEST(DataDialogs, ShowThePathAsItIs)
   write_file(data.dir + "fish & <b>chips/data-parameters.csv", "parameter,value\nb\n");
   const SeenDialog seen = answer_next_dialog(
       Gtk::RESPONSE_OK, [&] { DataParams params(data.dir + "fish & <b>chips/"); });
-  EXPECT_NE(Glib::ustring::npos, seen.text.find("fish & <b>chips/data-parameters.csv"))
+  EXPECT_NE(std::string::npos, seen.text.raw().find("fish & <b>chips/data-parameters.csv"))
       << seen.text;
 }
 
@@ -38,5 +38,5 @@ TEST(DataDialogs, AskForANewerProgramForMetadataOfAnotherVersion)
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_TRUE(DataFileInfo(data.dir).valid); });
   EXPECT_EQ("Can't handle data file metadata version <2> - please download a newer version of "
             "this program!",
-            seen.text);
+            seen.text.raw());
 }
