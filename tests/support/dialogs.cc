@@ -7,6 +7,7 @@
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
 
+#include <memory>
 #include <set>
 
 namespace {
@@ -56,11 +57,10 @@ public:
   explicit Watch(const std::function<void(Gtk::Dialog&)>& meet)
   {
     connection = Glib::signal_timeout().connect(
-        [this, meet] {
-          for (auto it = met.begin(); it != met.end();)
-            it = (*it)->get_visible() ? std::next(it) : met.erase(it);
-          if (auto* dialog = open_dialog(met)) {
-            met.insert(dialog);
+        [open = met, meet] {
+          if (auto* dialog = open_dialog(*open)) {
+            open->insert(dialog);
+            dialog->signal_hide().connect([open, dialog] { open->erase(dialog); });
             meet(*dialog);
           }
           return true;
@@ -72,7 +72,8 @@ public:
   Watch& operator=(const Watch&) = delete;
 
 private:
-  std::set<Gtk::Dialog*> met;
+  // Those still shown: a dialog may be gone, or its place taken, once hidden.
+  std::shared_ptr<std::set<Gtk::Dialog*>> met = std::make_shared<std::set<Gtk::Dialog*>>();
   sigc::connection connection;
 };
 
