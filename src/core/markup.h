@@ -5,7 +5,7 @@
 // Plain words as Pango markup: shows exactly as typed.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
-// Whether Pango can parse `text`.
+// Whether the toolkit's labels can show `text` as markup, links included.
 bool is_markup(const Glib::ustring& text);
 
 // `text` itself if it is valid markup, else markup that shows it as it stands,

@@ -141,6 +141,15 @@ void ApplicationDir::use_shipped_data() const
   fs::create_directory_symlink(MAVO_DATA_FILES, root + "/data-files");
 }
 
+void ApplicationDir::use_own_resources(const std::string& without_prefix) const
+{
+  fs::remove(root + "/resources");
+  fs::create_directory(root + "/resources");
+  for (const auto& entry : fs::directory_iterator(MAVO_RESOURCES))
+    if (entry.path().filename().string().rfind(without_prefix, 0) != 0)
+      fs::copy(entry.path(), root + "/resources");
+}
+
 std::string read_file(const std::string& path)
 {
   std::ifstream in(path, std::ios::binary);

@@ -40,6 +40,9 @@ public:
   void file(const std::string& name, const std::string& text) const;
   // Uses the data set that ships with the program instead.
   void use_shipped_data() const;
+  // Takes a copy of the shipped resources/ without the files whose names begin so,
+  // for tests that change or miss some.
+  void use_own_resources(const std::string& without_prefix) const;
 };
 
 // The whole file; fails the test if it cannot be read.

@@ -1,0 +1,67 @@
+#include "core/message-dialog.h"
+#include "support/dialogs.h"
+#include "support/main-loop.h"
+
+#include <gtest/gtest.h>
+#include <gtkmm/window.h>
+
+TEST(MessageDialog, ShowsTitleTextAndButtonsInOrder)
+{
+  Message message;
+  message.title = "Which?";
+  message.text = "<i>One</i> or two";
+  message.type = Gtk::MESSAGE_QUESTION;
+  message.buttons = {{"gtk-yes", 12}, {"Not now", 13}};
+  int response = 0;
+  const SeenDialog seen = answer_next_dialog(13, [&] { response = run_message(message); });
+  EXPECT_EQ(13, response);
+  EXPECT_EQ("Which?", seen.title.raw());
+  EXPECT_EQ("One or two", seen.text.raw());
+  EXPECT_EQ(Gtk::MESSAGE_QUESTION, seen.message_type);
+  EXPECT_EQ((std::vector<Glib::ustring>{"gtk-yes", "Not now"}), seen.buttons);
+}
+
+TEST(MessageDialog, PutsStandardButtonsFirst)
+{
+  Message message;
+  message.text = "a";
+  message.standard_buttons = Gtk::BUTTONS_OK;
+  message.buttons = {{"More", 1}};
+  const SeenDialog seen = answer_next_dialog(1, [&] { run_message(message); });
+  ASSERT_EQ(2U, seen.buttons.size());
+  EXPECT_EQ("More", seen.buttons[1].raw());
+}
+
+TEST(MessageDialog, ShowsPlainTextAsTyped)
+{
+  Message message;
+  message.text = "Saved to /home/<b>x</b> &amp; y";
+  message.text_is_markup = false;
+  EXPECT_EQ("Saved to /home/<b>x</b> &amp; y",
+            answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw());
+}
+
+TEST(MessageDialog, BelongsToTheWindowInUse)
+{
+  Gtk::Window window;
+  window.show();
+  settle();
+  Message message;
+  message.text = "a";
+  meet_next_dialog(
+      [&](Gtk::Dialog& dialog) {
+        EXPECT_EQ(&window, dialog.get_transient_for());
+        dialog.response(Gtk::RESPONSE_OK);
+      },
+      [&] { run_message(message); });
+}
+
+TEST(MessageDialog, GivesDeleteEventWhenItIsClosed)
+{
+  Message message;
+  message.text = "a";
+  int response = 0;
+  meet_next_dialog([](Gtk::Dialog& dialog) { dialog.close(); },
+                   [&] { response = run_message(message); });
+  EXPECT_EQ(Gtk::RESPONSE_DELETE_EVENT, response);
+}

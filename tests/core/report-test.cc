@@ -1,0 +1,103 @@
+#include "core/report.h"
+
+#include <glibmm/ustring.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <functional>
+
+// Without a display a report is its line on standard error.
+
+namespace {
+
+std::string reported(const std::function<void()>& action)
+{
+  testing::internal::CaptureStderr();
+  action();
+  return testing::internal::GetCapturedStderr();
+}
+
+} // namespace
+
+TEST(Report, IsOneLineOnStandardError)
+{
+  EXPECT_EQ("*** ERROR: cannot read x: 7\n", reported([] { error("cannot read %s: %d", "x", 7); }));
+}
+
+TEST(Report, GivesBackTheCode)
+{
+  reported([] {
+    EXPECT_EQ(RET_FAILURE, error("a"));
+    EXPECT_EQ(RET_MISSING_HEADING, error(RET_MISSING_HEADING, "a"));
+    EXPECT_EQ(RET_FAILURE, error_errno("a"));
+    EXPECT_EQ(RET_DECLINED, error_errno(RET_DECLINED, "a"));
+    EXPECT_EQ(RET_FAILURE, titled_error("t", "a"));
+    EXPECT_EQ(RET_FAILURE, titled_error_errno("t", "a"));
+  });
+}
+
+TEST(Report, PutsThePrefixOfTheCodeInFront)
+{
+  EXPECT_EQ("*** ERROR: Uh oh, Internal Error: a\n",
+            reported([] { error(RET_INTERNAL_ERROR, "a"); }));
+  EXPECT_EQ("*** ERROR: Uh oh, a\n", reported([] { error(RET_ASSERTION, "a"); }));
+}
+
+TEST(Report, AppendsTheSystemsTextForErrno)
+{
+  EXPECT_EQ("*** ERROR: cannot: No such file or directory (2)\n", reported([] {
+              errno = ENOENT;
+              error_errno("cannot");
+            }));
+  EXPECT_EQ("*** ERROR: cannot x: Permission denied (13)\n", reported([] {
+              errno = EACCES;
+              titled_error_errno("t", "cannot %s", "x");
+            }));
+}
+
+TEST(Report, HoldsAMessageOfAnyLength)
+{
+  for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 100000U}) {
+    const std::string message(length, 'm');
+    EXPECT_EQ("*** ERROR: " + message + "\n", reported([&] { error("%s", message.c_str()); }))
+        << length;
+  }
+}
+
+TEST(Report, HasTheErrorContextInFront)
+{
+  set_error_context("while testing: ");
+  EXPECT_EQ("*** ERROR: while testing: a\n", reported([] { error("a"); }));
+  set_error_context("");
+}
+
+TEST(TranslateCode, GivesEachCodeItsStatus)
+{
+  const struct {
+    int code;
+    int status;
+  } cases[] = {{-1, 1}, {0, 1}, {1, 1}, {2, 0},  {3, 1},   {4, 1},   {5, 1},  {6, 1},
+               {7, 1},  {8, 2}, {9, 1}, {10, 1}, {11, 45}, {12, 47}, {13, 1}, {15, 1}};
+  for (const auto& c : cases)
+    EXPECT_EQ(c.status, translate_code(static_cast<RetCode>(c.code))) << c.code;
+}
+
+TEST(FatalReport, EndsTheProcessWithTheStatusOfItsCode)
+{
+  EXPECT_EXIT(fatal("gone %d", 1), testing::ExitedWithCode(1), "FATAL ERROR: gone 1\n");
+  EXPECT_EXIT(fatal(RET_SUCCESS, "a"), testing::ExitedWithCode(0), "FATAL ERROR: a\n");
+  EXPECT_EXIT(fatal(RET_RESERVED_8, "a"), testing::ExitedWithCode(2), "FATAL ERROR: a\n");
+  EXPECT_EXIT(fatal(RET_INTERNAL_ERROR, "a"), testing::ExitedWithCode(45),
+              "FATAL ERROR: Uh oh, Internal Error: a\n");
+  EXPECT_EXIT(fatal(RET_ASSERTION, "a"), testing::ExitedWithCode(47), "FATAL ERROR: Uh oh, a\n");
+  EXPECT_EXIT((errno = EACCES, fatal_errno("a")), testing::ExitedWithCode(1),
+              "FATAL ERROR: a: Permission denied \\(13\\)\n");
+  EXPECT_EXIT((errno = EACCES, fatal_errno(RET_RESERVED_8, "a")), testing::ExitedWithCode(2),
+              "FATAL ERROR: a: Permission denied \\(13\\)\n");
+}
+
+TEST(AssertFailure, NamesTheExpressionAndItsPlace)
+{
+  EXPECT_EXIT(assert_failure("a != b", "some-file", 12), testing::ExitedWithCode(47),
+              "FATAL ERROR: Uh oh, Assertion failed at some-file line 12: a != b\n");
+}

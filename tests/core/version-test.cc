@@ -1,0 +1,19 @@
+#include "core/version.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+TEST(BuildInfo, JoinsTheNumbersByPoints)
+{
+  EXPECT_EQ(std::to_string(BuildInfo::major) + "." + std::to_string(BuildInfo::minor) + "." +
+                std::to_string(BuildInfo::buildnum),
+            BuildInfo::version_str);
+}
+
+TEST(BuildInfo, TellsTheBuildDateAsYearMonthDayAndTime)
+{
+  EXPECT_TRUE(std::regex_match(BuildInfo::date_str,
+                               std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d")))
+      << BuildInfo::date_str;
+}
