@@ -353,10 +353,12 @@ void SurveyPanel1::rebuild_zone_tree()
   // Detached, the store fills many times faster; and a cursor that is taken
   // away with its row is no click.
   const QuietConnection quiet(geog_clicked);
+  const int search_column = geog_tree->get_search_column(); // lost with the model
   geog_tree->unset_model();
   geog_store->clear();
   geog_columns.fill(geog_store, rows);
   geog_tree->set_model(geog_store);
+  geog_tree->set_search_column(search_column);
   if (!trim_ws(zone_search->get_text()).empty())
     geog_tree->expand_all(); // every row with children leads to a match
   show_or_hide(no_geog_matches, rows.empty());
