@@ -1,0 +1,49 @@
+#pragma once
+
+#include "support/window-fixture.h"
+
+#include <gtkmm/menu.h>
+#include <gtkmm/treepath.h>
+#include <gtkmm/treestore.h>
+#include <gtkmm/treeview.h>
+
+#include <map>
+#include <string>
+
+// A window on the screen with a survey in it, for tests of the species tables.
+class SpeciesWindowTest : public WindowTest
+{
+public:
+  // Opens a window and chooses place and survey type, as the user does, and
+  // turns to the page of listed species.
+  void open_survey(const Glib::ustring& subregion, const Glib::ustring& survey_type);
+  void open_northwest() { open_survey("Northwest", "Northwest: abundance"); }
+
+  // A store as text, one line for each row: families as "Greenlings:", species
+  // as "  11 Lingcod = None", with a star behind those of the view. Names are
+  // shown without their markup.
+  std::string rows(const Glib::RefPtr<Gtk::TreeStore>& model) const;
+  std::string listed_rows() const;
+  std::string unlisted_rows() const;
+  // Which families of the page's tree are unfolded, as "0 1 0".
+  std::string unfolded() const;
+  // The labels and titles of the page's tree's columns, as "ID|Common Name".
+  std::string column_titles() const;
+  // The path of a species' first row in the page's tree, as "1:0".
+  Gtk::TreePath path_of(int id) const;
+
+  // Chooses an item of a menu by its label; fails the test without such a one.
+  static void choose_item(Gtk::Menu& menu, const Glib::ustring& label);
+  static std::string item_labels(Gtk::Menu& menu);
+  // Marks a species as if through its menu.
+  void mark(int id, int abundance) const;
+  // The menu that is open, null if there is none. Closes it.
+  Gtk::Menu* close_open_menu() const;
+
+  // A press of a button in the middle of a row of the page's tree.
+  GdkEventButton press_on(const Gtk::TreePath& path, unsigned int button) const;
+  static GdkEventKey key_press(unsigned int keyval);
+  void put_cursor(const Gtk::TreePath& path) const;
+
+  Gtk::TreeView& tree() const;
+};
