@@ -1,6 +1,7 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/text.h"
+#include "store/replace-file.h"
 #include "store/survey-document.h"
 #include "store/survey-file-name.h"
 #include "store/thrown-text.h"
@@ -85,10 +86,8 @@ std::string path_to_save_to(const SurveyWindow& window, const std::string& direc
 
 void write_document(SurveyData& survey)
 {
-  std::string new_etag;
-  Gio::File::create_for_path(survey.filename)
-      ->replace_contents(survey.xml_current.raw(), survey.file_etag, new_etag);
-  survey.file_etag = new_etag;
+  const std::string& text = survey.xml_current.raw();
+  survey.file_etag = replace_file(survey.filename, text.data(), text.size(), survey.file_etag);
   survey.xml_last_saved = survey.xml_current;
 }
 
@@ -248,8 +247,7 @@ bool SurveyWindow::check_file_save_okay(const Glib::ustring& doing_what)
 RetCode SurveyWindow::write_file(const std::string& path, const char* data, unsigned long size)
 {
   try {
-    std::string new_etag;
-    Gio::File::create_for_path(path)->replace_contents(data, size, "", new_etag);
+    replace_file(path, data, size, "");
     return RET_SUCCESS;
   } catch (...) {
     const Glib::ustring reason = failure_text();

@@ -5,6 +5,7 @@
 #include "core/my-app.h"
 #include "core/number.h"
 #include "core/report.h"
+#include "store/replace-file.h"
 #include "store/thrown-text.h"
 
 #include <giomm/file.h>
@@ -120,8 +121,7 @@ void copy_and_remove(const std::string& path, const std::string& target)
   // A survey is text: the library ends the buffer with a zero byte of its own,
   // and what stands behind an earlier one is not copied.
   const std::string contents(buffer.get());
-  std::string new_etag;
-  Gio::File::create_for_path(target)->replace_contents(contents, "", new_etag);
+  replace_file(target, contents.data(), contents.size(), "");
   if (debug_level > 0)
     std::printf("wrote %d bytes to %s; about to unlink %s\n", static_cast<int>(contents.size()),
                 target.c_str(), path.c_str());

@@ -1,0 +1,108 @@
+#include "store/full-disk.h"
+#include "store/replace-file.h"
+#include "support/data-set.h"
+
+#include <giomm/error.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string replace(const std::string& path, const std::string& text, const std::string& etag = "")
+{
+  return replace_file(path, text.data(), text.size(), etag);
+}
+
+std::ptrdiff_t files_in(const std::string& directory)
+{
+  return std::distance(fs::directory_iterator(directory), fs::directory_iterator());
+}
+
+} // namespace
+
+TEST(ReplaceFile, WritesNewAndExistingFilesWhole)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a b";
+  for (const std::string& text :
+       {std::string("first"), std::string("a longer second"), std::string("\0\xff\n", 3),
+        std::string(1000000, 'x'), std::string()}) {
+    replace(path, text);
+    EXPECT_EQ(text, read_file(path));
+  }
+  EXPECT_EQ(1, files_in(directory.dir));
+}
+
+TEST(ReplaceFile, GivesATagThatLetsTheNextWritePass)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  std::string etag = replace(path, "one");
+  EXPECT_NE("", etag);
+  etag = replace(path, "two", etag);
+  etag = replace(path, "three", etag);
+  EXPECT_EQ("three", read_file(path));
+}
+
+TEST(ReplaceFile, RefusesAFileThatHasChangedSinceItsTag)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  const std::string etag = replace(path, "one");
+  write_file(path, "theirs");
+  fs::last_write_time(path, fs::last_write_time(path) + std::chrono::seconds(10));
+  EXPECT_THROW(replace(path, "two", etag), Gio::Error);
+  EXPECT_EQ("theirs", read_file(path));
+  replace(path, "two");
+  EXPECT_EQ("two", read_file(path)) << "without a tag nothing is compared";
+}
+
+TEST(ReplaceFile, WritesAFileThatIsGoneWhateverItsTag)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  const std::string etag = replace(path, "one");
+  fs::remove(path);
+  replace(path, "two", etag);
+  EXPECT_EQ("two", read_file(path));
+}
+
+TEST(ReplaceFile, LeavesTheOldFileWhenTheDiskIsFull)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  const std::string etag = replace(path, "one");
+  {
+    const FullDisk full(100);
+    EXPECT_THROW(replace(path, std::string(1000, 'x'), etag), Gio::Error);
+  }
+  EXPECT_EQ("one", read_file(path));
+  EXPECT_EQ(1, files_in(directory.dir)) << "no part of the new one stays";
+  replace(path, "two", etag);
+  EXPECT_EQ("two", read_file(path));
+}
+
+TEST(ReplaceFile, LeavesNoPartOfANewFileWhenTheDiskIsFull)
+{
+  const DataSet directory;
+  {
+    const FullDisk full(100);
+    EXPECT_THROW(replace(directory.dir + "a", std::string(1000, 'x')), Gio::Error);
+  }
+  EXPECT_EQ(0, files_in(directory.dir));
+}
+
+TEST(ReplaceFile, RefusesWhatIsNoFile)
+{
+  const DataSet directory;
+  fs::create_directory(directory.dir + "d");
+  EXPECT_THROW(replace(directory.dir + "d", "x"), Gio::Error);
+  EXPECT_THROW(replace(directory.dir + "missing/a", "x"), Gio::Error);
+  EXPECT_THROW(replace("/dev/full", "x"), Gio::Error);
+  EXPECT_TRUE(fs::is_directory(directory.dir + "d"));
+}
