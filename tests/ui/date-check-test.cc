@@ -85,6 +85,13 @@ TEST(JudgeDate, GoesByTheLocalClock)
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 7, 1, evening));
 }
 
+TEST(JudgeDate, AcceptsADayThatHasNoMidnight)
+{
+  const TimeZone summer_begins_at_midnight("BRT3BRST,M10.3.0/0,M2.3.0/0");
+  const std::time_t a_week_later = 1635044400;
+  EXPECT_EQ(DateVerdict::good, judge_date(2021, 10, 17, a_week_later));
+}
+
 TEST(JudgeDate, RefusesWhatTheClockCannotTell)
 {
   // One second before the count of seconds begins is also the answer for "no".

@@ -1,0 +1,264 @@
+#include "core/version.h"
+#include "support/dialogs.h"
+#include "support/main-loop.h"
+#include "support/output.h"
+#include "support/window-fixture.h"
+#include "ui/confirm-panel.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
+
+#include <gdkmm/pixbuf.h>
+#include <gtkmm/application.h>
+
+namespace {
+
+class SurveyWindowTest : public WindowTest
+{
+public:
+  // What a click on the frame's close button does.
+  void close_by_frame() const
+  {
+    GdkEvent* event = gdk_event_new(GDK_DELETE);
+    event->any.window = GDK_WINDOW(g_object_ref(window->get_window()->gobj()));
+    event->any.send_event = TRUE;
+    gtk_main_do_event(event);
+    gdk_event_free(event);
+    settle();
+  }
+};
+
+} // namespace
+
+TEST_F(SurveyWindowTest, IsMadeHidden)
+{
+  create_window();
+  EXPECT_FALSE(window->get_visible());
+  EXPECT_EQ(my_app, window->my_app);
+}
+
+TEST_F(SurveyWindowTest, HoldsSevenScrolledPanelsInOrder)
+{
+  create_window();
+  const struct {
+    const Gtk::Widget* panel;
+    int page;
+    const char* tab;
+  } expected[] = {
+      {window->start_panel, window->start_panel->page, "Start/Open Survey"},
+      {window->member_panel, window->member_panel->page, "Member Info"},
+      {window->survey_panel1, window->survey_panel1->page, "Survey Info Part 1"},
+      {window->survey_panel2, window->survey_panel2->page, "Survey Info Part 2"},
+      {window->listed_panel, window->listed_panel->page, "Listed Species"},
+      {window->unlisted_panel, window->unlisted_panel->page, "Unlisted Species"},
+      {window->confirm_panel, window->confirm_panel->page, "Confirmation"},
+  };
+  ASSERT_EQ(7, window->notebook->get_n_pages()) << "the definition's own page is gone";
+  for (int i = 0; i < 7; ++i) {
+    auto* page = window->notebook->get_nth_page(i);
+    EXPECT_EQ(i, expected[i].page) << expected[i].tab;
+    EXPECT_EQ(expected[i].tab, window->notebook->get_tab_label_text(*page));
+    EXPECT_NE(nullptr, dynamic_cast<Gtk::ScrolledWindow*>(page)) << expected[i].tab;
+    EXPECT_TRUE(page->get_visible()) << expected[i].tab;
+    EXPECT_TRUE(expected[i].panel->is_ancestor(*page)) << expected[i].tab;
+  }
+}
+
+TEST_F(SurveyWindowTest, StartsOnTheFirstPageWithTheNewSurveyButton)
+{
+  open_window();
+  EXPECT_EQ(0, window->notebook->get_current_page());
+  EXPECT_EQ(window->start_panel->new_survey_button, window->get_focus());
+  int width = 0;
+  int height = 0;
+  window->get_size(width, height);
+  EXPECT_EQ(900, width);
+  EXPECT_EQ(600, height);
+}
+
+TEST_F(SurveyWindowTest, OffersOnlyNextAtStart)
+{
+  create_window();
+  EXPECT_FALSE(window->save_button->get_sensitive());
+  EXPECT_FALSE(window->ready_button->get_sensitive());
+  EXPECT_FALSE(window->upload_button->get_sensitive());
+  EXPECT_FALSE(window->back_button->get_sensitive());
+  EXPECT_TRUE(window->next_button->get_sensitive());
+}
+
+TEST_F(SurveyWindowTest, OffersSavingOnceASubregionIsChosen)
+{
+  open_window();
+  choose_subregion("Northwest");
+  EXPECT_TRUE(window->save_button->get_sensitive());
+  EXPECT_FALSE(window->ready_button->get_sensitive());
+  EXPECT_FALSE(window->upload_button->get_sensitive());
+}
+
+TEST_F(SurveyWindowTest, WalksThroughAllPagesByNextAndBack)
+{
+  open_window();
+  for (int page = 0; page < 6; ++page) {
+    EXPECT_EQ(page != 0, window->back_button->get_sensitive()) << page;
+    press(*window->next_button);
+    EXPECT_EQ(page + 1, window->notebook->get_current_page());
+  }
+  EXPECT_FALSE(window->next_button->get_sensitive());
+  for (int page = 6; page > 0; --page) {
+    EXPECT_EQ(page != 6, window->next_button->get_sensitive()) << page;
+    press(*window->back_button);
+    EXPECT_EQ(page - 1, window->notebook->get_current_page());
+  }
+  EXPECT_FALSE(window->back_button->get_sensitive());
+}
+
+TEST_F(SurveyWindowTest, LetsEveryPageBeReachedWithNothingFilledIn)
+{
+  open_window();
+  for (const int page : {6, 0, 4, 2, 5, 1, 3}) {
+    go_to_page(page);
+    EXPECT_EQ(page, window->notebook->get_current_page());
+    EXPECT_EQ(page != 0, window->back_button->get_sensitive()) << page;
+    EXPECT_EQ(page != 6, window->next_button->get_sensitive()) << page;
+  }
+}
+
+TEST_F(SurveyWindowTest, IsTitledByDateStartAndSite)
+{
+  open_window();
+  const std::string program = window->base_title;
+  EXPECT_FALSE(program.empty());
+  EXPECT_EQ(program, window->get_title().raw());
+
+  auto& panel = *window->survey_panel1;
+  choose(*panel.month, "January");
+  choose(*panel.mday, "2");
+  choose(*panel.year, "2021");
+  EXPECT_EQ("2021-01-02 - " + program, window->get_title().raw());
+  choose(*panel.dive_start, "9 AM");
+  EXPECT_EQ("2021-01-02 9 AM - " + program, window->get_title().raw());
+  choose_subregion("Northwest");
+  choose_survey_type("Northwest: abundance");
+  panel.zonecode->set_text("31020003");
+  settle();
+  EXPECT_EQ("2021-01-02 9 AM - Washington, San Juan Islands, Rosario Wall - " + program,
+            window->get_title().raw());
+}
+
+TEST_F(SurveyWindowTest, CarriesOnlyIconsThatCouldBeLoaded)
+{
+  create_window();
+  const auto loaded = MyApp::icon_list;
+  ASSERT_EQ(5U, loaded.size());
+  MyApp::icon_list.emplace_back(); // what a missing file leaves
+  create_window();
+  MyApp::icon_list = loaded;
+  for (const Gtk::Window* labelled :
+       {static_cast<Gtk::Window*>(window), static_cast<Gtk::Window*>(window->contact_dialog),
+        static_cast<Gtk::Window*>(window->instructions_dialog),
+        static_cast<Gtk::Window*>(window->about_dialog)})
+    EXPECT_EQ(5U, labelled->get_icon_list().size()) << labelled->get_title();
+}
+
+TEST_F(SurveyWindowTest, CountsAsUnchangedWhenItIsNew)
+{
+  create_window();
+  EXPECT_FALSE(window->survey.xml_current.empty());
+  EXPECT_EQ(window->survey.xml_current.raw(), window->survey.xml_pristine.raw());
+  EXPECT_EQ(window->survey.xml_current.raw(), window->survey.xml_last_saved.raw());
+  EXPECT_FALSE(window->file_needs_saving());
+}
+
+TEST_F(SurveyWindowTest, ClosesWithoutAQuestionWhileUnchanged)
+{
+  open_window();
+  expect_no_dialog([&] { close_by_frame(); });
+  EXPECT_FALSE(window->get_visible());
+  EXPECT_TRUE(my_app->app->get_windows().empty()) << "which ends the program";
+}
+
+TEST_F(SurveyWindowTest, ClosesWithoutAQuestionForTheMemberAlone)
+{
+  open_window();
+  window->member_panel->member_id->set_text("1234");
+  window->member_panel->last_name->set_text("Marsh");
+  expect_no_dialog([&] { close_by_frame(); });
+  EXPECT_FALSE(window->get_visible());
+}
+
+TEST_F(SurveyWindowTest, AsksBeforeAChangedSurveyIsClosed)
+{
+  open_window();
+  choose_subregion("Northwest");
+  const auto seen = answer_next_dialog(Gtk::RESPONSE_CANCEL, [&] { close_by_frame(); });
+  EXPECT_EQ("Survey Not Saved Yet!", seen.title);
+  EXPECT_PRED_FORMAT2(testing::IsSubstring, "Save it before closing this survey?", seen.text.raw());
+  EXPECT_TRUE(window->get_visible());
+  answer_next_dialog(Gtk::RESPONSE_DELETE_EVENT, [&] { close_by_frame(); });
+  EXPECT_TRUE(window->get_visible()) << "closing the question is no answer";
+  answer_next_dialog(Gtk::RESPONSE_NO, [&] { close_by_frame(); });
+  EXPECT_FALSE(window->get_visible());
+}
+
+TEST_F(SurveyWindowTest, TellsTheFrameToWaitOnlyIfTheUserDoes)
+{
+  open_window();
+  EXPECT_FALSE(window->on_delete_event(nullptr)) << "nothing to lose";
+  choose_subregion("Northwest");
+  answer_next_dialog(Gtk::RESPONSE_CANCEL, [&] { EXPECT_TRUE(window->on_delete_event(nullptr)); });
+  answer_next_dialog(Gtk::RESPONSE_NO, [&] { EXPECT_FALSE(window->on_delete_event(nullptr)); });
+}
+
+TEST_F(SurveyWindowTest, SavesFromItsButton)
+{
+  open_window();
+  choose_subregion("Northwest");
+  const auto seen = answer_next_dialog(Gtk::RESPONSE_OK, [&] { press(*window->save_button); });
+  EXPECT_EQ("Survey Saved", seen.title);
+  EXPECT_EQ(4U, seen.buttons.size()) << "OK and what to do next";
+  EXPECT_EQ(my_app->get_survey_dir(MyApp::WD_IN_PROGRESS) + "/PNW-00000000-0000.MAVO-Survey",
+            window->survey.filename);
+}
+
+TEST_F(SurveyWindowTest, MarksAsReadyFromItsButton)
+{
+  open_window();
+  choose_subregion("Northwest");
+  window->ready_button->set_sensitive(true); // as a complete survey does
+  answer_next_dialog(Gtk::RESPONSE_OK, [&] { press(*window->ready_button); });
+  EXPECT_EQ(my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD) + "/PNW-00000000-0000.MAVO-Survey",
+            window->survey.filename);
+}
+
+TEST_F(SurveyWindowTest, HidesWhatThePagesOfLaterStepsHaveNothingFor)
+{
+  create_window();
+  const auto& unlisted = *window->unlisted_panel;
+  EXPECT_FALSE(unlisted.selected_species_box->get_visible());
+  EXPECT_FALSE(unlisted.found_species_box->get_visible());
+  EXPECT_FALSE(unlisted.found_species_heading->get_visible());
+  EXPECT_FALSE(unlisted.no_found_species_heading->get_visible());
+  EXPECT_EQ("Common Name", unlisted.species_search_by->get_label());
+  EXPECT_FALSE(window->confirm_panel->conf_listed_box->get_visible());
+  EXPECT_FALSE(window->confirm_panel->conf_unlisted_box->get_visible());
+}
+
+TEST_F(SurveyWindowTest, SelectsNoSavedSurveyAtStart)
+{
+  create_window();
+  auto& start = *window->start_panel;
+  MyApp::WhichDir which = MyApp::WD_UPLOADED;
+  EXPECT_EQ("", start.lookup_selected_survey(&which));
+  EXPECT_EQ(MyApp::WD_NOT_A_SURVEY, which);
+  EXPECT_EQ("", start.lookup_selected_survey(nullptr));
+  EXPECT_EQ("Edit", start.edit_view_button->get_label());
+  EXPECT_EQ("Mark For Upload", start.mark_button->get_label());
+  EXPECT_FALSE(start.mark_button->get_visible());
+  for (const auto* button :
+       {start.edit_view_button, start.mark_button, start.upload_button, start.delete_button})
+    EXPECT_FALSE(button->get_sensitive()) << button->get_label();
+}
