@@ -1,0 +1,14 @@
+"""journeys APPLICATION_DIR RESULTS.xml [NAME...]: runs all journeys, or those with these names.
+
+The outcome of each goes to RESULTS.xml in the form that GoogleTest writes.
+"""
+
+import os
+import sys
+
+from .results import run
+
+os.environ["MAVO_APPLICATION_DIR"] = sys.argv[1]
+from . import test_journeys  # noqa: E402  it reads the variable
+
+sys.exit(run(test_journeys, sys.argv[2], sys.argv[3:]))

@@ -1,0 +1,73 @@
+"""What a saved survey must hold, by the plain rules of its format."""
+
+import re
+import subprocess
+import xml.etree.ElementTree as ElementTree
+
+from . import entry
+
+ELEMENTS = (
+    "member_id last_name subregion survey_subtype year month mday dive_start zonecode "
+    "surface_temp bottom_temp temp_units bottom_time visibility avg_depth max_depth current "
+    "habitat species_view ids"
+).split()
+
+
+def is_well_formed(path):
+    return subprocess.run(["xmllint", "--noout", path], check=False).returncode == 0
+
+
+def values_of(path):
+    """The elements of the survey in order, as (name, text) pairs."""
+    root = ElementTree.parse(path).getroot()
+    assert [child.tag for child in root] == ["survey"], "the root holds one survey"
+    return [(child.tag, (child.text or "").strip("\n ") if len(child) else child.text or "") for child in root.find("survey")]
+
+
+def species_of(path):
+    """(id, abundance, response) of each species, as they are written."""
+    root = ElementTree.parse(path).getroot()
+    found = root.findall("survey/ids/species")
+    return [(s.get("id"), s.get("abun"), s.get("resp")) for s in found]
+
+
+def expected_values(place, choices):
+    """The same pairs for the survey that `entry.enter_all` enters.
+
+    `choices` gives the id of what it chooses of a list, by the list's name.
+    """
+    return [
+        ("member_id", entry.MEMBER),
+        ("last_name", entry.NAME),
+        ("subregion", place.subregion),
+        ("survey_subtype", str(place.type_id)),
+        ("year", "2021"),
+        ("month", "06"),
+        ("mday", "30"),
+        ("dive_start", "9"),
+        ("zonecode", place.zone_code),
+        ("surface_temp", entry.SURFACE),
+        ("bottom_temp", entry.BOTTOM),
+        ("temp_units", "C"),
+        ("bottom_time", entry.MINUTES),
+        ("visibility", str(choices["visibility"])),
+        ("avg_depth", str(choices["depth"])),
+        ("max_depth", str(choices["depth"])),
+        ("current", str(choices["current"])),
+        ("habitat", str(place.habitat_id)),
+        ("species_view", str(place.view_id)),
+        ("ids", ""),
+    ]
+
+
+def expected_species(place):
+    marked = sorted(entry.species_to_mark(place))
+    return [(f"{n:04d}", str(abun), str(resp)) for n, (abun, _, resp) in marked]
+
+
+def root_attributes(path):
+    return ElementTree.parse(path).getroot().attrib
+
+
+def looks_like_a_build_date(text):
+    return re.fullmatch(r"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d", text) is not None

@@ -1,0 +1,160 @@
+"""The running program: started in a home of its own, used through its window."""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+
+from .screen import STATE, application_of
+from .waiting import wait_for
+
+
+class Program:
+    """The program from the time it is started until it has ended.
+
+    `application_dir` is the directory that holds MacOS, resources and data-files.
+    `home` is where it keeps surveys; a fresh one, removed at the end, if not given.
+    """
+
+    def __init__(self, application_dir, home=None):
+        self.own_home = home is None
+        self.home = pathlib.Path(home or tempfile.mkdtemp(prefix="mavo-journey-"))
+        self.output_path = self.home / "output.txt"
+        executable = pathlib.Path(application_dir).resolve() / "MacOS" / "mavo-survey"
+        environment = {**os.environ, "HOME": str(self.home), "NO_AT_BRIDGE": "0"}
+        environment["XDG_CONFIG_HOME"] = str(self.home / ".config")
+        with open(self.output_path, "wb") as output:
+            self.process = subprocess.Popen(
+                [executable], env=environment, stdout=output, stderr=subprocess.STDOUT
+            )
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, value, traceback):
+        if kind is not None:
+            print(f"The program's output:\n{self.output().split('Proceeding...')[-1]}")
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+        if self.own_home:
+            shutil.rmtree(self.home, ignore_errors=True)
+
+    def output(self):
+        """All that it has printed so far."""
+        return self.output_path.read_text(errors="replace")
+
+    def version(self):
+        """The version that it says it is."""
+        return re.search(r"^MAVO-Survey version ([\d.]+), built ", self.output(), re.M).group(1)
+
+    def wait_for_end(self):
+        """Its exit status, once it has ended by itself."""
+        return self.process.wait(timeout=30)
+
+    # --- its windows ---
+
+    def windows(self):
+        """All windows and dialogs that are shown, the newest last."""
+        assert self.process.poll() is None, f"the program has ended: {self.output()}"
+        application = application_of(self.process.pid)
+        if application is None:
+            return []
+        application.accessible.clear_cache()
+        return [window for window in application.children() if window.is_shown]
+
+    def window(self, title_end="MAVO Survey"):
+        """The survey's window; its title may begin with date and place."""
+
+        def look():
+            frames = [w for w in self.windows() if w.role == "frame"]
+            return next((w for w in frames if w.name.endswith(title_end)), None)
+
+        return wait_for("the program's window", look)
+
+    def dialogs(self):
+        return [window for window in self.windows() if window.role in ("dialog", "alert")]
+
+    def dialog(self, title):
+        """The dialog with this title. Messages hide theirs: see `message`."""
+
+        def look():
+            return next((dialog for dialog in self.dialogs() if dialog.name == title), None)
+
+        return wait_for(f"dialog {title!r}", look)
+
+    def message(self, words):
+        """The message that has these words in its text."""
+
+        def look():
+            return next((d for d in self.dialogs() if words in "\n".join(d.labels())), None)
+
+        return wait_for(f"message with {words!r}", look)
+
+    def answer(self, words, button, other_follows=False):
+        """Presses a button of the message with these words, and gives all its text.
+
+        Returns once no dialog is left, unless another one follows.
+        """
+        message = self.message(words)
+        text = "\n".join(message.labels())
+        message.find("push button", button).click()
+        if not other_follows:
+            self.wait_for_no_dialog()
+        return text
+
+    def wait_for_no_dialog(self):
+        wait_for(
+            "all dialogs are gone", lambda: self.process.poll() is not None or not self.dialogs()
+        )
+
+    # --- its menus and panels ---
+
+    def activate_menu(self, menu, item):
+        """Chooses an item of the menu bar."""
+        menu = self.window().find("menu", menu)
+        menu.click()
+        menu.find("menu item", item).click()
+
+    def open_panel(self, tab):
+        """Turns the notebook to a panel and gives it."""
+        notebook = self.window().find("page tab list")
+        page = notebook.find("page tab", tab)
+        index = [child.name for child in notebook.children()].index(tab)
+        notebook.select(index)
+        wait_for(f"panel {tab!r} is shown", lambda: page.has(STATE.SELECTED))
+        return page
+
+    def panel_shown(self):
+        """The page of the notebook that is in front."""
+        notebook = self.window().find("page tab list")
+        return notebook.find("page tab", where=lambda page: page.has(STATE.SELECTED))
+
+    def wait_for_other_panel(self, name):
+        """The name of the panel in front, once it is not the one of that name any more."""
+
+        def look():
+            shown = self.panel_shown().name
+            return shown if shown != name else None
+
+        return wait_for(f"another panel than {name!r}", look)
+
+    def popup_menu(self):
+        """The menu that has popped up."""
+
+        def look():
+            for window in self.windows():
+                menu = window if window.role == "menu" else window.look_for("menu")
+                if menu and menu.is_shown and window.role == "window":
+                    return menu
+            return None
+
+        return wait_for("a menu pops up", look)
+
+    # --- the survey store ---
+
+    def saved_surveys(self):
+        """The paths of all saved surveys, by state and name."""
+        return sorted((self.home / "Documents" / "MAVO-Survey").glob("*/*.MAVO-Survey"))

@@ -1,0 +1,256 @@
+"""What the screen offers: things with a role and a name that can be used.
+
+A thin layer over AT-SPI. Things change under the hands of who looks at them, so
+every look asks the program anew and none of them is kept for long.
+"""
+
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+gi.require_version("Gdk", "3.0")
+from gi.repository import Atspi, Gdk, GLib  # noqa: E402  the versions come first
+
+from .waiting import PAUSE, wait_for  # noqa: E402
+
+STATE = Atspi.StateType
+TREES = ("tree table", "table")
+KEYS = {
+    "Return": Gdk.KEY_Return,
+    "Right": Gdk.KEY_Right,
+    "Down": Gdk.KEY_Down,
+    "Up": Gdk.KEY_Up,
+    "Home": Gdk.KEY_Home,
+    "Escape": Gdk.KEY_Escape,
+    "Tab": Gdk.KEY_Tab,
+    "Menu": Gdk.KEY_Menu,
+}
+
+
+class Thing:
+    """One thing on the screen."""
+
+    def __init__(self, accessible):
+        self.accessible = accessible
+
+    def __repr__(self):
+        return f"{self.role} {self.name!r}"
+
+    # --- what it is ---
+
+    @property
+    def role(self):
+        return self.accessible.get_role_name()
+
+    @property
+    def name(self):
+        return self.accessible.get_name() or ""
+
+    @property
+    def text(self):
+        """What a label or an entry shows."""
+        interface = self.accessible.get_text_iface()
+        if interface is None:
+            return self.name
+        return Atspi.Text.get_text(interface, 0, -1)
+
+    def has(self, state):
+        return self.accessible.get_state_set().contains(state)
+
+    @property
+    def is_shown(self):
+        return self.has(STATE.SHOWING)
+
+    @property
+    def is_sensitive(self):
+        return self.has(STATE.SENSITIVE)
+
+    @property
+    def is_checked(self):
+        return self.has(STATE.CHECKED)
+
+    @property
+    def is_picked(self):
+        """Whether an item of an open menu is the current one."""
+        return self.has(STATE.SELECTED) or self.has(STATE.FOCUSED)
+
+    @property
+    def extents(self):
+        """Its rectangle in pixels of the screen: x, y, width, height."""
+        rect = Atspi.Component.get_extents(
+            self.accessible.get_component_iface(), Atspi.CoordType.SCREEN
+        )
+        return rect.x, rect.y, rect.width, rect.height
+
+    # --- what is inside ---
+
+    def children(self):
+        count = self.accessible.get_child_count()
+        found = (self.accessible.get_child_at_index(i) for i in range(count))
+        return [Thing(child) for child in found if child is not None]
+
+    def walk(self, into_trees=False):
+        """Itself and all that is inside, but not the rows of trees unless asked for."""
+        yield self
+        if into_trees or self.role not in TREES:
+            for child in self.children():
+                yield from child.walk(into_trees)
+
+    def look_for(self, role, name=None, where=None):
+        """The first thing inside of that role, and name if given; None if there is none."""
+        try:
+            for thing in self.walk():
+                if thing.role != role or name is not None and thing.name != name:
+                    continue
+                if where is None or where(thing):
+                    return thing
+        except GLib.Error:  # something went while we looked at it
+            pass
+        return None
+
+    def find(self, role, name=None, where=None):
+        """The same, waited for."""
+
+        def look():
+            self.accessible.clear_cache()
+            return self.look_for(role, name, where)
+
+        return wait_for(f"{role} {name!r} in {self!r}", look)
+
+    def find_any(self, roles, name):
+        """Waits for a thing of that name and one of these roles."""
+
+        def look():
+            self.accessible.clear_cache()
+            return next(filter(None, (self.look_for(role, name) for role in roles)), None)
+
+        return wait_for(f"{' or '.join(roles)} {name!r} in {self!r}", look)
+
+    def select(self, index):
+        """Selects the child with that number of a notebook or list."""
+        Atspi.Selection.select_child(self.accessible.get_selection_iface(), index)
+
+    def labels(self):
+        """The texts of all labels that are shown inside."""
+        return [thing.text for thing in self.walk() if thing.role == "label" and thing.is_shown]
+
+    # --- using it ---
+
+    def click(self, button=1):
+        """Clicks on its middle with the mouse, once it can be used and stands still.
+
+        The mouse it is, not the bus's own "do your action": the program would not
+        answer on the bus for as long as that action keeps a dialog open.
+        """
+        wait_for(f"{self!r} can be used", lambda: self.is_shown and self.is_sensitive)
+        x, y, width, height = wait_for(f"{self!r} stands still", self.settled_extents)
+        Atspi.generate_mouse_event(x + width // 2, y + height // 2, f"b{button}c")
+
+    def settled_extents(self):
+        before = self.extents
+        time.sleep(PAUSE)
+        return before if before == self.extents else None
+
+    def set_text(self, text):
+        """Replaces what an entry holds."""
+        wait_for(f"{self!r} can be used", lambda: self.is_sensitive)
+        Atspi.EditableText.set_text_contents(self.accessible.get_editable_text_iface(), text)
+        wait_for(f"{self!r} holds {text!r}", lambda: self.text == text)
+
+    def choices(self):
+        """The labels that a combo box offers."""
+        menu = Thing(self.accessible.get_child_at_index(0))
+        return [item.name for item in menu.children()]
+
+    @property
+    def chosen(self):
+        """The label that a combo box shows, empty if nothing is chosen."""
+        chosen = Atspi.Selection.get_selected_child(self.accessible.get_selection_iface(), 0)
+        return Thing(chosen).name if chosen else ""
+
+    def choose(self, label):
+        """Chooses the entry of a combo box that has this label."""
+
+        def offers():
+            self.accessible.clear_cache()
+            return label in self.choices()
+
+        wait_for(f"{self!r} offers {label!r}", offers)
+        Atspi.Selection.select_child(
+            self.accessible.get_selection_iface(), self.choices().index(label)
+        )
+
+    def focus(self):
+        Atspi.Component.grab_focus(self.accessible.get_component_iface())
+        wait_for(f"{self!r} has the focus", lambda: self.has(STATE.FOCUSED))
+
+    # --- trees ---
+
+    def rows(self):
+        """The rows of a tree that are unfolded, each a list of its cells."""
+        self.accessible.clear_cache()
+        table = self.accessible.get_table_iface()
+        columns = Atspi.Table.get_n_columns(table)
+        for row in range(Atspi.Table.get_n_rows(table)):
+            cells = (Atspi.Table.get_accessible_at(table, row, n) for n in range(columns))
+            yield [Thing(cell) for cell in cells]
+
+    def find_row(self, text):
+        """The cells of the first row that has this text in one of them."""
+
+        def look():
+            try:
+                return next((row for row in self.rows() if text in [c.text for c in row]), None)
+            except GLib.Error:
+                return None
+
+        return wait_for(f"row {text!r} in {self!r}", look)
+
+    def scroll_to(self):
+        """Brings a cell into view and makes its row the tree's current one."""
+        Atspi.Component.grab_focus(self.accessible.get_component_iface())
+        wait_for(f"{self!r} is in view", lambda: self.is_shown and self.extents[1] >= 0)
+
+
+def press_key(name):
+    """Presses and releases a key of the keyboard."""
+    Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.SYM)
+
+
+def application_of(pid):
+    """The thing that stands for the program with this process id, or None."""
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
+    for index in range(desktop.get_child_count()):
+        child = desktop.get_child_at_index(index)
+        try:
+            if child is not None and child.get_process_id() == pid:
+                return Thing(child)
+        except GLib.Error:  # a program that has just ended
+            pass
+    return None
+
+
+def picture_of(thing=None):
+    """What the display shows: all of it, or where `thing` is."""
+    Gdk.init([])
+    root = Gdk.get_default_root_window()
+    area = thing.settled_extents() if thing else None
+    return Gdk.pixbuf_get_from_window(root, *(area or (0, 0, root.get_width(), root.get_height())))
+
+
+def take_picture(path, thing=None):
+    """Saves what the display shows as a PNG file."""
+    picture_of(thing).savev(str(path), "png", [], [])
+
+
+def wait_until_still():
+    """Returns once everything is drawn: two looks a moment apart see the same."""
+
+    def is_still():
+        before = picture_of().get_pixels()
+        time.sleep(0.25)
+        return before == picture_of().get_pixels()
+
+    wait_for("the display stands still", is_still)

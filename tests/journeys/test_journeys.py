@@ -1,0 +1,175 @@
+"""Journeys of a diver through the program."""
+
+import os
+import pathlib
+import unittest
+
+from . import document, entry
+from .program import Program
+from .reference import a_place, labels
+
+APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
+DATA_FILES = APPLICATION_DIR / "data-files"
+UNSAVED = "Survey has been changed without being saved!"
+
+
+class Journey(unittest.TestCase):
+    """Each journey starts the program anew, with nothing saved."""
+
+    def setUp(self):
+        self.place = a_place(DATA_FILES)
+        self.program = self.enterContext(Program(APPLICATION_DIR))
+        self.program.window()
+
+    def button(self, name):
+        return self.program.window().find("push button", name)
+
+    def expect_end(self):
+        self.assertEqual(0, self.program.wait_for_end())
+
+
+class EnteringASurvey(Journey):
+    def save(self):
+        """Saves; gives the words of the dialog that follows and the path of the only survey."""
+        self.button("Save For Later").click()
+        words = "\n".join(self.program.message("Survey saved to").labels())
+        (path,) = self.program.saved_surveys()
+        return words, path
+
+    def test_leaves_one_file_that_holds_all_of_it(self):
+        entry.enter_all(self.program, self.place)
+        words, path = self.save()
+        self.assertEqual("In Progress", path.parent.name)
+        zone = self.place.zone_code
+        name = f"{entry.MEMBER}-{self.place.subregion}-20210630-0900-{zone}.MAVO-Survey"
+        self.assertEqual(name, path.name)
+        self.assertIn(str(path), words)
+        self.assertTrue(document.is_well_formed(path))
+        groups = ("visibility", "depth", "current")
+        choices = {group: labels(DATA_FILES, group)[entry.CHOICE][0] for group in groups}
+        self.assertEqual(document.expected_values(self.place, choices), document.values_of(path))
+        self.assertEqual(document.expected_species(self.place), document.species_of(path))
+
+    def test_marks_the_document_with_format_program_and_machine(self):
+        entry.enter_place_and_date(self.program, self.place)
+        _, path = self.save()
+        found = document.root_attributes(path)
+        names = ["version", "software_version", "software_build", "software_platform"]
+        self.assertEqual(names, list(found))
+        self.assertEqual("1.0", found["version"])
+        self.assertTrue(document.looks_like_a_build_date(found["software_build"]))
+        self.assertTrue(found["software_platform"].startswith("Linux "))
+
+    def test_goes_on_with_the_next_one_for_the_same_member_and_place(self):
+        entry.enter_member(self.program)
+        entry.enter_place_and_date(self.program, self.place)
+        self.save()
+        self.program.answer("Survey saved to", "Start New Survey")
+        window = self.program.window("MAVO Survey")
+        self.assertEqual("MAVO Survey", window.name)
+        panel = self.program.panel_shown()
+        self.assertEqual("Survey Info Part 1", panel.name)
+        self.assertEqual(self.place.subregion_name, panel.find("combo box", "Location").chosen)
+        self.assertEqual(self.place.type_name, panel.find("combo box", "Survey type").chosen)
+        panel = self.program.open_panel("Member Info")
+        self.assertEqual(entry.MEMBER, panel.find("text", "Member number").text)
+        self.assertEqual(entry.NAME, panel.find("text", "Last name").text)
+        # Nothing of this was typed for the new survey, so no question is asked.
+        self.program.activate_menu("File", "Close Survey")
+        self.expect_end()
+
+    def test_is_not_asked_about_again_once_it_is_saved(self):
+        entry.enter_place_and_date(self.program, self.place)
+        self.save()
+        self.program.answer("Survey saved to", "OK")
+        self.program.activate_menu("File", "Quit")
+        self.expect_end()
+
+
+class LeavingASurvey(Journey):
+    def enter_something_and_close(self):
+        entry.enter_member(self.program)
+        entry.enter_place_and_date(self.program, self.place)
+        self.program.activate_menu("File", "Close Survey")
+
+    def test_cancel_keeps_all_that_was_typed(self):
+        self.enter_something_and_close()
+        asked = self.program.answer(UNSAVED, "Cancel")
+        self.assertIn("Save it before closing this survey?", asked)
+        panel = self.program.open_panel("Survey Info Part 1")
+        self.assertEqual(self.place.subregion_name, panel.find("combo box", "Location").chosen)
+        panel = self.program.open_panel("Member Info")
+        self.assertEqual(entry.NAME, panel.find("text", "Last name").text)
+
+    def test_no_ends_the_program_and_saves_nothing(self):
+        self.enter_something_and_close()
+        self.program.answer(UNSAVED, "No")
+        self.expect_end()
+        self.assertEqual([], self.program.saved_surveys())
+
+    def test_save_tells_where_the_survey_is_and_ends_the_program(self):
+        self.enter_something_and_close()
+        self.program.answer(UNSAVED, "Save", other_follows=True)
+        words = self.program.answer("Survey saved to", "OK")
+        self.expect_end()
+        (path,) = self.program.saved_surveys()
+        self.assertIn(str(path), words)
+
+    def test_closing_with_nothing_entered_asks_nothing(self):
+        self.program.activate_menu("File", "Close Survey")
+        self.expect_end()
+
+    def test_saving_without_a_place_is_refused_with_the_reason(self):
+        self.assertFalse(self.button("Save For Later").is_sensitive)
+        self.program.activate_menu("File", "Save survey for later")
+        self.program.answer("you must select a location before you can save a survey", "OK")
+        self.assertEqual([], self.program.saved_surveys())
+
+
+class AskingForHelp(Journey):
+    def read(self, item, title):
+        self.program.activate_menu("Help", item)
+        dialog = self.program.dialog(title)
+        words = "\n".join(dialog.labels())
+        dialog.find("push button", "Close").click()
+        self.program.wait_for_no_dialog()
+        return words
+
+    def test_instructions_are_shown(self):
+        words = self.read("Instructions", "Instructions for survey data entry")
+        self.assertGreater(len(words), 500)
+
+    def test_the_organisation_can_be_reached(self):
+        self.assertIn("@", self.read("Contact MAVO", "Contact MAVO"))
+
+    def test_release_notes_name_the_version(self):
+        version = self.program.version()
+        words = self.read("Release Notes", f"Release notes - Version {version}")
+        self.assertGreater(len(words), 100)
+
+    def test_the_about_box_names_version_and_build(self):
+        words = self.read("About MAVO Survey...", "About MAVO Survey")
+        self.assertIn(f"Version {self.program.version()}\nBuilt ", words)
+
+
+class MovingThroughThePanels(Journey):
+    def test_next_and_back_walk_through_all_seven_panels(self):
+        walked = [self.program.panel_shown().name]
+        for _ in range(6):
+            self.button("Next").click()
+            walked.append(self.program.wait_for_other_panel(walked[-1]))
+        self.assertEqual(
+            [
+                "Start/Open Survey",
+                "Member Info",
+                "Survey Info Part 1",
+                "Survey Info Part 2",
+                "Listed Species",
+                "Unlisted Species",
+                "Confirmation",
+            ],
+            walked,
+        )
+        self.assertFalse(self.button("Next").is_sensitive)
+        self.button("Back").click()
+        self.assertEqual(walked[-2], self.program.wait_for_other_panel(walked[-1]))
