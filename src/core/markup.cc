@@ -52,6 +52,15 @@ Glib::ustring escape_markup(const Glib::ustring& text)
   return escaped.get();
 }
 
+// Works on bytes: an ampersand is never part of a longer character.
+Glib::ustring escape_ampersands(const Glib::ustring& text)
+{
+  std::string bytes = text.raw();
+  for (auto at = bytes.find('&'); at != std::string::npos; at = bytes.find('&', at + 5))
+    bytes.insert(at + 1, "amp;");
+  return bytes;
+}
+
 bool is_markup(const Glib::ustring& text)
 {
   if (!text.validate() || !is_well_formed(text))

@@ -5,6 +5,9 @@
 // Plain words as Pango markup: shows exactly as typed.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
+// `text` with its ampersands as plain words and its tags as they are.
+Glib::ustring escape_ampersands(const Glib::ustring& text);
+
 // Whether the toolkit's labels can show `text` as markup, links included.
 bool is_markup(const Glib::ustring& text);
 

@@ -1,6 +1,29 @@
 #include "ui/confirm-panel.h"
 
+#include "core/report.h"
+#include "core/widget-helpers.h"
+#include "ui/listed-panel.h"
 #include "ui/survey-window.h"
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+// Whether the row is a marked species in (or outside) the view, or a family
+// that has one.
+bool is_marked(const SpeciesTreeColumns& columns, const Gtk::TreeIter& iter, bool in_view)
+{
+  if (iter->get_value(columns.col_id) >= 0)
+    return iter->get_value(columns.col_abundance) != 0 &&
+           iter->get_value(columns.col_in_view) == in_view;
+  for (const auto& child : iter->children())
+    if (is_marked(columns, child, in_view))
+      return true;
+  return false;
+}
+
+} // namespace
 
 ConfirmPanel::ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Grid(cobject)
@@ -21,6 +44,9 @@ void ConfirmPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
   confirm_bottom_time->signal_toggled().connect(sigc::mem_fun(*this, &ConfirmPanel::refresh));
   conf_listed_box->hide();
   conf_unlisted_box->hide();
+  connect_trees();
+  attach_models();
+  update_columns();
 }
 
 void ConfirmPanel::find_labels(const Glib::RefPtr<Gtk::Builder>& builder)
@@ -68,4 +94,114 @@ void ConfirmPanel::find_labels(const Glib::RefPtr<Gtk::Builder>& builder)
     builder->get_widget(row.id, this->*row.label);
 }
 
-void ConfirmPanel::refresh() {}
+void ConfirmPanel::connect_trees()
+{
+  conf_listed_tree->signal_cursor_changed().connect(
+      sigc::mem_fun(*this, &ConfirmPanel::on_listed_clicked));
+  listed_selection = conf_listed_tree->get_selection();
+  prepare_species_tree(*conf_listed_tree, listed_parts,
+                       sigc::mem_fun(*this, &ConfirmPanel::listed_render_id));
+
+  conf_unlisted_tree->signal_cursor_changed().connect(
+      sigc::mem_fun(*this, &ConfirmPanel::on_unlisted_clicked));
+  unlisted_selection = conf_unlisted_tree->get_selection();
+  prepare_species_tree(*conf_unlisted_tree, unlisted_parts,
+                       sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id));
+}
+
+void ConfirmPanel::detach_models()
+{
+  conf_listed_tree->unset_model();
+  conf_unlisted_tree->unset_model();
+  listed_filter.reset();
+  unlisted_filter.reset();
+}
+
+void ConfirmPanel::attach_models()
+{
+  listed_filter = Gtk::TreeModelFilter::create(window->listed_model);
+  listed_filter->set_visible_func(sigc::mem_fun(*this, &ConfirmPanel::listed_check_visible));
+  conf_listed_tree->set_model(listed_filter);
+  unlisted_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
+  unlisted_filter->set_visible_func(sigc::mem_fun(*this, &ConfirmPanel::unlisted_check_visible));
+  conf_unlisted_tree->set_model(unlisted_filter);
+}
+
+void ConfirmPanel::update_columns()
+{
+  const NameDisplay names = window->listed_panel->take_name_display();
+  const auto& columns = window->species_columns;
+  set_species_tree_columns(*conf_listed_tree, listed_parts, columns, names, "Number seen");
+  set_species_tree_columns(*conf_unlisted_tree, unlisted_parts, columns, names, "Number seen");
+  conf_listed_tree->expand_all();
+  conf_unlisted_tree->expand_all();
+}
+
+void ConfirmPanel::show_summaries()
+{
+  conf_listed_tree->remove_all_columns();
+  conf_unlisted_tree->remove_all_columns();
+
+  listed_filter->refilter();
+  conf_listed_tree->expand_all();
+  conf_listed_species->set_text("Listed Species: " + std::to_string(num_listed));
+  show_or_hide(conf_listed_box, num_listed >= 1);
+
+  unlisted_filter->refilter();
+  conf_unlisted_tree->expand_all();
+  conf_unlisted_species->set_text("Unlisted Species: " + std::to_string(num_unlisted));
+  show_or_hide(conf_unlisted_box, num_unlisted >= 1);
+
+  update_columns();
+}
+
+bool ConfirmPanel::listed_check_visible(const Gtk::TreeIter& iter) const
+{
+  return is_marked(window->species_columns, iter, true);
+}
+
+bool ConfirmPanel::unlisted_check_visible(const Gtk::TreeIter& iter) const
+{
+  return is_marked(window->species_columns, iter, false);
+}
+
+void ConfirmPanel::on_listed_clicked()
+{
+  on_summary_clicked(*conf_listed_tree);
+}
+
+void ConfirmPanel::on_unlisted_clicked()
+{
+  on_summary_clicked(*conf_unlisted_tree);
+}
+
+// Families fold; species only show here.
+void ConfirmPanel::on_summary_clicked(Gtk::TreeView& tree)
+{
+  const auto selection = tree.get_selection();
+  const auto row = selection->get_selected();
+  if (!row)
+    return;
+  trace_selected(*row);
+  const auto paths = selection->get_selected_rows();
+  if ((*row)[window->species_columns.col_id] < 0 && !paths.empty())
+    toggle_row(tree, paths.front());
+}
+
+void ConfirmPanel::trace_selected(const Gtk::TreeRow& row) const
+{
+  const auto& columns = window->species_columns;
+  if (debug_level >= 30)
+    printf("species selected: id %d: %s\n", row.get_value(columns.col_id),
+           row.get_value(columns.col_common).c_str());
+}
+
+void ConfirmPanel::listed_render_id(Gtk::CellRenderer*, const Gtk::TreeIter& iter)
+{
+  render_id_cell(window->species_columns, listed_parts.id_cell, iter);
+}
+
+void ConfirmPanel::unlisted_render_id(Gtk::CellRenderer*, const Gtk::TreeIter& iter)
+{
+  render_id_cell(window->species_columns, unlisted_parts.id_cell, iter);
+}

@@ -1,12 +1,18 @@
 #pragma once
 
+#include "ui/species-tree.h"
+
 #include <gtkmm/box.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
+#include <gtkmm/treemodelfilter.h>
 #include <gtkmm/treeview.h>
 
+namespace Gtk {
+class Entry;
+}
 class MyApp;
 class SurveyWindow;
 
@@ -17,8 +23,33 @@ public:
   ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Shows and checks the survey as it is now.
+  // Shows and checks the survey as it is now: whatever is missing or wrong is
+  // marked in bold red, and survey_complete tells whether anything is. Allows
+  // marking as ready and uploading, or forbids it.
   void refresh();
+  // Shows the columns that the Listed Species page's name buttons ask for.
+  void update_columns();
+  // Let go of the two stores while they are filled, and take them up again.
+  void detach_models();
+  void attach_models();
+
+  // Shows a value and whether it is missing; clears `ok` if it is. Required: 1
+  // always, 0 never, -1 unless the survey's type notes presence only.
+  bool set_simple_field(Gtk::Label* name_label, Gtk::Label* value_label, const Glib::ustring& value,
+                        bool& ok, int required);
+  // `text`, which is markup, in bold red.
+  Glib::ustring redbold(const Glib::ustring& text) const;
+  void set_redbold(Gtk::Label* label) const;
+  void clear_redbold(Gtk::Label* label) const;
+
+  // Whether a summary shows the row: a marked species in or outside the view,
+  // or a family with one.
+  bool listed_check_visible(const Gtk::TreeIter& iter) const;
+  bool unlisted_check_visible(const Gtk::TreeIter& iter) const;
+  void on_listed_clicked();
+  void on_unlisted_clicked();
+  void listed_render_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
+  void unlisted_render_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
@@ -63,7 +94,42 @@ public:
   Gtk::TreeView* conf_listed_tree = nullptr;
   Gtk::Box* conf_unlisted_box = nullptr;
   Gtk::TreeView* conf_unlisted_tree = nullptr;
+  const Glib::ustring red_begin = "<span weight=\"bold\" fgcolor=\"red\">";
+  const Glib::ustring red_end = "</span>";
+  Glib::RefPtr<Gtk::TreeSelection> listed_selection;
+  Glib::RefPtr<Gtk::TreeSelection> unlisted_selection;
+  Glib::RefPtr<Gtk::TreeModelFilter> listed_filter;
+  Glib::RefPtr<Gtk::TreeModelFilter> unlisted_filter;
+  SpeciesTreeParts listed_parts;
+  SpeciesTreeParts unlisted_parts;
 
 private:
   void find_labels(const Glib::RefPtr<Gtk::Builder>& builder);
+  void connect_trees();
+
+  // The checks, in the order in which the page shows them.
+  void check_member(bool& ok);
+  void check_survey_type(bool& ok);
+  void check_survey_date(bool& ok);
+  void check_dive_start(bool& ok);
+  void check_zone_code(bool& ok);
+  void check_temperatures(bool& ok);
+  void check_bottom_time(bool& ok);
+  void check_depths(bool& ok);
+  void check_habitat(bool& ok);
+  void check_species(bool& ok);
+  void show_verdict(bool ok);
+  void show_summaries();
+
+  // Shows a value that may be wrong, with its name marked if it is.
+  void show_checked(Gtk::Label* name_label, Gtk::Label* value_label, const Glib::ustring& text,
+                    bool good, bool& ok);
+  void show_temperature(Gtk::Label* name_label, Gtk::Label* value_label, const Gtk::Entry& entry,
+                        bool& ok);
+  int limit(const Glib::ustring& parameter) const;
+  void trace_selected(const Gtk::TreeRow& row) const;
+  void on_summary_clicked(Gtk::TreeView& tree);
+
+  int num_listed = 0;   // marked species of the view
+  int num_unlisted = 0; // and outside it
 };

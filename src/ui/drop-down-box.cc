@@ -86,3 +86,8 @@ void DropDownBox::choose_first(const Matches& matches)
   else
     set_active(static_cast<int>(found - items.begin()));
 }
+
+bool DropDownBox::on_scroll_event(GdkEventScroll*)
+{
+  return false;
+}

@@ -39,4 +39,9 @@ private:
   bool has_item(int row) const;
   template<typename Matches>
   void choose_first(const Matches& matches);
+
+protected:
+  // The wheel scrolls the page: turned over a box by chance it would otherwise
+  // change what was chosen, unseen.
+  bool on_scroll_event(GdkEventScroll* event) override;
 };

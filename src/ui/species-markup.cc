@@ -30,18 +30,9 @@ Glib::ustring wrapped(const Wrapper& wrapper, const Glib::ustring& markup)
   return wrapper.front + markup + wrapper.back;
 }
 
-// Works on bytes: an ampersand is never part of a longer character.
-Glib::ustring ampersands_escaped(const Glib::ustring& name)
-{
-  std::string text = name.raw();
-  for (auto at = text.find('&'); at != std::string::npos; at = text.find('&', at + 5))
-    text.insert(at + 1, "amp;");
-  return text;
-}
-
 Glib::ustring name_markup(const Glib::ustring& name)
 {
-  const Glib::ustring markup = ampersands_escaped(name);
+  const Glib::ustring markup = escape_ampersands(name);
   const bool has_tags = name.raw().find('<') != std::string::npos;
   return has_tags && !is_markup(markup) ? escape_markup(name) : markup;
 }
@@ -63,7 +54,7 @@ SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::us
   const Wrapper wrapper = wrapper_for(id, rarity);
   return {wrapped(wrapper, name_markup(common)), wrapped(wrapper, name_markup(scientific)),
           wrapped(wrapper, both_names_markup(common, scientific)),
-          wrapped(wrapper, ampersands_escaped(spanish))};
+          wrapped(wrapper, escape_ampersands(spanish))};
 }
 
 Glib::ustring species_id_markup(int id)

@@ -8,6 +8,12 @@ TEST(Markup, PlainWordsAreEscaped)
   EXPECT_EQ("", escape_markup("").raw());
 }
 
+TEST(Markup, EscapedAmpersandsAreNotEscapedAgain)
+{
+  EXPECT_EQ("a &amp; <b>b</b> &amp;&amp; c", escape_ampersands("a & <b>b</b> && c").raw());
+  EXPECT_EQ("&amp;amp;", escape_ampersands("&amp;").raw());
+}
+
 TEST(Markup, ValidMarkupIsTold)
 {
   const struct {
