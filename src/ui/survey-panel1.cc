@@ -24,22 +24,6 @@ namespace {
 
 constexpr unsigned int dive_start_first = 6; // the list begins in the morning
 
-// Blocks a connection while it lives.
-class QuietConnection
-{
-public:
-  explicit QuietConnection(sigc::connection& the_connection) : connection(the_connection)
-  {
-    connection.block();
-  }
-  ~QuietConnection() { connection.unblock(); }
-  QuietConnection(const QuietConnection&) = delete;
-  QuietConnection& operator=(const QuietConnection&) = delete;
-
-private:
-  sigc::connection& connection;
-};
-
 } // namespace
 
 SurveyPanel1::SurveyPanel1(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& /*builder*/)
@@ -107,8 +91,14 @@ void SurveyPanel1::connect_signals()
   zonecode->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_zonecode_changed));
   zone_search->signal_changed().connect(
       sigc::mem_fun(*this, &SurveyPanel1::on_zone_search_changed));
-  geog_clicked = geog_tree->signal_cursor_changed().connect(
-      sigc::mem_fun(*this, &SurveyPanel1::on_geog_clicked));
+  // Folding a row takes along a cursor below it.
+  geog_tree->signal_test_collapse_row().connect([this](const Gtk::TreeIter&, const Gtk::TreePath&) {
+    folding = true;
+    return false; // may be folded
+  });
+  geog_tree->signal_row_collapsed().connect(
+      [this](const Gtk::TreeIter&, const Gtk::TreePath&) { folding = false; });
+  geog_tree->signal_cursor_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_geog_clicked));
 }
 
 void SurveyPanel1::disable_inputs()
@@ -350,9 +340,8 @@ void SurveyPanel1::rebuild_zone_tree()
     rows = zone_tree_rows(survey.region_fish->geog_ids, survey.region_fish->geog_names,
                           survey.region, survey.subregion, zone_search->get_text());
 
-  // Detached, the store fills many times faster; and a cursor that is taken
-  // away with its row is no click.
-  const QuietConnection quiet(geog_clicked);
+  // Detached, the store fills many times faster, and the cursor is not handed
+  // from row to row on the way, which would count as clicks.
   const int search_column = geog_tree->get_search_column(); // lost with the model
   geog_tree->unset_model();
   geog_store->clear();
@@ -369,7 +358,7 @@ void SurveyPanel1::on_geog_clicked()
   Gtk::TreePath path;
   Gtk::TreeViewColumn* column = nullptr;
   geog_tree->get_cursor(path, column);
-  if (path.empty())
+  if (path.empty() || folding)
     return;
   const auto row = geog_store->get_iter(path);
   if (!row)

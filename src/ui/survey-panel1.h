@@ -82,5 +82,5 @@ private:
   void fold_or_unfold(const Gtk::TreePath& path);
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
-  sigc::connection geog_clicked; // blocked while the tree is rebuilt
+  bool folding = false; // a row of the tree is being folded: a cursor that moves is no click
 };

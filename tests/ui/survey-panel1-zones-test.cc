@@ -282,7 +282,12 @@ TEST_F(ZoneTest, FoldsALevelAboveTheChosenZone)
   click("0:0:0");
   panel->geog_tree->collapse_row(Gtk::TreePath("0:0"));
   settle();
+  EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
   panel->geog_tree->collapse_row(Gtk::TreePath("0"));
   settle();
+  EXPECT_EQ("3: Washington\n", visible_rows());
   EXPECT_EQ("31020003", panel->zonecode->get_text());
+
+  click("0"); // where the cursor was left; a click is one again
+  EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
 }
