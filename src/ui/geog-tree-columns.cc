@@ -19,11 +19,22 @@ void GeogTreeColumns::set(const Gtk::TreeRow& row, int id, const Glib::ustring& 
 void GeogTreeColumns::fill(const Glib::RefPtr<Gtk::TreeStore>& store,
                            const std::vector<ZoneRow>& rows) const
 {
-  std::vector<Gtk::TreeIter> open; // the latest row of each depth
-  for (const auto& row : rows) {
-    const auto depth = static_cast<std::size_t>(row.depth);
-    open.resize(depth);
-    open.push_back(depth == 0 ? store->append() : store->append(open.back()->children()));
-    set(*open.back(), row.id, row.name);
+  fill_level(store, store->children(), rows, 0, rows.size(), 0);
+}
+
+// From the last row to the first, since a store finds the start of a list at
+// once but walks to its end: thousands of rows side by side would take seconds.
+void GeogTreeColumns::fill_level(const Glib::RefPtr<Gtk::TreeStore>& store,
+                                 const Gtk::TreeNodeChildren& level,
+                                 const std::vector<ZoneRow>& rows, std::size_t first,
+                                 std::size_t last, int depth) const
+{
+  for (std::size_t i = last; i-- > first;) {
+    if (rows[i].depth != depth)
+      continue;
+    const Gtk::TreeRow row = *store->prepend(level);
+    set(row, rows[i].id, rows[i].name);
+    fill_level(store, row.children(), rows, i + 1, last, depth + 1);
+    last = i;
   }
 }

@@ -21,4 +21,10 @@ public:
   Gtk::TreeModelColumn<int> col_id;
   Gtk::TreeModelColumn<Glib::ustring> col_name;
   Gtk::TreeModelColumn<Glib::ustring> col_label; // "id: name"
+
+private:
+  // The rows of `depth` among [first, last), with all below them.
+  void fill_level(const Glib::RefPtr<Gtk::TreeStore>& store, const Gtk::TreeNodeChildren& level,
+                  const std::vector<ZoneRow>& rows, std::size_t first, std::size_t last,
+                  int depth) const;
 };

@@ -71,6 +71,7 @@ private:
   bool suppressed(const char* handler) const;
   void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
   void fill_boxes();
+  void prepare_zone_tree();
   void connect_signals();
   // Shows a subregion in its box; nothing if the box does not offer it.
   void show_subregion(const Glib::ustring& code);

@@ -1,0 +1,125 @@
+// The part of the panel that finds and names the survey's zone.
+
+#include "core/number.h"
+#include "core/report.h"
+#include "core/text.h"
+#include "core/widget-helpers.h"
+#include "data/region-fish-info.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-window.h"
+#include "ui/zone-tree.h"
+
+#include <cstdio>
+#include <string>
+
+void SurveyPanel1::prepare_zone_tree()
+{
+  geog_store = Gtk::TreeStore::create(geog_columns);
+  geog_tree->set_model(geog_store);
+  geog_tree->append_column("Geographic Zone", geog_columns.col_label);
+  geog_selection = geog_tree->get_selection();
+
+  // Rows of one height need not be measured, which takes seconds for thousands.
+  auto* column = geog_tree->get_column(0);
+  column->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
+  geog_tree->set_fixed_height_mode(true);
+  auto* cell = dynamic_cast<Gtk::CellRendererText*>(column->get_first_cell());
+  cell->property_ellipsize() = Pango::ELLIPSIZE_END;
+
+  // Folding a row takes along a cursor below it.
+  geog_tree->signal_test_collapse_row().connect([this](const Gtk::TreeIter&, const Gtk::TreePath&) {
+    folding = true;
+    return false; // may be folded
+  });
+  geog_tree->signal_row_collapsed().connect(
+      [this](const Gtk::TreeIter&, const Gtk::TreePath&) { folding = false; });
+  geog_tree->signal_cursor_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_geog_clicked));
+}
+
+void SurveyPanel1::on_zone_search_changed()
+{
+  if (window->survey.region_fish)
+    rebuild_zone_tree();
+}
+
+void SurveyPanel1::rebuild_zone_tree()
+{
+  const SurveyData& survey = window->survey;
+  std::vector<ZoneRow> rows;
+  if (survey.region_fish)
+    rows = zone_tree_rows(survey.region_fish->geog_ids, survey.region_fish->geog_names,
+                          survey.region, survey.subregion, zone_search->get_text());
+
+  // Detached, the store fills many times faster, and the cursor is not handed
+  // from row to row, which would count as clicks.
+  const int search_column = geog_tree->get_search_column(); // lost with the model
+  geog_tree->unset_model();
+  geog_store->clear();
+  geog_columns.fill(geog_store, rows);
+  geog_tree->set_model(geog_store);
+  geog_tree->set_search_column(search_column);
+  if (!trim_ws(zone_search->get_text()).empty())
+    geog_tree->expand_all(); // every row with children leads to a match
+  show_or_hide(no_geog_matches, rows.empty());
+}
+
+void SurveyPanel1::on_geog_clicked()
+{
+  Gtk::TreePath path;
+  Gtk::TreeViewColumn* column = nullptr;
+  geog_tree->get_cursor(path, column);
+  if (path.empty() || folding)
+    return;
+  const auto row = geog_store->get_iter(path);
+  if (!row)
+    return;
+
+  const int id = row->get_value(geog_columns.col_id);
+  if (debug_level >= 30)
+    std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
+  if (id < first_complete_zone)
+    fold_or_unfold(path);
+  else if (!window->survey.is_uploaded)
+    zonecode->set_text(std::to_string(id));
+}
+
+void SurveyPanel1::fold_or_unfold(const Gtk::TreePath& path)
+{
+  if (geog_tree->row_expanded(path))
+    geog_tree->collapse_row(path);
+  else
+    geog_tree->expand_row(path, false);
+}
+
+void SurveyPanel1::on_zonecode_changed()
+{
+  if (suppressed("on_zonecode_changed"))
+    return;
+  const Glib::ustring code = get_zonecode();
+  const RegionFishInfo* fish = window->survey.region_fish;
+  if (!fish || code.empty()) {
+    show_zone("", "", "");
+    return;
+  }
+  if (fish->geog_names.count(to_int(code)) == 0) {
+    zone_complete = false;
+    show_zone("Zone Unknown  ", "", "");
+    return;
+  }
+  constexpr Glib::ustring::size_type longest_level = 7;
+  zone_complete = code.size() > longest_level;
+  const Glib::ustring name = full_zone_name(code, fish->geog_names);
+  if (zone_complete)
+    show_zone("Zone Name: ", name, name);
+  else
+    show_zone("Partial Zone: ", name, "Partial Zone: " + name);
+}
+
+void SurveyPanel1::show_zone(const Glib::ustring& status, const Glib::ustring& name,
+                             const Glib::ustring& site)
+{
+  zone_name_status->set_text(status);
+  zone_name->set_text(name);
+  site_text = site;
+  window->set_title_string();
+}
