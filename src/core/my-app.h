@@ -62,7 +62,10 @@ public:
   // The directory of a state, without trailing slash, made if need be. A
   // failure to make it is not reported.
   std::string get_survey_dir(WhichDir which);
-  // Full paths of all that lies in Ready To Upload, in byte order.
+  // Full paths of all that lies in the directory of a state, in byte order.
+  // Throws a Glib::Error if the directory cannot be read.
+  std::vector<std::string> list_surveys(WhichDir which);
+  // The same of Ready To Upload.
   std::vector<std::string> get_ready_survey_list();
   // One line for each path: its description, or the path where there is none.
   // `current` is the path of the survey in the window and is marked so. Plain

@@ -1,18 +1,98 @@
+#include "core/markup.h"
+#include "core/message-dialog.h"
+#include "store/survey-file-dialog.h"
+#include "store/survey-loader.h"
+#include "store/survey-reader.h"
+#include "store/thrown-text.h"
+#include "ui/confirm-panel.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/next-window.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
 
-RetCode SurveyWindow::do_open(std::string /*path*/)
-{
-  return RET_DECLINED;
-}
+#include <cstdio>
 
 RetCode SurveyWindow::select_and_open_saved_survey()
 {
-  return RET_DECLINED;
+  const std::string directory = my_app->get_survey_dir(MyApp::WD_IN_PROGRESS);
+  if (debug_level > 2)
+    printf("survey dir is %s\n", directory.c_str());
+  if (!check_file_save_okay("closing it to open a different survey"))
+    return RET_DECLINED;
+
+  SurveyFileDialog dialog(*this, "Open saved survey", directory, Gtk::Stock::OPEN);
+  dialog.offer({"*.MAVO-Survey", "*.MAVO_survey"});
+  const int response = dialog.run();
+  if (response != Gtk::RESPONSE_OK) {
+    if (debug_level > 0)
+      printf("filedlg for open returned %d\n", response);
+    return RET_DECLINED;
+  }
+  dialog.hide();
+  NextWindow next(*my_app);
+  const std::string path = dialog.get_filename();
+  if (debug_level > 0)
+    printf("filedlg for open selected %s\n", path.c_str());
+  const RetCode result = next.window->do_open(path);
+  if (result == RET_SUCCESS)
+    next.take_the_place_of(*this);
+  return result;
 }
 
-void SurveyWindow::on_filedlg_update_preview(Gtk::FileChooserDialog* /*dialog*/,
-                                             Gtk::Label* /*preview*/)
+void SurveyWindow::on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk::Label* preview)
 {
+  preview->hide();
+  const std::string path = dialog->get_preview_filename();
+  if (path.empty())
+    return;
+  const std::string description = my_app->get_survey_description(path, nullptr);
+  if (description.empty())
+    return;
+  preview->set_text(description);
+  preview->show();
 }
 
-void SurveyWindow::set_survey_is_uploaded() {}
+RetCode SurveyWindow::do_open(std::string path)
+{
+  try {
+    xmlpp::DomParser parser;
+    const xmlpp::Node* const survey_element = parse_survey_file(parser, path);
+    survey = SurveyData();
+    SurveyLoader(*this).load(survey_element);
+    remember_as_unchanged(); // whatever format or program the file is from
+    show_loaded_species();
+    notebook->set_current_page(confirm_panel->page);
+    if (path.rfind(my_app->get_survey_dir(MyApp::WD_UPLOADED), 0) == 0)
+      set_survey_is_uploaded();
+    survey.filename = path;
+    return RET_SUCCESS;
+  } catch (...) {
+    const Glib::ustring reason = thrown_text("Unknown error (sorry!)", "");
+    return titled_error("ERROR: Survey NOT loaded!", "%s: %s", escape_markup(path).c_str(),
+                        escape_markup(reason).c_str());
+  }
+}
+
+void SurveyWindow::show_loaded_species()
+{
+  const auto update = sigc::mem_fun(*this, &SurveyWindow::update_from_abundance);
+  listed_model->foreach_iter(update);
+  unlisted_model->foreach_iter(update);
+  listed_panel->expand_selected_families();
+  unlisted_panel->refilter();
+}
+
+void SurveyWindow::set_survey_is_uploaded()
+{
+  survey.is_uploaded = true;
+  for (auto* button : {save_button, upload_button, ready_button})
+    button->set_sensitive(false);
+  member_panel->member_id->set_sensitive(false);
+  member_panel->last_name->set_sensitive(false);
+  survey_panel1->disable_inputs();
+  survey_panel2->disable_inputs();
+  confirm_panel->confirm_bottom_time->set_sensitive(false);
+}

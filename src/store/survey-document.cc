@@ -24,16 +24,16 @@ int written_abundance(int abundance, const Region* survey_subtype)
   return abundance > 1 && survey_subtype && !survey_subtype->hasabundance ? 1 : abundance;
 }
 
-// The server's number of the class, -1 if the reference data have none.
+// The server's number of the class, -1 if the reference data have none. A
+// species that these data do not know, of a survey made with newer ones, is
+// kept with the survey type's number.
 int response_id(int species_id, int abundance, const SurveyData& survey,
                 const AbundanceChoices& choices)
 {
   const RegionFishInfo::Species* const species =
       survey.region_fish ? survey.region_fish->find_species(species_id) : nullptr;
-  if (!species)
-    return -1;
   const AbundanceChoices::SurveySubtypeChoiceInfo* const list =
-      species->invertebratetype == presence_only_invertebrate
+      species && species->invertebratetype == presence_only_invertebrate
           ? choices.find_subtype(AbundanceChoices::presence_subtype)
           : survey.abundance_choices;
   if (!list || abundance < 0 || static_cast<std::size_t>(abundance) >= list->choices.size())

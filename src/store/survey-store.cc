@@ -156,9 +156,9 @@ std::string MyApp::get_survey_dir(WhichDir which)
   return path;
 }
 
-std::vector<std::string> MyApp::get_ready_survey_list()
+std::vector<std::string> MyApp::list_surveys(WhichDir which)
 {
-  const std::string directory = get_survey_dir(WD_READY_TO_UPLOAD);
+  const std::string directory = get_survey_dir(which);
   const auto children = Gio::File::create_for_path(directory)->enumerate_children("standard::name");
   std::vector<std::string> paths;
   while (const auto child = children->next_file()) {
@@ -168,6 +168,11 @@ std::vector<std::string> MyApp::get_ready_survey_list()
   }
   std::sort(paths.begin(), paths.end());
   return paths;
+}
+
+std::vector<std::string> MyApp::get_ready_survey_list()
+{
+  return list_surveys(WD_READY_TO_UPLOAD);
 }
 
 std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,

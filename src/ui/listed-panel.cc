@@ -260,7 +260,7 @@ bool ListedPanel::on_species_clicked(GdkEventButton* event)
 
 bool ListedPanel::on_species_kb_event(GdkEventKey* event)
 {
-  return do_species_line_trigger(key_species_path(*species_tree, event), 0, event->time);
+  return do_species_line_trigger(key_row_path(*species_tree, event), 0, event->time);
 }
 
 bool ListedPanel::on_species_kb_activated()

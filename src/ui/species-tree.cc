@@ -101,50 +101,7 @@ void trace_species_click(const GdkEventButton* event)
 Gtk::TreePath clicked_species_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                    const char* tree_name)
 {
-  if (event->type != GDK_BUTTON_PRESS || (event->button != 1 && event->button != 3))
-    return {};
-  GdkWindow* const rows = gtk_tree_view_get_bin_window(tree.gobj());
-  if (event->window != rows) {
-    printf("hmm, %s click in some other window? %p vs. %p\n", tree_name,
-           static_cast<void*>(event->window), static_cast<void*>(rows));
-    return {};
-  }
-  tree.grab_focus();
-  Gtk::TreePath path;
-  auto* column = tree.get_column(1);
-  if (!column ||
-      !tree.get_path_at_pos(static_cast<int>(event->x), static_cast<int>(event->y), path))
-    return {};
-  tree.set_cursor(path, *column, false);
-  if (debug_level >= 10)
-    printf("got path: %s\n", path.to_string().c_str());
-  return path;
-}
-
-Gtk::TreePath key_species_path(Gtk::TreeView& tree, const GdkEventKey* event)
-{
-  if (event->type == GDK_KEY_PRESS &&
-      (event->keyval == GDK_KEY_Return || event->keyval == GDK_KEY_Right))
-    return cursor_path(tree);
-  if (debug_level >= 40)
-    printf("ignoring key %d\n", static_cast<int>(event->keyval));
-  return {};
-}
-
-Gtk::TreePath cursor_path(Gtk::TreeView& tree)
-{
-  Gtk::TreePath path;
-  Gtk::TreeViewColumn* column = nullptr;
-  tree.get_cursor(path, column);
-  return path;
-}
-
-void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path)
-{
-  if (tree.row_expanded(path))
-    tree.collapse_row(path);
-  else
-    tree.expand_row(path, false);
+  return clicked_row_path(tree, event, tree_name, 1);
 }
 
 bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,

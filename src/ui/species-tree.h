@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/tree-rows.h"
+
 #include <glibmm/ustring.h>
 #include <gtkmm/cellrenderertext.h>
 #include <gtkmm/treeiter.h>
@@ -16,18 +18,9 @@ class SpeciesTreeColumns;
 // Prints all that is known of a click, at debug level 10.
 void trace_species_click(const GdkEventButton* event);
 
-// The row that a click fell on, with the cursor set there; empty if the click
-// is not for rows. `tree_name` names the tree in the complaint about a click in
-// another of its windows, such as a column heading.
+// The row of a species tree that a click fell on; see clicked_row_path().
 Gtk::TreePath clicked_species_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                    const char* tree_name);
-// The cursor's row if the key acts on rows (Return or Right); else empty.
-Gtk::TreePath key_species_path(Gtk::TreeView& tree, const GdkEventKey* event);
-// The cursor's row; empty if there is none.
-Gtk::TreePath cursor_path(Gtk::TreeView& tree);
-
-// Folds or unfolds one row.
-void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path);
 
 // What a click or key on a row does: button 1 folds a family, any way opens a
 // species' abundance menu unless the survey is read-only. `path` belongs to

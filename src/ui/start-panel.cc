@@ -1,6 +1,12 @@
 #include "ui/start-panel.h"
 
+#include "core/report.h"
+#include "core/widget-helpers.h"
+#include "ui/next-window.h"
 #include "ui/survey-window.h"
+#include "ui/tree-rows.h"
+
+#include <cstdio>
 
 StartPanel::StartPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Grid(cobject), store(Gtk::TreeStore::create(columns))
@@ -11,6 +17,15 @@ void StartPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, Surve
 {
   window = the_window;
   my_app = window->my_app;
+  find_widgets(builder);
+  connect_buttons();
+  connect_tree();
+  build_survey_model();
+  deselect_survey();
+}
+
+void StartPanel::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
+{
   builder->get_widget("survey_tree", survey_tree);
   builder->get_widget("startp_updates_button", updates_button);
   builder->get_widget("startp_new_survey_button", new_survey_button);
@@ -19,34 +34,146 @@ void StartPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, Surve
   builder->get_widget("startp_mark_button", mark_button);
   builder->get_widget("startp_upload_button", upload_button);
   builder->get_widget("startp_delete_button", delete_button);
-  new_survey_button->signal_clicked().connect(
-      sigc::mem_fun(*this, &StartPanel::on_new_survey_button));
-
-  survey_tree->set_model(store);
-  survey_tree->append_column("Survey", columns.description);
-  selection = survey_tree->get_selection();
-  build_survey_model();
-  deselect_survey();
 }
 
-void StartPanel::build_survey_model() {}
+void StartPanel::connect_buttons()
+{
+  const auto connect = [this](Gtk::Button* button, void (StartPanel::*handler)()) {
+    button->signal_clicked().connect(sigc::mem_fun(*this, handler));
+  };
+  connect(updates_button, &StartPanel::on_updates_button);
+  connect(new_survey_button, &StartPanel::on_new_survey_button);
+  connect(upload_all_button, &StartPanel::on_upload_all_button);
+  connect(edit_view_button, &StartPanel::on_edit_view_button);
+  connect(mark_button, &StartPanel::on_mark_button);
+  connect(upload_button, &StartPanel::on_upload_button);
+  connect(delete_button, &StartPanel::on_delete_button);
+}
+
+void StartPanel::connect_tree()
+{
+  survey_tree->set_model(store);
+  survey_tree->append_column("Survey", columns.description);
+  survey_tree->signal_button_press_event().connect(
+      sigc::mem_fun(*this, &StartPanel::on_survey_clicked), false);
+  survey_tree->signal_key_press_event().connect(
+      sigc::mem_fun(*this, &StartPanel::on_survey_kb_event), false);
+  survey_tree->signal_popup_menu().connect(
+      sigc::mem_fun(*this, &StartPanel::on_survey_kb_activated));
+  selection = survey_tree->get_selection();
+}
+
+void StartPanel::build_survey_model()
+{
+  survey_tree->unset_model();
+  store->clear();
+  append_state(MyApp::WD_IN_PROGRESS, "In Progress");
+  append_state(MyApp::WD_READY_TO_UPLOAD, "Ready To Upload");
+  append_state(MyApp::WD_UPLOADED, "Uploaded");
+  survey_tree->set_model(store);
+  survey_tree->expand_row(Gtk::TreePath("0"), false);
+  survey_tree->expand_row(Gtk::TreePath("1"), false);
+}
+
+// Throws a Glib::Error if the directory of the state cannot be read.
+StartPanel::SurveysByMember StartPanel::read_surveys(MyApp::WhichDir which) const
+{
+  SurveysByMember surveys;
+  for (const auto& path : my_app->list_surveys(which)) {
+    int member_id = -1;
+    Glib::ustring description = my_app->get_survey_description(path, &member_id);
+    if (description.empty()) {
+      description = "(corrupted survey file)";
+      member_id = -1; // whatever was read before the reading failed
+    }
+    surveys[member_id][path] = description;
+  }
+  return surveys;
+}
+
+void StartPanel::append_state(MyApp::WhichDir which, const char* heading)
+{
+  const Gtk::TreeRow state = *store->append();
+  SurveysByMember surveys;
+  try {
+    surveys = read_surveys(which);
+  } catch (const Glib::Error& e) {
+    printf("File scan: %s\n", e.what().c_str());
+    columns.set(state, "", MyApp::WD_NOT_A_SURVEY, heading + Glib::ustring(" (cannot be read)"));
+    return;
+  }
+  columns.set(state, "", MyApp::WD_NOT_A_SURVEY,
+              surveys.empty() ? heading + Glib::ustring(" (none)") : heading);
+  if (surveys.size() == 1) {
+    append_surveys(state, which, surveys.begin()->second);
+    return;
+  }
+  for (const auto& [member_id, surveys_of_member] : surveys) {
+    const Gtk::TreeRow member = *store->append(state.children());
+    columns.set(member, "", MyApp::WD_NOT_A_SURVEY, "Member ID " + std::to_string(member_id));
+    append_surveys(member, which, surveys_of_member);
+  }
+}
+
+void StartPanel::append_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
+                                const std::map<std::string, Glib::ustring>& surveys)
+{
+  for (const auto& [path, description] : surveys)
+    columns.set(*store->append(parent.children()), path, which, description);
+}
 
 std::string StartPanel::lookup_selected_survey(MyApp::WhichDir* which)
 {
   if (which)
     *which = MyApp::WD_NOT_A_SURVEY;
-  return {};
+  const Gtk::TreePath path = cursor_path(*survey_tree);
+  const Gtk::TreeIter row = path.empty() ? Gtk::TreeIter() : store->get_iter(path);
+  if (!row)
+    return {};
+  if (which)
+    *which = row->get_value(columns.which_dir);
+  return row->get_value(columns.path);
+}
+
+bool StartPanel::do_survey_line_trigger(const Gtk::TreePath& path, int button,
+                                        unsigned int /*time*/)
+{
+  const Gtk::TreeIter row = path.empty() ? Gtk::TreeIter() : store->get_iter(path);
+  if (!row)
+    return false;
+  if (debug_level > 29)
+    printf("survey selected: %s\n", row->get_value(columns.path).c_str());
+  const MyApp::WhichDir which = row->get_value(columns.which_dir);
+  show_actions_for(which);
+  if (which == MyApp::WD_NOT_A_SURVEY && button == 1)
+    toggle_row(*survey_tree, path);
+  return true;
 }
 
 void StartPanel::deselect_survey()
 {
-  edit_view_button->set_label("Edit");
-  edit_view_button->set_sensitive(false);
-  mark_button->set_label("Mark For Upload");
-  mark_button->set_sensitive(false);
-  mark_button->hide();
-  upload_button->set_sensitive(false);
-  delete_button->set_sensitive(false);
+  show_actions_for(MyApp::WD_NOT_A_SURVEY);
+}
+
+// A survey in progress is marked by opening it and saving it so: only there is
+// it checked. The button then stays out of sight.
+void StartPanel::show_actions_for(MyApp::WhichDir which)
+{
+  const bool is_survey = which != MyApp::WD_NOT_A_SURVEY;
+  const bool is_ready = which == MyApp::WD_READY_TO_UPLOAD;
+  edit_view_button->set_label(which == MyApp::WD_UPLOADED ? "View" : "Edit");
+  edit_view_button->set_sensitive(is_survey);
+  mark_button->set_label(is_ready ? "Un-Mark For Upload" : "Mark For Upload");
+  mark_button->set_sensitive(is_ready || which == MyApp::WD_IN_PROGRESS);
+  show_or_hide(mark_button, is_ready);
+  upload_button->set_sensitive(is_ready);
+  delete_button->set_sensitive(is_survey);
+}
+
+void StartPanel::on_updates_button()
+{
+  if (window->check_file_save_okay("checking for updates"))
+    window->check_for_updates(nullptr, SurveyWindow::RESPONSE_NONE);
 }
 
 void StartPanel::on_new_survey_button()
@@ -54,4 +181,77 @@ void StartPanel::on_new_survey_button()
   window->on_action_FileNew("FileNew");
 }
 
-void StartPanel::on_edit_view_button() {}
+void StartPanel::on_upload_all_button()
+{
+  window->on_action_FileUploadAll("FileUploadAll");
+}
+
+void StartPanel::on_edit_view_button()
+{
+  const std::string path = lookup_selected_survey(nullptr);
+  if (path.empty() || !window->check_file_save_okay("closing it to open the selected survey"))
+    return;
+  NextWindow next(*my_app);
+  if (next.window->do_open(path) == RET_SUCCESS)
+    next.take_the_place_of(*window);
+}
+
+void StartPanel::on_mark_button()
+{
+  MyApp::WhichDir which = MyApp::WD_NOT_A_SURVEY;
+  const std::string path = lookup_selected_survey(&which);
+  if (path.empty())
+    return;
+  if (which != MyApp::WD_READY_TO_UPLOAD) {
+    puts("un-mark-for-upload is NYI"); // marking from here, that is
+    return;
+  }
+  std::string new_path = path;
+  my_app->move_survey_to(MyApp::WD_IN_PROGRESS, new_path);
+  if (window->survey.filename == path)
+    window->survey.filename = new_path;
+  build_survey_model();
+  deselect_survey();
+}
+
+void StartPanel::on_upload_button()
+{
+  const std::string path = lookup_selected_survey(nullptr);
+  if (path.empty())
+    return;
+  if (path == window->survey.filename)
+    window->on_action_FileUploadThis("FileUploadThis"); // checks and saves it first
+  else
+    window->do_upload_single(path);
+  build_survey_model();
+  deselect_survey();
+}
+
+void StartPanel::on_delete_button()
+{
+  const std::string path = lookup_selected_survey(nullptr);
+  if (path.empty() || !window->maybe_delete_survey(path))
+    return;
+  if (path == window->survey.filename) {
+    window->on_action_FileNew("FileNew");
+  } else {
+    deselect_survey();
+    survey_tree->expand_row(Gtk::TreePath("2"), false);
+  }
+}
+
+bool StartPanel::on_survey_clicked(GdkEventButton* event)
+{
+  return do_survey_line_trigger(clicked_row_path(*survey_tree, event, "survey", 0),
+                                static_cast<int>(event->button), event->time);
+}
+
+bool StartPanel::on_survey_kb_event(GdkEventKey* event)
+{
+  return do_survey_line_trigger(key_row_path(*survey_tree, event), 0, event->time);
+}
+
+bool StartPanel::on_survey_kb_activated()
+{
+  return do_survey_line_trigger(cursor_path(*survey_tree), 0, 0);
+}

@@ -9,11 +9,13 @@
 #include <gtkmm/treestore.h>
 #include <gtkmm/treeview.h>
 
+#include <map>
 #include <string>
 
 class SurveyWindow;
 
-// The Start/Open Survey page: all saved surveys by state.
+// The Start/Open Survey page: all saved surveys by state, and what can be done
+// with the selected one.
 class StartPanel : public Gtk::Grid
 {
 public:
@@ -25,12 +27,22 @@ public:
   // The path in the row under the cursor, empty on a heading or without a row.
   // Its state goes to `which`, which may be null.
   std::string lookup_selected_survey(MyApp::WhichDir* which);
-
+  // Brings the buttons in line with a row; button 1 folds a heading. Returns
+  // whether there is such a row.
+  bool do_survey_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
   // The state of the buttons while no survey is selected.
   void deselect_survey();
 
+  void on_updates_button();
   void on_new_survey_button();
+  void on_upload_all_button();
   void on_edit_view_button();
+  void on_mark_button();
+  void on_upload_button();
+  void on_delete_button();
+  bool on_survey_clicked(GdkEventButton* event);
+  bool on_survey_kb_event(GdkEventKey* event);
+  bool on_survey_kb_activated();
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
@@ -46,4 +58,17 @@ public:
   Gtk::Button* mark_button = nullptr;
   Gtk::Button* upload_button = nullptr;
   Gtk::Button* delete_button = nullptr;
+
+private:
+  // Descriptions by path, by member id: the order in which they are shown.
+  using SurveysByMember = std::map<int, std::map<std::string, Glib::ustring>>;
+
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void connect_buttons();
+  void connect_tree();
+  SurveysByMember read_surveys(MyApp::WhichDir which) const;
+  void append_state(MyApp::WhichDir which, const char* heading);
+  void append_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
+                      const std::map<std::string, Glib::ustring>& surveys);
+  void show_actions_for(MyApp::WhichDir which);
 };

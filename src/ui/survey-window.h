@@ -195,6 +195,7 @@ public:
   int abundance_target = -1; // the species that the open menu acts on
 
 private:
+  void show_loaded_species();
   void create_actions();
   // False if the menus could not be built; the reason has been printed.
   bool build_menus();
