@@ -6,6 +6,7 @@
 #include "data/region-fish-info.h"
 #include "data/species-views.h"
 #include "data/subregion-info.h"
+#include "ui/confirm-panel.h"
 #include "ui/species-instructions.h"
 #include "ui/survey-window.h"
 #include "ui/unlisted-panel.h"
@@ -14,23 +15,28 @@
 
 namespace {
 
-// Takes the model away from a tree for as long as it lives: rows that nobody
-// watches are inserted many times faster.
-class DetachedTree
+// Takes the stores away from all their trees for as long as it lives: rows that
+// nobody watches are inserted many times faster.
+class DetachedStores
 {
 public:
-  DetachedTree(Gtk::TreeView& the_tree, const Glib::RefPtr<Gtk::TreeModel>& the_model)
-      : tree(the_tree), model(the_model)
+  explicit DetachedStores(SurveyWindow& the_window) : window(the_window)
   {
-    tree.unset_model();
+    window.listed_panel->species_tree->unset_model();
+    window.unlisted_panel->detach_models();
+    window.confirm_panel->detach_models();
   }
-  ~DetachedTree() { tree.set_model(model); }
-  DetachedTree(const DetachedTree&) = delete;
-  DetachedTree& operator=(const DetachedTree&) = delete;
+  ~DetachedStores()
+  {
+    window.listed_panel->species_tree->set_model(window.listed_model);
+    window.unlisted_panel->attach_models();
+    window.confirm_panel->attach_models();
+  }
+  DetachedStores(const DetachedStores&) = delete;
+  DetachedStores& operator=(const DetachedStores&) = delete;
 
 private:
-  Gtk::TreeView& tree;
-  Glib::RefPtr<Gtk::TreeModel> model;
+  SurveyWindow& window;
 };
 
 } // namespace
@@ -127,7 +133,7 @@ void ListedPanel::update_for_view()
 
 void ListedPanel::fill_models()
 {
-  const DetachedTree detached(*species_tree, window->listed_model);
+  const DetachedStores detached(*window);
   window->listed_model->clear();
   window->unlisted_model->clear();
   SurveyData& survey = window->survey;

@@ -1,6 +1,27 @@
 #include "ui/unlisted-panel.h"
 
+#include "core/report.h"
+#include "core/widget-helpers.h"
+#include "data/region-fish-info.h"
+#include "ui/listed-panel.h"
 #include "ui/survey-window.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+const char* const abundance_title = "Number seen (click to change)";
+
+// A tree forgets with its model which column typing in it searches.
+void take_model_away(Gtk::TreeView& tree)
+{
+  const int search_column = tree.get_search_column();
+  tree.unset_model();
+  tree.set_search_column(search_column);
+}
+
+} // namespace
 
 UnlistedPanel::UnlistedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Grid(cobject)
@@ -12,6 +33,24 @@ void UnlistedPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
 {
   window = the_window;
   my_app = window->my_app;
+  find_widgets(builder);
+  connect_selected_tree();
+  connect_found_tree();
+  attach_models();
+
+  found_species_heading->hide();
+  no_found_species_heading->hide();
+  selected_species_box->hide();
+  found_species_box->hide();
+  species_search_by->set_active(0);
+  species_search->signal_changed().connect(sigc::mem_fun(*this, &UnlistedPanel::on_search_changed));
+  species_search_by->signal_changed().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_search_changed));
+  update_columns();
+}
+
+void UnlistedPanel::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
+{
   builder->get_widget("unlisted_instructions", unlisted_instructions);
   builder->get_widget("selected_species_box", selected_species_box);
   builder->get_widget("selected_species_tree", selected_species_tree);
@@ -22,20 +61,322 @@ void UnlistedPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
   builder->get_widget("found_species_heading", found_species_heading);
   builder->get_widget("no_found_species_heading", no_found_species_heading);
   builder->get_widget("found_species_tree", found_species_tree);
-
-  found_species_heading->hide();
-  no_found_species_heading->hide();
-  selected_species_box->hide();
-  found_species_box->hide();
-  species_search_by->set_active(0);
 }
 
-void UnlistedPanel::setup_for_subregion(const Glib::ustring&) {}
+void UnlistedPanel::connect_selected_tree()
+{
+  selected_species_tree->signal_button_press_event().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_selected_species_clicked), false);
+  selected_species_tree->signal_key_press_event().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_selected_species_kb_event), false);
+  selected_species_tree->signal_popup_menu().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_selected_species_kb_activated));
+  selected_selection = selected_species_tree->get_selection();
+  prepare_species_tree(*selected_species_tree, selected_parts,
+                       sigc::mem_fun(*this, &UnlistedPanel::render_selected_species_id));
+}
 
-void UnlistedPanel::setup_for_survey_subtype() {}
+void UnlistedPanel::connect_found_tree()
+{
+  found_species_tree->signal_button_press_event().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_found_species_clicked), false);
+  found_species_tree->signal_key_press_event().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_found_species_kb_event), false);
+  found_species_tree->signal_popup_menu().connect(
+      sigc::mem_fun(*this, &UnlistedPanel::on_found_species_kb_activated));
+  found_selection = found_species_tree->get_selection();
+  prepare_species_tree(*found_species_tree, found_parts,
+                       sigc::mem_fun(*this, &UnlistedPanel::render_found_species_id));
+}
 
-void UnlistedPanel::refilter() {}
+void UnlistedPanel::detach_models()
+{
+  take_model_away(*selected_species_tree);
+  selected_filter.reset();
+  take_model_away(*found_species_tree);
+  found_filter.reset();
+}
 
-void UnlistedPanel::refilter_selected() {}
+// New filters ask for every row anew as the trees unfold.
+void UnlistedPanel::attach_models()
+{
+  num_selected = 0;
+  selected_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
+  selected_filter->set_visible_func(sigc::mem_fun(*this, &UnlistedPanel::check_visible_selected));
+  selected_species_tree->set_model(selected_filter);
+  show_selected();
 
-void UnlistedPanel::update_columns() {}
+  resize_matches();
+  forget_matches();
+  found_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
+  found_filter->set_visible_func(sigc::mem_fun(*this, &UnlistedPanel::check_visible_found));
+  found_species_tree->set_model(found_filter);
+  show_found();
+}
+
+void UnlistedPanel::setup_for_subregion(const Glib::ustring&)
+{
+  if (!window->survey.survey_subtype) {
+    species_search->set_text("");
+    unlisted_instructions->set_label(
+        "Please select a survey location and type on the Survey Info Part 1 tab.");
+  }
+  run_search();
+}
+
+void UnlistedPanel::setup_for_survey_subtype()
+{
+  const SurveyData& survey = window->survey;
+  if (survey.survey_subtype)
+    unlisted_instructions->set_markup("Search for a species to add that was not found on the "
+                                      "Listed Species page - <b>fish only, please</b>.");
+  setup_for_subregion(survey.subregion);
+  refilter_selected();
+}
+
+void UnlistedPanel::on_search_changed()
+{
+  run_search();
+}
+
+// Without a text the last results stay in the tree, out of sight.
+void UnlistedPanel::run_search()
+{
+  search_words.clear();
+  const Glib::ustring text = species_search->get_text().lowercase();
+  resize_matches();
+  if (!text.empty())
+    search_words = split_search_words(text);
+  const bool searching = !text.empty() && window->survey.survey_subtype;
+  show_or_hide(found_species_box, searching);
+  if (!searching)
+    return;
+
+  const SearchMode mode = search_mode(text, species_search_by->get_label());
+  search_by = mode.by;
+  if (debug_level >= 1)
+    printf("\nSearching for %s by %s (%d):\n", describe_search(text, search_words).c_str(),
+           mode.name.c_str(), search_by);
+  refilter_found();
+}
+
+void UnlistedPanel::refilter()
+{
+  refilter_selected();
+  refilter_found();
+}
+
+void UnlistedPanel::refilter_selected()
+{
+  num_selected = 0;
+  selected_filter->refilter();
+  show_selected();
+}
+
+void UnlistedPanel::refilter_found()
+{
+  forget_matches();
+  found_filter->refilter();
+  if (debug_level >= 1)
+    printf("search found %d\n", num_found);
+  show_found();
+}
+
+void UnlistedPanel::show_selected()
+{
+  selected_species_tree->expand_all();
+  show_or_hide(selected_species_box, num_selected >= 1);
+}
+
+void UnlistedPanel::show_found()
+{
+  found_species_tree->expand_all();
+  show_or_hide(found_species_heading, num_found != 0);
+  show_or_hide(no_found_species_heading, num_found == 0);
+}
+
+bool UnlistedPanel::check_visible_selected(const Gtk::TreeIter& iter)
+{
+  const auto& columns = window->species_columns;
+  if (iter->get_value(columns.col_id) < 0) {
+    const auto children = iter->children();
+    return std::any_of(children.begin(), children.end(),
+                       [this](const Gtk::TreeRow& child) { return check_visible_selected(child); });
+  }
+  if (iter->get_value(columns.col_in_view) || iter->get_value(columns.col_abundance) == 0)
+    return false;
+  ++num_selected;
+  return true;
+}
+
+// A filter asks for a family before its species. So the family's row does the
+// matching, and a species' row only reads the answer.
+bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter)
+{
+  if (search_words.empty())
+    return false;
+  if (search_by == SEARCH_BY_ALL)
+    return true;
+  const int id = iter->get_value(window->species_columns.col_id);
+  if (id >= 0)
+    return was_matched(id);
+  return search_by == SEARCH_BY_FAMILY_NAME ? match_whole_family(*iter) : match_each_species(*iter);
+}
+
+bool UnlistedPanel::match_whole_family(const Gtk::TreeRow& family)
+{
+  const bool matches = is_family_found(family);
+  for (const auto& child : family.children())
+    note_match(child.get_value(window->species_columns.col_id), matches);
+  return matches;
+}
+
+bool UnlistedPanel::match_each_species(const Gtk::TreeRow& family)
+{
+  bool any = false;
+  for (const auto& child : family.children()) {
+    const bool matches = is_species_found(child);
+    note_match(child.get_value(window->species_columns.col_id), matches);
+    any = any || matches;
+  }
+  return any;
+}
+
+bool UnlistedPanel::is_family_found(const Gtk::TreeRow& family) const
+{
+  return has_words(family, shown_column()) ||
+         (window->survey.show_spanish_name &&
+          has_words(family, window->species_columns.col_spanish));
+}
+
+bool UnlistedPanel::is_species_found(const Gtk::TreeRow& row) const
+{
+  if (search_by == SEARCH_BY_FAMILY_NAME)
+    assert_failure("search_by != SEARCH_BY_FAMILY_NAME", __FILE__, __LINE__);
+  if (search_by == SEARCH_BY_SPECIES_CODE)
+    return is_searched_code(row.get_value(window->species_columns.col_id), search_words);
+  return has_words(row, searched_column());
+}
+
+bool UnlistedPanel::has_words(const Gtk::TreeRow& row,
+                              const Gtk::TreeModelColumn<Glib::ustring>& column) const
+{
+  return contains_all_words(row.get_value(column).lowercase(), search_words);
+}
+
+const Gtk::TreeModelColumn<Glib::ustring>& UnlistedPanel::searched_column() const
+{
+  const auto& columns = window->species_columns;
+  switch (search_by) {
+  case SEARCH_BY_SCIENTIFIC_NAME:
+    return columns.col_scientific;
+  case SEARCH_BY_SPANISH_NAME:
+    return columns.col_spanish;
+  case SEARCH_BY_BOTH_NAMES:
+    return columns.col_both;
+  default:
+    return columns.col_common;
+  }
+}
+
+// The names of families as the diver sees them.
+const Gtk::TreeModelColumn<Glib::ustring>& UnlistedPanel::shown_column() const
+{
+  const SurveyData& survey = window->survey;
+  const auto& columns = window->species_columns;
+  if (!survey.show_common_name)
+    return columns.col_scientific;
+  return survey.show_scientific_name ? columns.col_both : columns.col_common;
+}
+
+void UnlistedPanel::resize_matches()
+{
+  const auto* fish = window->survey.region_fish;
+  species_matched.resize(fish ? fish->species.size() : 0);
+}
+
+void UnlistedPanel::forget_matches()
+{
+  num_found = 0;
+  std::fill(species_matched.begin(), species_matched.end(), char(0));
+}
+
+// A filter may ask for a family more than once, and each species counts once.
+void UnlistedPanel::note_match(int id, bool matches)
+{
+  if (id < 0 || static_cast<std::size_t>(id) >= species_matched.size())
+    return;
+  char& known = species_matched[static_cast<std::size_t>(id)];
+  num_found += static_cast<int>(matches) - known;
+  known = matches;
+}
+
+bool UnlistedPanel::was_matched(int id) const
+{
+  const auto index = static_cast<std::size_t>(id);
+  return index < species_matched.size() && species_matched[index];
+}
+
+void UnlistedPanel::update_columns()
+{
+  const NameDisplay names = window->listed_panel->take_name_display();
+  const auto& columns = window->species_columns;
+  set_species_tree_columns(*selected_species_tree, selected_parts, columns, names, abundance_title);
+  set_species_tree_columns(*found_species_tree, found_parts, columns, names, abundance_title);
+}
+
+bool UnlistedPanel::on_selected_species_clicked(GdkEventButton* event)
+{
+  const auto path = clicked_species_path(*selected_species_tree, event, "selected_species");
+  return do_selected_species_line_trigger(path, static_cast<int>(event->button), event->time);
+}
+
+bool UnlistedPanel::on_selected_species_kb_event(GdkEventKey* event)
+{
+  return do_selected_species_line_trigger(key_species_path(*selected_species_tree, event), 0,
+                                          event->time);
+}
+
+bool UnlistedPanel::on_selected_species_kb_activated()
+{
+  return do_selected_species_line_trigger(cursor_path(*selected_species_tree), 0, 0);
+}
+
+bool UnlistedPanel::do_selected_species_line_trigger(const Gtk::TreePath& path, int button,
+                                                     unsigned int time)
+{
+  return trigger_species_line(*window, *selected_species_tree, selected_filter, path, button, time);
+}
+
+void UnlistedPanel::render_selected_species_id(Gtk::CellRenderer*, const Gtk::TreeIter& iter)
+{
+  render_id_cell(window->species_columns, selected_parts.id_cell, iter);
+}
+
+bool UnlistedPanel::on_found_species_clicked(GdkEventButton* event)
+{
+  const auto path = clicked_species_path(*found_species_tree, event, "found_species");
+  return do_found_species_line_trigger(path, static_cast<int>(event->button), event->time);
+}
+
+bool UnlistedPanel::on_found_species_kb_event(GdkEventKey* event)
+{
+  return do_found_species_line_trigger(key_species_path(*found_species_tree, event), 0,
+                                       event->time);
+}
+
+bool UnlistedPanel::on_found_species_kb_activated()
+{
+  return do_found_species_line_trigger(cursor_path(*found_species_tree), 0, 0);
+}
+
+bool UnlistedPanel::do_found_species_line_trigger(const Gtk::TreePath& path, int button,
+                                                  unsigned int time)
+{
+  return trigger_species_line(*window, *found_species_tree, found_filter, path, button, time);
+}
+
+void UnlistedPanel::render_found_species_id(Gtk::CellRenderer*, const Gtk::TreeIter& iter)
+{
+  render_id_cell(window->species_columns, found_parts.id_cell, iter);
+}

@@ -1,18 +1,26 @@
 #pragma once
 
 #include "ui/drop-down-box.h"
+#include "ui/species-search.h"
+#include "ui/species-tree.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
+#include <gtkmm/treemodelfilter.h>
+#include <gtkmm/treeselection.h>
 #include <gtkmm/treeview.h>
+
+#include <vector>
 
 class MyApp;
 class SurveyWindow;
 
-// The Unlisted Species page: finds and marks species that the view lacks.
+// The Unlisted Species page: finds and marks species that the view lacks. Both
+// of its trees filter the window's store of all species; a species moves
+// between them only through its abundance and the search.
 class UnlistedPanel : public Gtk::Grid
 {
 public:
@@ -21,12 +29,37 @@ public:
 
   void setup_for_subregion(const Glib::ustring& subregion);
   void setup_for_survey_subtype();
+  // Takes the search text anew and filters.
+  void run_search();
   // Filters anew for an unchanged search, after an abundance has changed.
   void refilter();
   // The same for the tree of marked species alone.
   void refilter_selected();
   // Shows the columns that the Listed Species page's name buttons ask for.
   void update_columns();
+  // Let go of the store while it is filled, and take it up again: the trees then
+  // show what the current search and the marks give.
+  void detach_models();
+  void attach_models();
+
+  // Whether a tree shows the row. The first counts in num_selected; the second,
+  // asked for a family, judges its species and counts in num_found.
+  bool check_visible_selected(const Gtk::TreeIter& iter);
+  bool check_visible_found(const Gtk::TreeIter& iter);
+  // Whether the current search, which is not by family, finds a species' row.
+  bool is_species_found(const Gtk::TreeRow& row) const;
+
+  void on_search_changed();
+  bool on_selected_species_clicked(GdkEventButton* event);
+  bool on_selected_species_kb_event(GdkEventKey* event);
+  bool on_selected_species_kb_activated();
+  bool do_selected_species_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
+  void render_selected_species_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
+  bool on_found_species_clicked(GdkEventButton* event);
+  bool on_found_species_kb_event(GdkEventKey* event);
+  bool on_found_species_kb_activated();
+  bool do_found_species_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
+  void render_found_species_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
@@ -41,4 +74,36 @@ public:
   Gtk::Label* found_species_heading = nullptr;
   Gtk::Label* no_found_species_heading = nullptr;
   Gtk::TreeView* found_species_tree = nullptr;
+
+  Glib::RefPtr<Gtk::TreeModelFilter> selected_filter; // null while detached
+  Glib::RefPtr<Gtk::TreeSelection> selected_selection;
+  SpeciesTreeParts selected_parts;
+  Glib::RefPtr<Gtk::TreeModelFilter> found_filter; // null while detached
+  Glib::RefPtr<Gtk::TreeSelection> found_selection;
+  SpeciesTreeParts found_parts;
+
+  std::vector<Glib::ustring> search_words; // of the current search, lower-cased
+  SearchBy search_by = SEARCH_BY_COMMON_NAME;
+  int num_selected = 0; // at least 1 if any species is selected; no exact count
+  int num_found = 0;    // species that match; 0 in a search for all
+  // By species id: what the family's row has found out for its species' rows.
+  std::vector<char> species_matched;
+
+private:
+  void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
+  void connect_selected_tree();
+  void connect_found_tree();
+  void refilter_found();
+  void show_selected();
+  void show_found();
+  void forget_matches();
+  void resize_matches();
+  void note_match(int id, bool matches);
+  bool was_matched(int id) const;
+  bool match_whole_family(const Gtk::TreeRow& family);
+  bool match_each_species(const Gtk::TreeRow& family);
+  bool is_family_found(const Gtk::TreeRow& family) const;
+  bool has_words(const Gtk::TreeRow& row, const Gtk::TreeModelColumn<Glib::ustring>& column) const;
+  const Gtk::TreeModelColumn<Glib::ustring>& searched_column() const;
+  const Gtk::TreeModelColumn<Glib::ustring>& shown_column() const;
 };

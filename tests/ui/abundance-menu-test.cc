@@ -124,7 +124,8 @@ TEST_F(AbundanceMenuTest, TracesAMark)
 {
   open_northwest();
   EXPECT_EQ("", printed(0, [&] { mark(lingcod, 2); }));
-  EXPECT_EQ("abun_menu: species id 11 abundance = 3\n", printed(1, [&] { mark(lingcod, 3); }));
+  EXPECT_EQ("search found 0\nabun_menu: species id 11 abundance = 3\n",
+            printed(1, [&] { mark(lingcod, 3); }));
 }
 
 TEST_F(AbundanceMenuTest, RefusesToMarkWithoutASpecies)
