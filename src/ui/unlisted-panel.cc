@@ -333,7 +333,7 @@ bool UnlistedPanel::on_selected_species_clicked(GdkEventButton* event)
 
 bool UnlistedPanel::on_selected_species_kb_event(GdkEventKey* event)
 {
-  return do_selected_species_line_trigger(key_species_path(*selected_species_tree, event), 0,
+  return do_selected_species_line_trigger(key_row_path(*selected_species_tree, event), 0,
                                           event->time);
 }
 
@@ -361,8 +361,7 @@ bool UnlistedPanel::on_found_species_clicked(GdkEventButton* event)
 
 bool UnlistedPanel::on_found_species_kb_event(GdkEventKey* event)
 {
-  return do_found_species_line_trigger(key_species_path(*found_species_tree, event), 0,
-                                       event->time);
+  return do_found_species_line_trigger(key_row_path(*found_species_tree, event), 0, event->time);
 }
 
 bool UnlistedPanel::on_found_species_kb_activated()
