@@ -16,19 +16,39 @@ class Program:
 
     `application_dir` is the directory that holds MacOS, resources and data-files.
     `home` is where it keeps surveys; a fresh one, removed at the end, if not given.
+    `executable` is how its path is written, if not in full; `environment` adds to
+    what this process has.
     """
 
-    def __init__(self, application_dir, home=None):
+    def __init__(
+        self,
+        application_dir,
+        home=None,
+        arguments=(),
+        executable=None,
+        environment=None,
+        working_directory=None,
+    ):
         self.own_home = home is None
         self.home = pathlib.Path(home or tempfile.mkdtemp(prefix="mavo-journey-"))
         self.output_path = self.home / "output.txt"
-        executable = pathlib.Path(application_dir).resolve() / "MacOS" / "mavo-survey"
-        environment = {**os.environ, "HOME": str(self.home), "NO_AT_BRIDGE": "0"}
-        environment["XDG_CONFIG_HOME"] = str(self.home / ".config")
+        found = pathlib.Path(application_dir).resolve() / "MacOS" / "mavo-survey"
         with open(self.output_path, "wb") as output:
             self.process = subprocess.Popen(
-                [executable], env=environment, stdout=output, stderr=subprocess.STDOUT
+                [executable or found, *arguments],
+                cwd=working_directory,
+                env=self.environment(environment or {}),
+                stdout=output,
+                stderr=subprocess.STDOUT,
             )
+
+    def environment(self, additional):
+        own = {
+            "HOME": str(self.home),
+            "XDG_CONFIG_HOME": str(self.home / ".config"),
+            "NO_AT_BRIDGE": "0",
+        }
+        return {**os.environ, **own, **additional}
 
     def __enter__(self):
         return self

@@ -1,5 +1,6 @@
 """Runs unittest cases and writes their outcomes in the form that GoogleTest writes."""
 
+import pathlib
 import time
 import unittest
 import xml.etree.ElementTree as ElementTree
@@ -32,11 +33,12 @@ class Recorder(unittest.TextTestResult):
         super().stopTest(test)
 
 
-def run(module, results_path, names=()):
-    """Runs the cases of a module, all or those whose id holds a name; gives the exit status."""
+def run(modules, results_path, names=()):
+    """Runs the cases of these modules, all or those whose id holds a name; gives the exit status."""
     loader = unittest.TestLoader()
     loader.testNamePatterns = [f"*{name}*" for name in names] or None
     runner = unittest.TextTestRunner(resultclass=Recorder, verbosity=2)
-    result = runner.run(loader.loadTestsFromModule(module))
+    result = runner.run(unittest.TestSuite(map(loader.loadTestsFromModule, modules)))
+    pathlib.Path(results_path).parent.mkdir(parents=True, exist_ok=True)
     ElementTree.ElementTree(result.suites).write(results_path, encoding="UTF-8")
     return 0 if result.wasSuccessful() and result.testsRun else 1

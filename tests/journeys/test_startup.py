@@ -1,0 +1,176 @@
+"""Starts of the real program, good and bad: what it prints, shows and ends with."""
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from .program import Program
+
+APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
+
+
+class Start(unittest.TestCase):
+    """Each start has an application directory of its own, to take things away from."""
+
+    def setUp(self):
+        self.directory = pathlib.Path(tempfile.mkdtemp(prefix="mavo-start-")) / "MAVO-Survey"
+        self.addCleanup(shutil.rmtree, self.directory.parent)
+        shutil.copytree(APPLICATION_DIR, self.directory)
+
+    def start(self, *arguments, **options):
+        return self.enterContext(Program(self.directory, arguments=arguments, **options))
+
+    def start_and_close(self, *arguments, **options):
+        """Starts, closes the window that comes, and gives what was printed."""
+        program = self.start(*arguments, **options)
+        program.activate_menu("File", "Quit")
+        self.assertEqual(0, program.wait_for_end())
+        return program.output()
+
+    def expect_fatal(self, words):
+        """The dialog with these words comes, and Close ends the program with status 1."""
+        program = self.start()
+        said = program.answer(words, "Close")
+        self.assertEqual(1, program.wait_for_end())
+        self.assertIn("*** FATAL ERROR: ", program.output())
+        return said, program.output()
+
+    def change(self, name, change):
+        """Rewrites a file of the application directory."""
+        path = self.directory / name
+        text = path.read_text(encoding="utf-8")
+        changed = change(text)
+        self.assertNotEqual(text, changed)
+        path.write_text(changed, encoding="utf-8")
+
+
+class StartingWithDamage(Start):
+    failed_to_read = "Failed to read data files; you may need to reinstall the app.  Sorry!"
+
+    def test_no_data_set_is_fatal(self):
+        shutil.rmtree(self.directory / "data-files")
+        _, output = self.expect_fatal(self.failed_to_read)
+        self.assertIn("Oh no!  We have no valid data!!\n", output)
+
+    def test_data_without_a_date_are_no_data(self):
+        (self.directory / "data-files" / "data-file-info.txt").unlink()
+        self.expect_fatal(self.failed_to_read)
+
+    def test_data_information_without_an_equals_sign_is_fatal(self):
+        self.change("data-files/data-file-info.txt", lambda text: text + "nonsense\n")
+        self.expect_fatal("Data file metadata is corrupted!")
+
+    def test_a_missing_data_file_is_fatal(self):
+        (self.directory / "data-files" / "habitat.csv").unlink()
+        _, output = self.expect_fatal(self.failed_to_read)
+        self.assertIn("Failed to open data-files/habitat.csv!\n", output)
+
+    def test_a_row_of_the_wrong_width_is_fatal(self):
+        self.change("data-files/habitat.csv", lambda text: text + "1,2\n")
+        program = self.start()
+        program.answer("habitat.csv", "OK", other_follows=True)
+        program.answer(self.failed_to_read, "Close")
+        self.assertEqual(1, program.wait_for_end())
+
+    def test_a_missing_definition_file_is_fatal(self):
+        (self.directory / "resources" / "survey-ui.glade").unlink()
+        self.expect_fatal("FileError loading resources/survey-ui.glade: ")
+
+    def test_a_definition_file_that_is_not_xml_is_fatal(self):
+        self.change("resources/survey-ui.glade", lambda text: text.replace("</interface>", "</face>"))
+        self.expect_fatal("MarkupError loading resources/survey-ui.glade: ")
+
+    def test_a_missing_panel_is_fatal_and_named(self):
+        self.change(
+            "resources/survey-ui.glade",
+            lambda text: text.replace('id="member_panel"', 'id="another_panel"'),
+        )
+        self.expect_fatal("Failed to find member_panel in UI")
+
+    def test_missing_icons_are_survived(self):
+        for logo in (self.directory / "resources").glob("MAVO-logo-*.png"):
+            logo.unlink()
+        self.start_and_close()
+
+
+class StartingByTheLaunchScript(Start):
+    def test_without_gtk_path_the_script_starts_the_program_again(self):
+        output = self.start_and_close()
+        program = self.directory / "MacOS" / "mavo-survey"
+        line = (
+            f'exec("{program}-env-setup.sh", '
+            f'["{program}-env-setup.sh", "--exec-name", "{program}", ...]\n'
+        )
+        self.assertIn(line, output)
+        self.assertIn("Have GTK_PATH!  Proceeding...\n", output)
+        self.assertEqual(2, output.count("\nMAVO-Survey version "))
+
+    def test_with_gtk_path_the_program_goes_on_by_itself(self):
+        output = self.start_and_close(
+            environment={"GTK_PATH": "/nowhere"}, working_directory=self.directory
+        )
+        self.assertIn("Have GTK_PATH!  Proceeding...\n", output)
+        self.assertNotIn("exec(", output)
+        self.assertEqual(1, output.count("\nMAVO-Survey version "))
+
+    def test_without_the_script_the_program_says_so_and_goes_on(self):
+        (self.directory / "MacOS" / "mavo-survey-env-setup.sh").unlink()
+        output = self.start_and_close(working_directory=self.directory)
+        self.assertIn("FAILED to exec: 2 = No such file or directory\n", output)
+
+    def test_a_relative_path_leads_to_the_directory_above(self):
+        output = self.start_and_close(
+            executable="MAVO-Survey/MacOS/mavo-survey", working_directory=self.directory.parent
+        )
+        line = (
+            "started with MAVO-Survey/MacOS/mavo-survey, "
+            f"deduced {self.directory} (mavo-survey)\n"
+        )
+        self.assertIn(line, output)
+
+    def test_a_full_path_is_reduced_to_the_directory_above(self):
+        output = self.start_and_close(working_directory="/")
+        program = self.directory / "MacOS" / "mavo-survey"
+        self.assertIn(
+            f"started with {program}, reduced to {self.directory} (mavo-survey)\n", output
+        )
+
+
+class StartingWithArguments(Start):
+    def test_debug_level_is_what_follows_d(self):
+        for argument, level in (("-d3", 3), ("-d", 0), ("-dx", 0), ("-d-2", -2)):
+            with self.subTest(argument=argument):
+                output = self.start_and_close(argument)
+                self.assertEqual([str(level)], re.findall(r"^Debug level (.*)$", output, re.M))
+                self.assertIn(f'    argv[1] = "{argument}"\n', output)
+
+    def test_debug_level_2_tells_the_handlers_of_addresses(self):
+        output = self.start_and_close("-d2")
+        self.assertTrue(re.search(r"^(default app for http is|No default app for http!)", output, re.M))
+
+    def test_debug_level_below_0_is_silent_about_handlers(self):
+        self.assertNotIn("No default app for", self.start_and_close("-d-1"))
+
+    def test_an_argument_that_the_toolkit_does_not_know_ends_the_start(self):
+        for arguments in (("--debug",), ("--sync", "-d3")):
+            with self.subTest(arguments=arguments):
+                program = self.start(*arguments)
+                self.assertNotEqual(0, program.process.wait(timeout=30))
+                self.assertNotIn("Debug level", program.output())
+
+
+class StartingWithoutADisplay(Start):
+    def test_ends_with_a_failure_and_no_window(self):
+        environment = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
+        ended = subprocess.run(
+            [self.directory / "MacOS" / "mavo-survey"],
+            env={**environment, "HOME": str(self.directory.parent)},
+            capture_output=True,
+            timeout=30,
+            check=False,
+        )
+        self.assertNotEqual(0, ended.returncode)
