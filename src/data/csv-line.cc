@@ -29,7 +29,7 @@ public:
       text.push_back(line[pos++]);
       return;
     }
-    const auto length = static_cast<std::size_t>(g_utf8_skip[lead]);
+    const auto length = static_cast<unsigned char>(g_utf8_skip[lead]);
     text.append(line, pos, length); // no more than there is
     pos = std::min(pos + length, line.size());
   }

@@ -32,14 +32,15 @@ void DataFileInfo::take_line(const std::string& line)
 
   const std::string key = line.substr(0, equals);
   const std::string value = line.substr(equals + 1);
-  if (key == "timestamp")
+  if (key == "timestamp") {
     timestamp = value;
-  else if (key == "updated")
+  } else if (key == "updated") {
     updated = value;
-  else if (key != "version")
+  } else if (key != "version") {
     printf("Ignoring unknown data-file-info key \"%s\" (= \"%s\")\n", key.c_str(), value.c_str());
-  else if (value != "1")
+  } else if (value != "1") {
     error("Can't handle data file metadata version %s - please download a newer version of this "
           "program!",
           escape_markup(value).c_str());
+  }
 }

@@ -17,10 +17,11 @@ RetCode RegionFishInfo::init(const std::string& dir, const std::string& region_c
       !GeogInfo(dir, *this, region).is_valid())
     return RET_FAILURE;
 
-  if (debug_level >= 4)
+  if (debug_level >= 4) {
     printf("Read family (%d), species (%d), and geog (%d) info for %s\n",
            static_cast<int>(families.size()), static_cast<int>(species.size()),
            static_cast<int>(geog_ids.size()), region.c_str());
+  }
   initialised = true;
   return RET_SUCCESS;
 }

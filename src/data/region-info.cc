@@ -80,12 +80,13 @@ void RegionInfo::trace_row(const Region& region, const std::vector<Glib::ustring
   const auto text = [&fields](unsigned int column) {
     return column < fields.size() ? fields[column].c_str() : "";
   };
-  if (debug_level >= 5)
+  if (debug_level >= 5) {
     printf("Region: %s/%s: %s, id = %d, has_abund=%d, has_fish=%d (%s), has_inv=%d, "
            "can_have_inv=%d, vis=%d\n",
            region.regioncode.c_str(), region.subregioncode.c_str(), region.surveytypename.c_str(),
            region.surveytypeid, region.hasabundance, region.hasfish, text(column_index["has_fish"]),
            region.hasinverts, region.canhaveinverts, region.visible);
+  }
   if (debug_level >= 10) {
     printf("id %d:\n", region.surveytypeid);
     for (const auto& [heading, column] : column_index)

@@ -45,43 +45,43 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
   if (index >= fish->species.size())
     fish->species.resize(index + 1);
 
-  Species& species = fish->species[index];
-  species.speciesid = id;
-  species.invertebratetype = static_cast<std::uint8_t>(to_int(field(fields, INVERTEBRATETYPE)));
-  species.rarefishind = static_cast<std::int8_t>(to_int(field(fields, RAREFISHIND)));
-  fish->max_rarefishind = std::max(fish->max_rarefishind, species.rarefishind);
-  species.familyid = field(fields, FAMILYID);
-  settle_family(species);
-  species.scientificname = field(fields, SCIENTIFICNAME);
-  species.commonname = field(fields, COMMONNAME);
+  Species& row = fish->species[index];
+  row.speciesid = id;
+  row.invertebratetype = static_cast<std::uint8_t>(to_int(field(fields, INVERTEBRATETYPE)));
+  row.rarefishind = static_cast<std::int8_t>(to_int(field(fields, RAREFISHIND)));
+  fish->max_rarefishind = std::max(fish->max_rarefishind, row.rarefishind);
+  row.familyid = field(fields, FAMILYID);
+  settle_family(row);
+  row.scientificname = field(fields, SCIENTIFICNAME);
+  row.commonname = field(fields, COMMONNAME);
   if (spanish_column) {
     fish->has_spanish = true;
     if (*spanish_column < fields.size())
-      species.spanishname = fields[*spanish_column];
+      row.spanishname = fields[*spanish_column];
   }
   return RET_SUCCESS;
 }
 
 // Sees to it that the species has a family with a name, made up if need be.
-void RegionFishInfo::SpeciesInfo::settle_family(Species& species)
+void RegionFishInfo::SpeciesInfo::settle_family(Species& row)
 {
-  const bool complain = species.invertebratetype == 0 && debug_level >= -1;
-  const char* const region = fish->region.c_str();
-  if (species.familyid.empty()) {
-    species.familyid = "(empty)";
+  const bool complain = row.invertebratetype == 0 && debug_level >= -1;
+  const char* const code = fish->region.c_str();
+  if (row.familyid.empty()) {
+    row.familyid = "(empty)";
     if (complain)
-      printf("Region %s species id %d has no family!\n", region, species.speciesid);
+      printf("Region %s species id %d has no family!\n", code, row.speciesid);
   }
-  Family& family = find_family(species.familyid);
+  Family& family = find_family(row.familyid);
   if (family.id.empty()) {
-    family.id = "Undefined family " + species.familyid;
+    family.id = "Undefined family " + row.familyid;
     if (complain)
-      printf("Region %s family id %s is not defined!\n", region, species.familyid.c_str());
+      printf("Region %s family id %s is not defined!\n", code, row.familyid.c_str());
   }
   if (family.commonname.empty()) {
     family.commonname = "Unnamed family (" + family.id + ")";
     if (complain)
-      printf("Region %s family id %s has no name!\n", region, species.familyid.c_str());
+      printf("Region %s family id %s has no name!\n", code, row.familyid.c_str());
   }
 }
 

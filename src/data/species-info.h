@@ -19,7 +19,7 @@ public:
   RegionFishInfo* fish; // what is filled; not owned
 
 private:
-  void settle_family(Species& species);
+  void settle_family(Species& row);
   Family& find_family(const std::string& id);
 
   std::optional<unsigned int> spanish_column; // a file need not have it

@@ -1,5 +1,6 @@
 #include "data/abundance-choices.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <memory>
 
@@ -16,7 +17,7 @@ protected:
   std::string read(const std::string& rows)
   {
     data.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n" + rows);
-    return printed_by([this] { abundances = std::make_unique<AbundanceChoices>(data.dir); });
+    return output_of([this] { abundances = std::make_unique<AbundanceChoices>(data.dir); });
   }
   // "abun label responseid" of each choice of a survey type.
   Texts choices(std::size_t subtype) const
@@ -118,7 +119,7 @@ TEST_F(AbundanceChoicesTest, LimitTheRoomThatFillersTake)
 
 TEST_F(AbundanceChoicesTest, AreListedAtLevelThirty)
 {
-  const DebugLevel level(30);
+  const TraceLevel level(30);
   EXPECT_EQ("AbundanceChoices:\n"
             "    0:\n"
             "    1:\n"
@@ -131,10 +132,10 @@ TEST_F(AbundanceChoicesTest, AreListedAtLevelThirty)
 TEST_F(AbundanceChoicesTest, AreNotValidWithoutAWholeFile)
 {
   EXPECT_EQ("Failed to open " + data.dir + "abundance-choices.csv!\n",
-            printed_by([&] { EXPECT_FALSE(AbundanceChoices(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(AbundanceChoices(data.dir).is_valid()); }));
   data.file("abundance-choices.csv", "responseid,label\n");
   EXPECT_EQ("missing heading \"survey_subtype_id\"\nmissing heading \"abun\"\n",
-            printed_by([&] { EXPECT_FALSE(AbundanceChoices(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(AbundanceChoices(data.dir).is_valid()); }));
   EXPECT_NE("", reported_by([this] { read("1,2,3\n"); }));
   EXPECT_FALSE(abundances->is_valid());
   EXPECT_EQ("", read(""));

@@ -1,5 +1,6 @@
 #include "data/survey-data.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <cctype>
 #include <cstdio>
@@ -92,6 +93,19 @@ private:
   std::mt19937 random;
 };
 
+std::size_t use_habitats(const HabitatInfo& habitats)
+{
+  std::size_t seen = 0;
+  for (const auto& [region, ids] : habitats.region_habitat_ids) {
+    for (const int id : ids) {
+      if (id >= 0)
+        seen += habitats.names.at(static_cast<std::size_t>(id)).size() +
+                habitats.descriptions.at(static_cast<std::size_t>(id)).size();
+    }
+  }
+  return seen;
+}
+
 // Touches what the panels touch: every look-up by an id of another table.
 std::size_t use(const std::string& dir)
 {
@@ -117,14 +131,7 @@ std::size_t use(const std::string& dir)
     for (const auto& id : fish.family_ids)
       seen += fish.families[id].commonname.size();
   }
-  if (!habitats.is_valid())
-    return seen;
-  for (const auto& [region, ids] : habitats.region_habitat_ids)
-    for (const int id : ids)
-      if (id >= 0)
-        seen += habitats.names.at(static_cast<std::size_t>(id)).size() +
-                habitats.descriptions.at(static_cast<std::size_t>(id)).size();
-  return seen;
+  return seen + (habitats.is_valid() ? use_habitats(habitats) : 0);
 }
 
 const char* const kinds[] = {"data-definitions.csv",  "data-parameters.csv",
@@ -147,7 +154,7 @@ TEST(DamagedData, CannotCrashTheProgram)
     const std::string whole = read_file(data.dir + name);
     ASSERT_GT(use(data.dir), 0U);
     reported_by([&] {
-      printed_by([&] {
+      output_of([&] {
         for (unsigned int seed = 1; seed <= variants; ++seed, ++count) {
           data.file(name, Damage(seed).to(whole));
           use(data.dir);
@@ -165,7 +172,7 @@ TEST(DamagedData, CannotCrashTheReaderOfTheMetadata)
   data.minimal();
   const std::string whole = read_file(data.dir + "data-file-info.txt");
   reported_by([&] {
-    printed_by([&] {
+    output_of([&] {
       for (unsigned int seed = 1; seed <= variants; ++seed) {
         // Each line keeps an equals sign, since a line without one ends the program.
         std::string damaged;
@@ -185,7 +192,7 @@ TEST(DamagedData, CannotMakeTheReadersHangOnBytesOfAnyKind)
   data.minimal();
   std::mt19937 random(1);
   reported_by([&] {
-    printed_by([&] {
+    output_of([&] {
       for (const char* name : kinds) {
         const std::string whole = read_file(data.dir + name);
         std::string noise = whole.substr(0, whole.find('\n') + 1);

@@ -1,5 +1,6 @@
 #include "data/data-defs.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include "data-checks.h"
 
@@ -78,6 +79,6 @@ TEST_F(DataDefsTest, IsNotValidWithoutAWholeFile)
   EXPECT_FALSE(DataDefs("/no/such/directory/").is_valid());
   data.file("data-definitions.csv", "group,label\n");
   EXPECT_EQ("missing heading \"value\"\n",
-            printed_by([&] { EXPECT_FALSE(DataDefs(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(DataDefs(data.dir).is_valid()); }));
   EXPECT_NE("", reported_by([&] { EXPECT_FALSE(read("depth,1\n").is_valid()); }));
 }

@@ -1,5 +1,6 @@
 #include "data/data-file-info.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <sys/stat.h>
 
@@ -44,7 +45,7 @@ TEST(DataFileInfo, IsValidOnceBothAreThere)
   };
   for (const auto& c : cases) {
     bool valid = !c.valid;
-    EXPECT_EQ("", printed_by([&] { valid = info_of(c.text).valid; })) << c.why;
+    EXPECT_EQ("", output_of([&] { valid = info_of(c.text).valid; })) << c.why;
     EXPECT_EQ(c.valid, valid) << c.why;
   }
 }
@@ -64,7 +65,7 @@ TEST(DataFileInfo, IsQuietlyInvalidWithoutAReadableFile)
   const DataSet pipe;
   ASSERT_EQ(0, mkfifo((pipe.dir + "data-file-info.txt").c_str(), 0600));
   for (const auto* data : {&missing, &directory, &pipe})
-    EXPECT_EQ("", printed_by([data] { EXPECT_FALSE(DataFileInfo(data->dir).valid); }));
+    EXPECT_EQ("", output_of([data] { EXPECT_FALSE(DataFileInfo(data->dir).valid); }));
 }
 
 TEST(DataFileInfo, SaysThatItIgnoresAKey)
@@ -73,7 +74,7 @@ TEST(DataFileInfo, SaysThatItIgnoresAKey)
   EXPECT_EQ("Ignoring unknown data-file-info key \"colour\" (= \"blue=green\")\n"
             "Ignoring unknown data-file-info key \"\" (= \"\")\n"
             "Ignoring unknown data-file-info key \" updated\" (= \"y\")\n",
-            printed_by([&] {
+            output_of([&] {
               valid = info_of("timestamp=1\ncolour=blue=green\n=\n updated=y\nupdated=x\n").valid;
             }));
   EXPECT_TRUE(valid);

@@ -1,5 +1,6 @@
 #include "data/data-params.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include "data-checks.h"
 
@@ -53,6 +54,6 @@ TEST_F(DataParamsTest, IsNotValidWithoutAWholeFile)
   EXPECT_FALSE(DataParams("/no/such/directory/").is_valid());
   data.file("data-parameters.csv", "value\n");
   EXPECT_EQ("missing heading \"parameter\"\n",
-            printed_by([&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); }));
   EXPECT_NE("", reported_by([&] { EXPECT_FALSE(read("temp_min_c\n").is_valid()); }));
 }

@@ -2,6 +2,7 @@
 #include "data/survey-data.h"
 #include "support/application.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <glibmm/miscutils.h>
 #include <gtkmm/application.h>
@@ -21,15 +22,20 @@ std::string metadata(const std::string& timestamp, const std::string& updated = 
 // is empty until a test fills it.
 class ReadDataFiles : public testing::Test
 {
-protected:
+public:
   ReadDataFiles()
   {
-    printed_by([this] { app = std::make_unique<MyApp>(test_application()); });
+    if (!app)
+      output_of([] { app = std::make_unique<MyApp>(test_application()); });
     app->local_data_dir = local.dir.substr(0, local.dir.size() - 1);
     local_dir = local.dir + "data-files/";
   }
   ~ReadDataFiles() override { free_tables(); }
+  ReadDataFiles(const ReadDataFiles&) = delete;
+  ReadDataFiles& operator=(const ReadDataFiles&) = delete;
+  static void TearDownTestSuite() { app.reset(); }
 
+protected:
   // The old tables are never freed by the program, so a test does it.
   void free_tables()
   {
@@ -60,14 +66,15 @@ protected:
   std::string read(RetCode expected)
   {
     free_tables();
-    return printed_by([&] { EXPECT_EQ(expected, app->read_data_files()); });
+    return output_of([&] { EXPECT_EQ(expected, app->read_data_files()); });
   }
 
   ApplicationDir built_in;
   DataSet local;
   std::string local_dir;
-  std::unique_ptr<MyApp> app;
+  static std::unique_ptr<MyApp> app; // one for all tests: each looks through the system's programs
 };
+std::unique_ptr<MyApp> ReadDataFiles::app;
 
 } // namespace
 
@@ -192,6 +199,7 @@ TEST_F(ReadDataFiles, StopsAtTheFirstTableThatFails)
 
 TEST_F(ReadDataFiles, LeavesTheOldTablesToThoseWhoUseThem)
 {
+  read(RET_SUCCESS);
   const std::unique_ptr<RegionInfo> old_regions(app->region_info);
   const std::unique_ptr<DataDefs> old_defs(app->data_defs);
   app->region_info = nullptr;
@@ -225,9 +233,9 @@ TEST_F(ReadDataFiles, KnowsTheUsersDirectoryFromTheConfiguration)
   const std::string expected = Glib::get_user_config_dir() + "/MAVO-Survey";
   EXPECT_EQ(expected, app->get_local_data_dir());
   EXPECT_TRUE(std::filesystem::is_directory(expected));
-  const DebugLevel level(1);
+  const TraceLevel level(1);
   EXPECT_EQ("local_data_dir: " + expected + "\n",
-            printed_by([&] { EXPECT_EQ(expected, app->get_local_data_dir()); }));
+            output_of([&] { EXPECT_EQ(expected, app->get_local_data_dir()); }));
 }
 
 TEST_F(ReadDataFiles, LivesWithoutADirectoryForTheUser)

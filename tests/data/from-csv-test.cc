@@ -1,5 +1,6 @@
 #include "data/from-csv.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <glibmm/miscutils.h>
 #include <sys/stat.h>
@@ -85,7 +86,7 @@ TEST(FromCSV, SaysWhenAFileCannotBeOpened)
   for (const auto& c : cases) {
     RetCode result = RET_SUCCESS;
     EXPECT_EQ("Failed to open " + c.path + "!\n",
-              printed_by([&] { result = rows.read_file(c.path); }))
+              output_of([&] { result = rows.read_file(c.path); }))
         << c.why;
     EXPECT_EQ(RET_FAILURE, result) << c.why;
     EXPECT_TRUE(rows.filename.empty()) << c.why;
@@ -209,7 +210,7 @@ TEST(FromCSV, TellsOfEveryMissingHeading)
   for (const auto& c : cases) {
     Rows rows;
     RetCode result = RET_SUCCESS;
-    EXPECT_EQ(c.printed, printed_by([&] { result = rows.read(c.text); })) << c.why;
+    EXPECT_EQ(c.printed, output_of([&] { result = rows.read(c.text); })) << c.why;
     EXPECT_EQ(RET_MISSING_HEADING, result) << c.why;
     EXPECT_TRUE(rows.rows.empty()) << c.why;
     EXPECT_EQ(0, rows.ends) << c.why;
@@ -229,7 +230,7 @@ TEST(FromCSV, SkipsRowsThatLackTheSecondColumnOfAHeading)
 {
   Rows rows;
   RetCode result = RET_FAILURE;
-  const std::string out = printed_by([&] { result = rows.read("a,b,a\n1,2\n3,4\n"); });
+  const std::string out = output_of([&] { result = rows.read("a,b,a\n1,2\n3,4\n"); });
   EXPECT_EQ(RET_SUCCESS, result);
   EXPECT_EQ(2U, rows.column_index["a"]);
   EXPECT_EQ(Texts(), rows.rows);
@@ -249,7 +250,7 @@ TEST(FromCSV, KeepsARowWithBotchedQuotingAndSaysSo)
 {
   Rows rows;
   RetCode result = RET_FAILURE;
-  const std::string out = printed_by([&] { result = rows.read("a,b\n1,\"x\"y\n"); });
+  const std::string out = output_of([&] { result = rows.read("a,b\n1,\"x\"y\n"); });
   EXPECT_EQ(RET_SUCCESS, result);
   EXPECT_EQ(rows.data.dir + "rows.csv line 2 column 2 has botched quoting: \"x\"y\n", out);
   EXPECT_EQ(Texts({"1|\"x\"y|"}), rows.rows);
@@ -258,7 +259,7 @@ TEST(FromCSV, KeepsARowWithBotchedQuotingAndSaysSo)
 TEST(FromCSV, SaysNothingOfAFieldThatIsNeverClosed)
 {
   Rows rows;
-  EXPECT_EQ("", printed_by([&] { rows.read("a,b\n1,\"2,3\n4,5\n"); }));
+  EXPECT_EQ("", output_of([&] { rows.read("a,b\n1,\"2,3\n4,5\n"); }));
   EXPECT_EQ(Texts({"1|2,3|", "4|5|"}), rows.rows);
 }
 

@@ -1,5 +1,6 @@
 #include "data/habitat-info.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <memory>
 
@@ -18,7 +19,7 @@ protected:
   {
     data.file("habitat.csv", "habitatid,habitatname,habitatdescr\n" + habitat_rows);
     data.file("habitatregion.csv", "regioncode,habitat,habitatid\n" + region_rows);
-    return printed_by([this] { habitats = std::make_unique<HabitatInfo>(data.dir); });
+    return output_of([this] { habitats = std::make_unique<HabitatInfo>(data.dir); });
   }
   Numbers ids(const char* region) { return habitats->region_habitat_ids[region]; }
   Texts labels(const char* region) { return bytes(habitats->region_habitats[region].labels); }
@@ -99,20 +100,20 @@ TEST_F(HabitatInfoTest, DoesNotOpenTheHabitatsIfTheRegionsFail)
 {
   data.file("habitat.csv", "nothing\n");
   EXPECT_EQ("Failed to open " + data.dir + "habitatregion.csv!\n",
-            printed_by([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
 }
 
 TEST_F(HabitatInfoTest, IsNotValidWithoutBothFilesWhole)
 {
   data.file("habitatregion.csv", "regioncode,habitat,habitatid\n");
   EXPECT_EQ("Failed to open " + data.dir + "habitat.csv!\n",
-            printed_by([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
   data.file("habitat.csv", "habitatid\n");
   EXPECT_EQ("missing heading \"habitatname\"\nmissing heading \"habitatdescr\"\n",
-            printed_by([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
   data.file("habitatregion.csv", "habitatid\n");
   EXPECT_EQ("missing heading \"regioncode\"\nmissing heading \"habitat\"\n",
-            printed_by([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
   EXPECT_NE("", reported_by([this] { read(three, "PAC,1\n"); }));
   EXPECT_FALSE(habitats->is_valid());
   EXPECT_NE("", reported_by([this] { read("1,Kelp\n", "PAC,1,1\n"); }));

@@ -1,5 +1,6 @@
 #include "data/region-fish-info.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include "data-checks.h"
 
@@ -38,7 +39,7 @@ protected:
   std::string read()
   {
     fish = RegionFishInfo();
-    return printed_by([this] { EXPECT_EQ(RET_SUCCESS, fish.init(data.dir, "XYZ")); });
+    return output_of([this] { EXPECT_EQ(RET_SUCCESS, fish.init(data.dir, "XYZ")); });
   }
 
   DataSet data;
@@ -105,7 +106,7 @@ TEST_F(RegionFishInfoTest, FailsWithAnyOfItsFiles)
       data.remove(c.name);
     RegionFishInfo info;
     reported_by(
-        [&] { printed_by([&] { EXPECT_EQ(RET_FAILURE, info.init(data.dir, "XYZ")) << c.why; }); });
+        [&] { output_of([&] { EXPECT_EQ(RET_FAILURE, info.init(data.dir, "XYZ")) << c.why; }); });
     EXPECT_FALSE(info.initialised) << c.why;
   }
 }
@@ -170,10 +171,10 @@ TEST_F(RegionFishInfoTest, ComplainsOfFamiliesDownToLevelMinusOne)
 {
   species("1,a,b,,0,0\n2,a,b,F9,0,0\n");
   {
-    const DebugLevel level(-1);
+    const TraceLevel level(-1);
     EXPECT_NE("", read());
   }
-  const DebugLevel level(-2);
+  const TraceLevel level(-2);
   EXPECT_EQ("", read());
 }
 
@@ -287,7 +288,7 @@ TEST_F(RegionFishInfoTest, TellsOfItsProgressAtLevelFour)
 {
   zones("3,Washington\n");
   species("2,a,b,F1,0,0\n");
-  const DebugLevel level(4);
+  const TraceLevel level(4);
   EXPECT_EQ("Starting to read family & species info for XYZ\n"
             "Read family (1), species (3), and geog (1) info for XYZ\n",
             read());

@@ -1,5 +1,6 @@
 #include "data/region-info.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <memory>
 
@@ -25,7 +26,7 @@ protected:
   std::string read(const std::string& rows)
   {
     data.file("region-info.csv", region_headings + rows);
-    return printed_by([this] { regions = std::make_unique<RegionInfo>(data.dir); });
+    return output_of([this] { regions = std::make_unique<RegionInfo>(data.dir); });
   }
 
   DataSet data;
@@ -103,7 +104,7 @@ TEST_F(RegionInfoTest, LetsASecondRowOfAnIdOverwriteTheFirst)
 
 TEST_F(RegionInfoTest, KeepsHiddenSurveyTypesApart)
 {
-  const DebugLevel level(1);
+  const TraceLevel level(1);
   EXPECT_EQ("Noting non-visible survey subtype 4 Old form\n",
             read("PAC,PNW,Pacific,Northwest,1,Fish,1,1,0,1,1\n"
                  "PAC,PNW,Pacific,Northwest,4,Old form,1,1,0,1,0\n"));
@@ -169,9 +170,9 @@ TEST_F(RegionInfoTest, FailsWithTheFishTablesOfAnyRegion)
 TEST_F(RegionInfoTest, IsNotValidWithoutAWholeFile)
 {
   data.remove("region-info.csv");
-  printed_by([&] { EXPECT_FALSE(RegionInfo(data.dir).is_valid()); });
+  output_of([&] { EXPECT_FALSE(RegionInfo(data.dir).is_valid()); });
   data.file("region-info.csv", "regioncode,subregioncode\n");
-  const std::string out = printed_by([&] { EXPECT_FALSE(RegionInfo(data.dir).is_valid()); });
+  const std::string out = output_of([&] { EXPECT_FALSE(RegionInfo(data.dir).is_valid()); });
   EXPECT_NE(std::string::npos, out.find("missing heading \"visible\"\n")) << out;
   EXPECT_NE("", reported_by([this] { read("PAC,PNW,Pacific,Northwest,1,Fish,1,1,0,1\n"); }));
   EXPECT_FALSE(regions->is_valid());
@@ -191,7 +192,7 @@ TEST_F(RegionInfoTest, SkipsSurveyTypesWhoseIdCannotIndexATable)
 
 TEST_F(RegionInfoTest, TracesARowAtLevelFiveAndCannotReadASecond)
 {
-  const DebugLevel level(5);
+  const TraceLevel level(5);
   std::string out;
   const std::string report = reported_by([&] {
     out = read(
@@ -206,7 +207,7 @@ TEST_F(RegionInfoTest, TracesARowAtLevelFiveAndCannotReadASecond)
 
 TEST_F(RegionInfoTest, TracesEachFieldAtLevelTen)
 {
-  const DebugLevel level(10);
+  const TraceLevel level(10);
   const std::string out = read("PAC,PNW,Pacific,Northwest,1,Fish,1,0,1,0,1\n");
   EXPECT_TRUE(regions->is_valid()) << "one row can be read";
   for (const char* line :

@@ -2,6 +2,7 @@
 #include "data/species-view-info.h"
 #include "data/species-views.h"
 #include "support/data-set.h"
+#include "support/output.h"
 
 #include <memory>
 
@@ -24,8 +25,7 @@ protected:
   std::string read(const std::string& rows)
   {
     data.file("species-view-definitions.csv", "viewid,subregioncode,viewname,isdefault\n" + rows);
-    return printed_by(
-        [this] { info = std::make_unique<SpeciesViewInfo>(data.dir, regions.get()); });
+    return output_of([this] { info = std::make_unique<SpeciesViewInfo>(data.dir, regions.get()); });
   }
   const SubregionInfo& subregion(const char* code) const { return regions->subregions.at(code); }
 
@@ -41,7 +41,7 @@ protected:
   std::string read(const std::string& rows)
   {
     data.file("species-views.csv", "viewid,speciesid,familyid\n" + rows);
-    return printed_by([this] { views = std::make_unique<SpeciesViews>(data.dir); });
+    return output_of([this] { views = std::make_unique<SpeciesViews>(data.dir); });
   }
 
   DataSet data;
@@ -101,9 +101,9 @@ TEST_F(SpeciesViewInfoTest, IsNotValidWithoutAWholeFile)
 {
   const auto is_valid = [this] { return SpeciesViewInfo(data.dir, regions.get()).is_valid(); };
   data.remove("species-view-definitions.csv");
-  EXPECT_NE("", printed_by([&] { EXPECT_FALSE(is_valid()); }));
+  EXPECT_NE("", output_of([&] { EXPECT_FALSE(is_valid()); }));
   data.file("species-view-definitions.csv", "viewid,viewname,isdefault\n");
-  EXPECT_EQ("missing heading \"subregioncode\"\n", printed_by([&] { EXPECT_FALSE(is_valid()); }));
+  EXPECT_EQ("missing heading \"subregioncode\"\n", output_of([&] { EXPECT_FALSE(is_valid()); }));
   EXPECT_NE("", reported_by([this] { read("1,PNW,Common\n"); }));
   EXPECT_FALSE(info->is_valid());
 }
@@ -154,10 +154,10 @@ TEST_F(SpeciesViewsTest, SkipIdsThatCannotIndexATable)
 TEST_F(SpeciesViewsTest, AreNotValidWithoutAWholeFile)
 {
   EXPECT_EQ("Failed to open " + data.dir + "species-views.csv!\n",
-            printed_by([&] { EXPECT_FALSE(SpeciesViews(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(SpeciesViews(data.dir).is_valid()); }));
   data.file("species-views.csv", "speciesid,familyid\n");
   EXPECT_EQ("missing heading \"viewid\"\n",
-            printed_by([&] { EXPECT_FALSE(SpeciesViews(data.dir).is_valid()); }));
+            output_of([&] { EXPECT_FALSE(SpeciesViews(data.dir).is_valid()); }));
   EXPECT_NE("", reported_by([this] { read("1,2\n"); }));
   EXPECT_FALSE(views->is_valid());
 }
