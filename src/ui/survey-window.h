@@ -71,11 +71,11 @@ public:
   void create_menu_action(const std::string& name, const std::string& label);
   void create_action(const std::string& name, const std::string& label,
                      void (SurveyWindow::*handler)(const std::string&), const std::string& tooltip,
-                     Gtk::StockID stock);
+                     const Gtk::StockID& stock);
   void create_action(const std::string& name, const std::string& label,
                      void (SurveyWindow::*handler)(const std::string&,
                                                    Glib::RefPtr<Gtk::ToggleAction>),
-                     const std::string& tooltip, Gtk::StockID stock);
+                     const std::string& tooltip, const Gtk::StockID& stock);
   // Both need the name of an existing action.
   void menuitem_enable(const char* name, bool enabled);
   void menuitem_check(const char* name, bool checked);

@@ -159,7 +159,7 @@ void SurveyWindow::create_menu_action(const std::string& name, const std::string
 }
 
 void SurveyWindow::create_action(const std::string& name, const std::string& label, Handler handler,
-                                 const std::string& tooltip, Gtk::StockID stock)
+                                 const std::string& tooltip, const Gtk::StockID& stock)
 {
   const auto action = new_action<Gtk::Action>(name, stock, label, tooltip);
   actions[name] = action;
@@ -168,7 +168,7 @@ void SurveyWindow::create_action(const std::string& name, const std::string& lab
 
 void SurveyWindow::create_action(const std::string& name, const std::string& label,
                                  ToggleHandler handler, const std::string& tooltip,
-                                 Gtk::StockID stock)
+                                 const Gtk::StockID& stock)
 {
   const auto action = new_action<Gtk::ToggleAction>(name, stock, label, tooltip);
   actions[name] = action;
@@ -296,6 +296,7 @@ void SurveyWindow::on_action_EditPaste(const std::string& action)
   say_unimplemented(action);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): it is what handlers of toggles take
 void SurveyWindow::on_action_ViewToolbar(const std::string& action,
                                          Glib::RefPtr<Gtk::ToggleAction> toggle)
 {
