@@ -30,8 +30,9 @@ int written_abundance(int abundance, const Region* survey_subtype)
 int response_id(int species_id, int abundance, const SurveyData& survey,
                 const AbundanceChoices& choices)
 {
-  const RegionFishInfo::Species* const species =
-      survey.region_fish ? survey.region_fish->find_species(species_id) : nullptr;
+  if (!survey.region_fish || species_id < 1)
+    return -1;
+  const RegionFishInfo::Species* const species = survey.region_fish->find_species(species_id);
   const AbundanceChoices::SurveySubtypeChoiceInfo* const list =
       species && species->invertebratetype == presence_only_invertebrate
           ? choices.find_subtype(AbundanceChoices::presence_subtype)

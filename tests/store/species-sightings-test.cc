@@ -107,10 +107,8 @@ TEST_F(SpeciesSightings, AreRefusedWhereTheDataHaveNoResponse)
       {"class beyond the list", 1, {{10, 4}}, "Internal error: abun 4 -> resp -1?!"},
       {"negative class", 1, {{10, -7}}, "Internal error: abun -7 -> resp -1?!"},
       {"class beyond its own list", 3, {{21, 2}}, "Internal error: abun 2 -> resp -1?!"},
-      {"species beyond the table", 1, {{1000000, 2}}, "Internal error: abun 2 -> resp -1?!"},
       {"negative species", 1, {{-1, 2}}, "Internal error: abun 2 -> resp -1?!"},
-      {"gap in the species", 1, {{13, 2}}, "Internal error: abun 2 -> resp -1?!"},
-      {"the class that would be written", 2, {{13, 3}}, "Internal error: abun 1 -> resp -1?!"},
+      {"the class that would be written", 4, {{10, 3}}, "Internal error: abun 3 -> resp -1?!"},
       {"good ones before it do not help",
        1,
        {{10, 1}, {11, 9}},
@@ -121,6 +119,13 @@ TEST_F(SpeciesSightings, AreRefusedWhereTheDataHaveNoResponse)
     survey.abundances = c.abundances;
     EXPECT_EQ(c.expected, sightings()) << c.why;
   }
+}
+
+TEST_F(SpeciesSightings, KeepSpeciesThatTheDataDoNotKnow)
+{
+  choose_type(1);
+  survey.abundances = {{13, 2}, {1000000, 1}}; // a gap, and beyond the table
+  EXPECT_EQ("13/2/102 1000000/1/101", sightings());
 }
 
 TEST_F(SpeciesSightings, AreRefusedWithoutTheListThatTheyNeed)

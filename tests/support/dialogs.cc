@@ -108,8 +108,8 @@ void expect_no_dialog(const std::function<void()>& action)
   answer_dialogs({}, action);
 }
 
-void meet_next_dialog(const std::function<void(Gtk::Dialog&)>& meet,
-                      const std::function<void()>& action)
+void meet_dialogs(int expected, const std::function<void(Gtk::Dialog&)>& meet,
+                  const std::function<void()>& action)
 {
   int count = 0;
   {
@@ -119,5 +119,11 @@ void meet_next_dialog(const std::function<void(Gtk::Dialog&)>& meet,
     });
     action();
   }
-  EXPECT_EQ(1, count) << "dialogs met";
+  EXPECT_EQ(expected, count) << "dialogs met";
+}
+
+void meet_next_dialog(const std::function<void(Gtk::Dialog&)>& meet,
+                      const std::function<void()>& action)
+{
+  meet_dialogs(1, meet, action);
 }

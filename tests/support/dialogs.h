@@ -34,3 +34,7 @@ void expect_no_dialog(const std::function<void()>& action);
 // end it (by a response or by pressing one of its buttons).
 void meet_next_dialog(const std::function<void(Gtk::Dialog&)>& meet,
                       const std::function<void()>& action);
+
+// The same for so many dialogs, one after the other.
+void meet_dialogs(int expected, const std::function<void(Gtk::Dialog&)>& meet,
+                  const std::function<void()>& action);
