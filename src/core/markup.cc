@@ -4,10 +4,15 @@
 
 #include <pango/pango.h>
 
+#include <cstring>
 #include <memory>
-#include <regex>
+#include <string>
 
 namespace {
+
+struct ParseContextFree {
+  void operator()(GMarkupParseContext* context) const { g_markup_parse_context_free(context); }
+};
 
 // The toolkit draws nothing of a text that is not UTF-8 throughout.
 Glib::ustring valid_utf8(const Glib::ustring& text)
@@ -18,28 +23,69 @@ Glib::ustring valid_utf8(const Glib::ustring& text)
   return mended.get();
 }
 
-struct ParseContextFree {
-  void operator()(GMarkupParseContext* context) const { g_markup_parse_context_free(context); }
-};
-
-bool is_well_formed(const Glib::ustring& text)
+std::string escaped(const char* text, std::size_t size)
 {
-  const GMarkupParser look_only = {};
-  const std::unique_ptr<GMarkupParseContext, ParseContextFree> context(
-      g_markup_parse_context_new(&look_only, G_MARKUP_DEFAULT_FLAGS, nullptr, nullptr));
-  const std::string whole = "<markup>" + text.raw() + "</markup>";
-  return g_markup_parse_context_parse(context.get(), whole.data(),
-                                      static_cast<gssize>(whole.size()), nullptr) &&
-         g_markup_parse_context_end_parse(context.get(), nullptr);
+  return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
 }
 
 // Links are an addition of the toolkit's labels, which take them out before
-// Pango sees the text.
-std::string without_links(const Glib::ustring& text)
+// Pango sees the text. The handlers below do the same: they write the markup
+// anew, with a span for a link.
+
+bool is_link(const char** attributes)
 {
-  static const std::regex opening("<a href=\"[^\"]*\">");
-  static const std::regex closing("</a>");
-  return std::regex_replace(std::regex_replace(text.raw(), opening, "<span>"), closing, "</span>");
+  bool has_address = false;
+  for (; *attributes; ++attributes) {
+    const bool is_address = std::strcmp(*attributes, "href") == 0;
+    if (!is_address && std::strcmp(*attributes, "title") != 0)
+      return false;
+    has_address = has_address || is_address;
+  }
+  return has_address;
+}
+
+void on_start(GMarkupParseContext*, const char* element, const char** attributes,
+              const char** values, gpointer out, GError** failure)
+{
+  auto& text = *static_cast<std::string*>(out);
+  if (std::strcmp(element, "a") == 0) {
+    text += "<span>";
+    if (!is_link(attributes))
+      g_set_error_literal(failure, G_MARKUP_ERROR, G_MARKUP_ERROR_INVALID_CONTENT, "not a link");
+    return;
+  }
+  text += std::string("<") + element;
+  for (; *attributes; ++attributes, ++values)
+    text += std::string(" ") + *attributes + "=\"" + escaped(*values, std::strlen(*values)) + "\"";
+  text += ">";
+}
+
+void on_end(GMarkupParseContext*, const char* element, gpointer out, GError**)
+{
+  const bool is_link_end = std::strcmp(element, "a") == 0;
+  *static_cast<std::string*>(out) += std::string("</") + (is_link_end ? "span" : element) + ">";
+}
+
+void on_text(GMarkupParseContext*, const char* text, gsize size, gpointer out, GError**)
+{
+  *static_cast<std::string*>(out) += escaped(text, size);
+}
+
+// Pango's part of a label's markup; empty if the text is not well-formed.
+std::string without_links(const std::string& text)
+{
+  constexpr GMarkupParser handlers = {on_start, on_end, on_text, nullptr, nullptr};
+  std::string out;
+  const std::unique_ptr<GMarkupParseContext, ParseContextFree> context(
+      g_markup_parse_context_new(&handlers, G_MARKUP_DEFAULT_FLAGS, &out, nullptr));
+  const auto start = text.find_first_not_of(" \t\n\r");
+  const bool has_root = start != std::string::npos && text.compare(start, 8, "<markup>") == 0;
+  const std::string whole = has_root ? text : "<markup>" + text + "</markup>";
+  const bool well_formed =
+      g_markup_parse_context_parse(context.get(), whole.data(), static_cast<gssize>(whole.size()),
+                                   nullptr) &&
+      g_markup_parse_context_end_parse(context.get(), nullptr);
+  return well_formed ? out : std::string();
 }
 
 } // namespace
@@ -47,9 +93,7 @@ std::string without_links(const Glib::ustring& text)
 Glib::ustring escape_markup(const Glib::ustring& text)
 {
   const Glib::ustring valid = valid_utf8(text);
-  const GMemory<char> escaped(
-      g_markup_escape_text(valid.data(), static_cast<gssize>(valid.bytes())));
-  return escaped.get();
+  return escaped(valid.data(), valid.bytes());
 }
 
 // Works on bytes: an ampersand is never part of a longer character.
@@ -63,14 +107,19 @@ Glib::ustring escape_ampersands(const Glib::ustring& text)
 
 bool is_markup(const Glib::ustring& text)
 {
-  if (!text.validate() || !is_well_formed(text))
-    return false;
-  const std::string plain = without_links(text);
-  return pango_parse_markup(plain.data(), static_cast<int>(plain.size()), 0, nullptr, nullptr,
-                            nullptr, nullptr);
+  return text.validate() && pango_parse_markup(text.data(), static_cast<int>(text.bytes()), 0,
+                                               nullptr, nullptr, nullptr, nullptr);
+}
+
+bool is_label_markup(const Glib::ustring& text)
+{
+  if (text.empty() || !text.validate())
+    return text.empty();
+  const std::string rest = without_links(text.raw());
+  return !rest.empty() && is_markup(rest);
 }
 
 Glib::ustring readable_markup(const Glib::ustring& text)
 {
-  return is_markup(text) ? text : escape_markup(text);
+  return is_label_markup(text) ? text : escape_markup(text);
 }

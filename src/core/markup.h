@@ -2,15 +2,19 @@
 
 #include <glibmm/ustring.h>
 
-// Plain words as Pango markup: shows exactly as typed.
+// Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
+// show as replacement characters.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
 // `text` with its ampersands as plain words and its tags as they are.
 Glib::ustring escape_ampersands(const Glib::ustring& text);
 
-// Whether the toolkit's labels can show `text` as markup, links included.
+// Whether Pango can parse `text`: what a cell of a tree understands.
 bool is_markup(const Glib::ustring& text);
 
-// `text` itself if it is valid markup, else markup that shows it as it stands,
-// so that no label or dialog comes up empty over a stray "<" or "&".
+// Whether a label or a dialog can parse `text`: Pango's markup, and links.
+bool is_label_markup(const Glib::ustring& text);
+
+// `text` itself if it is valid markup of a label, else markup that shows it as
+// it stands, so that no label or dialog comes up empty over a stray "<" or "&".
 Glib::ustring readable_markup(const Glib::ustring& text);

@@ -3,23 +3,82 @@
 #include "core/markup.h"
 #include "core/my-app.h"
 
+#include <gdk/gdk.h>
 #include <gdkmm/pixbuf.h>
+#include <gtkmm/box.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
 
 namespace {
 
-// The window that the user works in: the active one, else any that is shown.
+// Bytes of text above which it is cut; the toolkit takes minutes for megabytes.
+constexpr std::size_t longest_text = 20000;
+// A text of more lines, or with a longer word, gets scroll bars: the buttons have
+// to stay on the screen.
+constexpr std::size_t most_lines = 16;
+constexpr std::size_t line_length = 70; // bytes
+constexpr std::size_t longest_word = 150;
+constexpr int scrolled_width = 500; // pixels
+constexpr int scrolled_height = 300;
+
+// The window that the user works in: the newest modal one, which shuts off all
+// others, else the active one, else the newest. Null if none is shown.
 Gtk::Window* window_in_use()
 {
+  Gtk::Window* modal = nullptr;
+  Gtk::Window* active = nullptr;
   Gtk::Window* shown = nullptr;
-  for (auto* window : Gtk::Window::list_toplevels()) {
+  for (auto* window : Gtk::Window::list_toplevels()) { // the oldest first
     if (!window->get_visible() || window->get_window_type() != Gtk::WINDOW_TOPLEVEL)
       continue;
-    if (window->is_active())
-      return window;
     shown = window;
+    if (window->get_modal())
+      modal = window;
+    if (window->is_active())
+      active = window;
   }
-  return shown;
+  if (modal)
+    return modal;
+  return active ? active : shown;
+}
+
+Glib::ustring shown_text(const Message& message)
+{
+  if (message.text.bytes() > longest_text)
+    return escape_markup(message.text.raw().substr(0, longest_text)) + "\u2026";
+  return message.text_is_markup ? readable_markup(message.text) : escape_markup(message.text);
+}
+
+// Whether a dialog that holds all of the text could be larger than the screen.
+bool is_large(const std::string& text)
+{
+  std::size_t lines = 1;
+  std::size_t in_line = 0;
+  std::size_t in_word = 0;
+  for (const char c : text) {
+    in_word = c == ' ' || c == '\n' ? 0 : in_word + 1;
+    if (in_word > longest_word)
+      return true;
+    in_line = c == '\n' || in_line == line_length ? 0 : in_line + 1;
+    lines += in_line == 0;
+  }
+  return lines > most_lines;
+}
+
+// Puts scroll bars around the dialog's text.
+void make_scrollable(Gtk::MessageDialog& dialog)
+{
+  Gtk::Box* const area = dialog.get_message_area();
+  auto* const texts = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL);
+  for (auto* label : area->get_children())
+    label->reparent(*texts);
+  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->set_min_content_width(scrolled_width);
+  scrolled->set_min_content_height(scrolled_height);
+  scrolled->add(*texts);
+  area->pack_start(*scrolled);
+  texts->show();
+  scrolled->show();
 }
 
 } // namespace
@@ -35,10 +94,13 @@ std::vector<Glib::RefPtr<Gdk::Pixbuf>> usable_icons()
 
 int run_message(const Message& message)
 {
+  if (!gdk_display_get_default())
+    return Gtk::RESPONSE_NONE;
   Gtk::Window* const parent = window_in_use();
-  const Glib::ustring text =
-      message.text_is_markup ? readable_markup(message.text) : escape_markup(message.text);
+  const Glib::ustring text = shown_text(message);
   Gtk::MessageDialog dialog(text, true, message.type, message.standard_buttons, message.modal);
+  if (is_large(text.raw()))
+    make_scrollable(dialog);
   if (parent)
     dialog.set_transient_for(*parent);
   for (const auto& button : message.buttons)

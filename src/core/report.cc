@@ -2,7 +2,6 @@
 
 #include "core/message-dialog.h"
 
-#include <gdk/gdk.h>
 #include <glibmm/ustring.h>
 
 #include <cerrno>
@@ -66,8 +65,6 @@ RetCode display_error(RetCode code, const std::string& message, bool is_fatal, b
   const std::string text = error_context + message_prefix(code) + message +
                            (with_errno ? errno_text(error_number) : std::string());
   fprintf(stderr, "*** %s: %s\n", is_fatal ? "FATAL ERROR" : "ERROR", text.c_str());
-  if (!gdk_display_get_default())
-    return code;
 
   Message dialog;
   dialog.title = title && !title->empty() ? *title : "Error occurred";

@@ -28,7 +28,7 @@ bool shows_snorkel(const DropDownBox* depth)
 Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& description)
 {
   const Glib::ustring entry = "<b>" + name + "</b> " + description;
-  if (is_markup(entry))
+  if (is_label_markup(entry))
     return entry;
   return "<b>" + readable_markup(name) + "</b> " + readable_markup(description);
 }

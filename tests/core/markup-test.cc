@@ -18,22 +18,42 @@ TEST(Markup, ValidMarkupIsTold)
 {
   const struct {
     const char* text;
-    bool expected;
+    bool in_a_cell;
+    bool in_a_label;
   } cases[] = {
-      {"plain", true},
-      {"<b>bold</b> &amp; more", true},
-      {"see <a href=\"http://x.example/?a=1&amp;b=2\">x</a>", true},
-      {"<a href=\"http://x.example/?a=1&b=2\">x</a>", false},
-      {"<a name=\"x\">x</a>", false},
-      {"<nonsense>x</nonsense>", false},
-      {"a < b", false},
-      {"a & b", false},
-      {"<b>open", false},
-      {"cut \xc3", false},
-      {"", true},
+      {"plain", true, true},
+      {"", true, true},
+      {" ", true, true},
+      {"<b>bold</b> &amp; more", true, true},
+      {"see <a href=\"http://x.example/?a=1&amp;b=2\">x</a>", false, true},
+      {"<b>see <a title=\"t\" href='x'>x &lt; <i>y</i></a></b>", false, true},
+      {"<a href=\"http://x.example/?a=1&b=2\">x</a>", false, false},
+      {"<a name=\"x\">x</a>", false, false},
+      {"<a>x</a>", false, false},
+      {"<a href=\"x\">never closed", false, false},
+      {"<a href=\"x\"><span foreground=\"no colour\">x</span></a>", false, false},
+      {"<nonsense>x</nonsense>", false, false},
+      {"a < b", false, false},
+      {"a & b", false, false},
+      {"<b>open", false, false},
+      {"</markup><b>x</b>", false, false},
+      {"cut \xc3", false, false},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(c.expected, is_markup(c.text)) << c.text;
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.in_a_cell, is_markup(c.text)) << c.text;
+    EXPECT_EQ(c.in_a_label, is_label_markup(c.text)) << c.text;
+  }
+}
+
+TEST(Markup, ALinkOfAnyLengthIsRead)
+{
+  const std::string address(300000, 'x');
+  EXPECT_TRUE(is_label_markup("<a href=\"" + address + "\">x</a>"));
+}
+
+TEST(Markup, AZeroByteDoesNotCutTheText)
+{
+  EXPECT_EQ("a\ufffdb", readable_markup(std::string("a\0b", 3)).raw());
 }
 
 TEST(Markup, ReadableMarkupKeepsMarkupAndEscapesTheRest)

@@ -41,6 +41,55 @@ TEST(MessageDialog, ShowsPlainTextAsTyped)
             answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw());
 }
 
+TEST(MessageDialog, StaysOnTheScreenWithAnyText)
+{
+  const struct {
+    const char* why;
+    std::string text;
+  } cases[] = {
+      {"one long line", std::string(3000, 'w')},
+      {"many words",
+       [] {
+         std::string words;
+         while (words.size() < 19000)
+           words += "many words ";
+         return words;
+       }()},
+      {"many lines",
+       [] {
+         std::string lines;
+         for (int i = 0; i < 200; ++i)
+           lines += "a line\n";
+         return lines;
+       }()},
+  };
+  for (const auto& c : cases) {
+    Message message;
+    message.text = c.text;
+    message.standard_buttons = Gtk::BUTTONS_OK;
+    meet_next_dialog(
+        [&](Gtk::Dialog& dialog) {
+          int width = 0, height = 0;
+          dialog.get_size(width, height);
+          EXPECT_LT(height, 500) << c.why;
+          EXPECT_LT(width, 900) << c.why;
+          dialog.response(Gtk::RESPONSE_OK);
+        },
+        [&] { run_message(message); });
+    EXPECT_EQ(c.text,
+              answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw())
+        << c.why;
+  }
+}
+
+TEST(MessageDialog, CutsATextThatWouldTakeMinutesToShow)
+{
+  Message message;
+  message.text = std::string(19999, 'w') + "é" + std::string(5000000, 'w');
+  EXPECT_EQ(std::string(19999, 'w') + "\ufffd\u2026",
+            answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw());
+}
+
 TEST(MessageDialog, BelongsToTheWindowInUse)
 {
   Gtk::Window window;
@@ -51,6 +100,24 @@ TEST(MessageDialog, BelongsToTheWindowInUse)
   meet_next_dialog(
       [&](Gtk::Dialog& dialog) {
         EXPECT_EQ(&window, dialog.get_transient_for());
+        dialog.response(Gtk::RESPONSE_OK);
+      },
+      [&] { run_message(message); });
+}
+
+TEST(MessageDialog, BelongsToAModalWindowBeforeAllOthers)
+{
+  Gtk::Window modal;
+  modal.set_modal();
+  modal.show();
+  Gtk::Window other;
+  other.show();
+  settle();
+  Message message;
+  message.text = "a";
+  meet_next_dialog(
+      [&](Gtk::Dialog& dialog) {
+        EXPECT_EQ(&modal, dialog.get_transient_for());
         dialog.response(Gtk::RESPONSE_OK);
       },
       [&] { run_message(message); });
