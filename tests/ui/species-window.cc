@@ -32,7 +32,7 @@ void SpeciesWindowTest::open_survey(const Glib::ustring& subregion,
   go_to_page(window->listed_panel->page);
 }
 
-std::string SpeciesWindowTest::rows(const Glib::RefPtr<Gtk::TreeStore>& model) const
+std::string SpeciesWindowTest::rows(const Glib::RefPtr<Gtk::TreeModel>& model) const
 {
   const auto& columns = window->species_columns;
   std::string text;
@@ -69,10 +69,10 @@ std::string SpeciesWindowTest::unfolded() const
   return text;
 }
 
-std::string SpeciesWindowTest::column_titles() const
+std::string SpeciesWindowTest::titles_of(Gtk::TreeView& any_tree)
 {
   std::string text;
-  for (auto* column : tree().get_columns())
+  for (auto* column : any_tree.get_columns())
     text += (text.empty() ? "" : "|") + column->get_title();
   return text;
 }
@@ -132,18 +132,19 @@ Gtk::Menu* SpeciesWindowTest::close_open_menu() const
   return open;
 }
 
-GdkEventButton SpeciesWindowTest::press_on(const Gtk::TreePath& path, unsigned int button) const
+GdkEventButton SpeciesWindowTest::press_in(Gtk::TreeView& any_tree, const Gtk::TreePath& path,
+                                           unsigned int button)
 {
   Gdk::Rectangle area;
-  auto* name_column = tree().get_column(1);
-  tree().scroll_to_row(path);
+  auto* name_column = any_tree.get_column(1);
+  any_tree.scroll_to_row(path);
   settle();
-  tree().get_cell_area(path, *name_column, area);
+  any_tree.get_cell_area(path, *name_column, area);
   EXPECT_GT(area.get_height(), 0) << path.to_string();
 
   GdkEventButton event{};
   event.type = GDK_BUTTON_PRESS;
-  event.window = tree().get_bin_window()->gobj();
+  event.window = any_tree.get_bin_window()->gobj();
   event.time = GDK_CURRENT_TIME;
   event.x = area.get_x() + 3.5;
   event.y = area.get_y() + area.get_height() / 2.0;

@@ -19,16 +19,17 @@ public:
   void open_survey(const Glib::ustring& subregion, const Glib::ustring& survey_type);
   void open_northwest() { open_survey("Northwest", "Northwest: abundance"); }
 
-  // A store as text, one line for each row: families as "Greenlings:", species
+  // A store or filter as text, one line for each row: families as "Greenlings:", species
   // as "  11 Lingcod = None", with a star behind those of the view. Names are
   // shown without their markup.
-  std::string rows(const Glib::RefPtr<Gtk::TreeStore>& model) const;
+  std::string rows(const Glib::RefPtr<Gtk::TreeModel>& model) const;
   std::string listed_rows() const;
   std::string unlisted_rows() const;
   // Which families of the page's tree are unfolded, as "0 1 0".
   std::string unfolded() const;
   // The labels and titles of the page's tree's columns, as "ID|Common Name".
-  std::string column_titles() const;
+  std::string column_titles() const { return titles_of(tree()); }
+  static std::string titles_of(Gtk::TreeView& any_tree);
   // The path of a species' first row in the page's tree, as "1:0".
   Gtk::TreePath path_of(int id) const;
 
@@ -41,7 +42,12 @@ public:
   Gtk::Menu* close_open_menu() const;
 
   // A press of a button in the middle of a row of the page's tree.
-  GdkEventButton press_on(const Gtk::TreePath& path, unsigned int button) const;
+  GdkEventButton press_on(const Gtk::TreePath& path, unsigned int button) const
+  {
+    return press_in(tree(), path, button);
+  }
+  static GdkEventButton press_in(Gtk::TreeView& any_tree, const Gtk::TreePath& path,
+                                 unsigned int button);
   static GdkEventKey key_press(unsigned int keyval);
   void put_cursor(const Gtk::TreePath& path) const;
 
