@@ -9,6 +9,7 @@ import tempfile
 import unittest
 
 from .program import Program
+from .screen import press_key
 
 APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
 
@@ -17,7 +18,8 @@ class Start(unittest.TestCase):
     """Each start has an application directory of its own, to take things away from."""
 
     def setUp(self):
-        self.directory = pathlib.Path(tempfile.mkdtemp(prefix="mavo-start-")) / "MAVO-Survey"
+        above = pathlib.Path(tempfile.mkdtemp(prefix="mavo start "))  # users' paths have blanks
+        self.directory = above / "MAVO-Survey"
         self.addCleanup(shutil.rmtree, self.directory.parent)
         shutil.copytree(APPLICATION_DIR, self.directory)
 
@@ -91,6 +93,30 @@ class StartingWithDamage(Start):
         )
         self.expect_fatal("Failed to find member_panel in UI")
 
+    def test_a_missing_window_is_fatal_and_named(self):
+        self.change(
+            "resources/survey-ui.glade",
+            # the dialogs belong to the window by its id
+            lambda text: re.sub(r"\bsurvey_window\b", "another_window", text),
+        )
+        self.expect_fatal("Failed to find survey_window in UI")
+
+    def test_a_definition_file_with_an_unknown_kind_of_widget_is_fatal(self):
+        self.change(
+            "resources/survey-ui.glade",
+            lambda text: text.replace('class="GtkNotebook"', 'class="GtkNoSuchThing"'),
+        )
+        self.expect_fatal("BuilderError loading resources/survey-ui.glade: ")
+
+    def test_a_fatal_dialog_is_closed_by_the_keyboard_too(self):
+        for key in ("Escape", "Return"):
+            with self.subTest(key=key):
+                shutil.rmtree(self.directory / "data-files", ignore_errors=True)
+                program = self.start()
+                program.message(self.failed_to_read).find("push button", "Close").focus()
+                press_key(key)
+                self.assertEqual(1, program.wait_for_end())
+
     def test_missing_icons_are_survived(self):
         for logo in (self.directory / "resources").glob("MAVO-logo-*.png"):
             logo.unlink()
@@ -132,12 +158,86 @@ class StartingByTheLaunchScript(Start):
         )
         self.assertIn(line, output)
 
+    def test_a_path_with_one_slash_is_taken_from_the_working_directory(self):
+        output = self.start_and_close(
+            executable="MacOS/mavo-survey", working_directory=self.directory
+        )
+        line = f"started with MacOS/mavo-survey, deduced {self.directory} (mavo-survey)\n"
+        self.assertIn(line, output)
+
+    def found_by_name(self, working_directory):
+        return self.start(
+            executable="mavo-survey",
+            working_directory=working_directory,
+            environment={"PATH": f"{self.directory / 'MacOS'}:{os.environ['PATH']}"},
+        )
+
+    def test_a_bare_name_is_taken_from_the_working_directory(self):
+        program = self.found_by_name(self.directory)
+        program.activate_menu("File", "Quit")
+        self.assertEqual(0, program.wait_for_end())
+        line = f"started with mavo-survey, deduced {self.directory} (mavo-survey)\n"
+        self.assertIn(line, program.output())
+        self.assertIn("Have GTK_PATH!  Proceeding...\n", program.output())
+
+    def test_a_bare_name_elsewhere_finds_neither_script_nor_data(self):
+        program = self.found_by_name(self.directory.parent)
+        program.answer("Failed to read data files", "Close")
+        self.assertEqual(1, program.wait_for_end())
+        self.assertIn("FAILED to exec: 2 = No such file or directory\n", program.output())
+
     def test_a_full_path_is_reduced_to_the_directory_above(self):
         output = self.start_and_close(working_directory="/")
         program = self.directory / "MacOS" / "mavo-survey"
         self.assertIn(
             f"started with {program}, reduced to {self.directory} (mavo-survey)\n", output
         )
+
+
+class StartingTheInstalledProgram(Start):
+    def setUp(self):
+        super().setUp()
+        prefix = self.directory.parent / "installed"
+        subprocess.run(
+            ["cmake", "--install", APPLICATION_DIR.parent, "--prefix", prefix],
+            stdout=subprocess.DEVNULL,
+            check=True,
+        )
+        self.directory = prefix / "lib" / "mavo-survey"
+        self.command = prefix / "bin" / "mavo-survey"
+
+    def test_works_through_a_symbolic_link_from_any_directory(self):
+        link = self.directory.parent / "a link"
+        link.symlink_to(self.command)
+        output = self.start_and_close(executable=link, working_directory="/")
+        self.assertIn(f"reduced to {self.directory} (mavo-survey)\n", output)
+        self.assertEqual(1, output.count("\nMAVO-Survey version "))
+
+    def test_works_through_the_search_path_with_gtk_path_set(self):
+        output = self.start_and_close(
+            "-d1",
+            executable="mavo-survey",
+            working_directory="/",
+            environment={
+                "PATH": f"{self.command.parent}:{os.environ['PATH']}",
+                "GTK_PATH": "/nowhere",
+            },
+        )
+        self.assertIn("Debug level 1\n", output)
+
+
+class StartingTwice(Start):
+    def test_gives_each_process_a_window_of_its_own(self):
+        first = self.start()
+        first.window()
+        second = self.start()
+        second.window()
+        self.assertNotEqual(first.process.pid, second.process.pid)
+        second.activate_menu("File", "Quit")
+        self.assertEqual(0, second.wait_for_end())
+        first.window()
+        first.activate_menu("File", "Quit")
+        self.assertEqual(0, first.wait_for_end())
 
 
 class StartingWithArguments(Start):
@@ -154,6 +254,11 @@ class StartingWithArguments(Start):
 
     def test_debug_level_below_0_is_silent_about_handlers(self):
         self.assertNotIn("No default app for", self.start_and_close("-d-1"))
+
+    def test_a_file_cannot_be_opened_by_its_name(self):
+        program = self.start("a survey.MAVO-Survey")
+        self.assertNotEqual(0, program.wait_for_end())
+        self.assertIn("can not open files", program.output())
 
     def test_an_argument_that_the_toolkit_does_not_know_ends_the_start(self):
         for arguments in (("--debug",), ("--sync", "-d3")):

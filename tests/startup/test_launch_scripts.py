@@ -1,0 +1,107 @@
+"""The launch script and the command in bin, with a stand-in for the executable."""
+
+import shutil
+import subprocess
+
+from .scratch import PROJECT, ScratchTest, environment
+
+PACKAGING = PROJECT / "packaging"
+# Says what it was given, a line each.
+STAND_IN = '#!/bin/sh\npwd\nprintf "%s\\n" "$GTK_PATH" "$0" "$@"\n'
+
+
+class LaunchTest(ScratchTest):
+    """An installed tree in which the stand-in takes the program's place."""
+
+    def setUp(self):
+        super().setUp()
+        self.application_dir = self.scratch / "lib" / "mavo-survey"
+        self.executable = self.application_dir / "MacOS" / "mavo-survey"
+        self.executable.parent.mkdir(parents=True)
+        self.executable.write_text(STAND_IN, encoding="utf-8")
+        self.executable.chmod(0o755)
+        self.script = self.executable.parent / "mavo-survey-env-setup.sh"
+        shutil.copy(PACKAGING / self.script.name, self.script)
+        self.command = self.scratch / "bin" / "mavo-survey"
+        self.command.parent.mkdir()
+        shutil.copy(PACKAGING / self.command.name, self.command)
+
+    def said(self, *command, directory="/", **changes):
+        """(working directory, GTK_PATH, path, arguments) that the stand-in was started with."""
+        ended = subprocess.run(
+            command,
+            cwd=directory,
+            env=environment(**changes),
+            capture_output=True,
+            text=True,
+            check=True,
+        )
+        self.assertEqual("", ended.stderr)
+        started_in, gtk_path, path, *arguments = ended.stdout.splitlines()
+        return started_in, gtk_path, path, arguments
+
+    def expect_start(self, said, arguments=()):
+        started_in, gtk_path, path, given = said
+        self.assertEqual(str(self.application_dir), started_in)
+        self.assertNotEqual("", gtk_path)
+        self.assertEqual(str(self.executable), path)
+        self.assertEqual(list(arguments), given)
+
+
+class LaunchScript(LaunchTest):
+    def test_starts_the_executable_in_its_application_directory(self):
+        self.expect_start(self.said(self.script, "--exec-name", self.executable))
+
+    def test_hands_on_all_arguments_as_they_are(self):
+        odd = ["-d3", "two words", "", "*", "$HOME", "--exec-name"]
+        self.expect_start(self.said(self.script, "--exec-name", self.executable, *odd), odd)
+
+    def test_takes_a_relative_executable_too(self):
+        said = self.said(
+            self.script, "--exec-name", "MacOS/mavo-survey", directory=self.application_dir
+        )
+        self.expect_start(said)
+
+    def test_keeps_a_module_path_that_is_set(self):
+        said = self.said(self.script, "--exec-name", self.executable, GTK_PATH="/of the user")
+        self.assertEqual("/of the user", said[1])
+
+    def test_is_not_misled_by_the_users_directory_path(self):
+        self.expect_start(self.said(self.script, "--exec-name", self.executable, CDPATH="/usr:/"))
+
+    def test_refuses_other_arguments(self):
+        for arguments in ([], ["--exec-name"], [self.executable], ["--name", self.executable]):
+            with self.subTest(arguments=arguments):
+                ended = subprocess.run([self.script, *arguments], capture_output=True, check=False)
+                self.assertEqual(2, ended.returncode)
+                self.assertEqual(b"", ended.stdout)
+                self.assertIn(b"usage: ", ended.stderr)
+
+
+class InstalledCommand(LaunchTest):
+    def test_starts_the_program_from_any_directory(self):
+        self.expect_start(self.said(self.command, "-d3", "two words"), ["-d3", "two words"])
+
+    def test_is_found_by_a_relative_path(self):
+        self.expect_start(self.said("./mavo-survey", directory=self.command.parent))
+
+    def test_is_found_through_the_search_path(self):
+        for entry, directory in ((self.command.parent, "/"), ("bin", self.scratch)):
+            with self.subTest(entry=entry):
+                path = f"{entry}:/usr/bin:/bin"
+                self.expect_start(
+                    self.said("sh", "-c", "mavo-survey", PATH=path, directory=directory)
+                )
+
+    def test_is_found_through_symbolic_links(self):
+        links = self.scratch / "elsewhere"
+        links.mkdir()
+        (links / "first").symlink_to(self.command)
+        (links / "second").symlink_to("first")
+        self.expect_start(self.said(links / "second"))
+        self.expect_start(self.said("sh", "-c", "second", PATH=f"{links}:/usr/bin:/bin"))
+
+    def test_sets_the_directory_also_where_the_module_path_is_set(self):
+        started_in, gtk_path, *_ = self.said(self.command, GTK_PATH="/of the user")
+        self.assertEqual(str(self.application_dir), started_in)
+        self.assertEqual("/of the user", gtk_path)
