@@ -8,3 +8,9 @@ std::string output_of(const std::function<void()>& action)
   action();
   return testing::internal::GetCapturedStdout();
 }
+
+std::string output_of(int level, const std::function<void()>& action)
+{
+  const TraceLevel trace(level);
+  return output_of(action);
+}

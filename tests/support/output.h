@@ -7,6 +7,8 @@
 
 // What `action` prints on standard output.
 std::string output_of(const std::function<void()>& action);
+// The same at that level of trace lines.
+std::string output_of(int level, const std::function<void()>& action);
 
 // Sets the level of trace lines as long as it lives.
 class TraceLevel

@@ -2,8 +2,8 @@
 #include "data/region-fish-info.h"
 #include "support/dialogs.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "ui/listed-panel.h"
-#include "ui/printed.h"
 #include "ui/species-window.h"
 #include "ui/survey-window.h"
 
@@ -68,8 +68,8 @@ TEST_F(AbundanceMenuTest, IsTracedItemByItem)
                        "responseid,survey_subtype_id,label,abun\n101,2,Seen,1\n");
   create_window();
   const auto build = [&] { window->build_abundance_menus(); };
-  EXPECT_EQ("", printed(29, build));
-  EXPECT_EQ("For 2, adding 0 None\nFor 2, adding 1 Seen\n", printed(30, build));
+  EXPECT_EQ("", output_of(29, build));
+  EXPECT_EQ("For 2, adding 0 None\nFor 2, adding 1 Seen\n", output_of(30, build));
 }
 
 TEST_F(AbundanceMenuTest, LeavesOutANegativeAbundanceAndSaysSo)
@@ -79,7 +79,7 @@ TEST_F(AbundanceMenuTest, LeavesOutANegativeAbundanceAndSaysSo)
   create_window();
   EXPECT_EQ("None|Seen", item_labels(*window->abundance_menus[2]));
   EXPECT_EQ("Warning: survey type 2 offers no \"Minus\": its abundance -1 is negative\n",
-            printed(0, [&] { window->build_abundance_menus(); }));
+            output_of(0, [&] { window->build_abundance_menus(); }));
 }
 
 TEST_F(AbundanceMenuTest, WritesTheChosenAbundanceIntoTheSurveyAndBothStores)
@@ -123,9 +123,9 @@ TEST_F(AbundanceMenuTest, KeepsASpeciesAtZeroOnNone)
 TEST_F(AbundanceMenuTest, TracesAMark)
 {
   open_northwest();
-  EXPECT_EQ("", printed(0, [&] { mark(lingcod, 2); }));
+  EXPECT_EQ("", output_of(0, [&] { mark(lingcod, 2); }));
   EXPECT_EQ("search found 0\nabun_menu: species id 11 abundance = 3\n",
-            printed(1, [&] { mark(lingcod, 3); }));
+            output_of(1, [&] { mark(lingcod, 3); }));
 }
 
 TEST_F(AbundanceMenuTest, RefusesToMarkWithoutASpecies)

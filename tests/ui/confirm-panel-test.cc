@@ -1,10 +1,10 @@
 #include "core/my-app.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "support/window-fixture.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
-#include "ui/printed.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
@@ -428,7 +428,7 @@ TEST_F(ConfirmPanelTest, TracesTheSelectedRow)
   open_complete_survey();
   panel->conf_listed_tree->set_cursor(Gtk::TreePath("0:0"));
   EXPECT_EQ("species selected: id 10: Longfin Sculpin\n",
-            printed(30, [&] { panel->on_listed_clicked(); }));
+            output_of(30, [&] { panel->on_listed_clicked(); }));
 }
 
 TEST_F(ConfirmPanelTest, KeepsTheButtonsOffForAnUploadedSurvey)

@@ -2,8 +2,8 @@
 #include "data/region-info.h"
 #include "data/species-views.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "ui/listed-panel.h"
-#include "ui/printed.h"
 #include "ui/species-window.h"
 #include "ui/survey-window.h"
 
@@ -286,8 +286,8 @@ TEST_F(ListedPanelTest, OnlyTheNameButtonThatGoesOnActs)
   const auto toggle = [&] { panel().name_display_common->set_active(true); };
   EXPECT_EQ("name display button toggled, state = 0\nname display button toggled, state = 1\n"
             "Updating columns\n",
-            printed(10, toggle));
-  EXPECT_EQ("", printed(9, [&] { panel().name_display_both->set_active(true); }));
+            output_of(10, toggle));
+  EXPECT_EQ("", output_of(9, [&] { panel().name_display_both->set_active(true); }));
 }
 
 TEST_F(ListedPanelTest, SetsASavedViewOnlyIfTheSubregionOffersIt)
@@ -297,7 +297,7 @@ TEST_F(ListedPanelTest, SetsASavedViewOnlyIfTheSubregionOffersIt)
                                                            "3,CAL,Common,1\n6,PNW,Last,0\n");
   open_northwest();
   for (const int refused : {-1, -2147483647, 1, 0, 3, 5, 7, 2147483647}) {
-    EXPECT_EQ("", printed(1, [&] { panel().set_species_view_carefully(refused); })) << refused;
+    EXPECT_EQ("", output_of(1, [&] { panel().set_species_view_carefully(refused); })) << refused;
     EXPECT_EQ(1, panel().species_view->get_id()) << refused;
     EXPECT_EQ(1, window->survey.species_view_id) << refused;
   }
@@ -367,8 +367,8 @@ TEST_F(ListedPanelTest, TracesItsSteps)
 {
   open_northwest();
   EXPECT_EQ("Using view id 1; show_fish=1, show_inverts=0\n",
-            printed(1, [&] { panel().update_for_view(); }));
-  const std::string at_three = printed(3, [&] { panel().setup_for_subregion("PNW"); });
+            output_of(1, [&] { panel().update_for_view(); }));
+  const std::string at_three = output_of(3, [&] { panel().setup_for_subregion("PNW"); });
   EXPECT_NE(std::string::npos,
             at_three.find("subregion now PNW; active view id now 1; about to update for view\n"
                           "Using view id 1; show_fish=1, show_inverts=0\n"

@@ -1,4 +1,4 @@
-#include "ui/printed.h"
+#include "support/output.h"
 #include "ui/species-columns.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +103,6 @@ TEST_F(SpeciesColumnsTest, TraceAnAbundance)
 {
   set(11, 0, false, 0);
   const auto set_nine = [&] { columns.set_abundance(*row, 9); };
-  EXPECT_EQ("", printed(4, set_nine));
-  EXPECT_EQ("set_abundance(): species id 11 = 3 (Many (11-100))\n", printed(5, set_nine));
+  EXPECT_EQ("", output_of(4, set_nine));
+  EXPECT_EQ("set_abundance(): species id 11 = 3 (Many (11-100))\n", output_of(5, set_nine));
 }

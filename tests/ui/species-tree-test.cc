@@ -1,6 +1,6 @@
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "ui/listed-panel.h"
-#include "ui/printed.h"
 #include "ui/species-tree.h"
 #include "ui/species-window.h"
 #include "ui/survey-window.h"
@@ -94,7 +94,7 @@ TEST_F(SpeciesTreeTest, AClickInAnotherWindowIsReportedAndLeftToTheTree)
   for (const char* name : {"species", "found_species"}) {
     snprintf(expected.data(), expected.size(), "hmm, %s click in some other window? %p vs. %p\n",
              name, static_cast<void*>(event.window), static_cast<void*>(rows));
-    EXPECT_EQ(expected.data(), printed(-5, [&] {
+    EXPECT_EQ(expected.data(), output_of(-5, [&] {
                 EXPECT_TRUE(clicked_species_path(tree(), &event, name).empty());
               }));
   }
@@ -114,17 +114,17 @@ TEST_F(SpeciesTreeTest, AClickIsTraced)
   std::array<double, 2> axes = {1.5, 2};
   event.axes = axes.data();
   const auto on_click = [&] { window->listed_panel->on_species_clicked(&event); };
-  EXPECT_EQ("", printed(9, on_click));
+  EXPECT_EQ("", output_of(9, on_click));
   EXPECT_EQ("@77: mw_species_tree button 1 press (type 0x4), state 0x10, (30.5,12) (0,0) "
             "(200,300.25) (no device: )\ngot path: 0\n",
-            printed(10, on_click));
+            output_of(10, on_click));
 
   event.device = gdk_seat_get_pointer(gdk_display_get_default_seat(gdk_display_get_default()));
   event.type = GDK_2BUTTON_PRESS;
   EXPECT_EQ("@77: mw_species_tree button 1 double press (type 0x5), state 0x10, (30.5,12) (1.5,2) "
             "(200,300.25) (mouse: " +
                 std::string(gdk_device_get_name(event.device)) + ")\n",
-            printed(10, on_click));
+            output_of(10, on_click));
 }
 
 TEST_F(SpeciesTreeTest, AnUploadedSurveyOpensNoMenuButStillFolds)
@@ -186,8 +186,8 @@ TEST_F(SpeciesTreeTest, OtherKeysAreLeftToTheTree)
   const auto on_release = [&] {
     EXPECT_FALSE(window->listed_panel->on_species_kb_event(&release));
   };
-  EXPECT_EQ("", printed(39, on_release));
-  EXPECT_EQ("ignoring key 65293\n", printed(40, on_release));
+  EXPECT_EQ("", output_of(39, on_release));
+  EXPECT_EQ("ignoring key 65293\n", output_of(40, on_release));
   EXPECT_EQ(nullptr, close_open_menu());
 }
 
@@ -207,10 +207,10 @@ TEST_F(SpeciesTreeTest, ARowIsTraced)
     window->survey.is_uploaded = true;
     window->listed_panel->do_species_line_trigger(Gtk::TreePath("1:0"), 3, 0);
   };
-  EXPECT_EQ("", printed(29, trigger));
+  EXPECT_EQ("", output_of(29, trigger));
   EXPECT_EQ("species selected: id -1: <span weight=\"bold\" fgcolor=\"blue\">Greenlings</span>\n"
             "species selected: id 11: <span background=\"#9cf\">Lingcod</span>\n",
-            printed(30, trigger));
+            output_of(30, trigger));
 }
 
 TEST_F(SpeciesTreeTest, TheIdCellTellsFamiliesFromSpecies)

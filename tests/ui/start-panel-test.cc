@@ -2,8 +2,8 @@
 #include "store/survey-file.h"
 #include "support/dialogs.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "ui/member-panel.h"
-#include "ui/printed.h"
 #include "ui/start-panel.h"
 #include "ui/survey-window.h"
 
@@ -157,7 +157,7 @@ TEST_F(StartPanelTest, SaysThatADirectoryCannotBeReadAndShowsTheOthers)
   put(ready, "a");
   fs::remove_all(my_app->survey_root + "/In Progress");
   write_file(my_app->survey_root + "/In Progress", "a file in its place");
-  EXPECT_NE(std::string::npos, printed(0, [&] { rebuild(); }).find("File scan: "));
+  EXPECT_NE(std::string::npos, output_of(0, [&] { rebuild(); }).find("File scan: "));
   EXPECT_EQ(std::string("In Progress (cannot be read)\nReady To Upload\n  ") + description +
                 "\nUploaded (none)\n",
             rows());
@@ -213,7 +213,7 @@ TEST_F(StartPanelTest, IgnoresClicksThatAreNotForARow)
   event.y = 4000;
   EXPECT_FALSE(panel->on_survey_clicked(&event));
   event.window = nullptr;
-  const std::string said = printed(0, [&] { EXPECT_FALSE(panel->on_survey_clicked(&event)); });
+  const std::string said = output_of(0, [&] { EXPECT_FALSE(panel->on_survey_clicked(&event)); });
   EXPECT_EQ(0U, said.find("hmm, survey click in some other window? "));
 }
 
@@ -224,7 +224,7 @@ TEST_F(StartPanelTest, TakesReturnAndRightAsASelectionAndNoOtherKey)
   panel->survey_tree->set_cursor(Gtk::TreePath("1:0"));
   EXPECT_FALSE(press_key(GDK_KEY_Down));
   EXPECT_EQ(nothing_selected, actions());
-  EXPECT_EQ("ignoring key 65364\n", printed(40, [&] { press_key(GDK_KEY_Down); }));
+  EXPECT_EQ("ignoring key 65364\n", output_of(40, [&] { press_key(GDK_KEY_Down); }));
   for (const unsigned int key : {GDK_KEY_Return, GDK_KEY_Right}) {
     panel->deselect_survey();
     EXPECT_TRUE(press_key(key));
@@ -242,7 +242,7 @@ TEST_F(StartPanelTest, TakesTheMenuKeyAsASelection)
   rebuild();
   panel->survey_tree->set_cursor(Gtk::TreePath("0:0"));
   EXPECT_EQ("survey selected: " + path + "\n",
-            printed(30, [&] { EXPECT_TRUE(panel->on_survey_kb_activated()); }));
+            output_of(30, [&] { EXPECT_TRUE(panel->on_survey_kb_activated()); }));
   EXPECT_EQ("Edit on, Mark For Upload on hidden, off, on", actions());
 }
 
@@ -312,7 +312,7 @@ TEST_F(StartPanelTest, DoesNotMarkFromHere)
   const std::string path = put(in_progress, "a");
   rebuild();
   panel->survey_tree->set_cursor(Gtk::TreePath("0:0"));
-  EXPECT_EQ("un-mark-for-upload is NYI\n", printed(0, [&] { panel->on_mark_button(); }));
+  EXPECT_EQ("un-mark-for-upload is NYI\n", output_of(0, [&] { panel->on_mark_button(); }));
   EXPECT_TRUE(file_exists(path));
 }
 

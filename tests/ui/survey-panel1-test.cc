@@ -2,9 +2,9 @@
 #include "data/region-info.h"
 #include "support/dialogs.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "support/window-fixture.h"
 #include "ui/listed-panel.h"
-#include "ui/printed.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
@@ -287,7 +287,7 @@ TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenThePresentSubregionIsSetUpAgain)
 TEST_F(SurveyPanel1Test, SurvivesASubregionThatTheDataLack)
 {
   open_panel("Northwest", northwest_type);
-  const std::string output = printed(0, [&] { panel->setup_for_subregion("ATLANTIS"); });
+  const std::string output = output_of(0, [&] { panel->setup_for_subregion("ATLANTIS"); });
   EXPECT_NE(std::string::npos, output.find("Subregion ATLANTIS is not in the data\n")) << output;
   EXPECT_EQ("ATLANTIS", window->survey.subregion);
   EXPECT_EQ("", window->survey.region);
@@ -310,7 +310,7 @@ TEST_F(SurveyPanel1Test, PutsTheBoxBackWhenNewDataLackTheChosenPlace)
 {
   open_panel("Northwest");
   my_app->region_info->subregion_codes.erase("California");
-  const std::string output = printed(0, [&] { panel->subregion->set_label("California"); });
+  const std::string output = output_of(0, [&] { panel->subregion->set_label("California"); });
   EXPECT_NE(std::string::npos, output.find("Subregion \"California\" is not in the data\n"));
   EXPECT_EQ("Northwest", panel->subregion->get_label());
   EXPECT_EQ("PNW", window->survey.subregion);
@@ -332,18 +332,18 @@ TEST_F(SurveyPanel1Test, SaysWhichHandlerIsKeptQuiet)
             "suppressed: on_survey_subtype_changed\n"
             "suppressed: on_zonecode_changed\n"
             "suppressed: setup_for_subregion\n",
-            printed(1, act));
+            output_of(1, act));
   EXPECT_EQ("PNW", window->survey.subregion);
   EXPECT_EQ(1, window->survey.survey_subtype->surveytypeid);
   EXPECT_EQ("", panel->zone_name->get_text());
-  EXPECT_EQ("", printed(0, [&] { panel->on_zonecode_changed(); }));
+  EXPECT_EQ("", output_of(0, [&] { panel->on_zonecode_changed(); }));
 }
 
 TEST_F(SurveyPanel1Test, SaysWhileItSetsUpASubregion)
 {
   open_panel("Northwest", northwest_type);
   panel->zonecode->set_text("31020003");
-  const std::string output = printed(1, [&] { choose_subregion("California"); });
+  const std::string output = output_of(1, [&] { choose_subregion("California"); });
   const char* const lines[] = {
       "*** Triggers suppressed by setup_for_subregion\n",
       "suppressed: on_zonecode_changed\n",
@@ -355,7 +355,7 @@ TEST_F(SurveyPanel1Test, SaysWhileItSetsUpASubregion)
     ASSERT_NE(std::string::npos, from) << line << "in\n" << output;
   }
   EXPECT_FALSE(panel->triggers_suppressed);
-  EXPECT_EQ("", printed(0, [&] { choose_subregion("Northwest"); }));
+  EXPECT_EQ("", output_of(0, [&] { choose_subregion("Northwest"); }));
 }
 
 // --- survey type ---
@@ -364,7 +364,7 @@ TEST_F(SurveyPanel1Test, TakesOverWhatTheSurveyTypeSays)
 {
   open_panel("Northwest");
   const std::string output =
-      printed(1, [&] { choose_survey_type("Northwest: fish and invertebrates"); });
+      output_of(1, [&] { choose_survey_type("Northwest: fish and invertebrates"); });
   EXPECT_NE(std::string::npos,
             output.find("survey subtype changed to 3\n"
                         "survey subtype set to Northwest: fish and invertebrates\n"))
@@ -388,7 +388,8 @@ TEST_F(SurveyPanel1Test, UndoesNothingElseWhenTheSurveyTypeIsCleared)
 {
   open_panel("Northwest", northwest_type);
   const auto* choices = window->survey.abundance_choices;
-  EXPECT_EQ("survey subtype cleared\n", printed(1, [&] { panel->survey_subtype->unset_active(); }));
+  EXPECT_EQ("survey subtype cleared\n",
+            output_of(1, [&] { panel->survey_subtype->unset_active(); }));
   EXPECT_EQ(nullptr, window->survey.survey_subtype);
   EXPECT_TRUE(window->survey.show_fish);
   EXPECT_EQ(choices, window->survey.abundance_choices);
@@ -401,13 +402,13 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeWithoutAbundanceChoices)
                                                 "201,2,Seen,1\n");
   open_panel("Northwest");
   for (const char* type : {"Northwest: abundance", "Northwest: fish and invertebrates"}) {
-    const std::string output = printed(0, [&] { choose_survey_type(type); });
+    const std::string output = output_of(0, [&] { choose_survey_type(type); });
     EXPECT_NE(std::string::npos, output.find(" has no abundance choices\n")) << output;
     EXPECT_EQ(nullptr, window->current_abundance_menu);
     EXPECT_TRUE(!window->survey.abundance_choices ||
                 window->survey.abundance_choices->choices.empty());
   }
-  EXPECT_EQ("", printed(0, [&] { choose_survey_type("Northwest: species only"); }));
+  EXPECT_EQ("", output_of(0, [&] { choose_survey_type("Northwest: species only"); }));
   EXPECT_NE(nullptr, window->current_abundance_menu);
 }
 
@@ -416,7 +417,7 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeBeyondTheTables)
   open_panel("Northwest", northwest_type);
   for (const int id : {6000, -7}) {
     panel->survey_subtype->add_item(id, "Beyond");
-    const std::string output = printed(0, [&] { panel->survey_subtype->set_id(id); });
+    const std::string output = output_of(0, [&] { panel->survey_subtype->set_id(id); });
     EXPECT_EQ("Survey type " + std::to_string(id) + " is not in the data\n", output);
     EXPECT_EQ(nullptr, window->survey.survey_subtype);
     panel->survey_subtype->set_id(1);
@@ -428,7 +429,7 @@ TEST_F(SurveyPanel1Test, ComplainsOfATypeUnderAnotherNumberAndGoesOn)
   open_panel("Northwest");
   my_app->region_info->regions[1].surveytypeid = 42;
   EXPECT_EQ("Uh oh, survey_subtype_id confusion: 42 vs. 1\n",
-            printed(0, [&] { choose_survey_type(northwest_type); }));
+            output_of(0, [&] { choose_survey_type(northwest_type); }));
   EXPECT_EQ(&my_app->region_info->regions[1], window->survey.survey_subtype);
 }
 
@@ -436,7 +437,7 @@ TEST_F(SurveyPanel1Test, ShowsATypeThatIsOfferedNoMoreOfASavedSurvey)
 {
   open_panel("Northwest");
   const std::string output =
-      printed(1, [&] { panel->set_survey_subtype_even_invisible("PNW", 4); });
+      output_of(1, [&] { panel->set_survey_subtype_even_invisible("PNW", 4); });
   EXPECT_EQ(0U, output.find("Hey, invisible subtype 4 Northwest: old form\n")) << output;
   EXPECT_EQ("Northwest: old form - No longer available", panel->survey_subtype->get_label());
   EXPECT_EQ(4, panel->survey_subtype->get_id());

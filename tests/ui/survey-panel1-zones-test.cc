@@ -1,6 +1,6 @@
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "support/window-fixture.h"
-#include "ui/printed.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
 
@@ -231,11 +231,11 @@ TEST_F(ZoneTest, TakesTheCodeOfAClickedZone)
 {
   open_panel();
   search("a");
-  const std::string output = printed(30, [&] { click("0:0:0"); });
+  const std::string output = output_of(30, [&] { click("0:0:0"); });
   EXPECT_NE(std::string::npos, output.find("geog clicked: id 31020003: Rosario Wall\n")) << output;
   EXPECT_EQ("31020003", panel->zonecode->get_text());
   EXPECT_EQ("Washington, San Juan Islands, Rosario Wall", panel->zone_name->get_text());
-  EXPECT_EQ("", printed(29, [&] { click("0:0:1"); }));
+  EXPECT_EQ("", output_of(29, [&] { click("0:0:1"); }));
   EXPECT_EQ("31020004", panel->zonecode->get_text());
 }
 
@@ -258,7 +258,7 @@ TEST_F(ZoneTest, TakesNoClickFromARebuiltTree)
   search("rosario");
   click("0:0:0");
   panel->zonecode->set_text("31020004");
-  const std::string output = printed(30, [&] {
+  const std::string output = output_of(30, [&] {
     panel->rebuild_zone_tree();
     settle();
   });
@@ -271,7 +271,7 @@ TEST_F(ZoneTest, TakesNoClickFromARebuiltTree)
 TEST_F(ZoneTest, IgnoresACursorOnNoRow)
 {
   open_panel();
-  EXPECT_EQ("", printed(30, [&] { panel->on_geog_clicked(); }));
+  EXPECT_EQ("", output_of(30, [&] { panel->on_geog_clicked(); }));
   EXPECT_EQ("", panel->zonecode->get_text());
 }
 

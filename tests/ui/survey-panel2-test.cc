@@ -1,8 +1,8 @@
 #include "core/my-app.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "support/window-fixture.h"
 #include "ui/confirm-panel.h"
-#include "ui/printed.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
@@ -301,14 +301,14 @@ TEST_F(SurveyPanel2Test, TracesTheLinkAtLevelTwo)
   EXPECT_EQ("avg_depth: Snorkel\n"
             "\tmax_depth: ; setting to Snorkel\n"
             "max_depth: Snorkel\n",
-            printed(2, [&] { panel->avg_depth->set_label("Snorkel"); }));
+            output_of(2, [&] { panel->avg_depth->set_label("Snorkel"); }));
   EXPECT_EQ("avg_depth: Deep\nmax_depth: \n",
-            printed(2, [&] { panel->avg_depth->set_label("Deep"); }));
+            output_of(2, [&] { panel->avg_depth->set_label("Deep"); }));
   EXPECT_EQ("max_depth: Snorkel\n"
             "\tavg_depth: Deep; setting to Snorkel\n"
             "avg_depth: Snorkel\n",
-            printed(2, [&] { panel->max_depth->set_label("Snorkel"); }));
-  EXPECT_EQ("", printed(1, [&] { panel->avg_depth->set_label("Deep"); }));
+            output_of(2, [&] { panel->max_depth->set_label("Snorkel"); }));
+  EXPECT_EQ("", output_of(1, [&] { panel->avg_depth->set_label("Deep"); }));
 }
 
 // --- an uploaded survey ---

@@ -1,7 +1,7 @@
 #include "support/dialogs.h"
 #include "support/main-loop.h"
+#include "support/output.h"
 #include "ui/listed-panel.h"
-#include "ui/printed.h"
 #include "ui/species-window.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
@@ -130,7 +130,7 @@ TEST_F(UnlistedPanelTest, TakesASearchWithoutAPlace)
 {
   open_window();
   ASSERT_EQ(nullptr, window->survey.region_fish);
-  EXPECT_EQ("", printed(1, [&] { search("snapper"); }));
+  EXPECT_EQ("", output_of(1, [&] { search("snapper"); }));
   EXPECT_FALSE(results_are_shown());
   EXPECT_EQ(0U, panel().species_matched.size());
   search("__all__");
@@ -373,14 +373,14 @@ TEST_F(UnlistedPanelTest, CountsEachSpeciesOnce)
   ask_all();
   ask_all();
   EXPECT_EQ(3, panel().num_found);
-  EXPECT_EQ("search found 3\n", printed(1, [&] { panel().refilter(); }));
+  EXPECT_EQ("search found 3\n", output_of(1, [&] { panel().refilter(); }));
 }
 
 TEST_F(UnlistedPanelTest, HidesTheResultsOfAnEmptySearchWithoutSearching)
 {
   open_northwest_page();
   search("kelp");
-  EXPECT_EQ("", printed(1, [&] { search(""); }));
+  EXPECT_EQ("", output_of(1, [&] { search(""); }));
   EXPECT_FALSE(results_are_shown());
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = None\n", found()) << "the rows stay, unseen";
   EXPECT_EQ(1, panel().num_found);
@@ -410,18 +410,18 @@ TEST_F(UnlistedPanelTest, TakesAnUnknownKindOfNameAsCommon)
   panel().species_search_by->append("Nickname");
   search_in("Nickname");
   EXPECT_EQ("\nSearching for \"kelp\" (\"kelp\") by Unknown: Nickname (1):\nsearch found 1\n",
-            printed(1, [&] { search("kelp"); }));
+            output_of(1, [&] { search("kelp"); }));
 }
 
 TEST_F(UnlistedPanelTest, TracesASearch)
 {
   open_northwest_page();
-  EXPECT_EQ("", printed(0, [&] { search("kelp"); }));
+  EXPECT_EQ("", output_of(0, [&] { search("kelp"); }));
   EXPECT_EQ("\nSearching for \"ling x\" (\"ling\" \"x\") by Common Name (1):\nsearch found 0\n",
-            printed(1, [&] { search("LING x"); }));
+            output_of(1, [&] { search("LING x"); }));
   EXPECT_EQ("\nSearching for \"__all__\" (\"__all__\") by (all) Common Name (7):\n"
             "search found 0\n",
-            printed(1, [&] { search("__ALL__"); }));
+            output_of(1, [&] { search("__ALL__"); }));
 }
 
 TEST_F(UnlistedPanelTest, CannotJudgeASpeciesByItsFamilysName)
@@ -524,7 +524,7 @@ TEST_F(UnlistedPanelTest, AMarkWithoutASearchLeavesTheResultsHidden)
 {
   open_northwest_page();
   EXPECT_EQ("search found 0\nabun_menu: species id 12 abundance = 1\n",
-            printed(1, [&] { mark(kelp_greenling, 1); }));
+            output_of(1, [&] { mark(kelp_greenling, 1); }));
   EXPECT_FALSE(results_are_shown());
   EXPECT_TRUE(selection_is_shown());
 }
@@ -594,10 +594,10 @@ TEST_F(UnlistedPanelTest, ReportsStrayClicksUnderEachTreesName)
   search("ling");
   GdkEventButton event = press_in(*panel().found_species_tree, Gtk::TreePath("0"), left);
   event.window = window->get_window()->gobj();
-  EXPECT_EQ(0U, printed(0, [&] {
+  EXPECT_EQ(0U, output_of(0, [&] {
                   panel().on_found_species_clicked(&event);
                 }).find("hmm, found_species click in some other window? "));
-  EXPECT_EQ(0U, printed(0, [&] {
+  EXPECT_EQ(0U, output_of(0, [&] {
                   panel().on_selected_species_clicked(&event);
                 }).find("hmm, selected_species click in some other window? "));
 }
@@ -606,7 +606,7 @@ TEST_F(UnlistedPanelTest, PrintsNoLineForAClickItself)
 {
   open_northwest_page();
   search("ling");
-  EXPECT_EQ("got path: 0\n", printed(10, [&] { click_found("0", right); }));
+  EXPECT_EQ("got path: 0\n", output_of(10, [&] { click_found("0", right); }));
 }
 
 TEST_F(UnlistedPanelTest, AnUploadedSurveyOpensNoMenu)

@@ -1,4 +1,4 @@
-#include "core/report.h"
+#include "support/output.h"
 #include "ui/zone-tree.h"
 
 #include <gtest/gtest.h>
@@ -253,16 +253,11 @@ TEST(ZoneSearch, LooksAtTheZonesOfTheSubregionOnly)
 
 TEST(ZoneTrace, NamesEachZoneAtLevelNine)
 {
-  for (const int level : {8, 9}) {
-    debug_level = level;
-    testing::internal::CaptureStdout();
-    tree(pacific, "cove", {"PAC", "PNW"});
-    EXPECT_EQ(level < 9 ? ""
-                        : "3: Washington\n3102: San Juan Islands\n31020003: Rosario Wall\n"
-                          "4: California\n4010: San Diego\n40100010: La Jolla Cove\n",
-              testing::internal::GetCapturedStdout());
-    debug_level = 0;
-  }
+  const auto build = [] { tree(pacific, "cove", {"PAC", "PNW"}); };
+  EXPECT_EQ("", output_of(8, build));
+  EXPECT_EQ("3: Washington\n3102: San Juan Islands\n31020003: Rosario Wall\n"
+            "4: California\n4010: San Diego\n40100010: La Jolla Cove\n",
+            output_of(9, build));
 }
 
 TEST(FullZoneName, PutsTheFirstTwoLevelsBeforeTheZone)
