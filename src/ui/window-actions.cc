@@ -296,9 +296,10 @@ void SurveyWindow::on_action_EditPaste(const std::string& action)
   say_unimplemented(action);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): it is what handlers of toggles take
-void SurveyWindow::on_action_ViewToolbar(const std::string& action,
-                                         Glib::RefPtr<Gtk::ToggleAction> toggle)
+void SurveyWindow::on_action_ViewToolbar(
+    const std::string& action,
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): what handlers of toggles take
+    Glib::RefPtr<Gtk::ToggleAction> toggle)
 {
   const bool shown = toggle->get_active();
   std::printf("%s() - now %s\n", action.c_str(), shown ? "TRUE" : "false");

@@ -93,9 +93,11 @@ Gtk::Widget* find_widget(Gtk::Widget& window, const Glib::ustring& id)
 {
   if (window.Gtk::Buildable::get_name() == id)
     return &window;
-  if (auto* container = dynamic_cast<Gtk::Container*>(&window))
-    for (auto* child : container->get_children())
-      if (auto* found = find_widget(*child, id))
-        return found;
+  auto* container = dynamic_cast<Gtk::Container*>(&window);
+  if (!container)
+    return nullptr;
+  for (auto* child : container->get_children())
+    if (auto* found = find_widget(*child, id))
+      return found;
   return nullptr;
 }

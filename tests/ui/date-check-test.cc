@@ -1,6 +1,7 @@
 #include "support/output.h"
 #include "ui/date-check.h"
 
+#include <glibmm/miscutils.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -13,10 +14,7 @@ namespace {
 class TimeZone
 {
 public:
-  explicit TimeZone(const char* name) : previous(std::getenv("TZ") ? std::getenv("TZ") : "UTC")
-  {
-    set(name);
-  }
+  explicit TimeZone(const char* name) : previous(Glib::getenv("TZ")) { set(name); }
   ~TimeZone() { set(previous.c_str()); }
   TimeZone(const TimeZone&) = delete;
   TimeZone& operator=(const TimeZone&) = delete;
@@ -30,6 +28,7 @@ private:
   std::string previous;
 };
 
+constexpr std::time_t hour = 3600;
 constexpr std::time_t noon_of_2021_06_30 = 1625054400; // in UTC
 
 } // namespace
@@ -74,12 +73,12 @@ TEST(JudgeDate, CountsADayAsFutureUntilItsFirstMidnightHasPassed)
   const std::time_t midnight = 1625011200; // 2021-06-30 00:00:00 in UTC
   EXPECT_EQ(DateVerdict::in_future, judge_date(2021, 6, 30, midnight - 1));
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 6, 30, midnight));
-  EXPECT_EQ(DateVerdict::good, judge_date(2021, 6, 30, midnight + 24 * 60 * 60 - 1));
+  EXPECT_EQ(DateVerdict::good, judge_date(2021, 6, 30, midnight + 24 * hour - 1));
 }
 
 TEST(JudgeDate, GoesByTheLocalClock)
 {
-  const std::time_t evening = noon_of_2021_06_30 + 11 * 60 * 60; // 23:00 in UTC
+  const std::time_t evening = noon_of_2021_06_30 + 11 * hour; // 23:00 in UTC
   EXPECT_EQ(DateVerdict::in_future, judge_date(2021, 7, 1, evening));
   const TimeZone east("EAST-2"); // two hours ahead: 01:00 of the next day
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 7, 1, evening));
