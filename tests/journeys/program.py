@@ -29,6 +29,7 @@ class Program:
         environment=None,
         working_directory=None,
     ):
+        self.application_dir = application_dir
         self.own_home = home is None
         self.home = pathlib.Path(home or tempfile.mkdtemp(prefix="mavo-journey-"))
         self.output_path = self.home / "output.txt"
@@ -69,6 +70,10 @@ class Program:
     def version(self):
         """The version that it says it is."""
         return re.search(r"^MAVO-Survey version ([\d.]+), built ", self.output(), re.M).group(1)
+
+    def again(self):
+        """The same program, to be started anew in the same home."""
+        return Program(self.application_dir, home=self.home)
 
     def wait_for_end(self):
         """Its exit status, once it has ended by itself."""

@@ -99,3 +99,14 @@ def families_of(data_files, region, view_id):
                 family = families.setdefault(family_names[row["familyid"]], [])
                 family.append((int(row["speciesid"]), listed["commonname"]))
     return families
+
+
+def species_rows(data_files, region):
+    """All species of a region, as the file has them."""
+    return rows(data_files, f"{region}-species-info.csv")
+
+
+def family_of(data_files, region, family_id):
+    """The common name of a family, empty if the file does not have it."""
+    found = (r for r in rows(data_files, f"{region}-family-info.csv") if r["familyid"] == family_id)
+    return next((row["commonname"] for row in found), "")
