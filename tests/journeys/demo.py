@@ -1,56 +1,130 @@
-"""demo APPLICATION_DIR PICTURES: a survey entered and saved through the real window.
+"""demo APPLICATION_DIR PICTURES: surveys entered, saved and found again through the real window.
 
-Leaves a picture of each panel and of the dialog after saving, and prints where
-the survey is. The survey store lies in the home directory of this process.
+Leaves a picture of each station of the road and prints where the saved survey
+is. The survey store lies in the home directory of this process.
 """
 
 import os
 import pathlib
+import shutil
 import sys
 
 from . import entry
+from .entry import tree_in
 from .program import Program
 from .reference import a_place
-from .screen import take_picture, wait_until_still
+from .screen import press_key, take_picture, wait_until_still
+from .waiting import wait_for
 
 
-def panel_picture(program, pictures, number, tab):
-    """Turns to a panel and takes its picture once it has been drawn."""
-    program.open_panel(tab)
-    wait_until_still()
-    name = f"{number}-{tab.lower().replace('/', '-').replace(' ', '-')}.png"
-    take_picture(pictures / name, program.window())
+class Demo:
+    def __init__(self, application_dir, pictures):
+        self.application_dir = application_dir
+        self.pictures = pictures
+        self.place = a_place(application_dir / "data-files")
+        self.count = 0
+        self.program = None
 
-
-def run(application_dir, pictures):
-    place = a_place(application_dir / "data-files")
-    with Program(application_dir, home=os.environ["HOME"]) as program:
-        panel_picture(program, pictures, 1, "Start/Open Survey")
-        entry.enter_member(program)
-        panel_picture(program, pictures, 2, "Member Info")
-        entry.enter_place_and_date(program, place)
-        entry.find_zone(program, place)
-        panel_picture(program, pictures, 3, "Survey Info Part 1")
-        entry.enter_conditions(program, place)
-        panel_picture(program, pictures, 4, "Survey Info Part 2")
-        entry.mark_species(program, place)
-        panel_picture(program, pictures, 5, "Listed Species")
-        panel_picture(program, pictures, 6, "Unlisted Species")
-        panel_picture(program, pictures, 7, "Confirmation")
-        program.window().find("push button", "Save For Later").click()
-        program.message("Survey saved to")
+    def picture(self, name):
+        """Takes a picture of the window once it has been drawn."""
         wait_until_still()
-        take_picture(pictures / "8-saved.png", program.window())
-        program.answer("Survey saved to", "OK")
-        program.activate_menu("File", "Quit")
-        program.wait_for_end()
-        (path,) = program.saved_surveys()
+        self.count += 1
+        slug = name.lower().replace("/", "-").replace(" ", "-")
+        take_picture(self.pictures / f"{self.count:02d}-{slug}.png", self.program.window())
+
+    def panel_picture(self, tab):
+        self.program.open_panel(tab)
+        self.picture(tab)
+
+    def press(self, button):
+        self.program.window().find("push button", button, lambda b: b.is_shown).click()
+
+    def run(self):
+        """Walks all stations; gives the path of the survey that was entered."""
+        home = os.environ["HOME"]
+        with Program(self.application_dir, home=home) as self.program:
+            self.enter_a_survey()
+            path = self.save()
+            self.quit()
+        with Program(self.application_dir, home=home) as self.program:
+            self.find_it_again(path)
+            self.see_what_is_missing()
+            self.quit()
+        self.let_it_be_uploaded(path)
+        with Program(self.application_dir, home=home) as self.program:
+            self.view_it()
+            self.quit()
         return path
+
+    def enter_a_survey(self):
+        self.panel_picture("Start/Open Survey")
+        entry.enter_member(self.program)
+        self.panel_picture("Member Info")
+        entry.enter_place_and_date(self.program, self.place)
+        entry.find_zone(self.program, self.place)
+        self.panel_picture("Survey Info Part 1")
+        entry.enter_conditions(self.program, self.place)
+        self.panel_picture("Survey Info Part 2")
+        entry.mark_species(self.program, self.place)
+        self.panel_picture("Listed Species")
+        self.add_an_unlisted_species()
+        self.picture("Unlisted Species")
+        self.panel_picture("Confirmation")
+
+    def add_an_unlisted_species(self):
+        page = self.program.open_panel("Unlisted Species")
+        page.find("text", "Search for a species").set_text("shark")
+        tree = tree_in(page, "Matching species")
+        row = wait_for("a shark is found", lambda: next((r for r in tree.rows() if r[-1].text), None))
+        label = self.place.abundances[0][1]
+        entry.mark_by_click(self.program, tree, int(row[0].text.rstrip(":")), label)
+
+    def save(self):
+        self.press("Save For Later")
+        self.program.message("Survey saved to")
+        self.picture("Survey saved")
+        self.program.answer("Survey saved to", "OK")
+        (path,) = self.program.saved_surveys()
+        return path
+
+    def quit(self):
+        self.program.activate_menu("File", "Quit")
+        self.program.wait_for_end()
+
+    def find_it_again(self, path):
+        tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
+        row = wait_for("the survey is listed", lambda: list(tree.rows())[1])
+        row[0].scroll_to()
+        row[0].click()
+        self.picture("Saved surveys")
+        self.press("Edit")
+        wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
+        self.picture("Opened again")
+
+    def see_what_is_missing(self):
+        self.program.activate_menu("File", "New survey...")
+        wait_for("it is a new one", lambda: self.program.panel_shown().name != "Confirmation")
+        self.panel_picture("Confirmation")
+
+    def let_it_be_uploaded(self, path):
+        uploaded = path.parent.parent / "Uploaded"
+        uploaded.mkdir(exist_ok=True)
+        shutil.copy(path, uploaded)
+
+    def view_it(self):
+        tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
+        tree.find_row("Uploaded")[0].click()
+        row = wait_for("it is listed", lambda: list(tree.rows())[-1])
+        row[0].scroll_to()
+        press_key("Return")
+        self.press("View")
+        wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
+        self.panel_picture("Survey Info Part 1")
 
 
 if __name__ == "__main__":
     pictures_dir = pathlib.Path(sys.argv[2])
-    survey = run(pathlib.Path(sys.argv[1]), pictures_dir)
+    survey = Demo(pathlib.Path(sys.argv[1]), pictures_dir).run()
     for picture in sorted(pictures_dir.glob("*.png")):
         print(f"Picture: {picture}")
     print(f"Survey: {survey}")
