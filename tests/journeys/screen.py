@@ -15,6 +15,7 @@ from gi.repository import Atspi, Gdk, GLib  # noqa: E402  the versions come firs
 from .waiting import PAUSE, wait_for  # noqa: E402
 
 STATE = Atspi.StateType
+WINDOWS = ("frame", "dialog", "alert")
 TREES = ("tree table", "table")
 KEYS = {
     "Return": Gdk.KEY_Return,
@@ -69,6 +70,16 @@ class Thing:
     @property
     def is_checked(self):
         return self.has(STATE.CHECKED)
+
+    @property
+    def is_in_active_window(self):
+        """Whether its window has the focus; menus that pop up are no such windows."""
+        above = self.accessible
+        while above is not None and above.get_role_name() != "application":
+            if above.get_role_name() in WINDOWS:
+                return above.get_state_set().contains(STATE.ACTIVE)
+            above = above.get_parent()
+        return True
 
     @property
     def is_picked(self):
@@ -144,6 +155,8 @@ class Thing:
         answer on the bus for as long as that action keeps a dialog open.
         """
         wait_for(f"{self!r} can be used", lambda: self.is_shown and self.is_sensitive)
+        # A window that has just opened is active once the window manager has placed it.
+        wait_for(f"the window of {self!r} is active", lambda: self.is_in_active_window)
         x, y, width, height = wait_for(f"{self!r} stands still", self.settled_extents)
         Atspi.generate_mouse_event(x + width // 2, y + height // 2, f"b{button}c")
 
