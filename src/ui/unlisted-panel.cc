@@ -158,6 +158,7 @@ void UnlistedPanel::run_search()
     printf("\nSearching for %s by %s (%d):\n", describe_search(text, search_words).c_str(),
            mode.name.c_str(), search_by);
   refilter_found();
+  found_species_tree->get_vadjustment()->set_value(0); // new results start at the top
 }
 
 void UnlistedPanel::refilter()

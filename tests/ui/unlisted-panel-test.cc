@@ -359,6 +359,43 @@ TEST_F(UnlistedPanelTest, ShowsFoundFamiliesUnfolded)
   EXPECT_TRUE(panel().found_species_tree->row_expanded(Gtk::TreePath("0")));
 }
 
+TEST_F(UnlistedPanelTest, ShowsNewResultsFromTheTop)
+{
+  application_dir.use_shipped_data();
+  open_window();
+  choose_subregion(window->survey_panel1->subregion->items.front().second);
+  window->survey_panel1->survey_subtype->set_active(0);
+  go_to_page(panel().page);
+  search("__all__");
+  const auto place = panel().found_species_tree->get_vadjustment();
+  place->set_value(place->get_upper() - place->get_page_size());
+  settle();
+  EXPECT_GT(place->get_value(), 0);
+  const double before = place->get_value();
+  panel().refilter();
+  settle();
+  EXPECT_EQ(before, place->get_value()) << "a mark moves nothing";
+  search("a");
+  EXPECT_EQ(0, place->get_value());
+}
+
+TEST_F(UnlistedPanelTest, TheSearchStaysInItsPlaceWhileItIsTyped)
+{
+  open_northwest_page();
+  const auto place = [&] {
+    window->check_resize(); // a layout at once, not with the next frame
+    return panel().search_box->get_allocation().get_y();
+  };
+  const int unmarked = place();
+  search("l");
+  EXPECT_EQ(unmarked, place());
+  mark(kelp_greenling, 1);
+  const int marked = place();
+  EXPECT_LT(unmarked, marked);
+  search("");
+  EXPECT_EQ(marked, place());
+}
+
 TEST_F(UnlistedPanelTest, CountsEachSpeciesOnce)
 {
   open_northwest_page();
