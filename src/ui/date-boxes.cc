@@ -20,6 +20,7 @@ int current_year()
 void fill_with_numbers(DropDownBox& box, const std::vector<int>& numbers)
 {
   std::vector<Glib::ustring> labels;
+  labels.reserve(numbers.size());
   for (const int number : numbers)
     labels.emplace_back(std::to_string(number));
   box.init(numbers, labels, 0, 0);

@@ -27,7 +27,7 @@ bool shows_snorkel(const DropDownBox* depth)
 // shown with its words, so that one bad entry does not blank out all.
 Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& description)
 {
-  const Glib::ustring entry = "<b>" + name + "</b> " + description;
+  Glib::ustring entry = "<b>" + name + "</b> " + description;
   if (is_label_markup(entry))
     return entry;
   return "<b>" + readable_markup(name) + "</b> " + readable_markup(description);
