@@ -73,11 +73,25 @@ NameColumn name_column(const SpeciesTreeColumns& columns, const NameDisplay& nam
   return {"Common Name", columns.col_common};
 }
 
-void append_text_column(Gtk::TreeView& tree, const Glib::ustring& title,
-                        const Gtk::TreeModelColumn<Glib::ustring>& text)
+// Long names give way, so that the last column, what was seen, stays in sight.
+void let_shrink(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell, int least_characters)
 {
-  auto* column = Gtk::make_managed<Gtk::TreeViewColumn>(title, text);
-  column->set_resizable();
+  cell.property_ellipsize() = Pango::ELLIPSIZE_END;
+  cell.property_width_chars() = least_characters;
+  column.set_expand();
+  column.set_resizable();
+}
+
+// Plain text, so the tags of shaded names stand before the eyes: the column is
+// wide enough for them and a name.
+void append_spanish_column(Gtk::TreeView& tree, const SpeciesTreeColumns& columns)
+{
+  auto* column = Gtk::make_managed<Gtk::TreeViewColumn>();
+  auto* cell = Gtk::make_managed<Gtk::CellRendererText>();
+  column->set_title("Spanish Name");
+  column->pack_start(*cell);
+  column->add_attribute(cell->property_text(), columns.col_spanish);
+  let_shrink(*column, *cell, 44);
   tree.append_column(*column);
 }
 
@@ -145,8 +159,7 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.id_column.pack_start(parts.id_cell, true);
   parts.id_column.set_cell_data_func(parts.id_cell, render_id);
   parts.name_column.pack_start(parts.name_cell, true);
-  parts.name_column.set_expand();
-  parts.name_column.set_resizable();
+  let_shrink(parts.name_column, parts.name_cell, 24);
   tree.set_search_equal_func(sigc::ptr_fun(is_other_name));
 }
 
@@ -165,6 +178,7 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   tree.set_search_column(shown.names.index());
 
   if (names.spanish)
-    append_text_column(tree, "Spanish Name", columns.col_spanish);
-  append_text_column(tree, abundance_title, columns.col_abundance_label);
+    append_spanish_column(tree, columns);
+  tree.append_column(
+      *Gtk::make_managed<Gtk::TreeViewColumn>(abundance_title, columns.col_abundance_label));
 }
