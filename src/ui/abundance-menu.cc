@@ -59,12 +59,13 @@ Gtk::Menu* SurveyWindow::make_abundance_menu(int subtype,
 void SurveyWindow::popup_abundance_menu(int species_id, int button, guint32 time)
 {
   abundance_target = species_id;
-  if (auto* menu = abundance_menu_for(species_id))
+  if (auto* menu = abundance_menu_for(species_id)) {
     menu->popup(static_cast<guint>(button), time);
-  else
-    error("The number seen of species %04d cannot be chosen, because the data files lack the "
-          "choices for it. Nothing has been changed.",
-          species_id);
+    return;
+  }
+  error("The number seen of species %04d cannot be chosen, because the data files lack the "
+        "choices for it. Nothing has been changed.",
+        species_id);
 }
 
 // Null if the reference data have no list for the species.

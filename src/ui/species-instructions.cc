@@ -57,8 +57,8 @@ Glib::ustring species_instructions(bool type_chosen, int max_rarity, bool has_sp
 {
   if (!type_chosen)
     return "Please select a survey location and type on the Survey Info Part 1 tab.";
-  const Glib::ustring text = "Here you'll find the more common fish species.  If you don't see it "
-                             "here, try the next tab, Unlisted Species.";
+  Glib::ustring text = "Here you'll find the more common fish species.  If you don't see it "
+                       "here, try the next tab, Unlisted Species.";
   if (max_rarity < 1)
     return text;
   if (max_rarity == 1)

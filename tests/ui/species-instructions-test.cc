@@ -45,20 +45,20 @@ TEST(SpeciesInstructions, FollowTheRegionsRarestClass)
 {
   const struct {
     const char* why;
-    bool type_chosen;
-    int max_rarity;
-    bool has_spanish;
     const char* expected;
+    int max_rarity;
+    bool type_chosen;
+    bool has_spanish;
   } cases[] = {
-      {"no survey type", false, 0, false, prompt},
-      {"no survey type, much to tell", false, 2, true, prompt},
-      {"no rare species", true, 0, false, unshaded},
-      {"no rare species, Spanish names", true, 0, true, unshaded},
-      {"one class", true, 1, false, one_shade},
-      {"one class, Spanish names", true, 1, true, one_shade},
-      {"two classes", true, 2, false, two_shades},
-      {"two classes, Spanish names", true, 2, true, two_shades_spanish},
-      {"more classes", true, 127, false, two_shades},
+      {"no survey type", prompt, 0, false, false},
+      {"no survey type, much to tell", prompt, 2, false, true},
+      {"no rare species", unshaded, 0, true, false},
+      {"no rare species, Spanish names", unshaded, 0, true, true},
+      {"one class", one_shade, 1, true, false},
+      {"one class, Spanish names", one_shade, 1, true, true},
+      {"two classes", two_shades, 2, true, false},
+      {"two classes, Spanish names", two_shades_spanish, 2, true, true},
+      {"more classes", two_shades, 127, true, false},
   };
   for (const auto& c : cases) {
     const Glib::ustring text = species_instructions(c.type_chosen, c.max_rarity, c.has_spanish);

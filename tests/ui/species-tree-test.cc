@@ -243,3 +243,10 @@ TEST_F(SpeciesTreeTest, TypingFindsAnyPartOfAShownName)
     EXPECT_EQ(c.found, row ? window->listed_model->get_path(row).to_string() : "") << c.typed;
   }
 }
+
+TEST_F(SpeciesTreeTest, ShowsScientificNamesWhereNoneAreAskedFor)
+{
+  set_species_tree_columns(tree(), window->listed_panel->species_parts, window->species_columns,
+                           NameDisplay(), "Number seen");
+  EXPECT_EQ("ID|Scientific Name|Number seen", column_titles());
+}

@@ -122,12 +122,13 @@ Gtk::Menu* SpeciesWindowTest::close_open_menu() const
 {
   settle();
   Gtk::Menu* open = nullptr;
-  for (auto* menu : window->abundance_menus)
-    if (menu && menu->get_visible() && menu->get_mapped()) {
-      EXPECT_EQ(nullptr, open) << "two menus";
-      open = menu;
-      menu->popdown();
-    }
+  for (auto* menu : window->abundance_menus) {
+    if (!menu || !menu->get_visible() || !menu->get_mapped())
+      continue;
+    EXPECT_EQ(nullptr, open) << "two menus";
+    open = menu;
+    menu->popdown();
+  }
   settle();
   return open;
 }
