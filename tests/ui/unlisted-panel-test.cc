@@ -325,7 +325,7 @@ TEST_F(UnlistedPanelTest, LooksIntoAFamilysSpanishCellWhereItIsShown)
 TEST_F(UnlistedPanelTest, ShowsAllRowsBesideTheWordsForNone)
 {
   open_northwest_page();
-  for (const char* label : {"Common Name", "Species Code", "Family Name"})
+  for (const char* label : {"Common Name", "Species Code", "Family Name"}) {
     for (const char* text : {"__all__", "__ALL__", "__aLl__"}) {
       search("", label);
       search(text);
@@ -336,6 +336,7 @@ TEST_F(UnlistedPanelTest, ShowsAllRowsBesideTheWordsForNone)
       EXPECT_TRUE(results_are_shown()) << text;
       EXPECT_EQ(SEARCH_BY_ALL, panel().search_by);
     }
+  }
   search("__all__ ", "Common Name");
   EXPECT_EQ(no_rows, found()) << "with a blank it is a word like any other";
 }
