@@ -3,58 +3,88 @@
 #include "core/number.h"
 #include "store/survey-xml-info.h"
 
+#include <glibmm/miscutils.h>
 #include <libxml++/document.h>
 #include <libxml++/nodes/textnode.h>
 #include <libxml/parser.h>
+#include <sys/stat.h>
 
 #include <cctype>
+#include <cerrno>
+#include <fstream>
 #include <optional>
-#include <utility>
 
 namespace {
 
 // The root tag of surveys that an older program wrote.
 const char* const older_root_tag = "MAVO_Fish_Survey";
 
-// While it lives, the parser can open one file and then nothing more: neither
-// on disk nor elsewhere. A survey comes from anywhere and must not be able to
-// pull the user's other files into what is uploaded.
-class OneFileOnly
+// Many times a survey of all species that there are. A document takes dozens of
+// times its size in memory: what some other program has left among the surveys
+// must not be able to take all of it.
+constexpr std::streamoff largest_survey = 4L * 1024 * 1024;
+
+// The file's bytes. Nothing but a plain file is opened, since opening a pipe
+// would wait for whoever writes into it.
+std::string file_contents(const std::string& path)
+{
+  struct stat info {
+  };
+  if (stat(path.c_str(), &info) != 0)
+    throw Glib::strerror(errno);
+  if (!S_ISREG(info.st_mode))
+    throw Glib::ustring("Not a file");
+  if (info.st_size > largest_survey)
+    throw Glib::ustring("Not a valid saved MAVO Survey (too large)");
+
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  std::string contents(static_cast<std::size_t>(info.st_size), '\0');
+  if (!file || !file.read(contents.data(), static_cast<std::streamsize>(contents.size())))
+    throw Glib::strerror(errno);
+  return contents;
+}
+
+// While it lives, the parser can open no file, neither on disk nor elsewhere. A
+// survey comes from anywhere and must not be able to pull the user's other
+// files into what is uploaded.
+class NoOtherFiles
 {
 public:
-  OneFileOnly() : previous(xmlGetExternalEntityLoader())
+  NoOtherFiles() : previous(xmlGetExternalEntityLoader())
   {
-    next = previous;
     refused = false;
-    xmlSetExternalEntityLoader(&load);
+    xmlSetExternalEntityLoader(&refuse);
   }
-  ~OneFileOnly() { xmlSetExternalEntityLoader(previous); }
-  OneFileOnly(const OneFileOnly&) = delete;
-  OneFileOnly& operator=(const OneFileOnly&) = delete;
+  ~NoOtherFiles() { xmlSetExternalEntityLoader(previous); }
+  NoOtherFiles(const NoOtherFiles&) = delete;
+  NoOtherFiles& operator=(const NoOtherFiles&) = delete;
 
-  bool refused_another() const { return refused; }
+  bool refused_one() const { return refused; }
 
 private:
-  static xmlParserInputPtr load(const char* url, const char* id, xmlParserCtxtPtr context)
+  static xmlParserInputPtr refuse(const char*, const char*, xmlParserCtxtPtr)
   {
-    const xmlExternalEntityLoader loader = std::exchange(next, nullptr);
-    refused = refused || !loader;
-    return loader ? loader(url, id, context) : nullptr;
+    refused = true;
+    return nullptr;
   }
 
   xmlExternalEntityLoader previous;
-  static inline xmlExternalEntityLoader next = nullptr;
   static inline bool refused = false;
 };
 
 void parse(xmlpp::DomParser& parser, const std::string& path)
 {
-  const OneFileOnly guard;
+  const std::string contents = file_contents(path);
+  if (contents.empty())
+    throw Glib::ustring("Failed to parse survey");
+  const NoOtherFiles guard;
   parser.set_substitute_entities(true);
-  parser.parse_file(path);
+  parser.parse_memory_raw(reinterpret_cast<const unsigned char*>(contents.data()),
+                          static_cast<xmlpp::Parser::size_type>(contents.size()));
   if (!parser || !parser.get_document()->get_root_node())
     throw Glib::ustring("Failed to parse survey");
-  if (guard.refused_another())
+  if (guard.refused_one())
     throw Glib::ustring("Survey draws text from other files, which are not read");
 }
 

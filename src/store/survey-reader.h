@@ -22,5 +22,6 @@ bool is_white_space(const xmlpp::Node* node);
 // element, which lives as long as the parser. Throws what is wrong as a text,
 // or an exception of the parser, if the file is not a survey of a version that
 // this program reads. Nothing but the file itself is read: a document that
-// draws text from other files is refused, as it could only be read in part.
+// draws text from other files is refused, as it could only be read in part. So
+// is a file of several megabytes, and what is no plain file at all.
 const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path);

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 
@@ -181,7 +184,6 @@ TEST(ParseSurveyFile, SaysWhatIsWrongWithADocument)
 TEST(ParseSurveyFile, LetsTheParserSayWhatIsNoXml)
 {
   const std::string documents[] = {
-      "",
       "not XML at all",
       "<MAVO-Survey version='1.0'><survey>",
       "<a></b>",
@@ -190,15 +192,39 @@ TEST(ParseSurveyFile, LetsTheParserSayWhatIsNoXml)
       "<MAVO-Survey version='1.0'><survey>&what;</survey></MAVO-Survey>"};
   for (const auto& document : documents)
     EXPECT_TRUE(begins_with(read_survey(document), "parser: ")) << document;
+  EXPECT_EQ("Failed to parse survey", read_survey(""));
 }
 
-TEST(ParseSurveyFile, LetsTheParserSayThatThereIsNoFile)
+TEST(ParseSurveyFile, SaysWhatIsNoFileOfASurvey)
 {
   const DataSet directory;
-  for (const auto& path : {directory.dir + "missing", directory.dir}) {
+  const auto refusal = [&](const std::string& name) {
     xmlpp::DomParser parser;
-    EXPECT_THROW(parse_survey_file(parser, path), std::exception) << path;
-  }
+    try {
+      parse_survey_file(parser, directory.dir + name);
+      return std::string("read");
+    } catch (const Glib::ustring& thrown) {
+      return thrown.raw();
+    }
+  };
+  ASSERT_EQ(0, mkfifo((directory.dir + "pipe").c_str(), 0600));
+  ASSERT_EQ(0, symlink("/dev/zero", (directory.dir + "zeros").c_str()));
+  ASSERT_EQ(0, symlink("nowhere", (directory.dir + "dangling").c_str()));
+  directory.file("large", with_version("1.0") + std::string(5 << 20, ' '));
+  EXPECT_EQ("No such file or directory", refusal("missing"));
+  EXPECT_EQ("No such file or directory", refusal("dangling"));
+  EXPECT_EQ("Not a file", refusal(""));
+  EXPECT_EQ("Not a file", refusal("pipe")); // opening it would wait for ever
+  EXPECT_EQ("Not a file", refusal("zeros"));
+  EXPECT_EQ("Not a valid saved MAVO Survey (too large)", refusal("large"));
+}
+
+TEST(ParseSurveyFile, ReadsNoCompressedFile)
+{
+  const DataSet directory;
+  directory.file("a", with_version("1.0"));
+  ASSERT_EQ(0, std::system(("gzip " + directory.dir + "a").c_str()));
+  EXPECT_TRUE(begins_with(read_survey(read_file(directory.dir + "a.gz")), "parser: "));
 }
 
 TEST(ParseSurveyFile, OpensFilesOfAnyName)
@@ -262,6 +288,9 @@ TEST(ParseSurveyFile, ReadsNoExternalDocumentType)
                       "<MAVO-Survey version='1.0'><survey/></MAVO-Survey>");
   xmlpp::DomParser parser;
   EXPECT_EQ("survey", parse_survey_file(parser, directory.dir + "a")->get_name());
+  directory.file("a", "<!DOCTYPE MAVO-Survey SYSTEM 'types.dtd'>"
+                      "<MAVO-Survey version='1.0'><survey>&x;</survey></MAVO-Survey>");
+  EXPECT_THROW(parse_survey_file(parser, directory.dir + "a"), std::exception);
 }
 
 TEST(ParseSurveyFile, LeavesTheLibrarysOwnReadingAsItWas)
