@@ -71,6 +71,7 @@ void StartPanel::build_survey_model()
   append_state(MyApp::WD_READY_TO_UPLOAD, "Ready To Upload");
   append_state(MyApp::WD_UPLOADED, "Uploaded");
   survey_tree->set_model(store);
+  survey_tree->set_search_column(columns.description); // a new model resets it
   survey_tree->expand_row(Gtk::TreePath("0"), false);
   survey_tree->expand_row(Gtk::TreePath("1"), false);
 }

@@ -246,6 +246,13 @@ TEST_F(StartPanelTest, TakesTheMenuKeyAsASelection)
   EXPECT_EQ("Edit on, Mark For Upload on hidden, off, on", actions());
 }
 
+TEST_F(StartPanelTest, SearchesDescriptionsAsTheUserTypes)
+{
+  EXPECT_EQ(panel->columns.description.index(), panel->survey_tree->get_search_column());
+  rebuild();
+  EXPECT_EQ(panel->columns.description.index(), panel->survey_tree->get_search_column());
+}
+
 TEST_F(StartPanelTest, LooksUpTheRowUnderTheCursor)
 {
   const std::string path = put(uploaded, "a");
