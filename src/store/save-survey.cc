@@ -191,6 +191,15 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
   }
 }
 
+Glib::ustring SurveyWindow::entered_text() const
+{
+  std::vector<SpeciesSighting> species;
+  for (const auto& [id, abundance] : survey.abundances)
+    if (abundance != 0)
+      species.push_back({id, abundance, 0});
+  return survey_document(survey_form(), species, "");
+}
+
 RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
 {
   if (survey.subregion.empty())
@@ -214,11 +223,10 @@ RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
 
 bool SurveyWindow::file_needs_saving()
 {
-  // A document that cannot be generated can be told from no other: whatever was
-  // typed counts as changes, so that nothing is given up without a question.
+  // A survey whose document cannot be generated is compared by what was entered.
   Glib::ustring error_text;
   if (generate_xml_string(error_text, true) != RET_SUCCESS)
-    return true;
+    return !same_bytes(entered_text(), unwritable_as_opened);
   if (same_bytes(survey.xml_current, survey.xml_pristine))
     return false; // member details alone are not worth a question
 

@@ -13,7 +13,19 @@
 #include "ui/survey-window.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
+
+namespace {
+
+// Whether a number is beyond the range of int: as an id it would become that of
+// another species.
+bool loses_digits(const Glib::ustring& number)
+{
+  return std::strtol(number.c_str(), nullptr, 10) != to_int(number);
+}
+
+} // namespace
 
 void SurveyLoader::load(const xmlpp::Node* survey_element)
 {
@@ -144,7 +156,7 @@ void SurveyLoader::load_one_species(const xmlpp::Node& species)
   const int abundance = get_numeric_attr(&species, "abun");
   // A number that cannot be read is 0, too.
   const bool is_zero = abundance == 0 && get_attr(&species, "abun").raw() == "0";
-  if (id <= 0 || (abundance <= 0 && !is_zero))
+  if (id <= 0 || loses_digits(get_attr(&species, "id")) || (abundance <= 0 && !is_zero))
     throw "MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
         std::to_string(abundance) + ") for species";
   if (debug_level > 2)

@@ -144,7 +144,8 @@ void SurveyWindow::label_windows()
 void SurveyWindow::remember_as_unchanged()
 {
   Glib::ustring ignored;
-  generate_xml_string(ignored, false);
+  const bool is_writable = generate_xml_string(ignored, false) == RET_SUCCESS;
+  unwritable_as_opened = is_writable ? "" : entered_text();
   survey.xml_pristine = survey.xml_current;
   survey.xml_last_saved = survey.xml_current;
 }

@@ -210,12 +210,17 @@ private:
   // over the member's details, these do not count at all.
   void remember_as_unchanged();
   void remember_as_new_survey();
+  // Everything entered, also species that a document could not hold.
+  Glib::ustring entered_text() const;
   void carry_over_to(SurveyWindow& next) const;
   // Turns to the first page that a new survey still needs.
   void go_to_first_question();
   void show_help_text(const char* what, const char* path, const Glib::ustring& title);
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
+
+  // What a survey held when it was opened, if these data cannot write it again.
+  Glib::ustring unwritable_as_opened;
 };
 
 template<typename T>
