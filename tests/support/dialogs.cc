@@ -97,6 +97,17 @@ std::vector<SeenDialog> answer_dialogs(const std::vector<int>& responses,
   return seen;
 }
 
+std::vector<SeenDialog> answer_all_dialogs(int response, const std::function<void()>& action)
+{
+  std::vector<SeenDialog> seen;
+  const Watch watch([&](Gtk::Dialog& dialog) {
+    seen.push_back(describe(dialog));
+    dialog.response(response);
+  });
+  action();
+  return seen;
+}
+
 SeenDialog answer_next_dialog(int response, const std::function<void()>& action)
 {
   const auto seen = answer_dialogs({response}, action);

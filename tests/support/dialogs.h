@@ -24,6 +24,9 @@ struct SeenDialog {
 std::vector<SeenDialog> answer_dialogs(const std::vector<int>& responses,
                                        const std::function<void()>& action);
 
+// The same with one response for however many dialogs there are.
+std::vector<SeenDialog> answer_all_dialogs(int response, const std::function<void()>& action);
+
 // The same for exactly one dialog.
 SeenDialog answer_next_dialog(int response, const std::function<void()>& action);
 

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "store/survey-document.h"
+
+#include <random>
+#include <string>
+#include <vector>
+
+class DataDefs;
+class HabitatInfo;
+class RegionInfo;
+
+// The tables that random surveys are made of; not owned.
+struct SurveyTables {
+  RegionInfo& regions;
+  AbundanceChoices& abundances;
+  HabitatInfo& habitats;
+  DataDefs& defs;
+};
+
+// A survey that a user could have entered.
+struct RandomSurvey {
+  SurveyForm form;
+  SurveyData data; // place, type and species
+};
+
+// Makes surveys by chance, the same ones in every run: each choice with and
+// without a value, texts with markup characters, accents and other scripts,
+// habitats in turn, up to 500 species.
+class RandomSurveys
+{
+public:
+  explicit RandomSurveys(const SurveyTables& the_tables) : tables(the_tables) {}
+
+  // Makes `survey`, a fresh one, the next; subregions take turns.
+  void make(RandomSurvey& survey);
+
+private:
+  int below(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
+  bool seldom() { return below(4) == 0; }
+  Glib::ustring words(int most);
+  int one_of(const std::vector<int>& ids, int none);
+  void choose_place(RandomSurvey& survey);
+  void choose_type(RandomSurvey& survey);
+  void choose_time(SurveyForm& form);
+  void choose_conditions(RandomSurvey& survey);
+  void see_species(RandomSurvey& survey);
+  std::vector<int> classes_of(const RandomSurvey& survey, int invertebratetype) const;
+
+  SurveyTables tables;
+  std::mt19937 random{20211218};
+  int made = 0;
+};
