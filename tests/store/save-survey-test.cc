@@ -1,6 +1,7 @@
 #include "core/markup.h"
 #include "store/full-disk.h"
 #include "store/saving-test.h"
+#include "store/survey-file.h"
 #include "support/dialogs.h"
 #include "support/main-loop.h"
 #include "support/output.h"
@@ -157,7 +158,8 @@ TEST_F(SaveSurvey, WritesTheSameFileEachTime)
 
 TEST_F(SaveSurvey, NumbersANewSurveyWhoseNameIsTaken)
 {
-  write_file(path_of(in_progress, natural_name), "another");
+  const std::string another = SurveyFile().text();
+  write_file(path_of(in_progress, natural_name), another);
   enter_survey();
   save_quietly(*window, in_progress);
   EXPECT_EQ(path_of(in_progress, natural_name + "-1"), window->survey.filename);
@@ -170,7 +172,7 @@ TEST_F(SaveSurvey, NumbersANewSurveyWhoseNameIsTaken)
                 "Tried filename " + path_of(in_progress, natural_name + "-1") + " but it exists\n" +
                 "Selected filename " + path_of(in_progress, natural_name + "-2") + "\n",
             said);
-  EXPECT_EQ("another", read_file(path_of(in_progress, natural_name)));
+  EXPECT_EQ(another, read_file(path_of(in_progress, natural_name)));
 }
 
 TEST_F(SaveSurvey, MovesBetweenStatesWithoutLeavingACopy)
@@ -349,6 +351,7 @@ TEST_F(SaveSurvey, IsWhatTheButtonsAndTheMenuDo)
 
 TEST_F(SaveSurvey, KeepsTheSurveyUnsavedIfItsDirectoryIsAFile)
 {
+  fs::remove_all(my_app->survey_root + "/In Progress");
   write_file(my_app->survey_root + "/In Progress", "in the way");
   enter_survey();
   const std::string path = my_app->survey_root + "/In Progress/" + file(natural_name);
@@ -365,6 +368,7 @@ TEST_F(SaveSurvey, KeepsTheSurveyUnsavedIfItsDirectoryIsAFile)
 
 TEST_F(SaveSurvey, ShowsNamesAsTheyAreTypedWhenItFails)
 {
+  fs::remove_all(my_app->survey_root + "/In Progress");
   write_file(my_app->survey_root + "/In Progress", "in the way");
   enter_survey();
   type_member("R&D <b>1</b>", "Smith");
@@ -435,8 +439,8 @@ TEST_F(SaveSurvey, TellsThatTheDocumentCannotBeMade)
   save_quietly(*window, in_progress);
   const std::string path = window->survey.filename;
   const std::string saved = read_file(path);
-  window->survey.abundances[99999] = 1;
-  EXPECT_EQ(failed_to_save_to(path) + "Internal error: abun 1 -> resp -1?!",
+  window->survey.abundances[10] = 77;
+  EXPECT_EQ(failed_to_save_to(path) + "Internal error: abun 77 -> resp -1?!",
             failure_of_save(in_progress));
   EXPECT_EQ(saved, read_file(path));
   EXPECT_EQ(path, window->survey.filename);

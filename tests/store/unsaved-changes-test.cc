@@ -216,9 +216,9 @@ TEST_F(UnsavedChanges, LeaveTheLastDocumentIfANewOneCannotBeMade)
   enter_survey();
   EXPECT_EQ("", generation_error());
   const std::string former = window->survey.xml_current.raw();
-  window->survey.abundances[99999] = 2;
+  window->survey.abundances[10] = 77;
   window->survey_panel2->bottom_time->set_text("45");
-  EXPECT_EQ("Internal error: abun 2 -> resp -1?!", generation_error());
+  EXPECT_EQ("Internal error: abun 77 -> resp -1?!", generation_error());
   EXPECT_EQ(former, window->survey.xml_current.raw());
 }
 
