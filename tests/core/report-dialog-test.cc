@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <gtkmm/messagedialog.h>
 
+#include <iostream>
+
 namespace {
 
 // Puts the program's icons back at the end.
@@ -83,4 +85,34 @@ TEST(ReportDialog, HasTheProgramsIconButNotOneThatWasMissing)
 TEST(ReportDialog, AnswersToBeingClosed)
 {
   answer_next_dialog(Gtk::RESPONSE_DELETE_EVENT, [] { EXPECT_EQ(RET_FAILURE, error("a")); });
+}
+
+// The dialog of a fatal report ends the process, so a child process meets it
+// and says on standard error what it saw.
+TEST(FatalDialogDeathTest, IsAnErrorWithCloseAndTheProcessEndsAfterIt)
+{
+  testing::FLAGS_gtest_death_test_style = "threadsafe"; // a display is not shared with a fork
+  const struct {
+    RetCode code;
+    int status;
+    const char* shown;
+  } cases[] = {
+      {RET_FAILURE, 1, "met 3 with 1 button: Error occurred: all is lost\n"},
+      {RET_SUCCESS, 0, "met 3 with 1 button: Error occurred: all is lost\n"},
+      {RET_RESERVED_8, 2, "met 3 with 1 button: Error occurred: all is lost\n"},
+      {RET_INTERNAL_ERROR, 45,
+       "met 3 with 1 button: Error occurred: Uh oh, Internal Error: all is lost\n"},
+      {RET_ASSERTION, 47, "met 3 with 1 button: Error occurred: Uh oh, all is lost\n"},
+  };
+  static_assert(Gtk::MESSAGE_ERROR == 3);
+  for (const auto& c : cases)
+    EXPECT_EXIT(meet_next_dialog(
+                    [](Gtk::Dialog& dialog) {
+                      const SeenDialog seen = describe(dialog);
+                      std::cerr << "met " << seen.message_type << " with " << seen.buttons.size()
+                                << " button: " << seen.title << ": " << seen.text << std::endl;
+                      dialog.response(Gtk::RESPONSE_CLOSE);
+                    },
+                    [&] { fatal(c.code, "all is <i>lost</i>"); }),
+                testing::ExitedWithCode(c.status), c.shown);
 }

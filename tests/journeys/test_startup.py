@@ -226,6 +226,48 @@ class StartingTheInstalledProgram(Start):
         self.assertIn("Debug level 1\n", output)
 
 
+class StartingWithoutHandlersOfAddresses(Start):
+    """No program of the system is known, but there is a command "open"."""
+
+    schemes = ("http", "https", "mailto")
+
+    def setUp(self):
+        super().setUp()
+        self.home = self.directory.parent / "home"
+        commands = self.directory.parent / "commands"
+        for made in (self.home, commands):
+            made.mkdir()
+        (commands / "open").symlink_to("/bin/true")
+        self.environment = {
+            "PATH": f"{commands}:{os.environ['PATH']}",
+            "XDG_DATA_DIRS": str(self.directory.parent / "none"),
+            "XDG_CONFIG_DIRS": str(self.directory.parent / "none"),
+            "XDG_DATA_HOME": str(self.home / ".local" / "share"),
+        }
+
+    def start_at_home(self, *arguments):
+        return self.start_and_close(*arguments, home=self.home, environment=self.environment)
+
+    def test_opens_them_by_the_command_from_the_next_start_on(self):
+        output = self.start_at_home()
+        for scheme in self.schemes:
+            self.assertIn(f"No default app for {scheme}!\n", output)
+            self.assertNotIn(f"Failed to set up handler for {scheme}\n", output)
+        output = self.start_at_home("-d2")
+        for scheme in self.schemes:
+            self.assertRegex(
+                output, rf"(?m)^default app for {scheme} is open hack \(.*\): .*\bopen$"
+            )
+        self.assertNotIn("default app for", self.start_at_home("-d1"))
+
+    def test_says_that_it_could_not_set_up_the_command(self):
+        (self.home / ".config").write_text("not a directory", encoding="utf-8")
+        (self.home / ".local").write_text("not a directory", encoding="utf-8")
+        output = self.start_at_home()
+        for scheme in self.schemes:
+            self.assertIn(f"Failed to set up handler for {scheme}\n", output)
+
+
 class StartingTwice(Start):
     def test_gives_each_process_a_window_of_its_own(self):
         first = self.start()

@@ -25,20 +25,6 @@ void collect_labels(Gtk::Widget& widget, Glib::ustring& text)
   }
 }
 
-SeenDialog describe(Gtk::Dialog& dialog)
-{
-  SeenDialog seen;
-  seen.title = dialog.get_title();
-  seen.has_icon = !dialog.get_icon_list().empty();
-  if (auto* message = dynamic_cast<Gtk::MessageDialog*>(&dialog))
-    seen.message_type = message->property_message_type().get_value();
-  collect_labels(*dialog.get_content_area(), seen.text);
-  for (auto* child : dialog.get_action_area()->get_children())
-    if (auto* button = dynamic_cast<Gtk::Button*>(child))
-      seen.buttons.push_back(button->get_label());
-  return seen;
-}
-
 // The visible dialog on top, null if there is none.
 Gtk::Dialog* open_dialog(const std::set<Gtk::Dialog*>& done)
 {
@@ -78,6 +64,20 @@ private:
 };
 
 } // namespace
+
+SeenDialog describe(Gtk::Dialog& dialog)
+{
+  SeenDialog seen;
+  seen.title = dialog.get_title();
+  seen.has_icon = !dialog.get_icon_list().empty();
+  if (auto* message = dynamic_cast<Gtk::MessageDialog*>(&dialog))
+    seen.message_type = message->property_message_type().get_value();
+  collect_labels(*dialog.get_content_area(), seen.text);
+  for (auto* child : dialog.get_action_area()->get_children())
+    if (auto* button = dynamic_cast<Gtk::Button*>(child))
+      seen.buttons.push_back(button->get_label());
+  return seen;
+}
 
 std::vector<SeenDialog> answer_dialogs(const std::vector<int>& responses,
                                        const std::function<void()>& action)

@@ -18,6 +18,8 @@ struct SeenDialog {
   bool has_icon = false;
 };
 
+SeenDialog describe(Gtk::Dialog& dialog);
+
 // Runs `action` and answers each dialog that it opens with the next of
 // `responses`. Fails the test if a dialog comes that has no answer (it is then
 // closed) or if one that was expected does not. Returns what was seen.
