@@ -45,11 +45,12 @@ std::string find_install_dir(const LaunchPath& path, const char* argv0)
     return {};
   }
   std::string dir = working_directory();
-  if (dir.empty())
+  if (dir.empty()) {
     printf("Failed to getcwd() after chdir(\"%s\"): %d %s\n", path.dir.c_str(), errno,
            strerror(errno));
-  else
-    printf("started with %s, deduced %s (%s)\n", argv0, dir.c_str(), path.exec_name.c_str());
+    return {};
+  }
+  printf("started with %s, deduced %s (%s)\n", argv0, dir.c_str(), path.exec_name.c_str());
   return dir;
 }
 

@@ -50,10 +50,11 @@ bool set_as_default(Gio::AppInfo& handler, const std::string& type)
 void check_uri_handler(const std::string& scheme)
 {
   if (const auto handler = Gio::AppInfo::get_default_for_uri_scheme(scheme)) {
-    if (debug_level >= 2)
+    if (debug_level >= 2) {
       printf("default app for %s is %s (%s): %s\n", scheme.c_str(),
              handler->get_display_name().c_str(), handler->get_description().c_str(),
              handler->get_executable().c_str());
+    }
     return;
   }
   if (debug_level >= 0)

@@ -5,6 +5,7 @@
 #include <glibmm/ustring.h>
 #include <gtest/gtest.h>
 #include <gtkmm/button.h>
+#include <gtkmm/dialog.h>
 
 #include <stdexcept>
 
