@@ -5,13 +5,16 @@ set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
 foreach(folder resources data-files)
   file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*)
+  # A file that was removed is noticed by the list of names.
+  set(names ${PROJECT_BINARY_DIR}/generated/${folder}.txt)
+  file(CONFIGURE OUTPUT ${names} CONTENT "${files}\n" @ONLY)
   set(stamp ${PROJECT_BINARY_DIR}/${folder}.stamp)
   add_custom_command(OUTPUT ${stamp}
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${application_dir}/${folder}
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/${folder}
       ${application_dir}/${folder}
     COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
-    DEPENDS ${files}
+    DEPENDS ${files} ${names}
     COMMENT "Copying ${folder} into the application directory" VERBATIM)
   list(APPEND stamps ${stamp})
 endforeach()
