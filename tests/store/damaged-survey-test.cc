@@ -172,11 +172,11 @@ TEST_F(DamagedSurvey, IsDescribedOrToldOfOnce)
 TEST_F(DamagedSurvey, OpensWithAllItsSpeciesOrIsRefusedOnce)
 {
   const std::string survey = SurveyFile().text();
-  constexpr int count = 240;
+  constexpr int count = 200;
   int opened = 0;
   bool is_new = true;
   for (int i = 0; i < count && !HasFailure(); ++i) {
-    const std::string text = i % 3 == 0 ? damage.spoil_a_value(survey) : damage.spoil(survey);
+    const std::string text = i % 2 == 0 ? damage.spoil_a_value(survey) : damage.spoil(survey);
     const std::string path = put(text);
     SCOPED_TRACE(text);
     const Contents contents = contents_of(path);
