@@ -8,7 +8,6 @@
 #include <gtkmm/messagedialog.h>
 
 #include <memory>
-#include <set>
 
 namespace {
 
@@ -25,42 +24,56 @@ void collect_labels(Gtk::Widget& widget, Glib::ustring& text)
   }
 }
 
-// The visible dialog on top, null if there is none.
-Gtk::Dialog* open_dialog(const std::set<Gtk::Dialog*>& done)
-{
-  for (auto* window : Gtk::Window::list_toplevels()) {
-    auto* dialog = dynamic_cast<Gtk::Dialog*>(window);
-    if (dialog && dialog->get_visible() && done.count(dialog) == 0)
-      return dialog;
-  }
-  return nullptr;
-}
-
-// Looks for dialogs as long as it lives and hands each one on, once.
+// Hands on each dialog that comes up as long as it lives, once it has been laid
+// out and drawn. It is told of them by the toolkit and does not look around all
+// the time: a source that is always due would keep settle() from ending.
 class Watch
 {
 public:
-  explicit Watch(const std::function<void(Gtk::Dialog&)>& meet)
+  using Meet = std::function<void(Gtk::Dialog&)>;
+
+  explicit Watch(const Meet& the_meet) : meet(std::make_shared<Meet>(the_meet))
   {
-    connection = Glib::signal_timeout().connect(
-        [open = met, meet] {
-          if (auto* dialog = open_dialog(*open)) {
-            open->insert(dialog);
-            dialog->signal_hide().connect([open, dialog] { open->erase(dialog); });
-            meet(*dialog);
-          }
-          return true;
-        },
-        5, Glib::PRIORITY_LOW); // low: the dialog is laid out and drawn first
+    hook = g_signal_add_emission_hook(map_signal(), 0, &Watch::on_map, this, nullptr);
   }
-  ~Watch() { connection.disconnect(); }
+  ~Watch()
+  {
+    g_signal_remove_emission_hook(map_signal(), hook);
+    *meet = nullptr;
+  }
   Watch(const Watch&) = delete;
   Watch& operator=(const Watch&) = delete;
 
 private:
-  // Those still shown: a dialog may be gone, or its place taken, once hidden.
-  std::shared_ptr<std::set<Gtk::Dialog*>> met = std::make_shared<std::set<Gtk::Dialog*>>();
-  sigc::connection connection;
+  static guint map_signal()
+  {
+    static const gpointer loaded = g_type_class_ref(GTK_TYPE_WIDGET);
+    return loaded ? g_signal_lookup("map", GTK_TYPE_WIDGET) : 0;
+  }
+
+  static gboolean on_map(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
+                         gpointer watch)
+  {
+    auto* widget = static_cast<GtkWidget*>(g_value_get_object(values));
+    if (GTK_IS_DIALOG(widget))
+      static_cast<Watch*>(watch)->hand_on_later(GTK_DIALOG(widget));
+    return TRUE; // stay
+  }
+
+  void hand_on_later(GtkDialog* shown) const
+  {
+    g_object_ref(shown);
+    Glib::signal_idle().connect_once(
+        [meet = meet, shown] {
+          if (*meet && gtk_widget_get_visible(GTK_WIDGET(shown)))
+            (*meet)(*Glib::wrap(shown));
+          g_object_unref(shown);
+        },
+        Glib::PRIORITY_LOW);
+  }
+
+  std::shared_ptr<Meet> meet; // empty once the watch has ended
+  gulong hook = 0;
 };
 
 } // namespace
