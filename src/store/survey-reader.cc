@@ -3,7 +3,7 @@
 #include "core/number.h"
 #include "store/survey-xml-info.h"
 
-#include <glibmm/miscutils.h>
+#include <glibmm/stringutils.h>
 #include <libxml++/document.h>
 #include <libxml++/nodes/textnode.h>
 #include <libxml/parser.h>
@@ -153,10 +153,11 @@ const xmlpp::Node* main_child(const xmlpp::Element* root)
   if (!main)
     return nullptr;
 
-  for (const xmlpp::Node* node = main->get_next_sibling(); node; node = node->get_next_sibling())
+  for (const xmlpp::Node* node = main->get_next_sibling(); node; node = node->get_next_sibling()) {
     if (!is_white_space(node))
       throw "MAVO Survey has too many top level children (" + main->get_name() + ", " +
           node->get_name() + ")";
+  }
   return main;
 }
 

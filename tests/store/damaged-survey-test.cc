@@ -102,7 +102,7 @@ class DamagedSurvey : public SavingTest
 public:
   std::string put(const std::string& text) const
   {
-    const std::string path = path_of(MyApp::WD_IN_PROGRESS, "damaged");
+    std::string path = path_of(MyApp::WD_IN_PROGRESS, "damaged");
     write_file(path, text);
     return path;
   }

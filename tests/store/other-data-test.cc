@@ -25,14 +25,14 @@ public:
   }
   std::string put(const SurveyFile& file) const
   {
-    const std::string path = path_of(MyApp::WD_IN_PROGRESS, "saved");
+    std::string path = path_of(MyApp::WD_IN_PROGRESS, "saved");
     write_file(path, file.text());
     return path;
   }
   // Opens it in a new window, which becomes `window`.
   std::string open(const SurveyFile& file)
   {
-    const std::string path = put(file);
+    std::string path = put(file);
     create_window();
     expect_no_dialog([&] { EXPECT_EQ(RET_SUCCESS, window->do_open(path)); });
     EXPECT_FALSE(window->file_needs_saving());

@@ -17,6 +17,7 @@ namespace {
 std::vector<std::tuple<int, int, int>> numbers_of(const std::vector<SpeciesSighting>& species)
 {
   std::vector<std::tuple<int, int, int>> numbers;
+  numbers.reserve(species.size());
   for (const auto& sighting : species)
     numbers.emplace_back(sighting.id, sighting.abun, sighting.resp);
   return numbers;

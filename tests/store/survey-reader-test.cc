@@ -321,5 +321,5 @@ TEST(ParseSurveyFile, RefusesEntitiesThatGrowWithoutEnd)
                                       "]><MAVO-Survey version='1.0'><survey>" + many_uses +
                                       "</survey></MAVO-Survey>"),
                           "parser: "));
-  EXPECT_GT(200 * 1024 + memory_kept_back_kb, memory_peak_kb() - before);
+  EXPECT_GT(200L * 1024 + memory_kept_back_kb, memory_peak_kb() - before);
 }
