@@ -194,9 +194,10 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
 Glib::ustring SurveyWindow::entered_text() const
 {
   std::vector<SpeciesSighting> species;
-  for (const auto& [id, abundance] : survey.abundances)
+  for (const auto& [id, abundance] : survey.abundances) {
     if (abundance != 0)
       species.push_back({id, abundance, 0});
+  }
   return survey_document(survey_form(), species, "");
 }
 
