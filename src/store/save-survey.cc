@@ -121,10 +121,11 @@ int show_saved_message(const std::string& path, bool ask_next)
   message.type = Gtk::MESSAGE_INFO;
   message.standard_buttons = Gtk::BUTTONS_OK;
   message.modal = false;
-  if (ask_next)
+  if (ask_next) {
     message.buttons = {{"Open Saved Survey", SurveyWindow::RESPONSE_OPEN_SURVEY},
                        {"Start New Survey", SurveyWindow::RESPONSE_NEW_SURVEY},
                        {"Quit Program", SurveyWindow::RESPONSE_QUIT}};
+  }
   return run_message(message);
 }
 

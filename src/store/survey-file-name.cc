@@ -33,7 +33,8 @@ std::string first_free_path(const std::string& stem, const std::string& own_path
   std::string candidate = stem + survey_file_extension;
   for (unsigned int number = 1; candidate != own_path && exists(candidate); ++number) {
     std::printf("Tried filename %s but it exists\n", candidate.c_str());
-    candidate = stem + "-" + std::to_string(number) + survey_file_extension;
+    candidate.assign(stem).append("-").append(std::to_string(number));
+    candidate += survey_file_extension;
   }
   std::printf("Selected filename %s\n", candidate.c_str());
   return candidate;

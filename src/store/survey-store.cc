@@ -149,7 +149,7 @@ std::string MyApp::get_survey_dir(WhichDir which)
 {
   if (survey_root.empty())
     survey_root = default_survey_root();
-  const std::string path = survey_root + directory_suffix(which);
+  std::string path = survey_root + directory_suffix(which);
   make_directory(path);
   if (debug_level > 0)
     std::printf("selected_dir: %s\n", path.c_str());

@@ -3,11 +3,11 @@
 #include "store/survey-reader.h"
 #include "support/data-set.h"
 
+#include <glibmm/miscutils.h>
 #include <glibmm/spawn.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -44,6 +44,16 @@ std::string expected_document(const std::string& name)
   const std::string date_of_the_files = "2021-12-18 19:29:14";
   std::string text = read_file(EXPECTED_DOCUMENTS + name);
   return text.replace(text.find(date_of_the_files), date_of_the_files.size(), BuildInfo::date_str);
+}
+
+// The platform as told with another search path for commands.
+Glib::ustring platform_on(const std::string& search_path)
+{
+  const std::string previous = Glib::getenv("PATH");
+  Glib::setenv("PATH", search_path);
+  Glib::ustring platform = software_platform();
+  Glib::setenv("PATH", previous);
+  return platform;
 }
 
 } // namespace
@@ -112,11 +122,7 @@ TEST(SoftwarePlatform, IsTheFirstLineOfUname)
 TEST(SoftwarePlatform, IsEmptyWhereTheCommandCannotBeRun)
 {
   const DataSet empty_directory;
-  const std::string search_path = std::getenv("PATH");
-  setenv("PATH", empty_directory.dir.c_str(), 1);
-  const Glib::ustring platform = software_platform();
-  setenv("PATH", search_path.c_str(), 1);
-  EXPECT_EQ("", platform);
+  EXPECT_EQ("", platform_on(empty_directory.dir));
 }
 
 TEST(SoftwarePlatform, IsCutAtTheLineEndOfALongerAnswer)
@@ -124,9 +130,5 @@ TEST(SoftwarePlatform, IsCutAtTheLineEndOfALongerAnswer)
   const DataSet directory;
   directory.file("uname", "#!/bin/sh\necho first $1\necho second\n");
   ASSERT_EQ(0, chmod((directory.dir + "uname").c_str(), 0755));
-  const std::string search_path = std::getenv("PATH");
-  setenv("PATH", (directory.dir + ":" + search_path).c_str(), 1);
-  const Glib::ustring platform = software_platform();
-  setenv("PATH", search_path.c_str(), 1);
-  EXPECT_EQ("first -a", platform);
+  EXPECT_EQ("first -a", platform_on(directory.dir));
 }

@@ -10,7 +10,7 @@
 #include <glibmm/miscutils.h>
 #include <gtest/gtest.h>
 #include <gtkmm/application.h>
-#include <gtkmm/enums.h>
+#include <gtkmm/dialog.h>
 #include <sys/stat.h>
 
 #include <cstdlib>
@@ -21,7 +21,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The store of an application object, without any window.
+// The store of an application object, without any window. Its tables are those
+// of the minimal data set.
 class SurveyStore : public testing::Test
 {
 public:
@@ -34,7 +35,7 @@ public:
   std::string add(MyApp::WhichDir which, const std::string& name,
                   const std::string& text = survey())
   {
-    const std::string path = directory(which) + "/" + name;
+    std::string path = directory(which) + "/" + name;
     write_file(path, text);
     return path;
   }
@@ -54,7 +55,15 @@ public:
   }
 
   ApplicationDir application_dir;
-  MyApp app{test_application()};
+  MyApp& app = kept_program();
+
+private:
+  // Never freed, as its tables are not.
+  static MyApp& kept_program()
+  {
+    static auto& kept = *new MyApp(test_application());
+    return kept;
+  }
 };
 
 // A new directory on another file system than `path`; empty if none is to be had.
@@ -280,10 +289,8 @@ TEST_F(SurveyStore, PrettifiesAListLineByLineAsPlainText)
                                             "<subregion>FLA</subregion>"
                                             "<survey_subtype>-1</survey_subtype>"));
   const std::string bad = add(MyApp::WD_READY_TO_UPLOAD, "c & d", "no survey");
-  const std::string current = good;
-  testing::internal::CaptureStdout();
-  const std::string pretty = app.prettify_survey_list({bad, good, odd}, current);
-  testing::internal::GetCapturedStdout();
+  std::string pretty;
+  output_of([&] { pretty = app.prettify_survey_list({bad, good, odd}, good); });
   EXPECT_EQ(bad + "\n" +
                 "Member 1234 - Northwest: abundance - 2021-06-30 at 9 AM - Rosario Wall "
                 "(current survey)\n"
