@@ -103,15 +103,15 @@ TEST_F(SurveyNodes, AreWhiteSpaceIfTheyAreTextOfNothingElse)
 
 TEST(ParseSurveyFile, FindsTheSurveyElement)
 {
-  const char* const documents[] = {
+  const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+  const std::string documents[] = {
       "<MAVO-Survey version='1.0'><survey/></MAVO-Survey>",
       "<?xml version='1.0'?>\n<MAVO-Survey version='1.0'>\n  <survey/>\n \n</MAVO-Survey>\n",
       "<MAVO_Fish_Survey version='1.0'><survey/></MAVO_Fish_Survey>",
       "<!-- before --><MAVO-Survey version='1.0'><survey><a/></survey></MAVO-Survey>",
-      "<?xml version='1.0' encoding='ISO-8859-1'?>"
-      "<MAVO-Survey version='1.0'><survey>\xfc</survey></MAVO-Survey>",
+      latin1 + "<MAVO-Survey version='1.0'><survey>\xfc</survey></MAVO-Survey>",
   };
-  for (const auto* document : documents)
+  for (const auto& document : documents)
     EXPECT_EQ("survey", read_survey(document)) << document;
 }
 

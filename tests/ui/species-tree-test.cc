@@ -145,7 +145,7 @@ TEST_F(SpeciesTreeTest, AnUploadedSurveyOpensNoMenuButStillFolds)
 TEST_F(SpeciesTreeTest, ReturnRightAndTheMenuKeyOpenASpeciesMenu)
 {
   put_cursor(Gtk::TreePath("1:0"));
-  for (const unsigned int keyval : {GDK_KEY_Return, GDK_KEY_Right}) {
+  for (const guint keyval : {guint{GDK_KEY_Return}, guint{GDK_KEY_Right}}) {
     EXPECT_TRUE(press_key(keyval));
     EXPECT_EQ(11, window->abundance_target);
     EXPECT_EQ(window->abundance_menus[1], close_open_menu()) << keyval;
@@ -178,7 +178,8 @@ TEST_F(SpeciesTreeTest, PlusAndMinusFoldFamilies)
 TEST_F(SpeciesTreeTest, OtherKeysAreLeftToTheTree)
 {
   put_cursor(Gtk::TreePath("1:0"));
-  for (const unsigned int keyval : {GDK_KEY_Left, GDK_KEY_space, GDK_KEY_KP_Enter, GDK_KEY_a})
+  for (const guint keyval :
+       {guint{GDK_KEY_Left}, guint{GDK_KEY_space}, guint{GDK_KEY_KP_Enter}, guint{GDK_KEY_a}})
     EXPECT_FALSE(press_key(keyval)) << keyval;
 
   GdkEventKey release = key_press(GDK_KEY_Return);

@@ -225,7 +225,7 @@ TEST_F(StartPanelTest, TakesReturnAndRightAsASelectionAndNoOtherKey)
   EXPECT_FALSE(press_key(GDK_KEY_Down));
   EXPECT_EQ(nothing_selected, actions());
   EXPECT_EQ("ignoring key 65364\n", output_of(40, [&] { press_key(GDK_KEY_Down); }));
-  for (const unsigned int key : {GDK_KEY_Return, GDK_KEY_Right}) {
+  for (const guint key : {guint{GDK_KEY_Return}, guint{GDK_KEY_Right}}) {
     panel->deselect_survey();
     EXPECT_TRUE(press_key(key));
     EXPECT_EQ("Edit on, Un-Mark For Upload on, on, on", actions());

@@ -16,7 +16,6 @@ constexpr unsigned int right = 3;
 
 constexpr int kelp_greenling = 12; // in none of the Northwest's views
 constexpr int lingcod = 11;        // in all of them
-constexpr int dog_and_cat = 3;     // not in Florida's view
 
 const char* const please_select =
     "Please select a survey location and type on the Survey Info Part 1 tab.";
@@ -594,7 +593,7 @@ TEST_F(UnlistedPanelTest, ReturnRightAndTheMenuKeyOpenTheMenuInBothTrees)
   search("ling");
   panel().found_species_tree->set_cursor(Gtk::TreePath("0:1"));
   panel().selected_species_tree->set_cursor(Gtk::TreePath("0:0"));
-  for (const unsigned int keyval : {GDK_KEY_Return, GDK_KEY_Right}) {
+  for (const guint keyval : {guint{GDK_KEY_Return}, guint{GDK_KEY_Right}}) {
     GdkEventKey event = key_press(keyval);
     EXPECT_TRUE(panel().on_found_species_kb_event(&event));
     EXPECT_EQ(lingcod, window->abundance_target);
