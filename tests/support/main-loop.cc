@@ -1,9 +1,26 @@
 #include "support/main-loop.h"
 
 #include <glibmm/main.h>
+#include <gtest/gtest.h>
 
 void settle()
 {
   while (Glib::MainContext::get_default()->iteration(false)) {
   }
+}
+
+void wait_until(const char* what, const std::function<bool()>& holds)
+{
+  constexpr unsigned int deadline = 30; // seconds
+  bool too_late = false;
+  sigc::connection timeout = Glib::signal_timeout().connect_seconds(
+      [&too_late] {
+        too_late = true;
+        return false;
+      },
+      deadline);
+  while (!holds() && !too_late)
+    Glib::MainContext::get_default()->iteration(true);
+  timeout.disconnect();
+  EXPECT_FALSE(too_late) << what;
 }

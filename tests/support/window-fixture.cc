@@ -44,6 +44,8 @@ SurveyWindow* WindowTest::open_window()
   create_window();
   my_app->app->add_window(*window);
   window->show();
+  window->present(); // as when a person starts the program: the keyboard is its own
+  wait_until("the window is the active one", [this] { return window->is_active(); });
   settle();
   return window;
 }
