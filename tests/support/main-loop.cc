@@ -1,10 +1,15 @@
 #include "support/main-loop.h"
 
+#include <gdk/gdk.h>
 #include <glibmm/main.h>
 #include <gtest/gtest.h>
 
+// What was asked of the display comes back as events, such as the keyboard's
+// being taken and given back by a menu. They have to be here to be handled.
 void settle()
 {
+  if (auto* display = gdk_display_get_default())
+    gdk_display_sync(display);
   while (Glib::MainContext::get_default()->iteration(false)) {
   }
 }

@@ -130,6 +130,9 @@ Gtk::Menu* SpeciesWindowTest::close_open_menu() const
     menu->popdown();
   }
   settle();
+  if (open)
+    wait_until("the keyboard is back from the menu",
+               [this] { return window->has_toplevel_focus(); });
   return open;
 }
 
