@@ -14,6 +14,7 @@
 #include "ui/unlisted-panel.h"
 
 #include <cstdio>
+#include <utility>
 
 RetCode SurveyWindow::select_and_open_saved_survey()
 {
@@ -67,7 +68,7 @@ RetCode SurveyWindow::do_open(std::string path)
     notebook->set_current_page(confirm_panel->page);
     if (path.rfind(my_app->get_survey_dir(MyApp::WD_UPLOADED), 0) == 0)
       set_survey_is_uploaded();
-    survey.filename = path;
+    survey.filename = std::move(path);
     return RET_SUCCESS;
   } catch (...) {
     const Glib::ustring reason = thrown_text("Unknown error (sorry!)", "");

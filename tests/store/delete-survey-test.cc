@@ -19,7 +19,7 @@ class DeleteSurvey : public SavingTest
 public:
   std::string put(const std::string& text, const std::string& name = "saved") const
   {
-    const std::string path = path_of(MyApp::WD_IN_PROGRESS, name);
+    std::string path = path_of(MyApp::WD_IN_PROGRESS, name);
     write_file(path, text);
     return path;
   }

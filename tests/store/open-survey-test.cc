@@ -28,7 +28,7 @@ public:
   std::string put(const std::string& text, MyApp::WhichDir which = MyApp::WD_IN_PROGRESS,
                   const std::string& name = "saved") const
   {
-    const std::string path = path_of(which, name);
+    std::string path = path_of(which, name);
     write_file(path, text);
     return path;
   }

@@ -33,7 +33,7 @@ public:
   std::string put(MyApp::WhichDir which, const std::string& name,
                   const std::string& member_id = "1234") const
   {
-    const std::string path = path_of(which, name);
+    std::string path = path_of(which, name);
     const auto file = SurveyFile().with("member_id", "<member_id>" + member_id + "</member_id>");
     write_file(path, file.text());
     return path;
@@ -44,7 +44,7 @@ public:
   {
     std::string text;
     panel->store->foreach ([&](const Gtk::TreePath& path, const Gtk::TreeIter& iter) {
-      text += std::string(2 * (path.size() - 1), ' ') +
+      text += std::string(2 * (std::size_t{path.size()} - 1), ' ') +
               iter->get_value(panel->columns.description) + "\n";
       return false;
     });
@@ -61,8 +61,8 @@ public:
     event.type = GDK_BUTTON_PRESS;
     event.window = gtk_tree_view_get_bin_window(panel->survey_tree->gobj());
     event.button = button;
-    event.x = area.get_x() + area.get_width() / 2;
-    event.y = area.get_y() + area.get_height() / 2;
+    event.x = area.get_x() + area.get_width() / 2.0;
+    event.y = area.get_y() + area.get_height() / 2.0;
     return panel->on_survey_clicked(&event);
   }
   bool press_key(unsigned int keyval) const
