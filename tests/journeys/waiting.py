@@ -2,6 +2,8 @@
 
 import time
 
+from gi.repository import GLib
+
 DEADLINE = 30.0  # seconds; generous, for a busy machine and for sanitizers
 PAUSE = 0.02
 
@@ -9,13 +11,18 @@ PAUSE = 0.02
 def wait_for(what, condition, deadline=DEADLINE):
     """Asks `condition` until its answer is true, and returns that answer.
 
-    `what` says what was waited for, in the failure after `deadline` seconds.
+    `what` says what was waited for, in the failure after `deadline` seconds. A thing
+    that goes from the screen while it is looked at is no answer yet.
     """
     end = time.monotonic() + deadline
+    gone = None
     while True:
-        answer = condition()
-        if answer:
-            return answer
+        try:
+            answer = condition()
+            if answer:
+                return answer
+        except GLib.Error as error:  # what the accessibility bus raises
+            gone = error
         if time.monotonic() > end:
-            raise AssertionError(f"waited {deadline:g} seconds in vain: {what}")
+            raise AssertionError(f"waited {deadline:g} seconds in vain: {what}") from gone
         time.sleep(PAUSE)
