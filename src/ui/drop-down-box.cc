@@ -2,12 +2,38 @@
 
 #include "core/report.h"
 
+#include <gtkmm/togglebutton.h>
+
 #include <algorithm>
 #include <cstdio>
+
+namespace {
+
+// The button inside of a box, which takes the keyboard in its place; null if the
+// toolkit builds its boxes otherwise.
+Gtk::ToggleButton* inner_button(Gtk::Container& box)
+{
+  Gtk::ToggleButton* found = nullptr;
+  box.forall([&](Gtk::Widget& child) {
+    if (auto* const button = dynamic_cast<Gtk::ToggleButton*>(&child))
+      found = button;
+    else if (auto* const container = dynamic_cast<Gtk::Container*>(&child))
+      found = found ? found : inner_button(*container);
+  });
+  return found;
+}
+
+} // namespace
 
 DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::ComboBoxText(cobject)
 {
+  // Who listens to a screen reader meets the inner button, not the box.
+  if (auto* const button = inner_button(*this)) {
+    spoken = button->get_accessible();
+    spoken->set_role(Atk::ROLE_COMBO_BOX);
+    spoken->set_name(get_accessible()->get_name());
+  }
 }
 
 void DropDownBox::init(std::initializer_list<std::pair<int, Glib::ustring>> list, int the_no_value)
@@ -85,6 +111,13 @@ void DropDownBox::choose_first(const Matches& matches)
     unset_active();
   else
     set_active(static_cast<int>(found - items.begin()));
+}
+
+void DropDownBox::on_changed()
+{
+  Gtk::ComboBoxText::on_changed();
+  if (spoken)
+    spoken->set_description(get_active_text());
 }
 
 bool DropDownBox::on_scroll_event(GdkEventScroll*)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atkmm/object.h>
 #include <glibmm/ustring.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/comboboxtext.h>
@@ -40,7 +41,11 @@ private:
   template<typename Matches>
   void choose_first(const Matches& matches);
 
+  Glib::RefPtr<Atk::Object> spoken; // what a screen reader meets; may be empty
+
 protected:
+  // Tells the choice to screen readers, too.
+  void on_changed() override;
   // The wheel scrolls the page: turned over a box by chance it would otherwise
   // change what was chosen, unseen.
   bool on_scroll_event(GdkEventScroll* event) override;

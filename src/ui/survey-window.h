@@ -6,6 +6,7 @@
 #include "store/survey-record.h"
 #include "ui/species-columns.h"
 
+#include <atkmm/object.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/action.h>
 #include <gtkmm/actiongroup.h>
@@ -235,6 +236,7 @@ void SurveyWindow::make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& mem
 
   auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   scrolled->add(*member);
+  scrolled->get_accessible()->set_name(tab_label); // it takes the keyboard where nothing else does
   scrolled->show();
   member->page = notebook->append_page(*scrolled, tab_label);
 }

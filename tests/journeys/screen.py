@@ -4,6 +4,7 @@ A thin layer over AT-SPI. Things change under the hands of who looks at them, so
 every look asks the program anew and none of them is kept for long.
 """
 
+import os
 import time
 
 import gi
@@ -17,6 +18,9 @@ from .waiting import PAUSE, wait_for  # noqa: E402
 STATE = Atspi.StateType
 WINDOWS = ("frame", "dialog", "alert")
 TREES = ("tree table", "table")
+TEXTS = ("label", "static")
+# Places come in the program's pixels, of which each may be several of the screen.
+SCALE = int(os.environ.get("GDK_SCALE", "1"))
 KEYS = {
     "Return": Gdk.KEY_Return,
     "Right": Gdk.KEY_Right,
@@ -26,7 +30,12 @@ KEYS = {
     "Escape": Gdk.KEY_Escape,
     "Tab": Gdk.KEY_Tab,
     "Menu": Gdk.KEY_Menu,
+    "Page_Down": Gdk.KEY_Page_Down,
+    "plus": Gdk.KEY_plus,
+    "minus": Gdk.KEY_minus,
+    "space": Gdk.KEY_space,
 }
+MODIFIERS = {"Alt": Gdk.KEY_Alt_L, "Ctrl": Gdk.KEY_Control_L, "Shift": Gdk.KEY_Shift_L}
 
 
 class Thing:
@@ -144,7 +153,7 @@ class Thing:
 
     def labels(self):
         """The texts of all labels that are shown inside."""
-        return [thing.text for thing in self.walk() if thing.role == "label" and thing.is_shown]
+        return [thing.text for thing in self.walk() if thing.role in TEXTS and thing.is_shown]
 
     # --- using it ---
 
@@ -158,7 +167,8 @@ class Thing:
         # A window that has just opened is active once the window manager has placed it.
         wait_for(f"the window of {self!r} is active", lambda: self.is_in_active_window)
         x, y, width, height = wait_for(f"{self!r} stands still", self.settled_extents)
-        Atspi.generate_mouse_event(x + width // 2, y + height // 2, f"b{button}c")
+        x, y = (x + width // 2) * SCALE, (y + height // 2) * SCALE
+        Atspi.generate_mouse_event(x, y, f"b{button}c")
 
     def settled_extents(self):
         before = self.extents
@@ -227,8 +237,23 @@ class Thing:
 
 
 def press_key(name):
-    """Presses and releases a key of the keyboard."""
-    Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.SYM)
+    """Presses and releases a key: a letter, one of KEYS, or as in "Alt+s"."""
+    *modifiers, key = name.split("+")
+    codes = [code_of_key(MODIFIERS[modifier]) for modifier in modifiers]
+    for code in codes:
+        Atspi.generate_keyboard_event(code, None, Atspi.KeySynthType.PRESS)
+    symbol = KEYS.get(key) or Gdk.unicode_to_keyval(ord(key))
+    Atspi.generate_keyboard_event(symbol, None, Atspi.KeySynthType.SYM)
+    for code in reversed(codes):
+        Atspi.generate_keyboard_event(code, None, Atspi.KeySynthType.RELEASE)
+
+
+def code_of_key(symbol):
+    """Which key of the keyboard bears this symbol."""
+    Gdk.init([])
+    keymap = Gdk.Keymap.get_for_display(Gdk.Display.get_default())
+    _, keys = keymap.get_entries_for_keyval(symbol)
+    return keys[0].keycode
 
 
 def application_of(pid):

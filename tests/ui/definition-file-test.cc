@@ -270,6 +270,36 @@ TEST_F(DefinitionFile, NamesEveryFieldTreeAndButton)
     EXPECT_NE(property(button, "label"), "") << id_of(button);
 }
 
+TEST_F(DefinitionFile, TellsWhichValueEachCaptionOfTheConfirmationPageNames)
+{
+  for (const auto* const caption :
+       objects_of("confirm_panel", "[starts-with(@id, 'conf_label_')]")) {
+    const std::string value = "conf_" + id_of(caption).substr(std::string("conf_label_").size());
+    EXPECT_FALSE(
+        find(caption, "accessibility/relation[@type='label-for' and @target='" + value + "']")
+            .empty())
+        << value;
+  }
+}
+
+// A frame around a tree would be one more stop on the way through the page.
+TEST_F(DefinitionFile, LetsFramesTakeTheKeyboardOnlyWhereThereIsTextToScroll)
+{
+  for (const auto* const frame : find(root, "//object[@class='GtkScrolledWindow']")) {
+    const bool holds_tree = !find(frame, "child/object[@class='GtkTreeView']").empty();
+    EXPECT_EQ(property(frame, "can-focus"), holds_tree ? "False" : "True");
+    EXPECT_EQ(accessible_name(frame) == "", holds_tree);
+  }
+}
+
+// A border lies outside of what the style sheet paints, and came out black.
+TEST_F(DefinitionFile, LeavesTheMarginOfPaperToTheStyleSheet)
+{
+  const Elements papers = find(root, "//object[@class='GtkGrid'][style/class[@name='paper']]");
+  ASSERT_EQ(papers.size(), 1U);
+  EXPECT_EQ(property(papers.front(), "border-width"), "");
+}
+
 // The letters of the File and Help menus and of the row of buttons at the
 // bottom belong to every page.
 TEST_F(DefinitionFile, GivesEachMnemonicOfAPageToOneWidget)
