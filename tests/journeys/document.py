@@ -1,5 +1,6 @@
 """What a saved survey must hold, by the plain rules of its format."""
 
+import pathlib
 import re
 import subprocess
 import xml.etree.ElementTree as ElementTree
@@ -13,8 +14,12 @@ ELEMENTS = (
 ).split()
 
 
-def is_well_formed(path):
-    return subprocess.run(["xmllint", "--noout", path], check=False).returncode == 0
+SCHEMA = pathlib.Path(__file__).parents[2] / "docs" / "mavo-survey.rng"
+
+
+def follows_the_schema(path):
+    command = ["xmllint", "--noout", "--relaxng", SCHEMA, path]
+    return subprocess.run(command, check=False).returncode == 0
 
 
 def values_of(path):

@@ -44,7 +44,7 @@ class EnteringASurvey(Journey):
         name = f"{entry.MEMBER}-{self.place.subregion}-20210630-0900-{zone}.MAVO-Survey"
         self.assertEqual(name, path.name)
         self.assertIn(str(path), words)
-        self.assertTrue(document.is_well_formed(path))
+        self.assertTrue(document.follows_the_schema(path))
         groups = ("visibility", "depth", "current")
         choices = {group: labels(DATA_FILES, group)[entry.CHOICE][0] for group in groups}
         self.assertEqual(document.expected_values(self.place, choices), document.values_of(path))

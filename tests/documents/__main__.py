@@ -1,0 +1,15 @@
+"""documents TEST_RESULTS RESULTS.xml [NAME...]: runs these tests, or those with these names.
+
+TEST_RESULTS is where the store's tests have left random surveys. The outcome of
+each goes to RESULTS.xml in the form that GoogleTest writes.
+"""
+
+import os
+import sys
+
+from journeys.results import run
+
+os.environ["MAVO_TEST_RESULTS"] = os.path.abspath(sys.argv[1])
+from . import test_instructions, test_survey_schema  # noqa: E402  they read the variable
+
+sys.exit(run((test_instructions, test_survey_schema), sys.argv[2], sys.argv[3:]))

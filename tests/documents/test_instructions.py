@@ -1,0 +1,32 @@
+"""The help text is the one that the guide holds."""
+
+import pathlib
+import subprocess
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+MARKUP = {"span", "b", "i", "tt"}
+
+
+def generated():
+    ran = subprocess.run([PROJECT / "tools" / "make-instructions", "--print"], capture_output=True, check=True)
+    return ran.stdout.decode("utf-8")
+
+
+class Instructions(unittest.TestCase):
+    def test_are_those_of_the_guide(self):
+        committed = (PROJECT / "resources" / "instructions.txt").read_text(encoding="utf-8")
+        self.assertEqual(generated(), committed, "run tools/make-instructions")
+
+    def test_are_markup(self):
+        tree = ElementTree.fromstring(f"<text>{generated()}</text>")
+        self.assertEqual(MARKUP, {element.tag for element in tree.iter()} - {"text"})
+
+    def test_hold_nothing_of_the_guides_own_markup(self):
+        words = "".join(ElementTree.fromstring(f"<text>{generated()}</text>").itertext())
+        for mark in ("**", "`", "![", "](", "<!--", "\n#", "\n- ", "\n\n\n"):
+            self.assertNotIn(mark, words)
+
+    def test_tell_how_to_fold_families_by_keyboard(self):
+        self.assertIn("<b>+</b> unfolds a family or a level and <b>-</b> folds it", generated())
