@@ -20,6 +20,8 @@ public:
         "<interface><object class='GtkWindow' id='window'><child>"
         "<object class='GtkComboBoxText' id='box'>"
         "<items><item>Common Name</item><item>Species Code</item></items>"
+        "<child internal-child='accessible'><object class='AtkObject'>"
+        "<property name='AtkObject::accessible-name'>Search in</property></object></child>"
         "</object></child></object></interface>");
     Gtk::Window* found = nullptr;
     builder->get_widget("window", found);
@@ -45,6 +47,13 @@ public:
     for (const auto& [id, label] : box->items)
       items += (items.empty() ? "" : ",") + std::to_string(id) + "=" + label.raw();
     return items;
+  }
+
+  // What takes the keyboard: a widget of the toolkit's own inside of the box.
+  Glib::RefPtr<Atk::Object> focused() const
+  {
+    box->grab_focus();
+    return window->get_focus()->get_accessible();
   }
 
   std::unique_ptr<Gtk::Window> window;
@@ -190,4 +199,15 @@ TEST_F(DropDown, ShowsLabelsAsTheyStand)
   box->init({{1, "Florida & <Gulf>"}}, -1);
   box->set_label("Florida & <Gulf>");
   EXPECT_EQ("Florida & <Gulf>", box->get_active_text());
+}
+
+TEST_F(DropDown, TellsScreenReadersItsNameAndChoice)
+{
+  EXPECT_EQ("Search in", focused()->get_name());
+  EXPECT_EQ(Atk::ROLE_COMBO_BOX, focused()->get_role());
+  box->init(values, labels, -1, 0);
+  box->set_id(20);
+  EXPECT_EQ("b", focused()->get_description());
+  box->unset_active();
+  EXPECT_EQ("", focused()->get_description());
 }

@@ -1,0 +1,228 @@
+// Whether divers can read what the window shows, under the light theme and the
+// dark one: computed from the styles in force and the window as it is drawn.
+
+#include "support/main-loop.h"
+#include "ui/confirm-panel.h"
+#include "ui/drop-down-box.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/shown-text.h"
+#include "ui/species-instructions.h"
+#include "ui/species-markup.h"
+#include "ui/species-window.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
+
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/settings.h>
+
+namespace {
+
+constexpr double readable = 4.5;
+constexpr double red_on_its_ground = 3; // no more is to be had of the fixed red
+constexpr double insensitive = 2.5;     // to be told that it is there
+
+const Gtk::StateFlags plain = Gtk::STATE_FLAG_NORMAL;
+const Gtk::StateFlags selected = Gtk::STATE_FLAG_SELECTED;
+const Gtk::StateFlags focused = selected | Gtk::STATE_FLAG_FOCUSED;
+const Gtk::StateFlags behind = Gtk::STATE_FLAG_BACKDROP;
+
+bool is_red(const Gdk::RGBA& colour)
+{
+  return colour == Gdk::RGBA("red");
+}
+
+double needed(const ShownText& text)
+{
+  if (!text.is_sensitive && !text.is_value)
+    return insensitive;
+  return is_red(text.colour) ? red_on_its_ground : readable;
+}
+
+void expect_readable(const std::vector<ShownText>& texts, const std::string& where)
+{
+  for (const auto& text : texts) {
+    EXPECT_GE(contrast(text.colour, text.ground), needed(text))
+        << where << ": \"" << text.words << "\" " << text.colour.to_string() << " on "
+        << text.ground.to_string();
+    EXPECT_TRUE(text.is_bold || !is_red(text.colour)) << where << ": " << text.words;
+  }
+}
+
+// Both themes, one after the other.
+class Contrast : public SpeciesWindowTest, public testing::WithParamInterface<bool>
+{
+protected:
+  void SetUp() override { choose_theme(GetParam()); }
+  void TearDown() override { choose_theme(false); }
+
+  static void choose_theme(bool dark)
+  {
+    const auto settings = Gtk::Settings::get_default();
+    settings->property_gtk_enable_animations() = false; // colours do not come by and by
+    settings->property_gtk_application_prefer_dark_theme() = dark;
+    settle();
+  }
+
+  // A window so large that hardly anything has to be scrolled.
+  void open_large_window()
+  {
+    open_window();
+    window->resize(1300, 700);
+    wait_until("the window is large", [this] { return window->get_allocated_width() > 1200; });
+  }
+
+  void enter_what_can_be_entered()
+  {
+    choose_subregion("Northwest");
+    choose_survey_type("Northwest: fish and invertebrates");
+    window->member_panel->member_id->set_text("1234");
+    window->survey_panel1->zonecode->set_text("31020003");
+    window->survey_panel2->habitat->set_active(0);
+    window->unlisted_panel->species_search->set_text("a");
+    mark(10, 2);
+  }
+
+  void expect_all_pages_readable(const std::string& survey)
+  {
+    for (int page = 0; page < window->notebook->get_n_pages(); ++page) {
+      go_to_page(page);
+      const auto texts = shown_texts(*window);
+      EXPECT_GT(texts.size(), 10U);
+      expect_readable(texts, survey + ", page " + std::to_string(page));
+    }
+  }
+
+  // Everything that rows of species show, in one state of the row.
+  void expect_rows_readable(const Gtk::TreeView& view, Gtk::StateFlags state)
+  {
+    const ShownText row = styled_text(view, state);
+    for (const int id : {-1, 1})
+      for (const int rarity : {0, 1, 2}) {
+        const auto names = species_markup(id, "Common & more", "Scientific", "Spanish", rarity);
+        expect_readable(texts_of_markup(names.both, row.colour, row.ground),
+                        "row in state " + std::to_string(static_cast<unsigned int>(state)));
+      }
+  }
+
+  void expect_dialog_readable(Gtk::Window& dialog, const std::string& what)
+  {
+    dialog.show();
+    wait_until("the dialog is active", [&] { return dialog.is_active(); });
+    settle();
+    expect_readable(shown_texts(dialog), what);
+    dialog.hide();
+    settle();
+  }
+};
+
+} // namespace
+
+TEST(ContrastOfColours, IsThatOfTheGuidelines)
+{
+  const struct {
+    const char* one;
+    const char* other;
+    double expected;
+  } cases[] = {{"black", "white", 21},
+               {"white", "white", 1},
+               {"#777777", "white", 4.48},
+               {"red", "white", 4.0},
+               {"blue", "white", 8.59}};
+  for (const auto& c : cases)
+    EXPECT_NEAR(c.expected, contrast(Gdk::RGBA(c.one), Gdk::RGBA(c.other)), 0.01) << c.one;
+}
+
+TEST_P(Contrast, LetsEveryPageOfAnEmptySurveyBeRead)
+{
+  open_large_window();
+  expect_all_pages_readable("empty");
+}
+
+TEST_P(Contrast, LetsEveryPageOfASurveyBeRead)
+{
+  open_large_window();
+  enter_what_can_be_entered();
+  expect_all_pages_readable("begun");
+}
+
+TEST_P(Contrast, LetsWhatCanNoLongerBeChangedBeRead)
+{
+  open_large_window();
+  enter_what_can_be_entered();
+  window->survey_panel1->disable_inputs();
+  window->survey_panel2->disable_inputs();
+  window->member_panel->member_id->set_sensitive(false);
+  expect_all_pages_readable("uploaded");
+}
+
+TEST_P(Contrast, LetsRowsOfSpeciesBeReadInEveryState)
+{
+  open_northwest();
+  for (const auto* const view :
+       {window->listed_panel->species_tree, window->unlisted_panel->found_species_tree,
+        window->unlisted_panel->selected_species_tree, window->confirm_panel->conf_listed_tree,
+        window->confirm_panel->conf_unlisted_tree})
+    for (const auto state : {plain, selected, focused, behind, behind | selected})
+      expect_rows_readable(*view, state);
+}
+
+TEST_P(Contrast, LetsRowsOfSurveysAndZonesBeReadInEveryState)
+{
+  open_northwest();
+  for (const auto* const view :
+       {window->start_panel->survey_tree, window->survey_panel1->geog_tree})
+    for (const auto state : {plain, selected, focused, behind, behind | selected})
+      expect_readable({styled_text(*view, state)}, "row");
+}
+
+TEST_P(Contrast, LetsTheShadesInTheInstructionsBeRead)
+{
+  open_northwest();
+  const ShownText label = styled_text(*window->listed_panel->listed_instructions, plain);
+  for (const int rarity : {0, 1, 2})
+    expect_readable(
+        texts_of_markup(species_instructions(true, rarity, true), label.colour, label.ground),
+        "instructions");
+}
+
+TEST_P(Contrast, LetsMenusBeReadAlsoUnderThePointer)
+{
+  open_northwest();
+  Gtk::Menu* const menu = window->current_abundance_menu;
+  ASSERT_NE(menu, nullptr);
+  ShownText item = styled_text(*menu->get_children().front(), plain);
+  item.ground = styled_text(*menu, plain).ground;
+  const ShownText picked = styled_text(*menu->get_children().front(), Gtk::STATE_FLAG_PRELIGHT);
+  expect_readable({item, picked}, "menu");
+}
+
+// As window managers that tell which window has the keyboard have it.
+TEST_P(Contrast, LetsTheWindowBehindADialogBeRead)
+{
+  open_large_window();
+  enter_what_can_be_entered();
+  window->set_state_flags(behind, false);
+  expect_all_pages_readable("behind");
+}
+
+TEST_P(Contrast, LetsDialogsBeRead)
+{
+  open_large_window();
+  enter_what_can_be_entered();
+  go_to_page(window->confirm_panel->page);
+  expect_dialog_readable(*window->contact_dialog, "contact");
+  expect_dialog_readable(*window->instructions_dialog, "instructions");
+  expect_dialog_readable(*window->about_dialog, "about");
+  Gtk::MessageDialog message(*window, "A <b>question</b>?", true, Gtk::MESSAGE_QUESTION,
+                             Gtk::BUTTONS_OK_CANCEL);
+  expect_dialog_readable(message, "message");
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, Contrast, testing::Bool(), [](const auto& theme) {
+  return std::string(theme.param ? "Dark" : "Light");
+});
