@@ -71,6 +71,7 @@ void check_uri_handler(const std::string& scheme)
 MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
     : upload_url("http://" MAVO_WEB_HOST "/dataentry/upload-survey.php"),
       version_query_url("http://" MAVO_WEB_HOST "/offline-data-entry/?get-version="),
+      data_entry_url("http://" MAVO_WEB_HOST "/dataentry"),
       app(std::move(the_app))
 {
   if (read_data_files() != RET_SUCCESS)

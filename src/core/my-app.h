@@ -91,6 +91,7 @@ public:
 
   std::string upload_url;
   std::string version_query_url; // what is asked for is appended
+  std::string data_entry_url;    // the page where members submit what they uploaded
   Glib::RefPtr<Gtk::Application> app;
   std::string survey_root;    // empty until first asked for
   std::string local_data_dir; // empty until first asked for

@@ -1,1 +1,127 @@
-// Unpacking and installing downloaded reference data.
+#include "core/c-resource.h"
+#include "core/markup.h"
+#include "core/message-dialog.h"
+#include "core/my-app.h"
+#include "server/http.h"
+#include "ui/survey-window.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+constexpr int status_ok = 200; // RFC 9110, 15.3.1
+const char* const archive_type = "application/x-bzip2";
+// Stands for the status of a command that could not even be started.
+constexpr int not_started = -77;
+
+struct CommandResult {
+  int status; // as the system encodes it: see wait(2)
+  std::string output;
+};
+
+// Removes all links below a directory. tar lets no archive lead its own entries
+// out of there, since it makes links last; but a link that one archive has left
+// would lead the entries of the next one out. False if one is still there.
+bool remove_links(const std::string& directory)
+{
+  namespace fs = std::filesystem;
+  std::error_code failure;
+  std::vector<fs::path> links;
+  for (fs::recursive_directory_iterator entry(directory, failure), end; !failure && entry != end;
+       entry.increment(failure)) {
+    if (entry->is_symlink(failure))
+      links.push_back(entry->path());
+  }
+  for (const auto& link : links) {
+    if (!failure)
+      fs::remove(link, failure);
+  }
+  return !failure;
+}
+
+std::string unpacking_command(const std::string& archive, const std::string& directory)
+{
+  return "bzip2 -dkc '" + archive + "' | tar -C '" + directory + "' -xvf - 2>&1";
+}
+
+CommandResult run(const std::string& command)
+{
+  Pipe pipe(popen(command.c_str(), "r"));
+  if (!pipe)
+    return {not_started, ""};
+  std::string output;
+  std::array<char, 1024> block;
+  while (!std::feof(pipe.get()) && !std::ferror(pipe.get()))
+    output.append(block.data(), std::fread(block.data(), 1, block.size(), pipe.get()));
+  return {pclose(pipe.release()), output};
+}
+
+// What the user is asked to send in, as markup.
+std::string detail(const std::string& command, const CommandResult& result)
+{
+  return "\n\nPlease include the following in an email to <a href=\"mailto:" MAVO_SUPPORT_ADDRESS
+         "\">" MAVO_SUPPORT_ADDRESS "</a>:\n\nCommand: " +
+         command + "\n\n" + result.output + "\nCommand returned " + std::to_string(result.status);
+}
+
+void show_installed()
+{
+  Message message;
+  message.title = "Data File Update Successful";
+  message.text = "Data files successfully downloaded and installed.";
+  message.standard_buttons = Gtk::BUTTONS_OK;
+  message.modal = false;
+  run_message(message);
+}
+
+RetCode unpack(const std::string& archive, const std::string& directory)
+{
+  const std::string command = unpacking_command(archive, directory);
+  if (debug_level > 0)
+    std::printf("About to run: %s\n", command.c_str());
+  const CommandResult result = run(command);
+  if (result.status == 0)
+    return RET_SUCCESS;
+  const std::string text = detail(command, result);
+  std::printf("output:\n%s\n", text.c_str());
+  error("Failed to install data update! (%d)%s", result.status, escape_ampersands(text).c_str());
+  return RET_FAILURE;
+}
+
+} // namespace
+
+RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
+{
+  const std::string directory = my_app->get_local_data_dir();
+  const std::string archive = directory + "/current-offline-data.tar.bz2";
+
+  const HttpAnswer answer = http_get(*session, url);
+  const char* const type = answer.header("Content-Type");
+  if (debug_level > 0)
+    std::printf("data version query response code is %d, type %s\n", answer.status(),
+                type ? type : "(none)");
+  if (answer.status() != status_ok || !type || std::strcmp(type, archive_type) != 0)
+    return error("Failed to download data update! (%d)", answer.status());
+
+  const std::string_view body = answer.body();
+  if (debug_level > 0)
+    std::printf("received body of %d bytes at %p\n", static_cast<int>(body.size()),
+                static_cast<const void*>(body.data()));
+  if (!remove_links(directory))
+    return error("FAILED to write to %s!\nLinks in it could not be removed.",
+                 escape_markup(directory).c_str());
+  const RetCode written = write_file(archive, body.data(), body.size());
+  if (written != RET_SUCCESS)
+    return written;
+  const RetCode unpacked = unpack(archive, directory);
+  if (unpacked != RET_SUCCESS)
+    return unpacked;
+  if (my_app->read_data_files() != RET_SUCCESS)
+    fatal("Unable to read new data files; you may need to re-install the app.  Sorry!!  :-(");
+  show_installed();
+  return RET_DATA_INSTALLED;
+}

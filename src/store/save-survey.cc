@@ -246,6 +246,7 @@ bool SurveyWindow::check_file_save_okay(const Glib::ustring& doing_what)
 
   switch (ask_about_unsaved_changes(doing_what)) {
   case Gtk::RESPONSE_NO:
+    given_up = entered_text();
     return true;
   case Gtk::RESPONSE_ACCEPT:
     return do_save(MyApp::WD_IN_PROGRESS, SAVE_NOTIFY) == RET_SUCCESS;

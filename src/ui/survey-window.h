@@ -34,6 +34,7 @@ class StartPanel;
 class SurveyPanel1;
 class SurveyPanel2;
 class UnlistedPanel;
+using SoupSession = struct _SoupSession; // of the HTTP library, see server/http.h
 
 // One survey in one window: a notebook of seven panels, a menu bar and the
 // buttons that walk through the panels and save. A window is made hidden, shown
@@ -152,11 +153,22 @@ public:
 
   // --- server (src/server) ---
 
+  // Sends one saved survey, as it is on disk. One that the server takes moves to
+  // Uploaded; failures have been shown on return.
   RetCode do_upload_file(const std::string& path);
+  // The same with a message of success, and a check for updates after it.
   void do_upload_single(const std::string& path);
+  // One after the other; one that fails goes back to In Progress.
   void do_upload_all_ready(const std::vector<std::string>& list);
   void manual_check_for_updates();
+  // Asks the server for a newer program and newer data, lets the user install
+  // the data, and then does what `next` says, whatever came of it. `action`
+  // completes the sentences of a question about what the user was about to do;
+  // null if that was nothing.
   RetCode check_for_updates(const char* action, ResponseCode next);
+  // Fetches the archive at `url`, unpacks it and loads the data; RET_DATA_INSTALLED
+  // if the tables are new. Failures have been shown on return.
+  RetCode download_data_files(SoupSession* session, const char* url);
 
   MyApp* my_app = nullptr;
   SurveyData survey;
@@ -217,9 +229,20 @@ private:
   // Turns to the first page that a new survey still needs.
   void go_to_first_question();
   void show_help_text(const char* what, const char* path, const Glib::ustring& title);
+  // Whether all is there that an upload needs; if not, shows what is missing.
+  bool is_complete_for_upload();
+  void take_out_of_queue(const std::string& path);
+  // A line of markup for each survey.
+  std::string described(const std::vector<std::string>& surveys) const;
+  // Goes on after a check for updates with this result; gives the result of all.
+  RetCode go_on_after_check(RetCode result, ResponseCode next);
+  // Puts a window with the new tables in place of this one.
+  void swap_window();
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
 
+  // What was on the screen when the user last chose not to save it.
+  Glib::ustring given_up;
   // What a survey held when it was opened, if these data cannot write it again.
   Glib::ustring unwritable_as_opened;
 };

@@ -1,0 +1,106 @@
+// The synchronous session is what this program is written for; the library has
+// marked it as old since, without a reason to leave it.
+#define SOUP_VERSION_MIN_REQUIRED SOUP_VERSION_2_42
+
+#include "server/http.h"
+
+#include <libsoup/soup.h>
+
+namespace {
+
+struct Unref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+struct UriFree {
+  void operator()(SoupURI* uri) const { soup_uri_free(uri); }
+};
+struct MultipartFree {
+  void operator()(SoupMultipart* multipart) const { soup_multipart_free(multipart); }
+};
+struct BufferFree {
+  void operator()(SoupBuffer* buffer) const { soup_buffer_free(buffer); }
+};
+
+// What the library itself says of an address that cannot be asked.
+constexpr int not_an_address = SOUP_STATUS_MALFORMED;
+
+bool is_http_address(const std::string& url)
+{
+  const std::unique_ptr<SoupURI, UriFree> uri(soup_uri_new(url.c_str()));
+  return SOUP_URI_VALID_FOR_HTTP(uri.get());
+}
+
+HttpAnswer send(SoupSession& session, SoupMessage* message)
+{
+  soup_session_send_message(&session, message);
+  return HttpAnswer(message);
+}
+
+} // namespace
+
+void HttpSessionClose::operator()(SoupSession* session) const
+{
+  g_object_unref(session);
+}
+
+HttpSession open_http_session(bool log_bodies)
+{
+  HttpSession session(soup_session_sync_new());
+  if (log_bodies) {
+    const std::unique_ptr<SoupLogger, Unref> logger(soup_logger_new(SOUP_LOGGER_LOG_BODY, -1));
+    soup_session_add_feature(session.get(), SOUP_SESSION_FEATURE(logger.get()));
+  }
+  return session;
+}
+
+void HttpAnswer::Release::operator()(SoupMessage* message) const
+{
+  g_object_unref(message);
+}
+
+HttpAnswer::HttpAnswer(SoupMessage* sent) : message(sent)
+{
+  if (message) // from here on the body keeps its bytes in one piece
+    soup_buffer_free(soup_message_body_flatten(message->response_body));
+}
+
+HttpAnswer::~HttpAnswer() = default;
+HttpAnswer::HttpAnswer(HttpAnswer&&) noexcept = default;
+
+int HttpAnswer::status() const
+{
+  return message ? static_cast<int>(message->status_code) : not_an_address;
+}
+
+const char* HttpAnswer::header(const char* name) const
+{
+  return message ? soup_message_headers_get_one(message->response_headers, name) : nullptr;
+}
+
+std::string_view HttpAnswer::body() const
+{
+  if (!message)
+    return {};
+  const SoupMessageBody& body = *message->response_body;
+  return {body.data, static_cast<std::size_t>(body.length)};
+}
+
+HttpAnswer http_get(SoupSession& session, const std::string& url)
+{
+  if (!is_http_address(url))
+    return HttpAnswer(nullptr);
+  return send(session, soup_message_new(SOUP_METHOD_GET, url.c_str()));
+}
+
+HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file)
+{
+  if (!is_http_address(url))
+    return HttpAnswer(nullptr);
+  const std::unique_ptr<SoupBuffer, BufferFree> buffer(
+      soup_buffer_new(SOUP_MEMORY_COPY, file.contents.data(), file.contents.size()));
+  const std::unique_ptr<SoupMultipart, MultipartFree> multipart(
+      soup_multipart_new(SOUP_FORM_MIME_TYPE_MULTIPART));
+  soup_multipart_append_form_file(multipart.get(), file.control_name.c_str(),
+                                  file.file_name.c_str(), file.content_type.c_str(), buffer.get());
+  return send(session, soup_form_request_new_from_multipart(url.c_str(), multipart.get()));
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+// The one place that knows the HTTP library: another version or library can be
+// put in its place in http.cc. All calls block until the exchange is over; there
+// is no time limit and no way to cancel.
+
+using SoupMessage = struct _SoupMessage;
+using SoupSession = struct _SoupSession;
+
+struct HttpSessionClose {
+  void operator()(SoupSession* session) const;
+};
+// Keeps connections open from one request to the next.
+using HttpSession = std::unique_ptr<SoupSession, HttpSessionClose>;
+
+// With `log_bodies` all that is sent and received goes to standard output.
+HttpSession open_http_session(bool log_bodies);
+
+// What came of one request.
+class HttpAnswer
+{
+public:
+  // Takes over the message, which has been sent; null for an address that is none.
+  explicit HttpAnswer(SoupMessage* sent);
+  ~HttpAnswer();
+  HttpAnswer(HttpAnswer&& other) noexcept;
+  HttpAnswer& operator=(HttpAnswer&&) = delete;
+
+  // The HTTP status, or one below 100 if there was no whole answer: headers may
+  // still have come before the connection broke.
+  int status() const;
+  // The value of a header of the answer, null if it is absent; valid as long as
+  // this object.
+  const char* header(const char* name) const;
+  // All bytes of the body; valid as long as this object.
+  std::string_view body() const;
+
+private:
+  struct Release {
+    void operator()(SoupMessage* message) const;
+  };
+  std::unique_ptr<SoupMessage, Release> message;
+};
+
+HttpAnswer http_get(SoupSession& session, const std::string& url);
+
+// A file as a browser's form sends it.
+struct FormFile {
+  std::string control_name;
+  std::string file_name;
+  std::string content_type;
+  std::string contents;
+};
+HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file);
