@@ -1,0 +1,49 @@
+#include "answer.h"
+
+#include <algorithm>
+
+namespace {
+
+bool breaks_line(const std::string& text)
+{
+  return text.find_first_of("\r\n") != std::string::npos;
+}
+
+} // namespace
+
+void Answer::add_header(const std::string& name, const std::string& value)
+{
+  headers.emplace_back(name, value);
+}
+
+void Answer::remove_header(const std::string& name)
+{
+  const auto is_named = [&name](const auto& header) {
+    return g_ascii_strcasecmp(header.first.c_str(), name.c_str()) == 0;
+  };
+  headers.erase(std::remove_if(headers.begin(), headers.end(), is_named), headers.end());
+}
+
+bool Answer::has_broken_header() const
+{
+  return std::any_of(headers.begin(), headers.end(), [](const auto& header) {
+    return breaks_line(header.first) || breaks_line(header.second);
+  });
+}
+
+std::string Answer::head(std::size_t length) const
+{
+  std::string text = "HTTP/1.1 " + std::to_string(status) + " " +
+                     soup_status_get_phrase(static_cast<guint>(status)) + "\r\n";
+  for (const auto& [name, value] : headers)
+    text += name + ": " + value + "\r\n";
+  return text + "Content-Length: " + std::to_string(length) + "\r\nConnection: close\r\n\r\n";
+}
+
+void Answer::give_to(SoupMessage* message) const
+{
+  soup_message_set_status(message, static_cast<guint>(status));
+  for (const auto& [name, value] : headers)
+    soup_message_headers_append(message->response_headers, name.c_str(), value.c_str());
+  soup_message_body_append(message->response_body, SOUP_MEMORY_COPY, body.data(), body.size());
+}
