@@ -1,6 +1,7 @@
 #pragma once
 
 #include <glib.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
@@ -17,3 +18,19 @@ struct GFree {
 };
 template<typename T>
 using GMemory = std::unique_ptr<T, GFree>;
+
+// An open file of the system; negative if opening it failed.
+class Descriptor
+{
+public:
+  explicit Descriptor(int opened) : number(opened) {}
+  ~Descriptor()
+  {
+    if (number >= 0)
+      close(number);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  const int number;
+};

@@ -1,11 +1,15 @@
 #include "store/replace-file.h"
 
+#include "core/c-resource.h"
+
 #include <fcntl.h>
 #include <giomm/cancellable.h>
 #include <giomm/file.h>
 #include <giomm/fileoutputstream.h>
 #include <glibmm/miscutils.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace {
 
@@ -34,15 +38,57 @@ void write_and_close(const Glib::RefPtr<Gio::FileOutputStream>& stream, const ch
   stream->close();
 }
 
+bool write_all(const Descriptor& file, const char* data, std::size_t size)
+{
+  while (size > 0) {
+    const ssize_t written = write(file.number, data, size);
+    if (written < 0 && errno != EINTR)
+      return false;
+    if (written > 0) {
+      data += written;
+      size -= static_cast<std::size_t>(written);
+    }
+  }
+  return true;
+}
+
+// Writes a file that gets its name last: whoever looks, and whatever happens
+// meanwhile, it is there whole or not at all. The library writes a new file under
+// its final name at once. False if it could not be done, for want of space or on
+// a file system that knows no files without a name (open(2), O_TMPFILE).
+bool write_new_file(const std::string& path, const char* data, std::size_t size)
+{
+  const std::string directory = Glib::path_get_dirname(path);
+  const Descriptor file(open(directory.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+  if (file.number < 0 || !write_all(file, data, size) || fsync(file.number) != 0)
+    return false;
+  const std::string nameless = "/proc/self/fd/" + std::to_string(file.number);
+  return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+// The library's way: an old file stays until the new one is whole.
+std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* data,
+                               std::size_t size, const std::string& etag)
+{
+  const bool is_new = !file->query_exists();
+  const auto stream = file->replace(etag);
+  try {
+    write_and_close(stream, data, size);
+  } catch (...) {
+    if (is_new)
+      unlink(file->get_path().c_str());
+    throw;
+  }
+  return stream->get_etag();
+}
+
 // Waits until the disk has a file or directory. Some file systems cannot; the
 // file is no worse for it.
 void flush_to_disk(const std::string& path)
 {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0)
-    return;
-  fsync(descriptor);
-  close(descriptor);
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.number >= 0)
+    fsync(file.number);
 }
 
 } // namespace
@@ -51,20 +97,15 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
                          const std::string& etag)
 {
   const auto file = Gio::File::create_for_path(path);
-  const bool is_new = !file->query_exists();
-  const auto stream = file->replace(etag);
-  try {
-    write_and_close(stream, data, size);
-  } catch (...) {
-    if (is_new)
-      unlink(path.c_str());
-    throw;
-  }
-  // The library does this only where it replaces: a caller that now removes
-  // another copy must not lose both to a power cut.
-  if (is_new) {
+  std::string new_etag;
+  // Whatever hinders the first way is met again, and told, by the second one.
+  if (!file->query_exists() && write_new_file(path, data, size)) {
+    new_etag = file->query_info(G_FILE_ATTRIBUTE_ETAG_VALUE)->get_etag();
+  } else {
+    new_etag = replace_by_library(file, data, size, etag);
     flush_to_disk(path);
-    flush_to_disk(Glib::path_get_dirname(path));
   }
-  return stream->get_etag();
+  // A caller that now removes another copy must not lose both to a power cut.
+  flush_to_disk(Glib::path_get_dirname(path));
+  return new_etag;
 }

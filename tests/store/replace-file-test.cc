@@ -3,7 +3,9 @@
 #include "support/data-set.h"
 
 #include <giomm/error.h>
+#include <giomm/file.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <filesystem>
@@ -105,4 +107,25 @@ TEST(ReplaceFile, RefusesWhatIsNoFile)
   EXPECT_THROW(replace(directory.dir + "missing/a", "x"), Gio::Error);
   EXPECT_THROW(replace("/dev/full", "x"), Gio::Error);
   EXPECT_TRUE(fs::is_directory(directory.dir + "d"));
+}
+
+TEST(ReplaceFile, GivesANewFileTheTagThatTheLibrarySeesAndTheUsersMode)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  const mode_t before = umask(027);
+  const std::string etag = replace(path, "one");
+  umask(before);
+  const auto info = Gio::File::create_for_path(path)->query_info("etag::value");
+  EXPECT_EQ(info->get_etag(), etag);
+  EXPECT_EQ(fs::perms(0640), fs::status(path).permissions());
+}
+
+TEST(ReplaceFile, WritesUnderANameThatIsALinkToNowhere)
+{
+  const DataSet directory;
+  const std::string path = directory.dir + "a";
+  fs::create_symlink(directory.dir + "nowhere", path);
+  replace(path, "one");
+  EXPECT_EQ("one", read_file(path));
 }
