@@ -182,7 +182,7 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
       form.member_id.clear();
       form.last_name.clear();
     }
-    const auto sightings = species_sightings(survey, *my_app->abundance_choices);
+    const auto sightings = species_sightings(survey, *abundance_choices);
     survey.xml_current = survey_document(form, sightings, software_platform());
     return RET_SUCCESS;
   } catch (...) {

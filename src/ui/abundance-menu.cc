@@ -29,7 +29,8 @@ bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
 
 void SurveyWindow::build_abundance_menus()
 {
-  const auto& subtypes = my_app->abundance_choices->subtypes;
+  abundance_choices = my_app->abundance_choices;
+  const auto& subtypes = abundance_choices->subtypes;
   for (std::size_t i = 0; i < subtypes.size(); ++i)
     abundance_menus.push_back(make_abundance_menu(static_cast<int>(i), subtypes[i].choices));
 }

@@ -267,7 +267,7 @@ void SurveyPanel1::on_survey_subtype_changed()
 void SurveyPanel1::take_what_type_offers(int id)
 {
   SurveyData& survey = window->survey;
-  survey.abundance_choices = my_app->abundance_choices->find_subtype(id);
+  survey.abundance_choices = window->abundance_choices->find_subtype(id);
   if (!survey.abundance_choices || survey.abundance_choices->choices.empty())
     std::printf("Survey type %d has no abundance choices\n", id);
   survey.show_fish = survey.survey_subtype->hasfish;

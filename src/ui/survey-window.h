@@ -203,6 +203,8 @@ public:
   Gtk::Widget* menubar = nullptr;
   Gtk::Widget* toolbar = nullptr;
 
+  // What the menus offer. Those of the application may be of newer data by now.
+  const AbundanceChoices* abundance_choices = nullptr;
   std::vector<Gtk::Menu*> abundance_menus; // by survey type id; null for an empty list
   Gtk::Menu* current_abundance_menu = nullptr;
   int abundance_target = -1; // the species that the open menu acts on
