@@ -10,6 +10,10 @@
 #include <cstring>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <vector>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -25,11 +29,12 @@ struct CommandResult {
 
 // Removes all links below a directory. tar lets no archive lead its own entries
 // out of there, since it makes links last; but a link that one archive has left
-// would lead the entries of the next one out. False if one is still there.
-bool remove_links(const std::string& directory)
+// would lead the entries of the next one out. The result is empty if none is left.
+std::error_code remove_links(const fs::path& directory)
 {
-  namespace fs = std::filesystem;
   std::error_code failure;
+  if (!fs::is_directory(directory, failure))
+    return {}; // whoever writes there will say so
   std::vector<fs::path> links;
   for (fs::recursive_directory_iterator entry(directory, failure), end; !failure && entry != end;
        entry.increment(failure)) {
@@ -40,7 +45,7 @@ bool remove_links(const std::string& directory)
     if (!failure)
       fs::remove(link, failure);
   }
-  return !failure;
+  return failure;
 }
 
 std::string unpacking_command(const std::string& archive, const std::string& directory)
@@ -60,12 +65,23 @@ CommandResult run(const std::string& command)
   return {pclose(pipe.release()), output};
 }
 
-// What the user is asked to send in, as markup.
-std::string detail(const std::string& command, const CommandResult& result)
+// What the user is asked to send in; the link makes it markup.
+std::string detail(const std::string& command, const std::string& output, int status)
 {
   return "\n\nPlease include the following in an email to <a href=\"mailto:" MAVO_SUPPORT_ADDRESS
          "\">" MAVO_SUPPORT_ADDRESS "</a>:\n\nCommand: " +
-         command + "\n\n" + result.output + "\nCommand returned " + std::to_string(result.status);
+         command + "\n\n" + output + "\nCommand returned " + std::to_string(status);
+}
+
+RetCode report_failure(const std::string& command, const CommandResult& result)
+{
+  const std::string text = detail(command, result.output, result.status);
+  std::printf("output:\n%s\n", text.c_str());
+  Glib::ustring markup = escape_ampersands(text);
+  if (!is_label_markup(markup)) // over a file's name, say; the link has to stay one
+    markup = detail(escape_markup(command), escape_markup(result.output), result.status);
+  error("Failed to install data update! (%d)%s", result.status, markup.c_str());
+  return RET_FAILURE;
 }
 
 void show_installed()
@@ -84,12 +100,7 @@ RetCode unpack(const std::string& archive, const std::string& directory)
   if (debug_level > 0)
     std::printf("About to run: %s\n", command.c_str());
   const CommandResult result = run(command);
-  if (result.status == 0)
-    return RET_SUCCESS;
-  const std::string text = detail(command, result);
-  std::printf("output:\n%s\n", text.c_str());
-  error("Failed to install data update! (%d)%s", result.status, escape_ampersands(text).c_str());
-  return RET_FAILURE;
+  return result.status == 0 ? RET_SUCCESS : report_failure(command, result);
 }
 
 } // namespace
@@ -111,9 +122,9 @@ RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
   if (debug_level > 0)
     std::printf("received body of %d bytes at %p\n", static_cast<int>(body.size()),
                 static_cast<const void*>(body.data()));
-  if (!remove_links(directory))
-    return error("FAILED to write to %s!\nLinks in it could not be removed.",
-                 escape_markup(directory).c_str());
+  if (const std::error_code failure = remove_links(directory))
+    return error("FAILED to write to %s!\n%s", escape_markup(directory).c_str(),
+                 escape_markup(failure.message()).c_str());
   const RetCode written = write_file(archive, body.data(), body.size());
   if (written != RET_SUCCESS)
     return written;

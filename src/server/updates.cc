@@ -67,14 +67,25 @@ std::optional<DataNews> ask_for_data(SoupSession& session, const MyApp& app)
   return DataNews{timestamp, updated, url};
 }
 
+std::string link_markup(const std::string& url)
+{
+  return "<a href=\"" + url + "\">" + url + "</a>";
+}
+
+// An address is markup too, unless a link to it would not be.
+std::string readable_link(const std::string& url)
+{
+  const std::string link = link_markup(url);
+  return is_label_markup(link) ? link : link_markup(escape_markup(url));
+}
+
 bool wants_to_go_on(const ProgramNews& news, const char* action)
 {
-  const std::string url = readable_markup(news.url);
   Message message;
   message.title = "New program version is available";
   message.text = std::string("You are running version ") + BuildInfo::version_str +
                  " of this program, but version " + readable_markup(news.version).raw() +
-                 "\nis now available at <a href=\"" + url + "\">" + url + "</a>";
+                 "\nis now available at " + readable_link(news.url);
   if (action) {
     message.text += std::string("\nDo you want to continue anyway?\nClick Yes to ") + action +
                     ",\nor click Cancel to do nothing at this time.";
@@ -89,7 +100,7 @@ int ask_about_new_data(const std::string& current, const DataNews& news, const c
 {
   Message message;
   message.title = "New data files are available";
-  message.text = "You are using data files from " + escape_markup(current) +
+  message.text = "You are using data files from " + readable_markup(current) +
                  ", but data files updated " + readable_markup(news.updated) +
                  " are now available for download.\nDownload them now and restart the program?\n"
                  "Click Yes to download the new data files";
