@@ -1,5 +1,6 @@
 #include "survey-shelf.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,6 +24,7 @@ public:
     const int descriptor = mkstemp(path.data());
     if (descriptor < 0)
       throw Refusal{500, std::string("The survey cannot be kept: ") + std::strerror(errno)};
+    fchmod(descriptor, S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
     close(descriptor);
   }
   ~ScratchFile() { unlink(path.c_str()); }
