@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # run.sh [ARGS]: installs what is missing, builds the program and starts it.
-# run.sh --demo: without a display of your own; enters a survey by itself and
-# leaves it and a picture of each panel under build/demo.
+# run.sh --with-test-server [ARGS]: the same with a server on this machine and a
+# home directory of its own, both under build/test-server: nothing leaves it.
+# run.sh --demo: without a display of your own; enters a survey by itself,
+# uploads it to that server, and leaves it and pictures of all under build/demo.
 set -eu
 top=$(dirname "$(readlink -f "$0")")
 
 build() {
-  (cd "$top" && cmake --preset release >/dev/null && cmake --build --preset release)
+  (cd "$top" && cmake --preset "$1" >/dev/null && cmake --build --preset "$1")
 }
 
 # Asks the toolkit itself whether it could show a window.
@@ -16,23 +18,43 @@ has_display() {
 sys.exit(not ctypes.CDLL("libgtk-3.so.0").gtk_init_check(None, None))' 2>/dev/null
 }
 
+program() {
+  build release
+  exec "$top/build/MAVO-Survey/MacOS/mavo-survey" "$@"
+}
+
+# A home of its own, so that no survey of the user's goes to a server that only plays.
+with_test_server() {
+  build test-server
+  local own=$top/build/test-server/home
+  mkdir -p "$own"
+  export XAUTHORITY=${XAUTHORITY:-$HOME/.Xauthority}
+  exec "$top/tools/with-test-server" "$top/build/test-server" "$top/build/test-server/server" \
+    env -u XDG_DATA_HOME -u XDG_CACHE_HOME -u XDG_DOCUMENTS_DIR -u XDG_CONFIG_HOME HOME="$own" \
+    "$top/build/test-server/MAVO-Survey/MacOS/mavo-survey" "$@"
+}
+
 demo() {
   "$top/tools/install-packages" test
+  build test-server
   rm -rf "$top/build/demo"
   mkdir -p "$top/build/demo"
   cd "$top"
   NO_AT_BRIDGE=0 MAVO_TEST_HOME=$top/build/demo/home PYTHONPATH=$top/tests \
-    exec tests/with-home tests/with-display \
-    /usr/bin/python3 -B -m journeys.demo build/MAVO-Survey build/demo
+    exec tools/with-test-server build/test-server build/demo/server \
+    tests/with-home tests/with-display /usr/bin/python3 -B -m journeys.demo \
+    build/test-server/MAVO-Survey build/demo build/demo/server/uploads
 }
 
 "$top/tools/install-packages" build run
-build
 if [ "${1:-}" = --demo ]; then
   demo
-elif has_display; then
-  exec "$top/build/MAVO-Survey/MacOS/mavo-survey" "$@"
-else
+elif ! has_display; then
   echo "There is no display for the window, so this runs ./run.sh --demo instead."
   demo
+elif [ "${1:-}" = --with-test-server ]; then
+  shift
+  with_test_server "$@"
+else
+  program "$@"
 fi

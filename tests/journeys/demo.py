@@ -1,12 +1,13 @@
-"""demo APPLICATION_DIR PICTURES: surveys entered, saved and found again through the real window.
+"""demo APPLICATION_DIR PICTURES UPLOADS: a survey entered, saved, found again and
+uploaded through the real window.
 
-Leaves a picture of each station of the road and prints where the saved survey
-is. The survey store lies in the home directory of this process.
+Leaves a picture of each station of the road and prints where the survey is. The
+survey store lies in the home directory of this process; a server that the
+program knows keeps what it takes in UPLOADS.
 """
 
 import os
 import pathlib
-import shutil
 import sys
 
 from . import entry
@@ -18,9 +19,10 @@ from .waiting import wait_for
 
 
 class Demo:
-    def __init__(self, application_dir, pictures):
+    def __init__(self, application_dir, pictures, uploads):
         self.application_dir = application_dir
         self.pictures = pictures
+        self.uploads = uploads
         self.place = a_place(application_dir / "data-files")
         self.count = 0
         self.program = None
@@ -47,12 +49,10 @@ class Demo:
             path = self.save()
             self.quit()
         with Program(self.application_dir, home=home) as self.program:
-            self.find_it_again(path)
             self.see_what_is_missing()
-            self.quit()
-        self.let_it_be_uploaded(path)
-        with Program(self.application_dir, home=home) as self.program:
-            self.view_it()
+            self.find_it_again()
+            self.upload_it()
+            path = self.see_it_uploaded(path)
             self.quit()
         return path
 
@@ -91,40 +91,52 @@ class Demo:
         self.program.activate_menu("File", "Quit")
         self.program.wait_for_end()
 
-    def find_it_again(self, path):
-        tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
-        row = wait_for("the survey is listed", lambda: list(tree.rows())[1])
-        row[0].scroll_to()
-        row[0].click()
+    def see_what_is_missing(self):
+        self.panel_picture("Confirmation")
+
+    def find_it_again(self):
+        self.choose_saved_survey(1)  # behind In Progress
         self.picture("Saved surveys")
         self.press("Edit")
         wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
         self.picture("Opened again")
 
-    def see_what_is_missing(self):
-        self.program.activate_menu("File", "New survey...")
-        wait_for("it is a new one", lambda: self.program.panel_shown().name != "Confirmation")
-        self.panel_picture("Confirmation")
+    def choose_saved_survey(self, index):
+        """Clicks the row of that index in the tree of saved surveys."""
+        tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
+        row = wait_for("it is listed", lambda: next(iter(list(tree.rows())[index:]), None))
+        row[0].scroll_to()
+        row[0].click()
 
-    def let_it_be_uploaded(self, path):
-        uploaded = path.parent.parent / "Uploaded"
-        uploaded.mkdir(exist_ok=True)
-        shutil.copy(path, uploaded)
+    def upload_it(self):
+        self.press("Upload")
+        self.program.message("Survey uploaded successfully.")
+        self.picture("Survey uploaded")
+        self.program.answer("Survey uploaded successfully.", "OK", other_follows=True)
+        self.program.answer("You are running the best available version", "OK")
 
-    def view_it(self):
+    def see_it_uploaded(self, path):
+        """Opens the survey where it is now, and gives its path."""
         tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
         tree.find_row("Uploaded")[0].click()
-        row = wait_for("it is listed", lambda: list(tree.rows())[-1])
-        row[0].scroll_to()
-        press_key("Return")
+        press_key("plus")
+        self.choose_saved_survey(3)  # behind the three states
+        self.picture("Uploaded")
         self.press("View")
         wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
         self.panel_picture("Survey Info Part 1")
 
+        (uploaded,) = self.program.saved_surveys()
+        assert uploaded == path.parent.parent / "Uploaded" / path.name, uploaded
+        assert (self.uploads / path.name).read_bytes() == uploaded.read_bytes()
+        return uploaded
+
 
 if __name__ == "__main__":
     pictures_dir = pathlib.Path(sys.argv[2])
-    survey = Demo(pathlib.Path(sys.argv[1]), pictures_dir).run()
+    uploads_dir = pathlib.Path(sys.argv[3])
+    survey = Demo(pathlib.Path(sys.argv[1]), pictures_dir, uploads_dir).run()
     for picture in sorted(pictures_dir.glob("*.png")):
         print(f"Picture: {picture}")
     print(f"Survey: {survey}")
+    print(f"On the server: {uploads_dir.resolve() / survey.name}")
