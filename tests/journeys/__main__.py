@@ -9,6 +9,7 @@ import sys
 from .results import run
 
 os.environ["MAVO_APPLICATION_DIR"] = sys.argv[1]
-from . import test_journeys, test_saved_surveys, test_startup  # noqa: E402  they read the variable
+from . import test_journeys, test_keyboard, test_saved_surveys, test_startup  # noqa: E402
 
-sys.exit(run((test_journeys, test_saved_surveys, test_startup), sys.argv[2], sys.argv[3:]))
+MODULES = (test_journeys, test_keyboard, test_saved_surveys, test_startup)
+sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))

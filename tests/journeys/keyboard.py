@@ -1,0 +1,92 @@
+"""The keyboard as the only way to use the program, and what has it."""
+
+from gi.repository import Atspi, GLib
+
+from .screen import Thing, press_key
+from .waiting import wait_for
+
+
+class Keyboard:
+    """Presses keys, each once the one before it has arrived where it should.
+
+    What has the keyboard is what screen readers are told of: the bus says it in
+    events, for some things are no part of what it lists.
+    """
+
+    def __init__(self, program):
+        self.program = program
+        self.holder = None
+        self.listener = Atspi.EventListener.new(self.on_focus)
+        self.listener.register("object:state-changed:focused")
+
+    def on_focus(self, event):
+        # The tab in front follows the list of tabs, which has the keyboard.
+        if event.detail1 and event.source.get_role_name() != "page tab":
+            self.holder = Thing(event.source)
+
+    def focused(self):
+        """The thing that has the keyboard, as far as is known."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self.holder
+
+    def wait_for_focus(self, name):
+        wait_for(
+            f"{name!r} has the keyboard, not {self.focused()!r}",
+            lambda: self.focused() and self.focused().name == name,
+        )
+
+    def press(self, key, then=None):
+        """Presses a key; `then` names what has the keyboard after it."""
+        press_key(key)
+        if then:
+            self.wait_for_focus(then)
+
+    def type_text(self, text, field):
+        """Types into a field that has the keyboard."""
+        for count, letter in enumerate(text, 1):
+            press_key("space" if letter == " " else letter)
+            wait_for(f"{text[:count]!r} is typed", lambda: field.text == text[:count])
+
+    def choose(self, label, box):
+        """Opens the list of a box that has the keyboard and goes down to this label.
+
+        Down on the box itself would choose all that is on the way.
+        """
+        name = self.focused().name
+        self.press("space")
+        self.choose_from_menu(label, self.program.popup_menu())
+        wait_for(f"{box!r} shows {label!r}", lambda: box.chosen == label)
+        self.wait_for_focus(name)
+
+    def choose_from_menu(self, label, menu):
+        """Goes down in an open menu to this item and takes it."""
+        picked = picked_in(menu)
+        while picked != label:
+            self.press("Down")
+            before = picked
+            wait_for(f"another item than {before!r}", lambda: picked_in(menu) not in (before, None))
+            picked = picked_in(menu)
+        self.press("Return")
+
+    def station(self):
+        """Role and name of what has the keyboard."""
+        return self.focused() and (self.holder.role, self.holder.name)
+
+    def stations(self, most=40):
+        """What has the keyboard after each Tab until it comes round, in order."""
+        seen = []
+        while len(seen) < most:
+            before = self.station()
+            press_key("Tab")
+            wait_for(f"another than {before}", lambda: self.station() != before)
+            if self.station() in seen:
+                return seen
+            seen.append(self.station())
+        raise AssertionError(f"the keyboard does not come round: {seen}")
+
+
+def picked_in(menu):
+    """The name of the current item of an open menu, None if there is none."""
+    menu.accessible.clear_cache()
+    return next((item.name for item in menu.children() if item.is_picked), None)
