@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/saving-test.h"
+#include "support/dialogs.h"
 #include "support/test-server.h"
 
 #include <memory>
@@ -19,5 +20,13 @@ public:
   // Lets the program ask there: "http://host:port".
   void ask_server_at(const std::string& address) const;
 
+  // Puts a survey into the window that may be uploaded; its name is natural_name.
+  void enter_complete_survey();
+  // Writes a file into the directory of a state and gives its path.
+  std::string put(MyApp::WhichDir which, const std::string& name, const std::string& text) const;
+
   std::unique_ptr<TestServer> server;
 };
+
+// The titles of dialogs, in order.
+std::vector<Glib::ustring> titles_of(const std::vector<SeenDialog>& dialogs);
