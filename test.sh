@@ -4,7 +4,7 @@
 # counts the single tests; the exit status is 0 only if all passed.
 set -u
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
-tools/install-packages build run test || exit 1
+tools/install-packages build run test package || exit 1
 
 # A compiler cache is welcome, not required. It must be told that precompiled
 # headers are safe to use.

@@ -6,6 +6,17 @@ target_compile_options(survey_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 target_include_directories(survey_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
+# What users run is hardened as Debian's own programs are, and does not depend on
+# the directory that it was built in.
+set(release_only "$<$<CONFIG:Release>:")
+target_compile_options(survey_flags INTERFACE
+  "${release_only}-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>"
+  "${release_only}-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>"
+  "${release_only}-fstack-protector-strong>" "${release_only}-fPIE>")
+target_compile_definitions(survey_flags INTERFACE "${release_only}_FORTIFY_SOURCE=2>")
+target_link_options(survey_flags INTERFACE "${release_only}LINKER:-z,relro,-z,now>"
+  "${release_only}-pie>")
+
 if(MAVO_SANITIZE)
   target_compile_options(survey_flags INTERFACE
     -fsanitize=${MAVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
