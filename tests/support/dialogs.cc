@@ -83,12 +83,17 @@ SeenDialog describe(Gtk::Dialog& dialog)
   SeenDialog seen;
   seen.title = dialog.get_title();
   seen.has_icon = !dialog.get_icon_list().empty();
-  if (auto* message = dynamic_cast<Gtk::MessageDialog*>(&dialog))
+  if (auto* message = dynamic_cast<Gtk::MessageDialog*>(&dialog)) {
     seen.message_type = message->property_message_type().get_value();
+    seen.markup = message->property_text().get_value();
+  }
   collect_labels(*dialog.get_content_area(), seen.text);
-  for (auto* child : dialog.get_action_area()->get_children())
-    if (auto* button = dynamic_cast<Gtk::Button*>(child))
+  for (auto* child : dialog.get_action_area()->get_children()) {
+    if (auto* button = dynamic_cast<Gtk::Button*>(child)) {
       seen.buttons.push_back(button->get_label());
+      seen.responses.push_back(gtk_dialog_get_response_for_widget(dialog.gobj(), child->gobj()));
+    }
+  }
   return seen;
 }
 

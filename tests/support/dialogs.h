@@ -13,7 +13,9 @@ class Dialog;
 struct SeenDialog {
   Glib::ustring title;
   Glib::ustring text;                 // as shown: markup already parsed
+  Glib::ustring markup;               // the same of a message dialog, not parsed
   std::vector<Glib::ustring> buttons; // labels or stock ids, in order
+  std::vector<int> responses;         // of the buttons
   int message_type = -1;              // Gtk::MessageType of a message dialog
   bool has_icon = false;
 };

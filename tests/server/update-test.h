@@ -1,0 +1,35 @@
+#pragma once
+
+#include "server/server-test.h"
+#include "support/dialogs.h"
+#include "ui/survey-window.h"
+
+#include <string>
+#include <vector>
+
+// A test of checks for updates. The server offers the data in use unless told
+// otherwise.
+class UpdateTest : public ServerTest
+{
+public:
+  // Lets the server offer other data than those in use, with one more species: 13.
+  void offer_new_data(const std::string& timestamp = "20220202000000") const;
+
+  // Lets `window` check, and answers the dialogs of that in turn.
+  RetCode check(const std::vector<int>& answers,
+                SurveyWindow::ResponseCode next = SurveyWindow::RESPONSE_NONE,
+                const char* action = nullptr);
+  // "title: text" of each dialog seen.
+  std::vector<std::string> told() const;
+
+  std::vector<SeenDialog> seen; // in the last check
+
+  const std::string up_to_date =
+      "Program and Data are Up To Date: You are running the best available version of the "
+      "program,\nand your data files are up to date.\nThanks for checking!";
+  const std::string installed =
+      "Data File Update Successful: Data files successfully downloaded and installed.";
+  const std::string no_contact = "Can't reach MAVO server: Failed to contact MAVO server";
+  const std::string no_consistent_contact =
+      "Can't reach MAVO server: Failed to consistently contact MAVO server";
+};
