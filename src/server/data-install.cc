@@ -115,7 +115,8 @@ RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
   if (debug_level > 0)
     std::printf("data version query response code is %d, type %s\n", answer.status(),
                 type ? type : "(none)");
-  if (answer.status() != status_ok || !type || std::strcmp(type, archive_type) != 0)
+  const bool is_archive = type && std::strcmp(type, archive_type) == 0;
+  if (answer.status() != status_ok || !is_archive || !answer.is_whole())
     return error("Failed to download data update! (%d)", answer.status());
 
   const std::string_view body = answer.body();

@@ -72,6 +72,15 @@ int HttpAnswer::status() const
   return message ? static_cast<int>(message->status_code) : not_an_address;
 }
 
+bool HttpAnswer::is_whole() const
+{
+  if (!message)
+    return false;
+  SoupMessageHeaders* const headers = message->response_headers;
+  return soup_message_headers_get_encoding(headers) != SOUP_ENCODING_CONTENT_LENGTH ||
+         message->response_body->length >= soup_message_headers_get_content_length(headers);
+}
+
 const char* HttpAnswer::header(const char* name) const
 {
   return message ? soup_message_headers_get_one(message->response_headers, name) : nullptr;

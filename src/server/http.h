@@ -30,9 +30,11 @@ public:
   HttpAnswer(HttpAnswer&& other) noexcept;
   HttpAnswer& operator=(HttpAnswer&&) = delete;
 
-  // The HTTP status, or one below 100 if there was no whole answer: headers may
-  // still have come before the connection broke.
+  // The HTTP status, or one below 100 if none came. The body may still have been
+  // cut off.
   int status() const;
+  // Whether as much of the body came as the server had announced.
+  bool is_whole() const;
   // The value of a header of the answer, null if it is absent; valid as long as
   // this object.
   const char* header(const char* name) const;
