@@ -1,7 +1,9 @@
 #include "store/survey-description.h"
 
+#include "core/number.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
+#include "store/survey-reader.h"
 
 #include <array>
 #include <cstdio>
@@ -58,7 +60,42 @@ Glib::ustring start_label(int dive_start, const DataDefs& defs)
   return {};
 }
 
+void take_field(const xmlpp::Node& node, SurveySummary& summary)
+{
+  const std::string name = node.get_name().raw();
+  const Glib::ustring content = get_content(&node);
+  if (name == "member_id")
+    summary.member_id = content;
+  else if (name == "subregion")
+    summary.subregion = content;
+  else if (name == "survey_subtype")
+    summary.survey_subtype = to_int(content);
+  else if (name == "year")
+    summary.year = content;
+  else if (name == "month")
+    summary.month = to_int(content);
+  else if (name == "mday")
+    summary.mday = to_int(content);
+  else if (name == "dive_start")
+    summary.dive_start = to_int(content);
+  else if (name == "zonecode")
+    summary.zonecode = to_int(content);
+}
+
 } // namespace
+
+SurveySummary read_survey_summary(const std::string& path, int* member_id)
+{
+  xmlpp::DomParser parser;
+  const xmlpp::Node* const survey = parse_survey_file(parser, path);
+  SurveySummary summary;
+  for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling()) {
+    take_field(*node, summary);
+    if (member_id && node->get_name().raw() == "member_id")
+      *member_id = to_int(summary.member_id);
+  }
+  return summary;
+}
 
 Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,
                               const DataDefs& defs, bool with_member)

@@ -2,6 +2,8 @@
 
 #include <glibmm/ustring.h>
 
+#include <string>
+
 class DataDefs;
 class RegionInfo;
 
@@ -16,6 +18,11 @@ struct SurveySummary {
   int dive_start = 0;
   int zonecode = 0;
 };
+
+// Reads what the survey file at `path` says. Throws as parse_survey_file() does.
+// With `member_id` the member's number is stored there as soon as its text is
+// known, so that it stands even if something after it turns out to be wrong.
+SurveySummary read_survey_summary(const std::string& path, int* member_id);
 
 // The description, as plain text: the member if `with_member`, then survey type, date, start
 // and zone as far as they are known. Throws a text if the reference data do not

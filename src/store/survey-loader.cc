@@ -13,19 +13,6 @@
 #include "ui/survey-window.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <string>
-
-namespace {
-
-// Whether a number is beyond the range of int: as an id it would become that of
-// another species.
-bool loses_digits(const Glib::ustring& number)
-{
-  return std::strtol(number.c_str(), nullptr, 10) != to_int(number);
-}
-
-} // namespace
 
 void SurveyLoader::load(const xmlpp::Node* survey_element)
 {
@@ -56,7 +43,7 @@ void SurveyLoader::load_element(const xmlpp::Node& element)
   else if (name.raw() == "species_view")
     window.listed_panel->set_species_view_carefully(to_int(content));
   else if (name.raw() == "ids")
-    load_species(element);
+    read_sightings(element, window.survey.abundances);
   else
     throw "MAVO Survey has unknown tag '" + name + "'";
 }
@@ -139,27 +126,4 @@ void SurveyLoader::load_single_depth(int depth_id)
   DropDownBox* const maximum = window.survey_panel2->max_depth;
   (single_depth_is_maximum ? average : maximum)->set_label("");
   (single_depth_is_maximum ? maximum : average)->set_id(depth_id);
-}
-
-void SurveyLoader::load_species(const xmlpp::Node& ids)
-{
-  for (const xmlpp::Node* node = ids.get_first_child(); node; node = node->get_next_sibling())
-    if (!is_white_space(node))
-      load_one_species(*node);
-}
-
-void SurveyLoader::load_one_species(const xmlpp::Node& species)
-{
-  if (species.get_name().raw() != "species")
-    throw "MAVO Survey has a problem - unknown tag \"" + species.get_name() + "\" in ids section";
-  const int id = get_numeric_attr(&species, "id");
-  const int abundance = get_numeric_attr(&species, "abun");
-  // A number that cannot be read is 0, too.
-  const bool is_zero = abundance == 0 && get_attr(&species, "abun").raw() == "0";
-  if (id <= 0 || loses_digits(get_attr(&species, "id")) || (abundance <= 0 && !is_zero))
-    throw "MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
-        std::to_string(abundance) + ") for species";
-  if (debug_level > 2)
-    printf("loading: species id %d abun %d\n", id, abundance);
-  window.survey.abundances[id] = abundance;
 }

@@ -26,8 +26,6 @@ private:
   void load_subregion(const Glib::ustring& content);
   void load_bottom_time(const xmlpp::Node& element);
   void load_single_depth(int depth_id);
-  void load_species(const xmlpp::Node& ids);
-  void load_one_species(const xmlpp::Node& species);
 
   SurveyWindow& window;
   Glib::ustring subregion;

@@ -4,6 +4,7 @@
 #include <libxml++/nodes/element.h>
 #include <libxml++/parsers/domparser.h>
 
+#include <map>
 #include <string>
 
 // Small helpers on nodes of a survey document. A null node gives the empty value.
@@ -25,3 +26,8 @@ bool is_white_space(const xmlpp::Node* node);
 // draws text from other files is refused, as it could only be read in part. So
 // is a file of several megabytes, and what is no plain file at all.
 const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path);
+
+// Enters what the children of the "ids" element say into `abundances`, species
+// id to abundance; a species that comes twice has the last one. Throws a text
+// at the first child that is wrong.
+void read_sightings(const xmlpp::Node& ids, std::map<int, int>& abundances);

@@ -3,7 +3,6 @@
 #include "core/c-resource.h"
 #include "core/markup.h"
 #include "core/my-app.h"
-#include "core/number.h"
 #include "core/report.h"
 #include "store/replace-file.h"
 #include "store/thrown-text.h"
@@ -53,43 +52,6 @@ void make_directory(const std::string& path)
       directory->make_directory_with_parents();
   } catch (...) { // NOLINT(bugprone-empty-catch): whoever uses the directory will tell
   }
-}
-
-void take_field(const xmlpp::Node& node, SurveySummary& summary)
-{
-  const std::string name = node.get_name().raw();
-  const Glib::ustring content = get_content(&node);
-  if (name == "member_id")
-    summary.member_id = content;
-  else if (name == "subregion")
-    summary.subregion = content;
-  else if (name == "survey_subtype")
-    summary.survey_subtype = to_int(content);
-  else if (name == "year")
-    summary.year = content;
-  else if (name == "month")
-    summary.month = to_int(content);
-  else if (name == "mday")
-    summary.mday = to_int(content);
-  else if (name == "dive_start")
-    summary.dive_start = to_int(content);
-  else if (name == "zonecode")
-    summary.zonecode = to_int(content);
-}
-
-// The number of a member's text is known as soon as the text is, so that it
-// stands even if something after it turns out to be wrong.
-SurveySummary read_summary(const std::string& path, int* member_id)
-{
-  xmlpp::DomParser parser;
-  const xmlpp::Node* const survey = parse_survey_file(parser, path);
-  SurveySummary summary;
-  for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling()) {
-    take_field(*node, summary);
-    if (member_id && node->get_name().raw() == "member_id")
-      *member_id = to_int(summary.member_id);
-  }
-  return summary;
 }
 
 bool is_regular_file(const std::string& path)
@@ -196,7 +158,7 @@ std::string MyApp::get_survey_description(const std::string& path, int* member_i
       *member_id = -1;
     if (!is_regular_file(path))
       return {};
-    const SurveySummary summary = read_summary(path, member_id);
+    const SurveySummary summary = read_survey_summary(path, member_id);
     return describe_survey(summary, *region_info, *data_defs, !member_id).raw();
   } catch (...) {
     std::printf("File scan: %s: %s\n", path.c_str(), thrown_text("Unknown error", "").c_str());

@@ -1,0 +1,26 @@
+// The splitter of data lines, compared with a second reading of the syntax.
+#include "data/csv-line.h"
+
+#include "data/naive-csv-line.h"
+
+#include <cstdlib>
+
+#include "target.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+  const std::string line = bytes_of(data, size);
+  const NaiveCsvLine naive(line);
+  std::vector<Glib::ustring> fields(2, "of the line before");
+  std::size_t botched = 0;
+  split_csv_line(line, fields, [&](std::size_t column, const Glib::ustring& text) {
+    require(botched < naive.botched.size() && naive.botched[botched].column == column &&
+                naive.botched[botched].text == text.raw(),
+            "botched quoting is told as the naive reading tells it");
+    ++botched;
+  });
+  require(botched == naive.botched.size(), "all botched quoting is told");
+  require(std::vector<std::string>(fields.begin(), fields.end()) == naive.fields,
+          "the fields are those of the naive reading");
+  return 0;
+}

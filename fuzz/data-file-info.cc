@@ -1,0 +1,31 @@
+// The metadata of a data set. A line without an equals sign ends the program, so
+// each line that has none is given one.
+#include "data/data-file-info.h"
+
+#include "target.h"
+
+namespace {
+
+const std::string key_of_time = "timestamp=";
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+  static const Scratch scratch;
+  std::string text;
+  std::string timestamp;
+  for (std::string line : lines_of(bytes_of(data, size))) {
+    if (!line.empty() && line.find('=') == std::string::npos)
+      line += '=';
+    if (line.rfind(key_of_time, 0) == 0)
+      timestamp = line.substr(key_of_time.size());
+    text += line + "\n";
+  }
+  scratch.write(DataFileInfo::get_filename(), text);
+  const DataFileInfo info(scratch.dir);
+  require(info.timestamp == timestamp, "the last time stands, to the byte");
+  require(info.valid == (!info.timestamp.empty() && !info.updated.empty()),
+          "a set with time and date is valid, no other is");
+  return 0;
+}

@@ -1,0 +1,160 @@
+// The readers of the eleven kinds of data file, each over a set of sound files.
+// The first byte of the input chooses the kind, from 'a' on; the rest is the file.
+#include "data/survey-data.h"
+#include "support/data-set.h"
+
+#include <iterator>
+#include <string>
+
+#include "target.h"
+
+namespace {
+
+const char* const kinds[] = {"data-definitions.csv",  "data-parameters.csv",
+                             "region-info.csv",       "PAC-family-info.csv",
+                             "PAC-species-info.csv",  "PAC-geog.csv",
+                             "habitat.csv",           "habitatregion.csv",
+                             "abundance-choices.csv", "species-view-definitions.csv",
+                             "species-views.csv"};
+enum Kind {
+  DEFINITIONS,
+  PARAMETERS,
+  REGIONS,
+  FAMILIES,
+  SPECIES,
+  ZONES,
+  HABITATS,
+  REGION_HABITATS,
+  ABUNDANCES,
+  VIEW_DEFINITIONS,
+  VIEWS,
+  NUMBER_OF_KINDS
+};
+
+bool are_in_step(const FromCSV::Def& choices)
+{
+  return choices.labels.size() == choices.values.size();
+}
+
+void read_definitions(const std::string& dir)
+{
+  const DataDefs defs(dir);
+  for (const auto& [group, choices] : defs.defs)
+    require(!group.empty() && are_in_step(choices), "a group has a name, and a label for each id");
+}
+
+void use_region(RegionInfo& regions, const RegionFishInfo& fish)
+{
+  require(!regions.is_valid() || fish.initialised, "a region is whole if the regions are");
+  for (std::size_t id = 0; id < fish.species.size(); ++id) {
+    const auto* const species = fish.find_species(static_cast<int>(id));
+    require(!species || fish.families.count(species->familyid) == 1, "a species has a family");
+  }
+  for (const auto& id : fish.family_ids)
+    require(fish.families.count(id) == 1, "a listed family is known");
+  for (const int id : fish.geog_ids)
+    require(fish.geog_names.count(id) == 1, "a listed zone has a name");
+}
+
+void read_regions(const std::string& dir)
+{
+  RegionInfo regions(dir);
+  for (const auto& [region, fish] : regions.region_fish)
+    use_region(regions, fish);
+  for (const auto& [code, choices] : regions.survey_types) {
+    require(are_in_step(choices), "a survey type has a name");
+    for (const int id : choices.values)
+      require(regions.regions.at(static_cast<std::size_t>(id)).visible, "hidden types stay hidden");
+  }
+}
+
+void read_habitats(const std::string& dir)
+{
+  const HabitatInfo habitats(dir);
+  if (!habitats.is_valid())
+    return;
+  for (const auto& [region, ids] : habitats.region_habitat_ids)
+    for (const int id : ids)
+      require(id == -1 || (id >= 0 && static_cast<std::size_t>(id) < habitats.names.size()),
+              "a region's habitat is known");
+  for (const auto& [region, choices] : habitats.region_habitats)
+    require(are_in_step(choices), "a habitat has a name");
+}
+
+void read_abundances(const std::string& dir)
+{
+  const AbundanceChoices abundances(dir);
+  for (const auto& type : abundances.subtypes)
+    require(type.choices.empty() || type.choices.front().label.raw() == "None",
+            "the first choice is none");
+}
+
+void read_views(const std::string& dir)
+{
+  RegionInfo regions(dir);
+  const SpeciesViewInfo view_info(dir, &regions);
+  const SpeciesViews views(dir);
+  for (const auto& [code, subregion] : regions.subregions) {
+    require(!view_info.is_valid() || subregion.views.size() == subregion.view_choices.values.size(),
+            "each view can be chosen");
+    for (const auto& view : subregion.views)
+      for (const auto& species : views.species_of(view.viewid))
+        require(views.species_set(view.viewid).count(species.speciesid) == 1,
+                "the set of a view holds what its list does");
+  }
+}
+
+void read(Kind kind, const std::string& dir)
+{
+  switch (kind) {
+  case DEFINITIONS:
+    return read_definitions(dir);
+  case PARAMETERS:
+    DataParams{dir};
+    return;
+  case REGIONS:
+  case FAMILIES:
+  case SPECIES:
+  case ZONES:
+    return read_regions(dir);
+  case HABITATS:
+  case REGION_HABITATS:
+    return read_habitats(dir);
+  case ABUNDANCES:
+    return read_abundances(dir);
+  case VIEW_DEFINITIONS:
+  case VIEWS:
+    return read_views(dir);
+  case NUMBER_OF_KINDS:
+    return;
+  }
+}
+
+// The files of a sound set, read once to be put back.
+class SoundSet
+{
+public:
+  SoundSet()
+  {
+    data.minimal();
+    for (const char* kind : kinds)
+      texts.push_back(read_file(data.dir + kind));
+  }
+
+  DataSet data;
+  std::vector<std::string> texts;
+};
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
+{
+  static const SoundSet sound;
+  if (size == 0)
+    return 0;
+  const std::size_t kind = static_cast<unsigned char>(input[0] - 'a') % std::size(kinds);
+  sound.data.file(kinds[kind], bytes_of(input + 1, size - 1));
+  read(static_cast<Kind>(kind), sound.data.dir);
+  sound.data.file(kinds[kind], sound.texts[kind]);
+  return 0;
+}

@@ -1,0 +1,50 @@
+// The describing road: a file among the surveys, up to its line in the list.
+#include "data/data-defs.h"
+#include "data/region-info.h"
+#include "store/survey-description.h"
+#include "store/thrown-text.h"
+#include "support/data-set.h"
+
+#include "target.h"
+
+#include <memory>
+
+namespace {
+
+struct Tables {
+  Tables()
+  {
+    data.minimal();
+    regions = std::make_unique<RegionInfo>(data.dir);
+    defs = std::make_unique<DataDefs>(data.dir);
+    require(regions->is_valid() && defs->is_valid(), "the sound set can be read");
+  }
+
+  DataSet data;
+  std::unique_ptr<RegionInfo> regions;
+  std::unique_ptr<DataDefs> defs;
+};
+
+void describe(const std::string& path, const Tables& tables, int* member_id)
+{
+  try {
+    const SurveySummary summary = read_survey_summary(path, member_id);
+    const Glib::ustring line = describe_survey(summary, *tables.regions, *tables.defs, !member_id);
+    require(line.validate() && !line.empty(), "a description is text");
+  } catch (...) {
+    require(!thrown_text("", "").empty(), "the user is told what is wrong");
+  }
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+  static const Tables tables;
+  static const Scratch scratch;
+  scratch.write("survey", bytes_of(data, size));
+  int member_id = -1;
+  describe(scratch.dir + "survey", tables, &member_id);
+  describe(scratch.dir + "survey", tables, nullptr);
+  return 0;
+}
