@@ -3,7 +3,6 @@
 #include "data/survey-data.h"
 #include "support/data-set.h"
 
-#include <iterator>
 #include <string>
 
 #include "target.h"
@@ -73,10 +72,11 @@ void read_habitats(const std::string& dir)
   const HabitatInfo habitats(dir);
   if (!habitats.is_valid())
     return;
-  for (const auto& [region, ids] : habitats.region_habitat_ids)
+  for (const auto& [region, ids] : habitats.region_habitat_ids) {
     for (const int id : ids)
       require(id == -1 || (id >= 0 && static_cast<std::size_t>(id) < habitats.names.size()),
               "a region's habitat is known");
+  }
   for (const auto& [region, choices] : habitats.region_habitats)
     require(are_in_step(choices), "a habitat has a name");
 }
@@ -97,10 +97,11 @@ void read_views(const std::string& dir)
   for (const auto& [code, subregion] : regions.subregions) {
     require(!view_info.is_valid() || subregion.views.size() == subregion.view_choices.values.size(),
             "each view can be chosen");
-    for (const auto& view : subregion.views)
+    for (const auto& view : subregion.views) {
       for (const auto& species : views.species_of(view.viewid))
         require(views.species_set(view.viewid).count(species.speciesid) == 1,
                 "the set of a view holds what its list does");
+    }
   }
 }
 
@@ -137,12 +138,17 @@ public:
   SoundSet()
   {
     data.minimal();
-    for (const char* kind : kinds)
-      texts.push_back(read_file(data.dir + kind));
+    for (const char* name : kinds)
+      files.push_back({name, read_file(data.dir + name)});
   }
 
+  struct File {
+    std::string name;
+    std::string text;
+  };
+
   DataSet data;
-  std::vector<std::string> texts;
+  std::vector<File> files; // by kind
 };
 
 } // namespace
@@ -152,9 +158,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
   static const SoundSet sound;
   if (size == 0)
     return 0;
-  const std::size_t kind = static_cast<unsigned char>(input[0] - 'a') % std::size(kinds);
-  sound.data.file(kinds[kind], bytes_of(input + 1, size - 1));
+  const int kind = static_cast<unsigned char>(input[0] - 'a') % NUMBER_OF_KINDS;
+  const SoundSet::File& file = sound.files[static_cast<std::size_t>(kind)];
+  sound.data.file(file.name, bytes_of(input + 1, size - 1));
   read(static_cast<Kind>(kind), sound.data.dir);
-  sound.data.file(kinds[kind], sound.texts[kind]);
+  sound.data.file(file.name, file.text);
   return 0;
 }

@@ -105,10 +105,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   scratch.write("survey", document);
   const auto opened_again = try_to_open(scratch.dir + "survey");
   require(opened_again.has_value(), "what is saved can be opened");
-  for (const auto& field : text_fields)
+  for (const auto& field : text_fields) {
     require((opened->form.*field.text).raw() == (opened_again->form.*field.text).raw() ||
-                field.text == &SurveyForm::temp_units,
+                field.text == &SurveyForm::temp_units, // which are never empty
             "a text is saved to the byte");
+  }
   require(document == saved(*opened_again), "what is opened is saved the same");
   return 0;
 }

@@ -5,9 +5,9 @@
 #include "store/thrown-text.h"
 #include "support/data-set.h"
 
-#include "target.h"
-
 #include <memory>
+
+#include "target.h"
 
 namespace {
 

@@ -89,7 +89,8 @@ NaiveCsvLine::NaiveCsvLine(const std::string& line)
       text += c;
       place = QUOTED;
     } else if (place == BEHIND_QUOTE) {
-      text = "\"" + text + "\"" + c;
+      text.insert(0, 1, '"');
+      text += '"' + c;
       place = BOTCHED;
     } else {
       if (place == FIELD_START)
