@@ -1,0 +1,166 @@
+#include "faults/faulty-calls.h"
+
+#include <fcntl.h>
+#include <linux/limits.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <utility>
+
+// The executable's own definitions of these functions come before the system
+// library's, for the libraries as well. Each makes the call itself.
+
+namespace {
+
+FaultyCalls* in_force = nullptr;
+
+std::string path_of(int descriptor)
+{
+  std::array<char, PATH_MAX> path;
+  const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+  const long length = syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), path.data(), path.size());
+  return length < 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
+}
+
+bool fails(Call call, const char* path)
+{
+  return in_force && path && in_force->is_below(path) && in_force->takes(call);
+}
+
+bool fails(Call call, int descriptor)
+{
+  return in_force && in_force->is_below(path_of(descriptor)) && in_force->takes(call);
+}
+
+int open_at(int directory, const char* path, int flags, mode_t mode)
+{
+  const bool writes = (flags & O_ACCMODE) != O_RDONLY;
+  if (writes && fails(Call::open, path))
+    return -1;
+  return static_cast<int>(syscall(SYS_openat, directory, path, flags, mode));
+}
+
+// The mode is only there if a file may be made.
+mode_t mode_of(int flags, va_list arguments)
+{
+  const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+  return makes ? static_cast<mode_t>(va_arg(arguments, unsigned)) : 0;
+}
+
+} // namespace
+
+const char* name_of(Call call)
+{
+  constexpr std::array<const char*, number_of_calls> names = {"open",   "write",  "fsync", "link",
+                                                              "rename", "unlink", "mkdir", "close"};
+  return names[static_cast<std::size_t>(call)];
+}
+
+FaultyCalls::FaultyCalls(std::string directory_) : directory(std::move(directory_) + "/")
+{
+  in_force = this;
+}
+
+FaultyCalls::~FaultyCalls()
+{
+  in_force = nullptr;
+}
+
+void FaultyCalls::fail_once(Call call, int nth, int number)
+{
+  faults[static_cast<std::size_t>(call)] = {nth, number};
+}
+
+void FaultyCalls::fail_always(Call call, int number)
+{
+  always[static_cast<std::size_t>(call)] = number;
+}
+
+bool FaultyCalls::takes(Call call)
+{
+  const auto index = static_cast<std::size_t>(call);
+  const bool is_due = ++counts[index] == faults[index].nth;
+  if (always[index] == 0 && !is_due)
+    return false;
+  errno = is_due ? faults[index].number : always[index];
+  return true;
+}
+
+bool FaultyCalls::is_below(const std::string& path) const
+{
+  return (path + "/").compare(0, directory.size(), directory) == 0;
+}
+
+extern "C" {
+
+int open(const char* path, int flags, ...)
+{
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = mode_of(flags, arguments);
+  va_end(arguments);
+  return open_at(AT_FDCWD, path, flags, mode);
+}
+
+int open64(const char* path, int flags, ...)
+{
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = mode_of(flags, arguments);
+  va_end(arguments);
+  return open_at(AT_FDCWD, path, flags, mode);
+}
+
+ssize_t write(int descriptor, const void* data, size_t size)
+{
+  return fails(Call::write, descriptor) ? -1 : syscall(SYS_write, descriptor, data, size);
+}
+
+int fsync(int descriptor)
+{
+  return fails(Call::fsync, descriptor) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+int linkat(int from, const char* old_path, int to, const char* new_path, int flags) noexcept
+{
+  if (fails(Call::link, new_path))
+    return -1;
+  return static_cast<int>(syscall(SYS_linkat, from, old_path, to, new_path, flags));
+}
+
+int rename(const char* old_path, const char* new_path) noexcept
+{
+  if (fails(Call::rename, new_path))
+    return -1;
+  return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, old_path, AT_FDCWD, new_path, 0));
+}
+
+int unlink(const char* path) noexcept
+{
+  if (fails(Call::unlink, path))
+    return -1;
+  return static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, path, 0));
+}
+
+int mkdir(const char* path, mode_t mode) noexcept
+{
+  if (fails(Call::mkdir, path))
+    return -1;
+  return static_cast<int>(syscall(SYS_mkdirat, AT_FDCWD, path, mode));
+}
+
+// What fails to close is closed all the same: close(2).
+int close(int descriptor)
+{
+  const bool failed = fails(Call::close, descriptor);
+  const int number = errno;
+  const long result = syscall(SYS_close, descriptor);
+  if (!failed)
+    return static_cast<int>(result);
+  errno = number;
+  return -1;
+}
+}
