@@ -23,7 +23,7 @@ bool unpack(const std::string& archive, const DataSet& target)
   target.file("archive", archive);
   const std::string command = "bzip2 -dc '" + target.dir + "archive' 2>/dev/null | tar -C '" +
                               target.dir + "' -xf - 2>/dev/null";
-  return std::system(command.c_str()) == 0; // NOLINT(cert-env33-c): a directory of the test's own
+  return std::system(command.c_str()) == 0;
 }
 
 } // namespace

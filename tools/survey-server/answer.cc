@@ -36,7 +36,7 @@ std::string Answer::head(std::size_t length) const
   std::string text = "HTTP/1.1 " + std::to_string(status) + " " +
                      soup_status_get_phrase(static_cast<guint>(status)) + "\r\n";
   for (const auto& [name, value] : headers)
-    text += name + ": " + value + "\r\n";
+    text.append(name).append(": ").append(value).append("\r\n");
   return text + "Content-Length: " + std::to_string(length) + "\r\nConnection: close\r\n\r\n";
 }
 

@@ -58,31 +58,38 @@ void read_flag(Behaviour& behaviour, const std::string& word)
     throw std::invalid_argument("unknown word \"" + word + "\"");
 }
 
+// The words that take a value, and what each does.
+const struct {
+  const char* name;
+  void (*apply)(Behaviour& behaviour, const std::string& value);
+} settings[] = {
+    {"status", [](auto& behaviour, auto& value) { behaviour.status = parse_status(value); }},
+    {"without", [](auto& behaviour, auto& value) { behaviour.without.push_back(value); }},
+    {"header",
+     [](auto& behaviour, auto& value) { behaviour.headers.push_back(parse_header(value)); }},
+    {"error", [](auto& behaviour,
+                 auto& value) { behaviour.headers.emplace_back("X-Survey-Upload-Error", value); }},
+    {"long-header",
+     [](auto& behaviour, auto& value) {
+       const auto length = static_cast<std::size_t>(parse_number(value));
+       behaviour.headers.emplace_back("X-Long", std::string(length, 'x'));
+     }},
+    {"delay", [](auto& behaviour,
+                 auto& value) { behaviour.delay_ms = static_cast<unsigned>(parse_number(value)); }},
+    {"close", [](auto& behaviour, auto& value) { behaviour.close = parse_close(value); }},
+    {"redirect", [](auto& behaviour, auto& value) { behaviour.redirect = value; }},
+    {"type", [](auto& behaviour, auto& value) { behaviour.type = value; }},
+    {"damaged", [](auto& behaviour, auto& value) { behaviour.damage = parse_damage(value); }},
+};
+
 void read_setting(Behaviour& behaviour, const std::string& name, const std::string& value)
 {
-  if (name == "status")
-    behaviour.status = parse_status(value);
-  else if (name == "without")
-    behaviour.without.push_back(value);
-  else if (name == "header")
-    behaviour.headers.push_back(parse_header(value));
-  else if (name == "error")
-    behaviour.headers.emplace_back("X-Survey-Upload-Error", value);
-  else if (name == "long-header")
-    behaviour.headers.emplace_back("X-Long",
-                                   std::string(static_cast<std::size_t>(parse_number(value)), 'x'));
-  else if (name == "delay")
-    behaviour.delay_ms = static_cast<unsigned>(parse_number(value));
-  else if (name == "close")
-    behaviour.close = parse_close(value);
-  else if (name == "redirect")
-    behaviour.redirect = value;
-  else if (name == "type")
-    behaviour.type = value;
-  else if (name == "damaged")
-    behaviour.damage = parse_damage(value);
-  else
+  const auto* const setting =
+      std::find_if(std::begin(settings), std::end(settings),
+                   [&name](const auto& known) { return name == known.name; });
+  if (setting == std::end(settings))
     throw std::invalid_argument("unknown word \"" + name + "=\"");
+  setting->apply(behaviour, value);
 }
 
 std::vector<std::string> cut(const std::string& bytes, std::size_t count)

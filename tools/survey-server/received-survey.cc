@@ -32,7 +32,7 @@ std::string file_name(SoupMessageHeaders* headers)
   const SoupParamList parameters(soup_header_parse_semi_param_list(disposition ? disposition : ""));
   if (parameter(parameters.get(), "name") != "survey-file")
     throw Refusal{400, "The form has no file called survey-file."};
-  const std::string name = parameter(parameters.get(), "filename");
+  std::string name = parameter(parameters.get(), "filename");
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos)
     throw Refusal{400, "The survey's file name cannot be used."};
   return name;

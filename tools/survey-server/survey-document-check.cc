@@ -52,7 +52,7 @@ std::string fault_of_survey_document(const std::string& bytes)
     return "The file is not well-formed XML.";
   if (name_of(root) != "MAVO-Survey" && name_of(root) != "MAVO_Fish_Survey")
     return "The file is not a survey.";
-  const std::string fault = fault_of_version(root);
+  std::string fault = fault_of_version(root);
   if (!fault.empty())
     return fault;
   if (xmlChildElementCount(root) != 1)

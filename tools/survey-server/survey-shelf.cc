@@ -64,14 +64,13 @@ std::string keep_survey(const std::string& dir, const ReceivedSurvey& survey)
   const ScratchFile scratch(dir);
   scratch.write(survey.bytes);
   for (int number = 1;; ++number) {
-    const std::string name = numbered(survey.name, number);
-    const std::string path = dir + "/" + name;
-    if (link(scratch.path.c_str(), path.c_str()) == 0)
-      return name;
-    if (errno != EEXIST)
+    std::string name = numbered(survey.name, number);
+    const std::string path = fs::path(dir) / name;
+    const bool is_new = link(scratch.path.c_str(), path.c_str()) == 0;
+    if (!is_new && errno != EEXIST)
       throw Refusal{errno == ENAMETOOLONG ? 400 : 500,
                     std::string("The survey cannot be kept: ") + std::strerror(errno)};
-    if (holds(path, survey.bytes))
+    if (is_new || holds(path, survey.bytes))
       return name;
   }
 }
