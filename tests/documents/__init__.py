@@ -1,1 +1,1 @@
-"""Tests of what docs/ says of files: the schema of surveys and the texts made from the guide."""
+"""Tests of the documents: their links, the schema of surveys and the texts made from the guide."""
