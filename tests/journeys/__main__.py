@@ -9,7 +9,13 @@ import sys
 from .results import run
 
 os.environ["MAVO_APPLICATION_DIR"] = sys.argv[1]
-from . import test_journeys, test_keyboard, test_saved_surveys, test_startup  # noqa: E402
+from . import (  # noqa: E402
+    test_journeys,
+    test_keyboard,
+    test_pictures,
+    test_saved_surveys,
+    test_startup,
+)
 
-MODULES = (test_journeys, test_keyboard, test_saved_surveys, test_startup)
+MODULES = (test_journeys, test_keyboard, test_pictures, test_saved_surveys, test_startup)
 sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))

@@ -24,15 +24,21 @@ class Demo:
         self.pictures = pictures
         self.uploads = uploads
         self.place = a_place(application_dir / "data-files")
-        self.count = 0
+        self.taken = []
         self.program = None
 
     def picture(self, name):
         """Takes a picture of the window once it has been drawn."""
-        wait_until_still()
-        self.count += 1
+        path = self.picture_path(name)
+        if path:
+            wait_until_still()
+            take_picture(path, self.program.window())
+            self.taken.append(path)
+
+    def picture_path(self, name):
+        """Where the next picture goes: they are numbered."""
         slug = name.lower().replace("/", "-").replace(" ", "-")
-        take_picture(self.pictures / f"{self.count:02d}-{slug}.png", self.program.window())
+        return self.pictures / f"{len(self.taken) + 1:02d}-{slug}.png"
 
     def panel_picture(self, tab):
         self.program.open_panel(tab)
@@ -115,13 +121,16 @@ class Demo:
         self.program.answer("Survey uploaded successfully.", "OK", other_follows=True)
         self.program.answer("You are running the best available version", "OK")
 
-    def see_it_uploaded(self, path):
-        """Opens the survey where it is now, and gives its path."""
+    def find_it_uploaded(self):
         tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
         tree.find_row("Uploaded")[0].click()
         press_key("plus")
         self.choose_saved_survey(3)  # behind the three states
         self.picture("Uploaded")
+
+    def see_it_uploaded(self, path):
+        """Opens the survey where it is now, and gives its path."""
+        self.find_it_uploaded()
         self.press("View")
         wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
         self.panel_picture("Survey Info Part 1")

@@ -280,7 +280,7 @@ def picture_of(thing=None):
 
 def take_picture(path, thing=None):
     """Saves what the display shows as a PNG file."""
-    picture_of(thing).savev(str(path), "png", [], [])
+    picture_of(thing).savev(str(path), "png", ["compression"], ["9"])
 
 
 def wait_until_still():
