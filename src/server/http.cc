@@ -30,6 +30,19 @@ bool is_http_address(const std::string& url)
   return SOUP_URI_VALID_FOR_HTTP(uri.get());
 }
 
+// The name with line breaks as browsers write them; the library takes none.
+std::string sendable(const std::string& file_name)
+{
+  std::string name;
+  for (const char c : file_name) {
+    if (c == '\r' || c == '\n')
+      name += c == '\r' ? "%0D" : "%0A";
+    else
+      name += c;
+  }
+  return name;
+}
+
 HttpAnswer send(SoupSession& session, SoupMessage* message)
 {
   soup_session_send_message(&session, message);
@@ -110,6 +123,10 @@ HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFil
   const std::unique_ptr<SoupMultipart, MultipartFree> multipart(
       soup_multipart_new(SOUP_FORM_MIME_TYPE_MULTIPART));
   soup_multipart_append_form_file(multipart.get(), file.control_name.c_str(),
-                                  file.file_name.c_str(), file.content_type.c_str(), buffer.get());
-  return send(session, soup_form_request_new_from_multipart(url.c_str(), multipart.get()));
+                                  sendable(file.file_name).c_str(), file.content_type.c_str(),
+                                  buffer.get());
+  SoupMessage* const message = soup_form_request_new_from_multipart(url.c_str(), multipart.get());
+  // Who is redirected would ask the new address without the file.
+  soup_message_set_flags(message, SOUP_MESSAGE_NO_REDIRECT);
+  return send(session, message);
 }

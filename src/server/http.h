@@ -57,4 +57,5 @@ struct FormFile {
   std::string content_type;
   std::string contents;
 };
+// Sends it once and to this address only: a redirect is an answer like any other.
 HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file);

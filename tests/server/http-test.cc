@@ -1,0 +1,185 @@
+#include "server/http.h"
+#include "support/memory.h"
+#include "support/output.h"
+#include "support/test-server.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+const char* const question_path = "/offline-data-entry/?get-version=mac";
+const char* const upload_path = "/dataentry/upload-survey.php";
+
+FormFile survey_named(const std::string& name, const std::string& comment = "")
+{
+  return {"survey-file", name, "application/xml",
+          "<MAVO-Survey version='1.0'><survey/><!--" + comment + "--></MAVO-Survey>"};
+}
+
+int status_of_get(const std::string& url)
+{
+  const HttpSession session = open_http_session(false);
+  return http_get(*session, url).status();
+}
+
+int status_of_post(const std::string& url)
+{
+  const HttpSession session = open_http_session(false);
+  return http_post(*session, url, survey_named("7")).status();
+}
+
+} // namespace
+
+TEST(Http, GivesStatusHeadersAndBody)
+{
+  const TestServer server({"--app-query", "header=X-Empty:"});
+  const HttpSession session = open_http_session(false);
+  const HttpAnswer answer = http_get(*session, server.address() + question_path);
+  EXPECT_EQ(200, answer.status());
+  EXPECT_STREQ("text/plain; charset=utf-8", answer.header("content-type"));
+  EXPECT_STREQ("", answer.header("X-Empty"));
+  EXPECT_EQ(nullptr, answer.header("X-Absent"));
+  ASSERT_NE(nullptr, answer.header("X-Current-App-Version-Is"));
+  EXPECT_EQ(std::string(answer.header("X-Current-App-Version-Is")) + "\n", answer.body());
+}
+
+TEST(Http, GivesABodyThatIsNoText)
+{
+  const TestServer server;
+  const HttpSession session = open_http_session(false);
+  const std::string path = "/offline-data-entry/current-offline-data.tar.bz2";
+  const HttpAnswer answer = http_get(*session, server.address() + path);
+  EXPECT_EQ(200, answer.status());
+  EXPECT_EQ("BZh", answer.body().substr(0, 3));
+  EXPECT_NE(std::string_view::npos, answer.body().find('\0'));
+  EXPECT_STREQ(std::to_string(answer.body().size()).c_str(), answer.header("Content-Length"));
+}
+
+TEST(Http, KeepsAnAnswerWhenItIsHandedOn)
+{
+  const TestServer server;
+  const HttpSession session = open_http_session(false);
+  HttpAnswer first = http_get(*session, server.address() + question_path);
+  const HttpAnswer answer = std::move(first);
+  EXPECT_EQ(200, answer.status());
+  EXPECT_NE("", answer.body());
+}
+
+TEST(Http, SendsAFormWithTheFile)
+{
+  const TestServer server;
+  const HttpSession session = open_http_session(false);
+  const FormFile file = survey_named("Jos\u00e9 7", std::string(200000, 'x'));
+  const HttpAnswer answer = http_post(*session, server.address() + upload_path, file);
+  EXPECT_EQ(201, answer.status());
+  EXPECT_EQ(file.contents, read_file(server.uploads + "Jos\u00e9 7"));
+}
+
+TEST(Http, SendsFilesWhoseNamesCanHardlyBeTold)
+{
+  const struct {
+    const char* name;
+    const char* sent;
+  } cases[] = {
+      {"a\"b\\c", R"(filename="a\"b\\c")"},
+      {"a;b/c", R"(filename="a;b/c")"},
+      {"a\r\nX-Evil: 1", R"(filename="a%0D%0AX-Evil: 1")"},
+      {"", R"(filename="")"},
+      {"not UTF-8: \xff\xfe", "filename"},
+  };
+  const TestServer server({"--upload", "status=500"});
+  int request = 0;
+  for (const auto& c : cases) {
+    const HttpSession session = open_http_session(false);
+    const FormFile file = survey_named(c.name);
+    EXPECT_EQ(500, http_post(*session, server.address() + upload_path, file).status()) << c.name;
+    const std::string sent = read_file(server.requests + std::to_string(++request) + "-upload.txt");
+    EXPECT_NE(std::string::npos, sent.find(c.sent)) << sent;
+    EXPECT_NE(std::string::npos, sent.find("\r\n\r\n" + file.contents + "\r\n--")) << sent;
+  }
+}
+
+TEST(Http, TellsByAStatusBelow100ThatThereWasNoAnswer)
+{
+  for (const char* spec : {"close=before", "garbage", "status=100", "long-header=3000000"}) {
+    const TestServer server({"--app-query", spec, "--upload", spec});
+    EXPECT_GT(100, status_of_get(server.address() + question_path)) << spec;
+    EXPECT_GT(100, status_of_post(server.address() + upload_path)) << spec;
+  }
+  TestServer gone;
+  gone.stop();
+  EXPECT_GT(100, status_of_get(gone.address()));
+  EXPECT_GT(100, status_of_post(gone.address()));
+}
+
+TEST(Http, TakesAnAddressThatIsNoneForOneWithoutAnswer)
+{
+  const HttpSession session = open_http_session(false);
+  for (const char* url :
+       {"", "nowhere", "http://", "http:///", "ftp://127.0.0.1/", "http://[::1"}) {
+    const HttpAnswer answer = http_get(*session, url);
+    EXPECT_GT(100, answer.status()) << url;
+    EXPECT_EQ(nullptr, answer.header("Content-Type")) << url;
+    EXPECT_EQ("", answer.body()) << url;
+    EXPECT_GT(100, status_of_post(url)) << url;
+  }
+}
+
+TEST(Http, GivesWhatCameOfABodyThatWasCutOff)
+{
+  const TestServer server({"--app-query", "close=middle"});
+  const HttpSession session = open_http_session(false);
+  const HttpAnswer answer = http_get(*session, server.address() + question_path);
+  EXPECT_EQ(200, answer.status());
+  EXPECT_NE("", answer.body());
+}
+
+TEST(Http, FollowsARedirectOfAQuestionButNotOfAFile)
+{
+  const TestServer target;
+  const std::string redirect = "redirect=" + target.address() + question_path;
+  const TestServer server({"--app-query", redirect, "--upload", redirect});
+  EXPECT_EQ(200, status_of_get(server.address() + question_path));
+  EXPECT_EQ(302, status_of_post(server.address() + upload_path));
+  EXPECT_EQ(1U, target.log().size());
+}
+
+TEST(Http, DoesNotRunInCirclesAfterRedirects)
+{
+  const TestServer server({"--app-query", std::string("redirect=") + question_path});
+  EXPECT_GT(100, status_of_get(server.address() + question_path));
+  EXPECT_LT(server.log().size(), 100U);
+}
+
+TEST(Http, LogsWhatIsSentAndReceivedIfWanted)
+{
+  const TestServer server;
+  const auto ask = [&server](bool log_bodies) {
+    const HttpSession session = open_http_session(log_bodies);
+    http_post(*session, server.address() + upload_path, survey_named("7", "a dive"));
+  };
+  EXPECT_EQ("", output_of([&] { ask(false); }));
+  const std::string said = output_of([&] { ask(true); });
+  for (const char* line : {"> POST ", "<!--a dive-->", "< HTTP/1.1 201 Created", "< Kept as 7."})
+    EXPECT_NE(std::string::npos, said.find(line)) << line;
+}
+
+TEST(Http, KeepsNoMemoryOfRequests)
+{
+  const TestServer server({"--upload", "ok", "--upload", "status=500"});
+  const FormFile file = survey_named("7", std::string(100000, 'x'));
+  const auto ask = [&] {
+    const HttpSession session = open_http_session(false);
+    EXPECT_LT(100, http_post(*session, server.address() + upload_path, file).status());
+    EXPECT_LT(100, http_get(*session, server.address() + question_path).status());
+    EXPECT_GT(100, http_get(*session, "no address").status());
+  };
+  for (int i = 0; i < 50; ++i)
+    ask();
+  const long before = memory_now_kb();
+  for (int i = 0; i < 150; ++i)
+    ask();
+  EXPECT_GT(before + 4096 + memory_kept_back_kb, memory_now_kb());
+}
