@@ -38,6 +38,7 @@ TEST(Http, GivesStatusHeadersAndBody)
   const HttpSession session = open_http_session(false);
   const HttpAnswer answer = http_get(*session, server.address() + question_path);
   EXPECT_EQ(200, answer.status());
+  EXPECT_TRUE(answer.is_whole());
   EXPECT_STREQ("text/plain; charset=utf-8", answer.header("content-type"));
   EXPECT_STREQ("", answer.header("X-Empty"));
   EXPECT_EQ(nullptr, answer.header("X-Absent"));
@@ -134,6 +135,7 @@ TEST(Http, GivesWhatCameOfABodyThatWasCutOff)
   const HttpAnswer answer = http_get(*session, server.address() + question_path);
   EXPECT_EQ(200, answer.status());
   EXPECT_NE("", answer.body());
+  EXPECT_FALSE(answer.is_whole());
 }
 
 TEST(Http, FollowsARedirectOfAQuestionButNotOfAFile)
