@@ -1,0 +1,368 @@
+#include "data/data-file-info.h"
+#include "data/region-fish-info.h"
+#include "server/update-test.h"
+#include "store/survey-file.h"
+#include "support/main-loop.h"
+#include "ui/member-panel.h"
+#include "ui/survey-panel1.h"
+#include "ui/unlisted-panel.h"
+
+#include <gtkmm/application.h>
+#include <gtkmm/filechooserdialog.h>
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const int ok = Gtk::RESPONSE_OK;
+const int yes = Gtk::RESPONSE_ACCEPT; // also Save
+const int no = Gtk::RESPONSE_NO;
+const int cancel = Gtk::RESPONSE_CANCEL;
+const auto in_progress = MyApp::WD_IN_PROGRESS;
+const auto ready = MyApp::WD_READY_TO_UPLOAD;
+const auto new_survey = SurveyWindow::RESPONSE_NEW_SURVEY;
+const auto quit = SurveyWindow::RESPONSE_QUIT;
+const auto open_survey = SurveyWindow::RESPONSE_OPEN_SURVEY;
+const auto nothing = SurveyWindow::RESPONSE_NONE;
+
+constexpr int new_species = 13; // that only the new data have
+
+// What comes after a check for updates, mostly one that installs new data.
+class WindowSwap : public UpdateTest
+{
+public:
+  void SetUp() override
+  {
+    UpdateTest::SetUp();
+    old = window;
+    serve();
+    offer_new_data();
+  }
+
+  std::string enter_and_save()
+  {
+    enter_survey();
+    save_quietly(*window, in_progress);
+    return window->survey.filename;
+  }
+
+  // The same as check(), with a file chosen in the dialog that asks for one; none
+  // if `path` is empty.
+  RetCode check_and_choose(std::vector<int> answers, const std::string& path)
+  {
+    RetCode result = RET_INTERNAL_ERROR;
+    seen.clear();
+    const int expected = static_cast<int>(answers.size()) + 1;
+    const auto meet = [&](Gtk::Dialog& dialog) {
+      seen.push_back(describe(dialog));
+      if (auto* chooser = dynamic_cast<Gtk::FileChooserDialog*>(&dialog))
+        choose_file(*chooser, path);
+      else
+        dialog.response(take_first(answers));
+    };
+    meet_dialogs(expected, meet, [&] { result = old->check_for_updates(nullptr, open_survey); });
+    return result;
+  }
+
+  // The only window on the screen and in the application's list; null if there is another.
+  SurveyWindow* only_window() const
+  {
+    const auto visible = visible_windows();
+    const auto listed = my_app->app->get_windows();
+    if (visible.size() != 1 || listed.size() != 1 || listed.front() != visible.front())
+      return nullptr;
+    return visible.front();
+  }
+  // Whether nothing came in place of the old window.
+  bool is_still_there() const { return only_window() == old; }
+
+  static bool knows_new_species(const SurveyWindow& survey_window)
+  {
+    return survey_window.survey.region_fish &&
+           survey_window.survey.region_fish->find_species(new_species);
+  }
+
+  Glib::ustring question() const { return seen.back().text; }
+
+  SurveyWindow* old = nullptr;
+  const std::string restart_question =
+      "Survey has been changed without being saved!\nSave it before restarting the program?\n"
+      "Click Save to save and proceed,\nNo to abandon your survey,\n"
+      "or Cancel to do nothing instead of restarting the program.";
+
+private:
+  static void choose_file(Gtk::FileChooserDialog& chooser, const std::string& path)
+  {
+    if (path.empty()) {
+      chooser.response(cancel);
+      return;
+    }
+    chooser.set_filename(path);
+    while (chooser.get_filename() != path)
+      settle();
+    chooser.response(ok);
+  }
+
+  static int take_first(std::vector<int>& answers)
+  {
+    if (answers.empty())
+      return Gtk::RESPONSE_DELETE_EVENT; // the count of dialogs tells
+    const int first = answers.front();
+    answers.erase(answers.begin());
+    return first;
+  }
+};
+
+} // namespace
+
+// --- the swap ---
+
+TEST_F(WindowSwap, OpensTheSavedSurveyAgainWithTheNewData)
+{
+  const std::string path = enter_and_save();
+  const std::string document = read_file(path);
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
+  EXPECT_EQ(installed, told().back());
+
+  SurveyWindow* const shown = only_window();
+  ASSERT_TRUE(shown);
+  EXPECT_NE(old, shown);
+  EXPECT_EQ(path, shown->survey.filename);
+  EXPECT_EQ(document, read_file(path));
+  EXPECT_EQ("1234", shown->member_panel->get_member_id());
+  EXPECT_EQ(2, shown->survey.abundances[10]);
+  EXPECT_EQ(1, shown->survey.abundances[11]);
+  EXPECT_FALSE(shown->file_needs_saving());
+  EXPECT_TRUE(knows_new_species(*shown));
+  EXPECT_FALSE(knows_new_species(*old)) << "the old tables stay alive";
+  EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+
+  shown->hide(); // as when the user closes it
+  EXPECT_TRUE(my_app->app->get_windows().empty()) << "the program would not end";
+}
+
+TEST_F(WindowSwap, LetsASpeciesBeMarkedThatOnlyTheNewDataHave)
+{
+  const std::string path = enter_and_save();
+  check({yes, ok});
+  window = only_window();
+  ASSERT_TRUE(window);
+  Glib::ustring label;
+  window->abundance_target = new_species;
+  window->on_abundance_menu_item(2);
+  window->unlisted_model->foreach_iter([&](const Gtk::TreeIter& row) {
+    if (row->get_value(window->species_columns.col_id) == new_species)
+      label = row->get_value(window->species_columns.col_abundance_label);
+    return false;
+  });
+  EXPECT_EQ("Few (2-10)", label);
+  save_quietly(*window, in_progress);
+  EXPECT_NE(std::string::npos,
+            read_file(path).find("<species id=\"0013\" abun=\"2\" resp=\"102\"/>"))
+      << read_file(path);
+}
+
+TEST_F(WindowSwap, ShowsAnEmptyWindowWhereNothingWasSavedOrEntered)
+{
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_TRUE(only_window()->survey.filename.empty());
+}
+
+TEST_F(WindowSwap, ShowsTheNewWindowEvenIfTheSavedSurveyHasGone)
+{
+  fs::remove(enter_and_save());
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, ok}));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+}
+
+TEST_F(WindowSwap, IsWhatAnUnknownChoiceMeans)
+{
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, static_cast<SurveyWindow::ResponseCode>(5)));
+  EXPECT_NE(old, only_window());
+}
+
+TEST_F(WindowSwap, DoesNotHappenWithoutNewData)
+{
+  const struct {
+    const char* why;
+    std::vector<std::string> options;
+    std::vector<int> answers;
+    RetCode result;
+  } cases[] = {
+      {"declined", {}, {cancel}, RET_DECLINED},
+      {"no contact", {"--app-query", "status=500"}, {ok}, RET_FAILURE},
+      {"download fails", {"--archive", "status=404"}, {yes, ok}, RET_FAILURE},
+      {"install fails", {"--archive", "damaged=not-tar"}, {yes, ok}, RET_FAILURE},
+  };
+  for (const auto& c : cases) {
+    serve(c.options);
+    offer_new_data();
+    EXPECT_EQ(c.result, check(c.answers)) << c.why;
+    EXPECT_TRUE(is_still_there()) << c.why;
+    EXPECT_EQ("20210101000000", my_app->data_file_info->timestamp) << c.why;
+  }
+}
+
+// --- what the user chose to do next ---
+
+TEST_F(WindowSwap, GivesWayToANewSurvey)
+{
+  enter_and_save();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, new_survey));
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_TRUE(only_window()->survey.filename.empty());
+  EXPECT_EQ("1234", only_window()->member_panel->get_member_id()) << "carried over";
+  EXPECT_TRUE(knows_new_species(*only_window()));
+}
+
+TEST_F(WindowSwap, LeavesTheWindowIfTheUserWillNotLoseItForANewSurvey)
+{
+  enter_survey();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}, new_survey));
+  EXPECT_NE(std::string::npos, question().find("before closing it to start a new survey?"));
+  EXPECT_TRUE(is_still_there());
+}
+
+TEST_F(WindowSwap, GivesWayToTheEndOfTheProgram)
+{
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, quit));
+  EXPECT_TRUE(visible_windows().empty());
+  EXPECT_TRUE(my_app->app->get_windows().empty());
+}
+
+TEST_F(WindowSwap, LeavesAWindowThatTheUserWillNotEndWithItsOldTables)
+{
+  // Responses of the abundances have other numbers in the new data.
+  const std::string choices = "abundance-choices.csv";
+  write_file(server->data + choices, "responseid,survey_subtype_id,label,abun\n"
+                                     "801,1,One,1\n802,1,Two,2\n");
+  enter_survey();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}, quit));
+  EXPECT_NE(std::string::npos, question().find("before exiting this program?"));
+  EXPECT_TRUE(is_still_there());
+  EXPECT_FALSE(knows_new_species(*old));
+
+  window->survey.abundances[10] = 3; // what the new data do not offer
+  save_quietly(*window, in_progress);
+  const std::string document = read_file(window->survey.filename);
+  EXPECT_NE(std::string::npos, document.find("abun=\"3\" resp=\"103\"")) << document;
+}
+
+TEST_F(WindowSwap, HappensWhereNoSurveyWasOpened)
+{
+  const std::string path = enter_and_save();
+  EXPECT_EQ(RET_DECLINED, check_and_choose({yes, ok}, ""));
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_EQ(path, only_window()->survey.filename);
+}
+
+TEST_F(WindowSwap, HappensWhereTheChosenSurveyCannotBeOpened)
+{
+  const std::string path = my_app->get_survey_dir(in_progress) + "/broken.MAVO-Survey";
+  write_file(path, "no survey");
+  EXPECT_EQ(RET_FAILURE, check_and_choose({yes, ok, ok}, path));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_TRUE(only_window()->survey.filename.empty());
+}
+
+TEST_F(WindowSwap, GivesWayToASurveyThatIsOpened)
+{
+  enter_and_save();
+  const std::string path = my_app->get_survey_dir(in_progress) + "/another.MAVO-Survey";
+  write_file(path, SurveyFile().text());
+  EXPECT_EQ(RET_SUCCESS, check_and_choose({yes, ok}, path));
+  ASSERT_TRUE(only_window());
+  EXPECT_EQ(path, only_window()->survey.filename);
+  EXPECT_TRUE(knows_new_species(*only_window()));
+}
+
+TEST_F(WindowSwap, LeavesTheResultToTheOpeningOfASurvey)
+{
+  serve({"--app-query", "status=500"});
+  EXPECT_EQ(RET_DECLINED, check_and_choose({ok}, "")) << "the check itself failed";
+  EXPECT_TRUE(is_still_there());
+  const std::string path = my_app->get_survey_dir(in_progress) + "/another.MAVO-Survey";
+  write_file(path, SurveyFile().text());
+  EXPECT_EQ(RET_SUCCESS, check_and_choose({ok}, path));
+  ASSERT_TRUE(only_window());
+  EXPECT_EQ(path, only_window()->survey.filename);
+}
+
+TEST_F(WindowSwap, LeavesNewSurveyAndEndToTheUserAfterAFailureToo)
+{
+  serve({"--app-query", "status=500"});
+  EXPECT_EQ(RET_FAILURE, check({ok}, new_survey));
+  window = only_window();
+  ASSERT_TRUE(window);
+  EXPECT_NE(old, window);
+  EXPECT_EQ(RET_FAILURE, check({ok}, quit));
+  EXPECT_TRUE(visible_windows().empty());
+}
+
+// --- unsaved changes ---
+
+TEST_F(WindowSwap, KeepsAWindowWithUnsavedChangesIfTheUserWants)
+{
+  enter_survey();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}));
+  EXPECT_EQ(restart_question, question().raw());
+  EXPECT_TRUE(is_still_there());
+  EXPECT_EQ("1234", window->member_panel->get_member_id());
+}
+
+TEST_F(WindowSwap, SavesUnsavedChangesAndOpensThemAgainIfTheUserWants)
+{
+  enter_survey();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, yes, ok}));
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_EQ(path_of(in_progress, natural_name), only_window()->survey.filename);
+}
+
+TEST_F(WindowSwap, DropsUnsavedChangesThatTheUserGivesUp)
+{
+  enter_survey();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, no}));
+  ASSERT_TRUE(only_window());
+  EXPECT_NE(old, only_window());
+  EXPECT_TRUE(names_in(in_progress).empty());
+}
+
+TEST_F(WindowSwap, DoesNotAskTwiceAboutChangesGivenUpBeforeTheCheck)
+{
+  enter_survey();
+  seen = answer_dialogs({no, yes, ok}, [this] { window->manual_check_for_updates(); });
+  EXPECT_EQ(installed, told().back());
+  EXPECT_NE(old, only_window());
+}
+
+TEST_F(WindowSwap, DoesNotAskAboutASavedSurveyWhoseResponsesGetOtherNumbers)
+{
+  write_file(server->data + "abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n"
+                                                     "801,1,One,1\n802,1,Two,2\n");
+  enter_and_save();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
+  EXPECT_NE(old, only_window());
+}
+
+TEST_F(WindowSwap, AsksAgainAfterAnUploadAboutChangesGivenUpForNothing)
+{
+  const std::string path = my_app->get_survey_dir(ready) + "/another.MAVO-Survey";
+  write_file(path, SurveyFile().text());
+  enter_survey();
+  answer_next_dialog(no, [this] { window->check_file_save_okay("closing this survey"); });
+  seen = answer_dialogs({ok, yes, ok, cancel}, [&] { window->do_upload_single(path); });
+  EXPECT_EQ("Upload Successful", seen.front().title);
+  EXPECT_EQ(restart_question, question().raw());
+  EXPECT_TRUE(is_still_there());
+}
