@@ -1,0 +1,1 @@
+"""What makes the program at home on a desktop, and the package of it."""

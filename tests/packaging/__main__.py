@@ -1,0 +1,15 @@
+"""packaging BUILD RESULTS.xml [NAME...]: runs these tests on a build, or those with these names.
+
+The outcome of each goes to RESULTS.xml in the form that GoogleTest writes.
+"""
+
+import os
+import sys
+
+from journeys.results import run
+
+os.environ["MAVO_BUILD"] = os.path.abspath(sys.argv[1])
+from . import test_desktop, test_file_type, test_icons, test_package  # noqa: E402
+
+MODULES = (test_desktop, test_file_type, test_icons, test_package)
+sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))

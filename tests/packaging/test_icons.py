@@ -1,0 +1,44 @@
+"""The icons: PNGs that are what the SVGs look like, in the places of the theme."""
+
+import gi
+from startup.scratch import BUILD, ScratchTest
+
+from .checks import APP_ID, PROJECT, said
+
+gi.require_version("GdkPixbuf", "2.0")
+from gi.repository import GdkPixbuf  # noqa: E402
+
+SIZES = (16, 24, 32, 48, 64, 128, 256)
+ICONS = (f"apps/{APP_ID}", "mimetypes/application-vnd.mavo.survey+xml")
+
+
+def picture(path):
+    return GdkPixbuf.Pixbuf.new_from_file(str(path))
+
+
+def difference(one, other):
+    """The mean difference of two pictures' bytes, 0 to 255."""
+    pairs = list(zip(one.get_pixels(), other.get_pixels(), strict=True))
+    return sum(abs(a - b) for a, b in pairs) / len(pairs)
+
+
+class Icons(ScratchTest):
+    def test_are_what_the_drawings_look_like(self):
+        said(PROJECT / "tools" / "draw-icons", self.scratch)
+        drawn = [path.relative_to(self.scratch) for path in self.scratch.rglob("*.png")]
+        self.assertEqual(2 * len(SIZES), len(drawn))
+        for path in drawn:
+            with self.subTest(path=path):
+                # Another release of the renderer may round otherwise.
+                kept = picture(PROJECT / path)
+                self.assertLess(difference(kept, picture(self.scratch / path)), 2)
+
+    def test_are_installed_in_all_sizes(self):
+        said("cmake", "--install", BUILD, "--prefix", self.scratch)
+        theme = self.scratch / "share" / "icons" / "hicolor"
+        for icon in ICONS:
+            for size in SIZES:
+                with self.subTest(icon=icon, size=size):
+                    image = picture(theme / f"{size}x{size}" / f"{icon}.png")
+                    self.assertEqual((size, size), (image.get_width(), image.get_height()))
+            self.assertTrue((theme / "scalable" / f"{icon}.svg").exists())

@@ -1,0 +1,108 @@
+"""The Debian package, made twice of one build."""
+
+import datetime
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from startup.scratch import BUILD
+
+from .checks import APP_ID, SOURCE, said
+
+TIME = datetime.datetime(2021, 12, 18, 19, 29, tzinfo=datetime.timezone.utc)
+
+
+def start_packing(directory, zone):
+    """Starts making the package in that directory, somewhere in the world."""
+    changed = {"SOURCE_DATE_EPOCH": str(int(TIME.timestamp())), "TZ": zone}
+    return subprocess.Popen(
+        ["cpack", "--config", BUILD / "CPackConfig.cmake", "-B", directory],
+        stdout=subprocess.PIPE,
+        stderr=subprocess.STDOUT,
+        text=True,
+        umask=0o022,  # as tools/build-package does
+        env={**os.environ, **changed},
+    )
+
+
+class Package(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = pathlib.Path(tempfile.mkdtemp(prefix="mavo-package-"))
+        cls.addClassCleanup(shutil.rmtree, cls.scratch)
+        zones = ("UTC", "America/Los_Angeles")
+        started = [start_packing(cls.scratch / str(n), zone) for n, zone in enumerate(zones)]
+        outputs = [process.communicate()[0] for process in started]
+        packages = sorted(cls.scratch.glob("[01]/*.deb"))
+        if len(packages) != 2:
+            raise AssertionError("\n".join(outputs))
+        cls.package, cls.other = packages
+
+    def field(self, name):
+        return said("dpkg-deb", "--field", self.package, name).strip()
+
+    def contents(self):
+        """(mode, owner, time, path) of all that is in it."""
+        listing = said("dpkg-deb", "--contents", self.package, env={**os.environ, "TZ": "UTC"})
+        for line in listing.splitlines():
+            mode, owner, _, day, hour, path = line.split(maxsplit=5)
+            yield mode, owner, f"{day} {hour}", path.removeprefix("./")
+
+    def test_is_the_same_by_the_byte_whenever_it_is_packed(self):
+        self.assertEqual(self.other.read_bytes(), self.package.read_bytes())
+
+    def test_pleases_the_checker_of_packages(self):
+        told = said("lintian", "--fail-on", "error,warning", "--allow-root", self.package)
+        self.assertEqual("", told)
+
+    def test_explains_every_complaint_that_it_overrides(self):
+        overrides = (SOURCE / "debian" / "lintian-overrides").read_text(encoding="utf-8")
+        before = ""
+        for line in overrides.splitlines():
+            self.assertTrue(line.startswith("#") or before.startswith("#"), line)
+            before = line
+
+    def test_belongs_to_root_and_to_one_moment(self):
+        modes = {"drwxr-xr-x", "-rwxr-xr-x", "-rw-r--r--"}
+        for mode, owner, time, path in self.contents():
+            with self.subTest(path=path):
+                self.assertIn(mode, modes)
+                self.assertEqual("root/root", owner)
+                self.assertEqual(TIME.strftime("%Y-%m-%d %H:%M"), time)
+
+    def test_brings_the_program_and_all_of_its_desktop(self):
+        paths = {path for *_, path in self.contents()}
+        for path in (
+            "usr/bin/mavo-survey",
+            "usr/lib/mavo-survey/MacOS/mavo-survey",
+            "usr/lib/mavo-survey/MacOS/mavo-survey-env-setup.sh",
+            "usr/lib/mavo-survey/resources/survey-ui.glade",
+            "usr/lib/mavo-survey/data-files/data-file-info.txt",
+            f"usr/share/applications/{APP_ID}.desktop",
+            f"usr/share/metainfo/{APP_ID}.metainfo.xml",
+            f"usr/share/mime/packages/{APP_ID}.xml",
+            f"usr/share/icons/hicolor/scalable/apps/{APP_ID}.svg",
+            "usr/share/man/man1/mavo-survey.1.gz",
+            "usr/share/doc/mavo-survey/copyright",
+            "usr/share/doc/mavo-survey/changelog.Debian.gz",
+        ):
+            self.assertIn(path, paths)
+
+    def test_depends_on_its_libraries_and_on_what_unpacks_data(self):
+        depends = [name.split()[0] for name in self.field("Depends").split(", ")]
+        for name in ("libgtkmm-3.0-1v5", "libxml++2.6-2v5", "libsoup2.4-1", "bzip2"):
+            self.assertIn(name, depends)
+
+    def test_runs_nothing_when_it_comes_or_goes(self):
+        listing = subprocess.run(
+            f"dpkg-deb --ctrl-tarfile '{self.package}' | tar -t",
+            shell=True,
+            capture_output=True,
+            text=True,
+            check=True,
+        )
+        names = {pathlib.PurePath(name).name for name in listing.stdout.split()} - {""}
+        self.assertEqual({"control", "md5sums"}, names)
