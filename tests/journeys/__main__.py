@@ -14,8 +14,16 @@ from . import (  # noqa: E402
     test_keyboard,
     test_pictures,
     test_saved_surveys,
+    test_server,
     test_startup,
 )
 
-MODULES = (test_journeys, test_keyboard, test_pictures, test_saved_surveys, test_startup)
+MODULES = (
+    test_journeys,
+    test_keyboard,
+    test_pictures,
+    test_saved_surveys,
+    test_server,
+    test_startup,
+)
 sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))

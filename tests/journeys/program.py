@@ -7,7 +7,7 @@ import shutil
 import subprocess
 import tempfile
 
-from .screen import STATE, application_of
+from .screen import DIALOGS, STATE, application_of
 from .waiting import wait_for
 
 
@@ -100,7 +100,7 @@ class Program:
         return wait_for("the program's window", look)
 
     def dialogs(self):
-        return [window for window in self.windows() if window.role in ("dialog", "alert")]
+        return [window for window in self.windows() if window.role in DIALOGS]
 
     def dialog(self, title):
         """The dialog with this title. Messages hide theirs: see `message`."""

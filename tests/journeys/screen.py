@@ -16,7 +16,8 @@ from gi.repository import Atspi, Gdk, GLib  # noqa: E402  the versions come firs
 from .waiting import PAUSE, wait_for  # noqa: E402
 
 STATE = Atspi.StateType
-WINDOWS = ("frame", "dialog", "alert")
+DIALOGS = ("dialog", "alert", "file chooser")
+WINDOWS = ("frame", *DIALOGS)
 TREES = ("tree table", "table")
 TEXTS = ("label", "static")
 # Places come in the program's pixels, of which each may be several of the screen.
