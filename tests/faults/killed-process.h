@@ -1,0 +1,8 @@
+#pragma once
+
+#include <functional>
+
+// Does `action` in a copy of this process that is killed as it is about to make
+// its `nth` system call, counted from 1. False if it ended before that. The
+// action must not use the display, which the copy shares.
+bool killed_at_system_call(int nth, const std::function<void()>& action);
