@@ -2,13 +2,13 @@
 
 #include "core/message-dialog.h"
 
+#include <glibmm/stringutils.h>
 #include <glibmm/ustring.h>
 
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <vector>
 
 int debug_level = 0;
@@ -52,9 +52,10 @@ const char* message_prefix(RetCode code)
   }
 }
 
+// In UTF-8 whatever the locale's encoding: a dialog shows nothing else.
 std::string errno_text(int number)
 {
-  return std::string(": ") + strerror(number) + " (" + std::to_string(number) + ")";
+  return ": " + Glib::strerror(number).raw() + " (" + std::to_string(number) + ")";
 }
 
 RetCode display_error(RetCode code, const std::string& message, bool is_fatal, bool with_errno,

@@ -30,10 +30,15 @@ def enter_place_and_date(program, place):
     panel.find("combo box", "Start time").choose(START)
 
 
+def in_other_case(text):
+    """But for the i, whose other case is not the same in all languages."""
+    return "".join(c if c in "Iiİı" else c.swapcase() for c in text)
+
+
 def find_zone(program, place):
     """Searches the zone by its name and clicks it."""
     panel = program.open_panel("Survey Info Part 1")
-    panel.find("text", "Search names of zones").set_text(place.zone_name.upper())
+    panel.find("text", "Search names of zones").set_text(in_other_case(place.zone_name))
     row = tree_in(panel, "Geographic zones").find_row(f"{place.zone_code}: {place.zone_name}")
     row[0].scroll_to()
     row[0].click()
