@@ -1,18 +1,13 @@
 #include "server/server-test.h"
 #include "store/survey-file.h"
-#include "support/main-loop.h"
 #include "support/output.h"
 #include "ui/confirm-panel.h"
 #include "ui/start-panel.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 
-#include <gtkmm/filechooserdialog.h>
-#include <gtkmm/label.h>
-#include <gtkmm/messagedialog.h>
-
-#include <algorithm>
 #include <filesystem>
+#include <functional>
 
 namespace fs = std::filesystem;
 
@@ -168,6 +163,11 @@ TEST_F(Upload, MovesWhatTheServerTookAndSaysWhatIsLeftToDo)
             seen[0].text);
   EXPECT_EQ((Titles{"_OK", "Open Saved Survey", "Start New Survey", "Quit Program"}),
             seen[0].buttons);
+  EXPECT_EQ((std::vector<int>{ok, 3, 1, 2}), seen[0].responses);
+  const std::string& address = my_app->data_entry_url;
+  EXPECT_NE(std::string::npos,
+            seen[0].markup.raw().find("<a href=\"" + address + "\">" + address + "</a>"));
+  EXPECT_NE(std::string::npos, seen[0].markup.raw().find("<b>You are not done yet!</b>"));
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen[0].message_type);
   EXPECT_TRUE(seen[0].has_icon);
 
@@ -181,26 +181,6 @@ TEST_F(Upload, MovesWhatTheServerTookAndSaysWhatIsLeftToDo)
                    "GET /offline-data-entry/?get-version=mac 200",
                    "GET /offline-data-entry/?get-version=data-files 200"}),
             server->log());
-}
-
-TEST_F(Upload, NamesTheOnlinePageByALinkAndTheUnfinishedWorkInBold)
-{
-  serve();
-  put_ready();
-  Glib::ustring markup;
-  int met = 0;
-  meet_dialogs(
-      2,
-      [&](Gtk::Dialog& dialog) {
-        if (++met == 1)
-          markup = dynamic_cast<Gtk::MessageDialog&>(dialog).property_text().get_value();
-        dialog.response(ok);
-      },
-      [&] { window->do_upload_single(put_ready()); });
-  const std::string& address = my_app->data_entry_url;
-  EXPECT_NE(std::string::npos,
-            markup.raw().find("<a href=\"" + address + "\">" + address + "</a>"));
-  EXPECT_NE(std::string::npos, markup.raw().find("<b>You are not done yet!</b>"));
 }
 
 TEST_F(Upload, MakesTheOpenSurveyReadOnlyAndFollowsItsFile)
@@ -473,6 +453,7 @@ TEST_F(Upload, ByTheButtonAsksAboutTheOthersThatAreReady)
           "Click Cancel to not upload anything yet.",
       seen.text);
   EXPECT_EQ((Titles{"gtk-yes", "gtk-no", "gtk-cancel"}), seen.buttons);
+  EXPECT_EQ((std::vector<int>{yes, no, cancel}), seen.responses);
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.message_type);
   EXPECT_TRUE(seen.has_icon);
 }

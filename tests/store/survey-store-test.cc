@@ -1,5 +1,6 @@
 #include "core/my-app.h"
 #include "core/report.h"
+#include "store/other-file-system.h"
 #include "store/survey-store.h"
 #include "support/application.h"
 #include "support/data-set.h"
@@ -11,7 +12,6 @@
 #include <gtest/gtest.h>
 #include <gtkmm/application.h>
 #include <gtkmm/dialog.h>
-#include <sys/stat.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -65,23 +65,6 @@ private:
     return kept;
   }
 };
-
-// A new directory on another file system than `path`; empty if none is to be had.
-std::string directory_on_another_file_system(const std::string& path)
-{
-  struct stat here {
-  };
-  stat(path.c_str(), &here);
-  for (const std::string& place : {std::string("/dev/shm"), std::string("/run"),
-                                   Glib::get_home_dir(), std::string("/var/tmp")}) {
-    struct stat there {
-    };
-    std::string name = place + "/mavo-test-XXXXXX";
-    if (stat(place.c_str(), &there) == 0 && there.st_dev != here.st_dev && mkdtemp(name.data()))
-      return name;
-  }
-  return {};
-}
 
 } // namespace
 

@@ -1,0 +1,394 @@
+#include "server/server-test.h"
+#include "store/survey-file.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Names = std::vector<std::string>;
+using Titles = std::vector<Glib::ustring>;
+
+const auto in_progress = MyApp::WD_IN_PROGRESS;
+const auto ready = MyApp::WD_READY_TO_UPLOAD;
+const auto uploaded = MyApp::WD_UPLOADED;
+const int ok = Gtk::RESPONSE_OK;
+const int yes = Gtk::RESPONSE_ACCEPT;
+const int no = Gtk::RESPONSE_NO;
+const int cancel = Gtk::RESPONSE_CANCEL;
+const int closed = Gtk::RESPONSE_DELETE_EVENT;
+
+const char* const upload_all = "Upload all surveys that are ready?";
+const char* const file_failed = "Upload Failed!";
+const char* const go_on = "Continue uploading surveys?";
+const char* const all_failed = "Upload Failed";
+const char* const all_arrived = "Upload Successful";
+const char* const some_arrived = "Upload Partially Successful";
+const char* const up_to_date = "Program and Data are Up To Date";
+
+const char* const description =
+    "Member 1234 - Northwest: fish and invertebrates - 2021-06-30 at 9 AM - Rosario Wall";
+
+// Uploads of all surveys that are ready.
+class UploadAll : public ServerTest
+{
+public:
+  // That many surveys are ready: 1.MAVO-Survey, 2.MAVO-Survey, ...
+  void put_ready(int count) const
+  {
+    for (int i = 1; i <= count; ++i)
+      put(ready, std::to_string(i) + ".MAVO-Survey", SurveyFile().text());
+  }
+
+  // A complete survey in the window, saved as ready.
+  void save_ready()
+  {
+    enter_complete_survey();
+    save_quietly(*window, ready);
+  }
+
+  // Starts a server that refuses those surveys of the queue: 1, 2, ...
+  void serve_refusing(const std::vector<int>& refused, int count)
+  {
+    Names options;
+    for (int i = 1; i <= count; ++i) {
+      options.emplace_back("--upload");
+      const bool refuses = std::find(refused.begin(), refused.end(), i) != refused.end();
+      options.emplace_back(refuses ? "status=422,error=No " + std::to_string(i) : "ok");
+    }
+    serve(options);
+  }
+
+  std::vector<SeenDialog> upload_ready(const std::vector<int>& responses)
+  {
+    auto seen = answer_dialogs(
+        responses, [&] { window->do_upload_all_ready(my_app->get_ready_survey_list()); });
+    seen.resize(responses.size()); // what is missing has been told
+    return seen;
+  }
+
+  // What follows the counts if a survey arrived.
+  Glib::ustring second_step() const
+  {
+    return "Step 1 of 2 completed. You are not done yet! To transmit your surveys to MAVO, logon "
+           "to the MAVO Online Data Entry page (" +
+           my_app->data_entry_url + ") to error check and submit your survey(s).";
+  }
+
+  static Names files(const std::vector<int>& numbers)
+  {
+    Names names;
+    for (const int number : numbers)
+      names.push_back(std::to_string(number) + ".MAVO-Survey");
+    return names;
+  }
+};
+
+} // namespace
+
+TEST_F(UploadAll, SendsOneAfterTheOtherAndTellsHowMany)
+{
+  const struct {
+    int count;
+    const char* said;
+  } cases[] = {{1, "Successfully uploaded one survey.\n"},
+               {2, "Successfully uploaded 2 surveys.\n"},
+               {11, "Successfully uploaded 11 surveys.\n"}};
+  for (const auto& c : cases) {
+    serve();
+    put_ready(c.count);
+    const auto seen = upload_ready({ok, ok});
+    EXPECT_EQ((Titles{all_arrived, up_to_date}), titles_of(seen));
+    EXPECT_EQ(c.said + second_step(), seen[0].text);
+    EXPECT_EQ(Gtk::MESSAGE_INFO, seen[0].message_type);
+    EXPECT_TRUE(seen[0].has_icon);
+    EXPECT_EQ((Titles{"_OK", "Open Saved Survey", "Start New Survey", "Quit Program"}),
+              seen[0].buttons);
+    EXPECT_EQ((std::vector<int>{ok, 3, 1, 2}), seen[0].responses);
+    const std::string& address = my_app->data_entry_url;
+    EXPECT_NE(std::string::npos,
+              seen[0].markup.raw().find("<a href=\"" + address + "\">" + address + "</a>"));
+    EXPECT_NE(std::string::npos, seen[0].markup.raw().find("<b>You are not done yet!</b>"));
+    EXPECT_EQ(Names(), names_in(ready));
+    EXPECT_EQ(static_cast<std::size_t>(c.count), names_in(uploaded).size());
+  }
+}
+
+TEST_F(UploadAll, GoesInTheOrderOfTheFileNames)
+{
+  serve();
+  put_ready(3);
+  upload_ready({ok, ok});
+  for (int i = 1; i <= 3; ++i) {
+    const std::string number = std::to_string(i);
+    const std::string request = read_file(server->requests + number + "-upload.txt");
+    EXPECT_NE(std::string::npos, request.find("filename=\"" + number + ".MAVO-Survey\""));
+  }
+}
+
+TEST_F(UploadAll, AsksAfterAFailureWhetherToGoOnWithTheOthers)
+{
+  serve_refusing({2}, 4);
+  put_ready(3);
+  put(ready, "4 <&>", "no survey");
+  const auto seen = upload_ready({ok, no, ok, ok});
+  EXPECT_EQ((Titles{file_failed, go_on, some_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload file: No 2", seen[0].text);
+  EXPECT_EQ(Glib::ustring("Continue uploading remaining surveys?\n\n") + description + "\n" +
+                my_app->get_survey_dir(ready) +
+                "/4 <&>\n\nClick Yes to contine uploading, or\nClick No to stop uploading.",
+            seen[1].text);
+  EXPECT_EQ((Titles{"gtk-yes", "gtk-no"}), seen[1].buttons);
+  EXPECT_EQ((std::vector<int>{yes, no}), seen[1].responses);
+  EXPECT_EQ(Gtk::MESSAGE_INFO, seen[1].message_type);
+  EXPECT_TRUE(seen[1].has_icon);
+}
+
+TEST_F(UploadAll, GoesOnWithTheOthersOnYes)
+{
+  serve_refusing({2}, 4);
+  put_ready(4);
+  const auto seen = upload_ready({ok, yes, ok, ok});
+  EXPECT_EQ((Titles{file_failed, go_on, some_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload one survey.\nSuccessfully uploaded 3 surveys.\n" + second_step(),
+            seen[2].text);
+  EXPECT_EQ(files({1, 3, 4}), names_in(uploaded));
+  EXPECT_EQ(files({2}), names_in(in_progress));
+  EXPECT_EQ(Names(), names_in(ready));
+  EXPECT_EQ(SurveyFile().text(), read_file(my_app->get_survey_dir(in_progress) + "/2.MAVO-Survey"));
+}
+
+TEST_F(UploadAll, StopsOnAnyOtherAnswer)
+{
+  for (const int answer : {no, closed, cancel, ok}) {
+    serve_refusing({2}, 4);
+    put_ready(4);
+    const auto seen = upload_ready({ok, answer, ok, ok});
+    EXPECT_EQ((Titles{file_failed, go_on, some_arrived, up_to_date}), titles_of(seen));
+    EXPECT_EQ("Failed to upload one survey.\nSuccessfully uploaded one survey.\n" + second_step(),
+              seen[2].text);
+    EXPECT_EQ(files({3, 4}), names_in(ready)) << "not tried";
+    EXPECT_EQ(files({2}), names_in(in_progress));
+  }
+}
+
+TEST_F(UploadAll, AsksNothingIfTheLastOneFails)
+{
+  serve_refusing({3}, 3);
+  put_ready(3);
+  const auto seen = upload_ready({ok, ok, ok});
+  EXPECT_EQ((Titles{file_failed, some_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload one survey.\nSuccessfully uploaded 2 surveys.\n" + second_step(),
+            seen[1].text);
+  EXPECT_EQ(files({3}), names_in(in_progress));
+}
+
+TEST_F(UploadAll, SaysNothingOfASecondStepIfAllFailed)
+{
+  serve({"--upload", "status=500"});
+  put_ready(1);
+  auto seen = upload_ready({ok, ok, ok});
+  EXPECT_EQ((Titles{file_failed, all_failed, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload one survey.\n", seen[1].text);
+  EXPECT_EQ(4U, seen[1].buttons.size());
+  EXPECT_EQ(Gtk::MESSAGE_INFO, seen[1].message_type);
+
+  put_ready(2);
+  seen = upload_ready({ok, yes, ok, ok, ok});
+  EXPECT_EQ((Titles{file_failed, go_on, file_failed, all_failed, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload 2 surveys.\n", seen[3].text);
+  EXPECT_EQ(files({1, 2}), names_in(in_progress));
+  EXPECT_EQ(Names(), names_in(ready));
+}
+
+TEST_F(UploadAll, AsksAboutWhatIsReadyNow)
+{
+  serve({"--upload", "status=500"});
+  put_ready(2);
+  const auto seen = answer_dialogs({ok, yes, ok, ok}, [&] {
+    window->do_upload_all_ready({my_app->get_survey_dir(ready) + "/1.MAVO-Survey"});
+  });
+  EXPECT_EQ((Titles{file_failed, go_on, all_failed, up_to_date}), titles_of(seen));
+  EXPECT_EQ("Failed to upload one survey.\n", seen[2].text);
+  EXPECT_EQ(files({2}), names_in(ready)) << "has come in the meantime";
+}
+
+TEST_F(UploadAll, TellsIfAFailedSurveyCannotLeaveTheQueue)
+{
+  serve({"--upload", "status=500"});
+  put_ready(1);
+  fs::remove_all(my_app->survey_root + "/In Progress");
+  write_file(my_app->survey_root + "/In Progress", "in the way");
+  const auto seen = upload_ready({ok, ok, yes, ok, ok});
+  EXPECT_EQ((Titles{file_failed, "Error occurred", go_on, all_failed, up_to_date}),
+            titles_of(seen));
+  EXPECT_EQ(0U, seen[1].text.find("Failed to move survey file from "));
+  EXPECT_EQ(files({1}), names_in(ready));
+  EXPECT_EQ(SurveyFile().text(), read_file(my_app->get_survey_dir(ready) + "/1.MAVO-Survey"));
+}
+
+TEST_F(UploadAll, ShowsTheNewStatesOnTheStartPage)
+{
+  serve_refusing({1}, 2);
+  put_ready(2);
+  window->start_panel->build_survey_model();
+  upload_ready({ok, yes, ok, ok});
+  const StartPanel& panel = *window->start_panel;
+  const auto heading = [&panel](unsigned state) {
+    return panel.store->children()[state].get_value(panel.columns.description);
+  };
+  EXPECT_EQ("In Progress", heading(0));
+  EXPECT_EQ("Ready To Upload (none)", heading(1));
+  EXPECT_EQ("Uploaded", heading(2));
+}
+
+TEST_F(UploadAll, FollowsTheOpenSurveyToWhereverItGoes)
+{
+  serve({"--upload", "status=500", "--upload", "ok"});
+  save_ready();
+  upload_ready({ok, ok, ok});
+  EXPECT_EQ(path_of(in_progress, natural_name), window->survey.filename);
+  EXPECT_FALSE(window->survey.is_uploaded);
+  EXPECT_EQ(window->survey.xml_last_saved.raw(), read_file(window->survey.filename));
+
+  save_quietly(*window, ready);
+  upload_ready({ok, ok});
+  EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
+  EXPECT_TRUE(window->survey.is_uploaded);
+}
+
+TEST_F(UploadAll, MarksTheOpenSurveyAmongTheRemaining)
+{
+  serve({"--upload", "status=500"});
+  save_ready();
+  put(ready, "0", SurveyFile().text());
+  const auto seen = upload_ready({ok, no, ok, ok});
+  EXPECT_NE(std::string::npos, seen[1].text.raw().find(" - Rosario Wall (current survey)\n"));
+}
+
+TEST_F(UploadAll, DoesAfterwardsWhatTheUserChose)
+{
+  serve();
+  put_ready(1);
+  auto seen = upload_ready({SurveyWindow::RESPONSE_OPEN_SURVEY, ok, cancel});
+  EXPECT_EQ((Titles{all_arrived, up_to_date, "Open saved survey"}), titles_of(seen));
+  for (const int answer : {-1, -4, -5}) {
+    put_ready(1);
+    upload_ready({answer, ok});
+    EXPECT_EQ(std::vector<SurveyWindow*>{window}, visible_windows()) << answer;
+  }
+  put_ready(1);
+  upload_ready({SurveyWindow::RESPONSE_NEW_SURVEY, ok});
+  ASSERT_EQ(1U, visible_windows().size());
+  EXPECT_NE(window, visible_windows().front());
+
+  window = visible_windows().front();
+  put_ready(1);
+  upload_ready({SurveyWindow::RESPONSE_QUIT, ok});
+  EXPECT_TRUE(visible_windows().empty());
+}
+
+// --- from the menu and the Start page ---
+
+TEST_F(UploadAll, FromTheMenuAsksFirst)
+{
+  serve();
+  put_ready(1);
+  put(ready, "2 <&>", "no survey");
+  const auto seen =
+      answer_next_dialog(cancel, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ(upload_all, seen.title);
+  EXPECT_EQ(Glib::ustring("The following surveys are ready to be uploaded:\n\n") + description +
+                "\n" + my_app->get_survey_dir(ready) +
+                "/2 <&>\n\nUpload all of these now?\nClick Yes to upload all of them now, or\n"
+                "Click Cancel to not upload anything yet.",
+            seen.text);
+  EXPECT_EQ((Titles{"gtk-yes", "gtk-cancel"}), seen.buttons);
+  EXPECT_EQ((std::vector<int>{yes, cancel}), seen.responses);
+  EXPECT_EQ(Gtk::MESSAGE_INFO, seen.message_type);
+  EXPECT_TRUE(seen.has_icon);
+}
+
+TEST_F(UploadAll, FromTheMenuSendsOnlyOnYes)
+{
+  serve();
+  put_ready(2);
+  for (const int answer : {cancel, closed, no}) {
+    answer_next_dialog(answer, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+    EXPECT_EQ(files({1, 2}), names_in(ready)) << answer;
+    EXPECT_EQ(Names(), server->log()) << answer;
+  }
+  const auto seen =
+      answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ((Titles{upload_all, all_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ(files({1, 2}), names_in(uploaded));
+}
+
+TEST_F(UploadAll, FromTheStartPageIsTheSame)
+{
+  serve();
+  put_ready(1);
+  const auto seen =
+      answer_dialogs({yes, ok, ok}, [&] { press(*window->start_panel->upload_all_button); });
+  EXPECT_EQ((Titles{upload_all, all_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ(files({1}), names_in(uploaded));
+}
+
+TEST_F(UploadAll, SaysHowToMarkSurveysIfNoneIsReady)
+{
+  serve();
+  const auto seen =
+      answer_next_dialog(ok, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ("No Surveys Ready!", seen.title);
+  EXPECT_EQ("No surveys are marked as ready to upload.\nFor each survey that you wish to upload, "
+            "please open it and then click the \"Mark For Upload\" button.",
+            seen.text);
+  EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type);
+  EXPECT_EQ(Names(), server->log());
+}
+
+TEST_F(UploadAll, SavesTheOpenSurveyFirstIfItIsReadyAndChanged)
+{
+  serve();
+  save_ready();
+  window->survey_panel2->bottom_time->set_text(""); // no longer complete: nobody asks
+  answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ(Names{natural_name + ".MAVO-Survey"}, names_in(uploaded));
+  const std::string sent = read_file(server->uploads + natural_name + ".MAVO-Survey");
+  EXPECT_EQ(window->survey.xml_last_saved.raw(), sent);
+  EXPECT_EQ(std::string::npos, sent.find(">45</bottom_time>"));
+}
+
+TEST_F(UploadAll, NeitherSavesNorSendsAnOpenSurveyThatIsNotReady)
+{
+  serve();
+  enter_complete_survey();
+  save_quietly(*window, in_progress);
+  const std::string saved = read_file(window->survey.filename);
+  window->survey_panel2->bottom_time->set_text("51");
+  put_ready(1);
+  answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ(saved, read_file(window->survey.filename));
+  EXPECT_EQ(files({1}), names_in(uploaded));
+  EXPECT_TRUE(window->file_needs_saving());
+}
+
+TEST_F(UploadAll, SendsWhatWasSavedIfTheOpenSurveyCannotBeSavedNow)
+{
+  serve();
+  save_ready();
+  const std::string saved = read_file(window->survey.filename);
+  window->survey_panel2->bottom_time->set_text("51");
+  window->survey.file_etag = "of another time";
+  const auto seen =
+      answer_dialogs({ok, yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ((Titles{"ERROR: Survey NOT Saved!!!", upload_all, all_arrived, up_to_date}),
+            titles_of(seen));
+  EXPECT_EQ(saved, read_file(server->uploads + natural_name + ".MAVO-Survey"));
+}

@@ -1,0 +1,231 @@
+#include "server/server-test.h"
+#include "store/full-disk.h"
+#include "store/other-file-system.h"
+#include "store/survey-file.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+
+#include <giomm/error.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <functional>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Names = std::vector<std::string>;
+using Titles = std::vector<Glib::ustring>;
+
+const auto in_progress = MyApp::WD_IN_PROGRESS;
+const auto ready = MyApp::WD_READY_TO_UPLOAD;
+const auto uploaded = MyApp::WD_UPLOADED;
+const int ok = Gtk::RESPONSE_OK;
+
+const char* const succeeded = "Upload Successful";
+const char* const up_to_date = "Program and Data are Up To Date";
+
+// Uploads with a disk that does not play along.
+class UploadFromABadDisk : public ServerTest
+{
+public:
+  // A file lies where a state's directory should be.
+  void obstruct(const char* directory) const
+  {
+    fs::remove_all(my_app->survey_root + directory);
+    write_file(my_app->survey_root + directory, "in the way");
+  }
+
+  // Selects the survey at that path on the Start page and presses Upload there.
+  void upload_from_start_page(const std::string& path, const std::function<void()>& meanwhile)
+  {
+    StartPanel& panel = *window->start_panel;
+    panel.build_survey_model();
+    const auto row = panel.store->children()[1].children()[0];
+    ASSERT_EQ(path, row.get_value(panel.columns.path));
+    panel.survey_tree->set_cursor(panel.store->get_path(row));
+    panel.do_survey_line_trigger(panel.store->get_path(row), 1, 0);
+    meanwhile();
+    press(*panel.upload_button);
+  }
+
+  const std::string survey = SurveyFile().text();
+};
+
+// As long as it lives, uploaded surveys lie on another disk.
+class ElsewhereUploaded
+{
+public:
+  explicit ElsewhereUploaded(MyApp& app)
+      : directory(directory_on_another_file_system(app.survey_root))
+  {
+    EXPECT_NE("", directory) << "this machine has no second file system to write to";
+    const std::string link = app.get_survey_dir(uploaded);
+    fs::remove_all(link);
+    fs::create_directory_symlink(directory, link);
+  }
+  ~ElsewhereUploaded() { fs::remove_all(directory); }
+  ElsewhereUploaded(const ElsewhereUploaded&) = delete;
+  ElsewhereUploaded& operator=(const ElsewhereUploaded&) = delete;
+
+  const std::string directory;
+};
+
+} // namespace
+
+TEST_F(UploadFromABadDisk, EndsWithWhatTheLibrarySaysOfAFileThatCannotBeRead)
+{
+  serve();
+  const std::string directory = my_app->get_survey_dir(ready) + "/a";
+  const std::string link = my_app->get_survey_dir(ready) + "/b";
+  const std::string missing = my_app->get_survey_dir(ready) + "/c";
+  fs::create_directory(directory);
+  fs::create_symlink("/nowhere", link);
+  for (const auto& path : {directory, link, missing})
+    expect_no_dialog([&] { EXPECT_THROW(window->do_upload_file(path), Gio::Error) << path; });
+  EXPECT_EQ(Names(), server->log());
+  EXPECT_EQ((Names{"a", "b"}), names_in(ready));
+}
+
+TEST_F(UploadFromABadDisk, TellsOnceIfTheFileWentAwayAndLivesOn)
+{
+  serve();
+  enter_survey();
+  const std::string path = put(ready, "7.MAVO-Survey", survey);
+  const auto seen =
+      answer_next_dialog(ok, [&] { upload_from_start_page(path, [&] { fs::remove(path); }); });
+  EXPECT_EQ("Error occurred", seen.title);
+  EXPECT_EQ("Something unexpected went wrong: Error opening file " + path +
+                ": No such file or directory\nWhat you have entered is still there; please save "
+                "your survey.",
+            seen.text);
+  EXPECT_EQ(Names(), server->log());
+  EXPECT_TRUE(window->get_visible());
+  EXPECT_TRUE(window->file_needs_saving());
+}
+
+TEST_F(UploadFromABadDisk, DoesNotWaitForAPipe)
+{
+  serve();
+  const std::string path = my_app->get_survey_dir(ready) + "/7 <&>";
+  ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
+  const std::string link = my_app->get_survey_dir(ready) + "/8";
+  fs::create_symlink(path, link);
+  for (const auto& special : {path, link}) {
+    RetCode result = RET_SUCCESS;
+    const auto seen = answer_next_dialog(ok, [&] { result = window->do_upload_file(special); });
+    EXPECT_EQ(RET_FAILURE, result);
+    EXPECT_EQ("Error occurred", seen.title);
+    EXPECT_EQ("Failed to read survey file " + special, seen.text);
+  }
+  const auto seen = answer_dialogs({ok, ok}, [&] { window->do_upload_single(path); });
+  EXPECT_EQ((Titles{"Error occurred", up_to_date}), titles_of(seen));
+  EXPECT_EQ((Names{"7 <&>", "8"}), names_in(ready));
+}
+
+TEST_F(UploadFromABadDisk, TakesAPipeOutOfTheQueueAndGoesOn)
+{
+  serve();
+  ASSERT_EQ(0, mkfifo((my_app->get_survey_dir(ready) + "/1").c_str(), 0600));
+  put(ready, "2", survey);
+  const auto seen = answer_dialogs({ok, Gtk::RESPONSE_ACCEPT, ok, ok}, [&] {
+    window->do_upload_all_ready(my_app->get_ready_survey_list());
+  });
+  EXPECT_EQ((Titles{"Error occurred", "Continue uploading surveys?", "Upload Partially Successful",
+                    up_to_date}),
+            titles_of(seen));
+  EXPECT_EQ(Names{"1"}, names_in(in_progress));
+  EXPECT_EQ(Names{"2"}, names_in(uploaded));
+}
+
+TEST_F(UploadFromABadDisk, CountsAsDoneIfTheFileCannotBeMoved)
+{
+  serve();
+  enter_complete_survey();
+  obstruct("/Uploaded");
+  const std::string path = path_of(ready, natural_name);
+  const auto seen =
+      answer_dialogs({ok, ok, ok}, [&] { window->on_action_FileUploadThis("FileUploadThis"); });
+  EXPECT_EQ((Titles{"Error occurred", succeeded, up_to_date}), titles_of(seen));
+  EXPECT_EQ(0U, seen[0].text.find("Failed to move survey file from " + path + " to " +
+                                  my_app->survey_root + "/Uploaded/" + natural_name +
+                                  ".MAVO-Survey: (via gioerr) "))
+      << seen[0].text;
+  EXPECT_EQ(path, window->survey.filename);
+  EXPECT_TRUE(window->survey.is_uploaded);
+  EXPECT_EQ(window->survey.xml_last_saved.raw(), read_file(path));
+  EXPECT_EQ(read_file(path), read_file(server->uploads + natural_name + ".MAVO-Survey"));
+}
+
+TEST_F(UploadFromABadDisk, KeepsTheFileIfAnotherDiskIsFull)
+{
+  serve();
+  const ElsewhereUploaded elsewhere(*my_app);
+  const std::string path = put(ready, "7.MAVO-Survey", survey);
+  std::vector<SeenDialog> seen;
+  {
+    const FullDisk full(400);
+    seen = answer_dialogs({ok, ok, ok}, [&] { window->do_upload_single(path); });
+  }
+  EXPECT_EQ((Titles{"Error occurred", succeeded, up_to_date}), titles_of(seen));
+  EXPECT_EQ(0U, seen[0].text.find("Failed to move survey file from " + path + " to " +
+                                  my_app->get_survey_dir(uploaded) + "/7.MAVO-Survey: "))
+      << seen[0].text;
+  EXPECT_EQ(survey, read_file(path));
+  EXPECT_EQ(Names(), names_in(uploaded)) << "no part of a file";
+  EXPECT_EQ(survey, read_file(server->uploads + "7.MAVO-Survey"));
+}
+
+TEST_F(UploadFromABadDisk, MovesTheFileToAnotherDisk)
+{
+  serve();
+  const ElsewhereUploaded elsewhere(*my_app);
+  const std::string path = put(ready, "7.MAVO-Survey", survey);
+  expect_no_dialog([&] { EXPECT_EQ(RET_SUCCESS, window->do_upload_file(path)); });
+  EXPECT_FALSE(file_exists(path));
+  EXPECT_EQ(survey, read_file(my_app->get_survey_dir(uploaded) + "/7.MAVO-Survey"));
+}
+
+TEST_F(UploadFromABadDisk, SendsNothingAndKeepsTheOldFileIfTheDiskIsFull)
+{
+  serve();
+  enter_complete_survey();
+  save_quietly(*window, in_progress);
+  const std::string path = window->survey.filename;
+  const std::string saved = read_file(path);
+  window->survey_panel2->bottom_time->set_text("51");
+  using Door = std::function<void()>;
+  const Door doors[] = {[&] { window->on_action_FileUploadThis("FileUploadThis"); },
+                        [&] { window->on_upload_button(); }};
+  for (const auto& door : doors) {
+    SeenDialog seen;
+    {
+      const FullDisk full(400);
+      seen = answer_next_dialog(ok, door);
+    }
+    EXPECT_EQ("ERROR: Survey NOT Saved!!!", seen.title);
+    EXPECT_EQ(0U, seen.text.find("FAILED to save survey to " + path_of(ready, natural_name) + "!"))
+        << seen.text;
+    EXPECT_EQ(saved, read_file(path));
+    EXPECT_EQ(Names(), names_in(ready)) << "no part of a file";
+  }
+  EXPECT_EQ(Names(), server->log());
+  EXPECT_FALSE(window->survey.is_uploaded);
+  EXPECT_EQ("51", window->survey_panel2->bottom_time->get_text());
+}
+
+TEST_F(UploadFromABadDisk, SendsNothingIfTheQueueCannotBeReached)
+{
+  serve();
+  enter_complete_survey();
+  save_quietly(*window, in_progress);
+  const std::string path = window->survey.filename;
+  const std::string saved = read_file(path);
+  obstruct("/Ready To Upload");
+  const auto seen = answer_next_dialog(ok, [&] { window->on_upload_button(); });
+  EXPECT_EQ("ERROR: Survey NOT Saved!!!", seen.title);
+  EXPECT_EQ(saved, read_file(path));
+  EXPECT_EQ(Names(), server->log());
+}
