@@ -1,0 +1,128 @@
+// Whether the window and its dialogs stay usable with text of twice its size.
+
+#include "support/main-loop.h"
+#include "ui/confirm-panel.h"
+#include "ui/listed-panel.h"
+#include "ui/member-panel.h"
+#include "ui/species-window.h"
+#include "ui/start-panel.h"
+#include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
+
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/settings.h>
+
+namespace {
+
+constexpr int normal_dpi = 96 * 1024; // in the settings' unit
+// The smallest screen that is still common.
+constexpr int screen_width = 1366;
+constexpr int screen_height = 768;
+
+class LargeText : public SpeciesWindowTest
+{
+protected:
+  void SetUp() override { set_dpi(2 * normal_dpi); }
+  void TearDown() override { set_dpi(normal_dpi); }
+
+  static void set_dpi(int dpi)
+  {
+    Gtk::Settings::get_default()->property_gtk_xft_dpi() = dpi;
+    settle();
+  }
+
+  static void expect_on_screen(Gtk::Widget& toplevel, const char* what)
+  {
+    Gtk::Requisition least;
+    Gtk::Requisition natural;
+    toplevel.get_preferred_size(least, natural);
+    EXPECT_LE(least.width, screen_width) << what;
+    EXPECT_LE(least.height, screen_height) << what;
+  }
+
+  // Neither the words nor a scroll bar that reaches them can be missing.
+  void expect_reachable(Gtk::Widget& page)
+  {
+    auto* const scrolled = dynamic_cast<Gtk::ScrolledWindow*>(&page);
+    ASSERT_NE(scrolled, nullptr);
+    Gtk::PolicyType across = Gtk::POLICY_NEVER;
+    Gtk::PolicyType down = Gtk::POLICY_NEVER;
+    scrolled->get_policy(across, down);
+    EXPECT_EQ(across, Gtk::POLICY_AUTOMATIC);
+    EXPECT_EQ(down, Gtk::POLICY_AUTOMATIC);
+    wait_until("the page is laid out", [&] {
+      Gtk::Requisition least;
+      Gtk::Requisition natural;
+      scrolled->get_child()->get_preferred_size(least, natural);
+      return scrolled->get_hadjustment()->get_upper() >= least.width &&
+             scrolled->get_vadjustment()->get_upper() >= least.height;
+    });
+  }
+
+  // Labels that are cut end in dots; only cells of lists may do that.
+  void expect_no_dots(Gtk::Widget& widget)
+  {
+    if (const auto* const label = dynamic_cast<Gtk::Label*>(&widget)) {
+      EXPECT_FALSE(label->get_layout()->is_ellipsized()) << label->get_text();
+    }
+    if (auto* const container = dynamic_cast<Gtk::Container*>(&widget))
+      container->foreach ([this](Gtk::Widget& child) { expect_no_dots(child); });
+  }
+};
+
+} // namespace
+
+TEST_F(LargeText, IsReallyLarger)
+{
+  open_window();
+  const int large = window->next_button->get_allocated_height();
+  set_dpi(normal_dpi);
+  wait_until("the buttons are smaller",
+             [&] { return window->next_button->get_allocated_height() < large; });
+}
+
+TEST_F(LargeText, LeavesTheWindowOnTheScreen)
+{
+  open_northwest();
+  expect_on_screen(*window, "window");
+}
+
+TEST_F(LargeText, CutsNothingOffOnAnyPage)
+{
+  open_northwest();
+  window->unlisted_panel->species_search->set_text("a");
+  mark(10, 2);
+  for (int page = 0; page < window->notebook->get_n_pages(); ++page) {
+    SCOPED_TRACE(page);
+    go_to_page(page);
+    expect_reachable(*window->notebook->get_nth_page(page));
+    expect_no_dots(*window);
+  }
+}
+
+// The other two have a form beside a list.
+TEST_F(LargeText, NeedsNoScrollingSidewaysOnFiveOfThePages)
+{
+  open_northwest();
+  const int width = window->get_allocated_width();
+  for (Gtk::Widget* const panel : {static_cast<Gtk::Widget*>(window->start_panel),
+                                   static_cast<Gtk::Widget*>(window->member_panel),
+                                   static_cast<Gtk::Widget*>(window->listed_panel),
+                                   static_cast<Gtk::Widget*>(window->unlisted_panel),
+                                   static_cast<Gtk::Widget*>(window->confirm_panel)}) {
+    Gtk::Requisition least;
+    Gtk::Requisition natural;
+    panel->get_preferred_size(least, natural);
+    EXPECT_LE(least.width, width) << panel->get_name();
+  }
+}
+
+TEST_F(LargeText, LeavesTheDialogsOnTheScreen)
+{
+  open_window();
+  expect_on_screen(*window->contact_dialog, "contact");
+  expect_on_screen(*window->instructions_dialog, "instructions");
+  expect_on_screen(*window->about_dialog, "about");
+}
