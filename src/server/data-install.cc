@@ -27,23 +27,25 @@ struct CommandResult {
   std::string output;
 };
 
-// Removes all links below a directory. tar lets no archive lead its own entries
-// out of there, since it makes links last; but a link that one archive has left
-// would lead the entries of the next one out. The result is empty if none is left.
-std::error_code remove_links(const fs::path& directory)
+// Removes all below a directory that is neither file nor directory. tar lets no
+// archive lead its own entries out of there, since it makes links last; but a
+// link that one archive has left would lead the entries of the next one out, and
+// a pipe would be waited for. The result is empty if none of them is left.
+std::error_code remove_links_and_pipes(const fs::path& directory)
 {
   std::error_code failure;
   if (!fs::is_directory(directory, failure))
     return {}; // whoever writes there will say so
-  std::vector<fs::path> links;
+  std::vector<fs::path> found;
   for (fs::recursive_directory_iterator entry(directory, failure), end; !failure && entry != end;
        entry.increment(failure)) {
-    if (entry->is_symlink(failure))
-      links.push_back(entry->path());
+    const fs::file_status status = entry->symlink_status(failure);
+    if (!fs::is_regular_file(status) && !fs::is_directory(status))
+      found.push_back(entry->path());
   }
-  for (const auto& link : links) {
+  for (const auto& path : found) {
     if (!failure)
-      fs::remove(link, failure);
+      fs::remove(path, failure);
   }
   return failure;
 }
@@ -174,7 +176,7 @@ RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
   if (debug_level > 0)
     std::printf("received body of %d bytes at %p\n", static_cast<int>(body.size()),
                 static_cast<const void*>(body.data()));
-  if (const std::error_code failure = remove_links(directory))
+  if (const std::error_code failure = remove_links_and_pipes(directory))
     return error("FAILED to write to %s!\n%s", escape_markup(directory).c_str(),
                  escape_markup(failure.message()).c_str());
   const RetCode written = write_file(archive, body.data(), body.size());
