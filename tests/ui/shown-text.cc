@@ -1,5 +1,6 @@
 #include "ui/shown-text.h"
 
+#include "core/markup.h"
 #include "support/main-loop.h"
 
 #include <cairomm/context.h>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <map>
@@ -100,8 +102,9 @@ private:
 
   std::uint32_t pixel(int x, int y) const
   {
+    const std::ptrdiff_t row = y;
     std::uint32_t value = 0;
-    std::memcpy(&value, surface->get_data() + y * surface->get_stride() + 4 * x, sizeof value);
+    std::memcpy(&value, surface->get_data() + row * surface->get_stride() + 4 * x, sizeof value);
     return value & 0xffffff;
   }
 
@@ -160,11 +163,10 @@ Gdk::RGBA text_colour(Gtk::Entry& entry)
 Glib::ustring markup_of(Gtk::Widget& widget)
 {
   if (const auto* const label = dynamic_cast<Gtk::Label*>(&widget))
-    return label->get_use_markup() ? label->get_label()
-                                   : Glib::Markup::escape_text(label->get_text());
+    return label->get_use_markup() ? label->get_label() : escape_markup(label->get_text());
   if (const auto* const entry = dynamic_cast<Gtk::Entry*>(&widget))
-    return Glib::Markup::escape_text(entry->get_text().empty() ? entry->get_placeholder_text()
-                                                               : entry->get_text());
+    return escape_markup(entry->get_text().empty() ? entry->get_placeholder_text()
+                                                   : entry->get_text());
   return dynamic_cast<Gtk::CellView*>(&widget) ? "(chosen)" : "";
 }
 
