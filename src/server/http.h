@@ -8,8 +8,8 @@
 // put in its place in http.cc. All calls block until the exchange is over; there
 // is no time limit and no way to cancel.
 
-using SoupMessage = struct _SoupMessage;
-using SoupSession = struct _SoupSession;
+using SoupMessage = struct _SoupMessage; // NOLINT(bugprone-reserved-identifier): the library's
+using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 
 struct HttpSessionClose {
   void operator()(SoupSession* session) const;

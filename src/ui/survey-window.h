@@ -34,7 +34,8 @@ class StartPanel;
 class SurveyPanel1;
 class SurveyPanel2;
 class UnlistedPanel;
-using SoupSession = struct _SoupSession; // of the HTTP library, see server/http.h
+// Of the HTTP library, see server/http.h.
+using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 
 // One survey in one window: a notebook of seven panels, a menu bar and the
 // buttons that walk through the panels and save. A window is made hidden, shown

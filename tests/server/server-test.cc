@@ -43,9 +43,33 @@ std::string ServerTest::put(MyApp::WhichDir which, const std::string& name,
   return path;
 }
 
+Glib::ustring ServerTest::second_step() const
+{
+  return "Step 1 of 2 completed. You are not done yet! To transmit your surveys to MAVO, logon to "
+         "the MAVO Online Data Entry page (" +
+         my_app->data_entry_url + ") to error check and submit your survey(s).";
+}
+
+void ServerTest::expect_next_steps(const SeenDialog& seen) const
+{
+  const std::string& address = my_app->data_entry_url;
+  const std::string link = "<a href=\"" + address + "\">" + address + "</a>";
+  EXPECT_NE(std::string::npos, seen.markup.raw().find(link)) << seen.markup;
+  EXPECT_NE(std::string::npos, seen.markup.raw().find("<b>You are not done yet!</b>"));
+  EXPECT_EQ(Gtk::MESSAGE_INFO, seen.message_type);
+  EXPECT_TRUE(seen.has_icon);
+  const std::vector<Glib::ustring> buttons = {"_OK", "Open Saved Survey", "Start New Survey",
+                                              "Quit Program"};
+  EXPECT_EQ(buttons, seen.buttons);
+  EXPECT_EQ((std::vector<int>{Gtk::RESPONSE_OK, SurveyWindow::RESPONSE_OPEN_SURVEY,
+                              SurveyWindow::RESPONSE_NEW_SURVEY, SurveyWindow::RESPONSE_QUIT}),
+            seen.responses);
+}
+
 std::vector<Glib::ustring> titles_of(const std::vector<SeenDialog>& dialogs)
 {
   std::vector<Glib::ustring> titles;
+  titles.reserve(dialogs.size());
   for (const auto& dialog : dialogs)
     titles.push_back(dialog.title);
   return titles;

@@ -25,6 +25,12 @@ public:
   // Writes a file into the directory of a state and gives its path.
   std::string put(MyApp::WhichDir which, const std::string& name, const std::string& text) const;
 
+  // What both messages of success end with.
+  Glib::ustring second_step() const;
+  // Fails the test unless a message of success is shown as one, with a link to the
+  // online page and with what can be done next.
+  void expect_next_steps(const SeenDialog& seen) const;
+
   std::unique_ptr<TestServer> server;
 };
 

@@ -73,14 +73,6 @@ public:
     return seen;
   }
 
-  // What follows the counts if a survey arrived.
-  Glib::ustring second_step() const
-  {
-    return "Step 1 of 2 completed. You are not done yet! To transmit your surveys to MAVO, logon "
-           "to the MAVO Online Data Entry page (" +
-           my_app->data_entry_url + ") to error check and submit your survey(s).";
-  }
-
   static Names files(const std::vector<int>& numbers)
   {
     Names names;
@@ -106,15 +98,7 @@ TEST_F(UploadAll, SendsOneAfterTheOtherAndTellsHowMany)
     const auto seen = upload_ready({ok, ok});
     EXPECT_EQ((Titles{all_arrived, up_to_date}), titles_of(seen));
     EXPECT_EQ(c.said + second_step(), seen[0].text);
-    EXPECT_EQ(Gtk::MESSAGE_INFO, seen[0].message_type);
-    EXPECT_TRUE(seen[0].has_icon);
-    EXPECT_EQ((Titles{"_OK", "Open Saved Survey", "Start New Survey", "Quit Program"}),
-              seen[0].buttons);
-    EXPECT_EQ((std::vector<int>{ok, 3, 1, 2}), seen[0].responses);
-    const std::string& address = my_app->data_entry_url;
-    EXPECT_NE(std::string::npos,
-              seen[0].markup.raw().find("<a href=\"" + address + "\">" + address + "</a>"));
-    EXPECT_NE(std::string::npos, seen[0].markup.raw().find("<b>You are not done yet!</b>"));
+    expect_next_steps(seen[0]);
     EXPECT_EQ(Names(), names_in(ready));
     EXPECT_EQ(static_cast<std::size_t>(c.count), names_in(uploaded).size());
   }

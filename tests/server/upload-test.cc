@@ -115,11 +115,20 @@ struct Request {
   std::string body;
 };
 
+// The body of a request with one survey.
+std::string form_of_one_file(const std::string& boundary, const std::string& name,
+                             const std::string& contents)
+{
+  return "--" + boundary + "\r\nContent-Disposition: form-data; name=\"survey-file\"; " + name +
+         "\r\nContent-Type: application/xml\r\n\r\n" + contents + "\r\n--" + boundary + "--\r\n";
+}
+
 } // namespace
 
 TEST_F(Upload, SendsTheFileAsItIsOnDiskAsTheOnlyPartOfAForm)
 {
-  const std::string bytes("<?xml?>\r\n\xff\xfe\0 Jos\u00e9 \n--\r\n\r\n", 27);
+  const char odd[] = "<?xml?>\r\n\xff\xfe\0 Jos\u00e9 \n--\r\n\r\n";
+  const std::string bytes(odd, sizeof odd);
   const struct {
     const char* name;
     const char* name_as_sent;
@@ -141,11 +150,7 @@ TEST_F(Upload, SendsTheFileAsItIsOnDiskAsTheOnlyPartOfAForm)
     const std::string form = "multipart/form-data; boundary=";
     const std::string type = request.header("Content-Type");
     ASSERT_EQ(form, type.substr(0, form.size()));
-    const std::string boundary = "--" + type.substr(form.size());
-    EXPECT_EQ(boundary + "\r\nContent-Disposition: form-data; name=\"survey-file\"; " +
-                  c.name_as_sent + "\r\nContent-Type: application/xml\r\n\r\n" + c.contents +
-                  "\r\n" + boundary + "--\r\n",
-              request.body);
+    EXPECT_EQ(form_of_one_file(type.substr(form.size()), c.name_as_sent, c.contents), request.body);
     EXPECT_EQ(c.contents, read_file(path));
   }
 }
@@ -157,19 +162,8 @@ TEST_F(Upload, MovesWhatTheServerTookAndSaysWhatIsLeftToDo)
   const std::string path = put_ready();
   const auto seen = answer_dialogs({ok, ok}, [&] { window->do_upload_single(path); });
   ASSERT_EQ((Titles{succeeded, up_to_date}), titles_of(seen));
-  EXPECT_EQ("Survey uploaded successfully.\nStep 1 of 2 completed. You are not done yet! To "
-            "transmit your surveys to MAVO, logon to the MAVO Online Data Entry page (" +
-                my_app->data_entry_url + ") to error check and submit your survey(s).",
-            seen[0].text);
-  EXPECT_EQ((Titles{"_OK", "Open Saved Survey", "Start New Survey", "Quit Program"}),
-            seen[0].buttons);
-  EXPECT_EQ((std::vector<int>{ok, 3, 1, 2}), seen[0].responses);
-  const std::string& address = my_app->data_entry_url;
-  EXPECT_NE(std::string::npos,
-            seen[0].markup.raw().find("<a href=\"" + address + "\">" + address + "</a>"));
-  EXPECT_NE(std::string::npos, seen[0].markup.raw().find("<b>You are not done yet!</b>"));
-  EXPECT_EQ(Gtk::MESSAGE_INFO, seen[0].message_type);
-  EXPECT_TRUE(seen[0].has_icon);
+  EXPECT_EQ("Survey uploaded successfully.\n" + second_step(), seen[0].text);
+  expect_next_steps(seen[0]);
 
   EXPECT_EQ(Names(), names_in(ready));
   EXPECT_EQ(Names{"7.MAVO-Survey"}, names_in(uploaded));
