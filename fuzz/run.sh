@@ -46,7 +46,7 @@ fuzz() {
 
 keep() {
   [ -d "$out/found/$1" ] || return 0
-  "$out/fuzz/fuzz-$1" -set_cover_merge=1 -timeout=10 -close_fd_mask=3 "fuzz/corpus/$1" \
+  "$out/fuzz/fuzz-$1" -set_cover_merge=1 -use_counters=0 -timeout=10 -close_fd_mask=3 "fuzz/corpus/$1" \
     "$out/found/$1" >"$out/logs/$1-keep.log" 2>&1 || return 1
   printf '%-16s %5s files kept\n' "$1" "$(find "fuzz/corpus/$1" -type f | wc -l)"
 }
