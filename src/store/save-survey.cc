@@ -13,6 +13,7 @@
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 
+#include <giomm/error.h>
 #include <giomm/file.h>
 #include <unistd.h>
 
@@ -84,11 +85,35 @@ std::string path_to_save_to(const SurveyWindow& window, const std::string& direc
       [](const std::string& path) { return Gio::File::create_for_path(path)->query_exists(); });
 }
 
-void write_document(SurveyData& survey)
+// An entity tag that no file has: where something lies, nothing is written.
+const char* const of_no_file = "none";
+
+void write_document(SurveyData& survey, const std::string& etag)
 {
   const std::string& text = survey.xml_current.raw();
-  survey.file_etag = replace_file(survey.filename, text.data(), text.size(), survey.file_etag);
+  survey.file_etag = replace_file(survey.filename, text.data(), text.size(), etag);
   survey.xml_last_saved = survey.xml_current;
+}
+
+// Writes the document into `directory`. Another program may take the free name
+// between its choice and the writing; then the next free one is taken.
+void write_document_into(SurveyWindow& window, const std::string& directory)
+{
+  SurveyData& survey = window.survey;
+  const std::string own_path = survey.filename;
+  while (true) {
+    survey.filename = path_to_save_to(window, directory);
+    const bool is_own = survey.filename == own_path;
+    try {
+      write_document(survey, is_own ? survey.file_etag : of_no_file);
+      return;
+    } catch (const Gio::Error& error) {
+      const bool is_taken = error.code() == Gio::Error::WRONG_ETAG && !is_own;
+      if (!is_taken || !Gio::File::create_for_path(survey.filename)->query_exists())
+        throw;
+      survey.filename = own_path;
+    }
+  }
 }
 
 // Generates the document and writes it into the directory of `which`. Throws
@@ -99,15 +124,12 @@ void save_document(SurveyWindow& window, MyApp::WhichDir which)
   if (window.generate_xml_string(error_text, false) != RET_SUCCESS)
     throw Glib::ustring(error_text);
 
-  SurveyData& survey = window.survey;
-  const std::string old_path = survey.filename;
-  const std::string new_path = path_to_save_to(window, window.my_app->get_survey_dir(which));
+  const std::string old_path = window.survey.filename;
+  write_document_into(window, window.my_app->get_survey_dir(which));
   // A survey that keeps its name has only changed its state. One whose name
   // changed leaves its old file behind, as a survey of its own.
-  const bool moved = new_path != old_path && base_name(new_path) == base_name(old_path);
-  survey.filename = new_path;
-  write_document(survey);
-  if (moved)
+  const std::string& new_path = window.survey.filename;
+  if (new_path != old_path && base_name(new_path) == base_name(old_path))
     unlink(old_path.c_str());
 }
 

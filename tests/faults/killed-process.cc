@@ -29,16 +29,19 @@ int wait_for(pid_t process)
   return status;
 }
 
-} // namespace
-
-bool killed_at_system_call(int nth, const std::function<void()>& action)
+pid_t start_watched(const std::function<void()>& action)
 {
   const pid_t process = fork();
   if (process == 0)
     be_watched(action);
   wait_for(process);
   ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD);
+  return process;
+}
 
+// Lets it run until it is about to make its `nth` call. False if it ended before.
+bool run_to_call(pid_t process, int nth)
+{
   bool is_inside = false; // each call stops twice: before and after
   int calls = 0;
   long signal = 0; // to hand on
@@ -53,10 +56,32 @@ bool killed_at_system_call(int nth, const std::function<void()>& action)
     if (signal != 0)
       continue;
     is_inside = !is_inside;
-    if (is_inside && ++calls == nth) {
-      kill(process, SIGKILL);
-      wait_for(process);
+    if (is_inside && ++calls == nth)
       return true;
-    }
   }
+}
+
+} // namespace
+
+bool killed_at_system_call(int nth, const std::function<void()>& action)
+{
+  const pid_t process = start_watched(action);
+  if (!run_to_call(process, nth))
+    return false;
+  kill(process, SIGKILL);
+  wait_for(process);
+  return true;
+}
+
+bool held_at_system_call(int nth, const std::function<void()>& action,
+                         const std::function<void()>& meanwhile)
+{
+  const pid_t process = start_watched(action);
+  if (!run_to_call(process, nth))
+    return false;
+  meanwhile();
+  ptrace(PTRACE_DETACH, process, nullptr, 0);
+  const int status = wait_for(process);
+  EXPECT_TRUE(WIFEXITED(status)) << "it ended by itself: " << status;
+  return true;
 }

@@ -6,3 +6,8 @@
 // its `nth` system call, counted from 1. False if it ended before that. The
 // action must not use the display, which the copy shares.
 bool killed_at_system_call(int nth, const std::function<void()>& action);
+
+// The same, but the copy is not killed: it waits there until this process has
+// done `meanwhile`, and then goes on to its end.
+bool held_at_system_call(int nth, const std::function<void()>& action,
+                         const std::function<void()>& meanwhile);

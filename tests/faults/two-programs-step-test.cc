@@ -1,0 +1,90 @@
+// The other program is held before each system call that it makes, and this one
+// does its part just then: whatever can come between them has come.
+#include "ui/survey-window.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "faults/killed-process.h"
+#include "faults/other-program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const auto in_progress = MyApp::WD_IN_PROGRESS;
+const auto ready = MyApp::WD_READY_TO_UPLOAD;
+
+class BetweenTwoSystemCalls : public TwoPrograms
+{
+public:
+  // For each call: the store as `prepare` leaves it, both actions, and what then
+  // has to hold.
+  void try_everywhere(const std::function<void()>& prepare, const std::function<void()>& they_do,
+                      const std::function<void()>& i_do, const std::function<void()>& expect_held)
+  {
+    int tried = 0;
+    const auto try_next = [&] {
+      SCOPED_TRACE("held at call " + std::to_string(tried + 1));
+      fs::remove_all(my_app->survey_root);
+      forget_file(*mine);
+      forget_file(*theirs);
+      prepare();
+      const bool was_held = held_at_system_call(tried + 1, they_do, i_do);
+      if (was_held) {
+        EXPECT_EQ(Texts(), files_that_are_neither());
+        expect_held();
+      }
+      return was_held;
+    };
+    while (try_next())
+      ++tried;
+    EXPECT_GT(tried, 10);
+    RecordProperty("tried", tried);
+  }
+
+  // As if the window had just been filled in or opened.
+  static void forget_file(SurveyWindow& window, const std::string& path = "")
+  {
+    window.survey.filename = path;
+    window.survey.file_etag.clear();
+  }
+
+  void both_open_one()
+  {
+    save_quietly(*mine, in_progress);
+    forget_file(*mine, mine->survey.filename);
+    forget_file(*theirs, mine->survey.filename);
+  }
+};
+
+} // namespace
+
+TEST_F(BetweenTwoSystemCalls, TwoNewSurveysOfOneNameBothStay)
+{
+  try_everywhere([] {}, [&] { save_quietly(*theirs, in_progress); },
+                 [&] { save_quietly(*mine, in_progress); },
+                 [&] {
+                   Texts both = {my_text, their_text};
+                   std::sort(both.begin(), both.end());
+                   EXPECT_EQ(both, texts_in(in_progress));
+                   EXPECT_EQ(my_text, read_file(mine->survey.filename));
+                 });
+}
+
+TEST_F(BetweenTwoSystemCalls, OneSurveySavedByBothIsWhole)
+{
+  try_everywhere([&] { both_open_one(); }, [&] { save_quietly(*theirs, in_progress); },
+                 [&] { save_quietly(*mine, in_progress); },
+                 [&] { EXPECT_EQ(1U, names_in(in_progress).size()); });
+}
+
+// The file of the old state goes with the change, whatever it holds by then.
+TEST_F(BetweenTwoSystemCalls, ASurveyWhoseStateTheOtherChangesIsWhole)
+{
+  try_everywhere([&] { both_open_one(); }, [&] { save_quietly(*theirs, ready); },
+                 [&] { save_quietly(*mine, in_progress); },
+                 [&] { EXPECT_EQ(Texts{their_text}, texts_in(ready)); });
+}
