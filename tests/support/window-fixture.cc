@@ -12,6 +12,9 @@
 
 namespace {
 
+// Nobody listens there: a test that wants an answer starts a server.
+const char* const nobody = "http://127.0.0.1:9"; // the discard port
+
 // Never freed: hidden windows still point to it.
 MyApp* kept_program()
 {
@@ -34,6 +37,8 @@ SurveyWindow* WindowTest::create_window()
   if (!my_app) {
     my_app = kept_program();
     my_app->survey_root = application_dir.root + "/store";
+    my_app->upload_url = std::string(nobody) + "/dataentry/upload-survey.php";
+    my_app->version_query_url = std::string(nobody) + "/offline-data-entry/?get-version=";
   }
   window = SurveyWindow::create(*my_app);
   return window;

@@ -366,12 +366,16 @@ TEST_F(WindowActions, CanShowADialogAgain)
       answer_next_dialog(response, [&] { activate(action); });
 }
 
-TEST_F(WindowActions, WaitForTheirStepWithoutADialog)
+TEST_F(WindowActions, OfTheServerTellWhyTheyCannotBegin)
 {
-  expect_no_dialog([&] {
-    for (const char* action : {"FileUploadThis", "FileUploadAll", "HelpCheckForUpdates"})
-      activate(action);
-    window->on_upload_button();
-  });
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"FileUploadThis", "Can't upload yet"},
+      {"FileUploadAll", "No Surveys Ready!"},
+      {"HelpCheckForUpdates", "Can't reach MAVO server"},
+  };
+  for (const auto& [action, title] : cases) {
+    const char* const name = action;
+    EXPECT_EQ(title, answer_next_dialog(Gtk::RESPONSE_OK, [&] { activate(name); }).title);
+  }
   EXPECT_TRUE(window->get_visible());
 }
