@@ -140,6 +140,21 @@ TEST_F(UploadFromABadDisk, TakesAPipeOutOfTheQueueAndGoesOn)
   EXPECT_EQ(Names{"2"}, names_in(uploaded));
 }
 
+TEST_F(UploadFromABadDisk, EndsABatchAtAFileThatCannotBeReadAndLeavesTheRestReady)
+{
+  serve();
+  put(ready, "1", survey);
+  fs::create_directory(my_app->get_survey_dir(ready) + "/2");
+  put(ready, "3", survey);
+  const auto seen = answer_dialogs({Gtk::RESPONSE_ACCEPT, ok},
+                                   [&] { press(*window->start_panel->upload_all_button); });
+  EXPECT_EQ((Titles{"Upload all surveys that are ready?", "Error occurred"}), titles_of(seen));
+  EXPECT_EQ(0U, seen[1].text.find("Something unexpected went wrong: ")) << seen[1].text;
+  EXPECT_EQ(Names{"1"}, names_in(uploaded));
+  EXPECT_EQ((Names{"2", "3"}), names_in(ready));
+  EXPECT_TRUE(window->get_visible());
+}
+
 TEST_F(UploadFromABadDisk, CountsAsDoneIfTheFileCannotBeMoved)
 {
   serve();

@@ -78,16 +78,18 @@ public:
     press(*panel.upload_button);
   }
 
-  // The text of the failure's dialog, if the server answers so.
-  Glib::ustring failure_of(const std::string& spec)
+  // Uploads a survey that the server does not take; the text of the dialog.
+  Glib::ustring failure_text(const char* why = "")
   {
-    serve({"--upload", spec});
-    const auto seen = answer_dialogs({ok, ok}, [&] { window->do_upload_single(put_ready()); });
-    EXPECT_EQ((Titles{failed, up_to_date}), titles_of(seen)) << spec;
-    EXPECT_EQ(Names{"7.MAVO-Survey"}, names_in(ready)) << spec;
-    EXPECT_EQ(Names(), names_in(uploaded)) << spec;
-    EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.front().message_type);
-    return seen.front().text;
+    RetCode result = RET_SUCCESS;
+    const SeenDialog seen =
+        answer_next_dialog(ok, [&] { result = window->do_upload_file(put_ready()); });
+    EXPECT_EQ(RET_FAILURE, result) << why;
+    EXPECT_EQ(failed, seen.title) << why;
+    EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type) << why;
+    EXPECT_EQ(Names{"7.MAVO-Survey"}, names_in(ready)) << why;
+    EXPECT_EQ(Names(), names_in(uploaded)) << why;
+    return seen.text;
   }
 };
 
@@ -140,12 +142,13 @@ TEST_F(Upload, SendsTheFileAsItIsOnDiskAsTheOnlyPartOfAForm)
        SurveyFile().text()},
       {"empty", "filename=\"empty\"", ""},
   };
+  serve({"--upload", "status=500"});
+  int count = 0;
   for (const auto& c : cases) {
-    serve({"--upload", "status=500"});
     const std::string path = put(ready, c.name, c.contents);
-    answer_dialogs({ok, ok}, [&] { window->do_upload_single(path); });
+    answer_next_dialog(ok, [&] { window->do_upload_file(path); });
 
-    const Request request(server->requests + "1-upload.txt");
+    const Request request(server->requests + std::to_string(++count) + "-upload.txt");
     EXPECT_EQ(0U, request.head.find("POST /dataentry/upload-survey.php HTTP/1.1\r\n"));
     const std::string form = "multipart/form-data; boundary=";
     const std::string type = request.header("Content-Type");
@@ -237,22 +240,29 @@ TEST_F(Upload, FailsInTheServersWords)
        "Unknown (error header missing)"},
       {"taken as it seems, with words", "status=200,error=Not quite", "Not quite"},
   };
+  Names options;
+  for (const auto& c : cases) {
+    options.emplace_back("--upload");
+    options.emplace_back(c.spec);
+  }
+  serve(options);
   for (const auto& c : cases)
-    EXPECT_EQ(Glib::ustring("Failed to upload file: ") + c.said, failure_of(c.spec)) << c.why;
+    EXPECT_EQ(Glib::ustring("Failed to upload file: ") + c.said, failure_text(c.why)) << c.why;
 }
 
 TEST_F(Upload, ShowsALongReasonAsFarAsItIsOfUse)
 {
   const std::string reason(30000, 'x');
-  const Glib::ustring text = failure_of("status=422,error=" + reason);
+  serve({"--upload", "status=422,error=" + reason});
+  const Glib::ustring text = failure_text();
   EXPECT_EQ(0U, text.find("Failed to upload file: xxxxxxxxxx"));
   EXPECT_LT(10000U, text.size());
 }
 
 TEST_F(Upload, IsAConfusionIfTheServerDoesNotSayThatItSucceeded)
 {
-  EXPECT_EQ("Confusion: response is 201 but success header is missing!?",
-            failure_of("without=X-Survey-Upload-Successful"));
+  serve({"--upload", "without=X-Survey-Upload-Successful"});
+  EXPECT_EQ("Confusion: response is 201 but success header is missing!?", failure_text());
 }
 
 TEST_F(Upload, DoesNotReadWhatTheSuccessHeaderSays)
@@ -320,8 +330,8 @@ TEST_F(Upload, OffersTheSavedSurveysIfTheUserWantsIt)
 
 TEST_F(Upload, StaysWhereItIsOnAnyOtherAnswer)
 {
+  serve();
   for (const int answer : {-1, -4, -5, -6}) {
-    serve();
     const std::string path = put_ready();
     answer_dialogs({answer, ok}, [&] { window->do_upload_single(path); });
     EXPECT_EQ(std::vector<SurveyWindow*>{window}, visible_windows()) << answer;
