@@ -5,6 +5,7 @@
 #include "data/data-defs.h"
 #include "data/data-file-info.h"
 #include "data/data-params.h"
+#include "data/former-data.h"
 #include "data/habitat-info.h"
 #include "data/region-info.h"
 #include "data/species-view-info.h"
@@ -54,7 +55,9 @@ bool load(Table*& table, const std::string& dir)
 
 RetCode MyApp::read_data_files()
 {
-  const std::string dir = choose_data_dir(get_local_data_dir() + "/data-files/", "data-files/");
+  const std::string local = get_local_data_dir();
+  FormerData::put_back(local); // had the program ended in the middle of unpacking
+  const std::string dir = choose_data_dir(local + "/data-files/", "data-files/");
   if (dir.empty())
     return RET_FAILURE;
 

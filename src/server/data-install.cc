@@ -2,6 +2,7 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/my-app.h"
+#include "data/former-data.h"
 #include "server/http.h"
 #include "ui/survey-window.h"
 
@@ -49,53 +50,6 @@ std::error_code remove_links_and_pipes(const fs::path& directory)
   }
   return failure;
 }
-
-// The local copy of the data as it was, in case a new one cannot be unpacked
-// whole: half of it would keep the program from starting. It is made of hard
-// links where that is possible, which take no room; tar replaces files and never
-// writes into them.
-class FormerCopy
-{
-public:
-  explicit FormerCopy(const fs::path& directory)
-      : data(directory / "data-files"), kept(directory / "former-data-files")
-  {
-    remove_kept();
-    std::error_code failure;
-    if (!fs::exists(data, failure))
-      return;
-    fs::copy(data, kept, fs::copy_options::recursive | fs::copy_options::create_hard_links,
-             failure);
-    if (failure) {
-      remove_kept();
-      fs::copy(data, kept, fs::copy_options::recursive, failure);
-    }
-    is_whole = !failure;
-  }
-  ~FormerCopy() { remove_kept(); }
-  FormerCopy(const FormerCopy&) = delete;
-  FormerCopy& operator=(const FormerCopy&) = delete;
-
-  void put_back() const
-  {
-    std::error_code ignored; // the failure that led here is told
-    if (!is_whole)
-      return;
-    fs::remove_all(data, ignored);
-    fs::rename(kept, data, ignored);
-  }
-
-private:
-  void remove_kept() const
-  {
-    std::error_code ignored;
-    fs::remove_all(kept, ignored);
-  }
-
-  const fs::path data;
-  const fs::path kept;
-  bool is_whole = true; // also where there were no data, and nothing is kept
-};
 
 std::string unpacking_command(const std::string& archive, const std::string& directory)
 {
@@ -148,11 +102,11 @@ RetCode unpack(const std::string& archive, const std::string& directory)
   const std::string command = unpacking_command(archive, directory);
   if (debug_level > 0)
     std::printf("About to run: %s\n", command.c_str());
-  const FormerCopy former(directory);
+  const FormerData former(directory);
   const CommandResult result = run(command);
   if (result.status == 0)
     return RET_SUCCESS;
-  former.put_back();
+  FormerData::put_back(directory);
   return report_failure(command, result);
 }
 
