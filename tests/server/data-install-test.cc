@@ -5,6 +5,7 @@
 #include "store/full-disk.h"
 #include "support/output.h"
 
+#include <glibmm/miscutils.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -42,7 +43,7 @@ std::string contents_of(const std::string& directory)
 class SearchPath
 {
 public:
-  explicit SearchPath(const std::string& path) : previous(getenv("PATH"))
+  explicit SearchPath(const std::string& path) : previous(Glib::getenv("PATH"))
   {
     setenv("PATH", path.c_str(), 1);
   }

@@ -57,75 +57,75 @@ TEST_F(UpdateCheck, TellsWhatIsNewAndWhatFailsCaseByCase)
   const struct {
     const char* why;
     Lines options;
-    bool new_data;
+    const char* new_data; // their time stamp; null: those in use
     Responses answers;
     Lines titles;
     RetCode result;
   } cases[] = {
       {"all fails",
        {"--app-query", "status=500"},
-       true,
+       "2022",
        {ok},
        {"Can't reach MAVO server"},
        RET_FAILURE},
       {"data fail",
        {"--data-query", "status=500"},
-       true,
+       "2022",
        {ok},
        {"Can't reach MAVO server"},
        RET_FAILURE},
       {"program differs, data fail",
        {"--app-version", "9", "--data-query", "status=500"},
-       true,
+       "2022",
        {yes, ok},
        {"New program version is available", "Can't reach MAVO server"},
        RET_FAILURE},
-      {"all the same", {}, false, {ok}, {"Program and Data are Up To Date"}, RET_SUCCESS},
+      {"all the same", {}, nullptr, {ok}, {"Program and Data are Up To Date"}, RET_SUCCESS},
       {"all the same, closed",
        {},
-       false,
+       nullptr,
        {close_frame},
        {"Program and Data are Up To Date"},
        RET_SUCCESS},
       {"program differs",
        {"--app-version", "9"},
-       false,
+       nullptr,
        {yes},
        {"New program version is available"},
        RET_SUCCESS},
       {"program differs, closed",
        {"--app-version", "9"},
-       false,
+       nullptr,
        {close_frame},
        {"New program version is available"},
        RET_DECLINED},
       {"an older program",
        {"--app-version", "0.1"},
-       false,
+       nullptr,
        {yes},
        {"New program version is available"},
        RET_SUCCESS},
       {"data differ, cancelled",
        {},
-       true,
+       "2022",
        {cancel},
        {"New data files are available"},
        RET_DECLINED},
       {"data differ, closed",
        {},
-       true,
+       "2022",
        {close_frame},
        {"New data files are available"},
        RET_DECLINED},
       {"both differ",
        {"--app-version", "9"},
-       true,
+       "2022",
        {close_frame, cancel},
        {"New program version is available", "New data files are available"},
        RET_DECLINED},
       {"both differ, installed",
        {"--app-version", "9"},
-       true,
+       "2022",
        {close_frame, yes, ok},
        {"New program version is available", "New data files are available",
         "Data File Update Successful"},
@@ -135,7 +135,7 @@ TEST_F(UpdateCheck, TellsWhatIsNewAndWhatFailsCaseByCase)
     SCOPED_TRACE(c.why);
     serve(c.options);
     if (c.new_data)
-      offer_new_data();
+      offer_new_data(c.new_data);
     EXPECT_EQ(c.result, check(c.answers));
     Lines titles;
     for (const auto& dialog : seen) {
