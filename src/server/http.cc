@@ -66,9 +66,9 @@ HttpSession open_http_session(bool log_bodies)
   return session;
 }
 
-void HttpAnswer::Release::operator()(SoupMessage* message) const
+void HttpAnswer::Release::operator()(SoupMessage* sent) const
 {
-  g_object_unref(message);
+  g_object_unref(sent);
 }
 
 HttpAnswer::HttpAnswer(SoupMessage* sent) : message(sent)

@@ -43,7 +43,7 @@ public:
 
 private:
   struct Release {
-    void operator()(SoupMessage* message) const;
+    void operator()(SoupMessage* sent) const;
   };
   std::unique_ptr<SoupMessage, Release> message;
 };
