@@ -12,13 +12,13 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int status_ok = 200; // RFC 9110, 15.3.1
 const char* const archive_type = "application/x-bzip2";
 // Stands for the status of a command that could not even be started.
 constexpr int not_started = -77;

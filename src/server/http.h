@@ -11,6 +11,10 @@
 using SoupMessage = struct _SoupMessage; // NOLINT(bugprone-reserved-identifier): the library's
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 
+// The answers that mean success: RFC 9110, 15.3.
+constexpr int status_ok = 200;
+constexpr int status_created = 201;
+
 struct HttpSessionClose {
   void operator()(SoupSession* session) const;
 };

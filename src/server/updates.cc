@@ -8,11 +8,11 @@
 
 #include <cstdio>
 #include <optional>
+#include <string>
 
 namespace {
 
 const char* const out_of_reach = "Can't reach MAVO server";
-constexpr int status_ok = 200; // RFC 9110, 15.3.1
 
 // What the server says of a newer program; its words are markup.
 struct ProgramNews {

@@ -12,11 +12,13 @@
 
 #include <cstdio>
 #include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 const char* const upload_failed = "Upload Failed!";
-constexpr int status_created = 201; // RFC 9110, 15.3.2
 
 // The file's bytes; none if it cannot be loaded. What the library throws passes
 // through. A pipe would be waited for without end, so nothing special is read.
