@@ -162,6 +162,7 @@ TEST(DamagedData, CannotCrashTheProgram)
       });
     });
   }
+  RecordProperty("tried", static_cast<int>(count));
   EXPECT_EQ(std::size(kinds) * variants, count);
   printf("%u damaged files of %zu kinds were read\n", count, std::size(kinds));
 }
@@ -184,6 +185,7 @@ TEST(DamagedData, CannotCrashTheReaderOfTheMetadata)
       }
     });
   });
+  RecordProperty("tried", static_cast<int>(variants));
 }
 
 TEST(DamagedData, CannotMakeTheReadersHangOnBytesOfAnyKind)

@@ -163,6 +163,7 @@ TEST_F(DamagedSurvey, IsDescribedOrToldOfOnce)
     EXPECT_TRUE(Glib::ustring(description).validate()) << text;
     described += description.empty() ? 0 : 1;
   }
+  RecordProperty("tried", count);
   EXPECT_LT(count / 20, described);
   EXPECT_GT(count, described);
   std::printf("%d damaged surveys looked at: %d described, %d told of\n", count, described,
@@ -196,6 +197,7 @@ TEST_F(DamagedSurvey, OpensWithAllItsSpeciesOrIsRefusedOnce)
       EXPECT_EQ(abundance, window->survey.abundances[id]) << id;
     EXPECT_FALSE(window->file_needs_saving());
   }
+  RecordProperty("tried", count);
   EXPECT_LT(12, opened);
   std::printf("%d damaged surveys opened: %d with all their species, the others refused once\n",
               count, opened);

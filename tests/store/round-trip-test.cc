@@ -100,6 +100,7 @@ TEST_F(RoundTrip, OfAThousandSurveysWritesTheSameBytesAgain)
   const std::string path = application_dir.root + "/survey";
   std::size_t most_species = 0;
   std::set<std::string> habitats_met;
+  RecordProperty("tried", count);
   for (int i = 0; i < count && !HasFailure(); ++i) {
     SCOPED_TRACE("survey " + std::to_string(i));
     RandomSurvey survey;

@@ -97,6 +97,7 @@ TEST_F(RoundTripOfWindows, WritesTheSameBytesAgainInEverySubregion)
   SurveyWindow* const entry = window;
   constexpr int count = 54;
   std::set<std::string> subregions;
+  RecordProperty("tried", count);
   for (int i = 0; i < count && !HasFailure(); ++i) {
     SCOPED_TRACE("survey " + std::to_string(i));
     RandomSurvey survey;

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# reliability-report.sh: builds the tests for debugging, runs those that let things go
+# wrong, and prints how much of what was tried held, in one table for each kind of fault.
+# MAVO_LONG_USE_CYCLES=1000 makes the session of the long use as long as that (9 GB).
+# The exit status is 0 only if every row held.
+set -u
+cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
+tools/install-packages build run test package || exit 1
+if command -v ccache >/dev/null; then
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
+fi
+
+build=build/debug
+mkdir -p $build
+{ cmake --preset debug && cmake --build --preset debug; } >$build/build.log ||
+  { cat $build/build.log; exit 1; }
+
+# A long session outlasts the time limits of tests.
+if [ -n "${MAVO_LONG_USE_CYCLES:-}" ]; then
+  export MAVO_TEST_TIMEOUT=7200
+  time_limit='--timeout 7200'
+fi
+rm -rf $build/test-results
+# shellcheck disable=SC2046,SC2086 # words on purpose
+ctest --preset debug --parallel "$(($(nproc) + 2))" --no-tests=error \
+  --tests-regex "$(/usr/bin/python3 -B tools/reliability-table --programs)" ${time_limit:-} \
+  --output-junit test-results/ctest.xml >$build/reliability.log ||
+  grep -E 'Failed|Timeout|\*\*\*' $build/reliability.log
+/usr/bin/python3 -B tools/reliability-table $build
