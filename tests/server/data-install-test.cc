@@ -18,7 +18,6 @@ namespace fs = std::filesystem;
 namespace {
 
 const int ok = Gtk::RESPONSE_OK;
-const int yes = Gtk::RESPONSE_ACCEPT;
 
 const char* const old_timestamp = "20210101000000";
 const char* const new_timestamp = "20220202000000";

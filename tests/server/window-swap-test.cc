@@ -25,7 +25,6 @@ const auto ready = MyApp::WD_READY_TO_UPLOAD;
 const auto new_survey = SurveyWindow::RESPONSE_NEW_SURVEY;
 const auto quit = SurveyWindow::RESPONSE_QUIT;
 const auto open_survey = SurveyWindow::RESPONSE_OPEN_SURVEY;
-const auto nothing = SurveyWindow::RESPONSE_NONE;
 
 constexpr int new_species = 13; // that only the new data have
 
