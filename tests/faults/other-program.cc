@@ -63,10 +63,10 @@ std::vector<std::string> TwoPrograms::files_that_are_neither()
 
 std::vector<std::string> TwoPrograms::texts_in(MyApp::WhichDir which) const
 {
-  const std::string directory = my_app->get_survey_dir(which);
+  const std::string directory = my_app->get_survey_dir(which) + "/";
   std::vector<std::string> texts;
   for (const auto& name : names_in(which))
-    texts.push_back(read_file(directory + "/" + name));
+    texts.push_back(read_file(directory + name));
   std::sort(texts.begin(), texts.end());
   return texts;
 }
