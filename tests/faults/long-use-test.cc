@@ -17,10 +17,10 @@
 
 namespace {
 
-// A cycle leaves two windows. Each has some 300 widgets of its own, and the toolkit
-// makes as many more for the rows of their drop-down boxes: 4 to 5 MB, all of it
-// needed again if the window were shown. Measured 9,300 kB for both; the bound
-// leaves half as much again for other fonts, themes and data.
+// A cycle leaves two windows of 4 to 5 MB each: 3.2 MB of widgets that the toolkit
+// makes before anything is entered, the rest for what is shown. Measured 8,900 to
+// 9,300 kB for both; the bound leaves half as much again for other fonts, themes
+// and data.
 constexpr long most_kb_per_cycle = 14'000;
 
 int cycles_to_try()
