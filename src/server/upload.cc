@@ -201,7 +201,7 @@ std::string SurveyWindow::described(const std::vector<std::string>& surveys) con
 
 void SurveyWindow::on_upload_button()
 {
-  if (!is_complete_for_upload() || do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) != RET_SUCCESS)
+  if (!save_for_upload())
     return;
   const std::string path = survey.filename; // uploading changes the member
   const auto ready = my_app->get_ready_survey_list();
@@ -223,11 +223,11 @@ void SurveyWindow::on_upload_button()
   }
 }
 
-bool SurveyWindow::is_complete_for_upload()
+bool SurveyWindow::save_for_upload()
 {
   confirm_panel->refresh();
   if (survey.survey_complete)
-    return true;
+    return do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) == RET_SUCCESS;
   titled_error("Can't upload yet", "Survey data is missing or invalid.");
   notebook->set_current_page(confirm_panel->page);
   return false;
@@ -240,7 +240,7 @@ void SurveyWindow::on_action_FileUploadThis(const std::string&)
                  "This survey was already uploaded and cannot be changed offline.");
     return;
   }
-  if (!is_complete_for_upload() || do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) != RET_SUCCESS)
+  if (!save_for_upload())
     return;
   const std::string path = survey.filename; // uploading changes the member
   do_upload_single(path);

@@ -173,8 +173,7 @@ void StartPanel::show_actions_for(MyApp::WhichDir which)
 
 void StartPanel::on_updates_button()
 {
-  if (window->check_file_save_okay("checking for updates"))
-    window->check_for_updates(nullptr, SurveyWindow::RESPONSE_NONE);
+  window->manual_check_for_updates();
 }
 
 void StartPanel::on_new_survey_button()

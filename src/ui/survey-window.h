@@ -161,6 +161,7 @@ public:
   void do_upload_single(const std::string& path);
   // One after the other; one that fails goes back to In Progress.
   void do_upload_all_ready(const std::vector<std::string>& list);
+  // What the user asks for by menu or button: unsaved changes come first.
   void manual_check_for_updates();
   // Asks the server for a newer program and newer data, lets the user install
   // the data, and then does what `next` says, whatever came of it. `action`
@@ -232,8 +233,9 @@ private:
   // Turns to the first page that a new survey still needs.
   void go_to_first_question();
   void show_help_text(const char* what, const char* path, const Glib::ustring& title);
-  // Whether all is there that an upload needs; if not, shows what is missing.
-  bool is_complete_for_upload();
+  // Puts a complete survey into the queue, saved; of an incomplete one it shows what
+  // is missing. True if it is there; failures have been shown on return.
+  bool save_for_upload();
   void take_out_of_queue(const std::string& path);
   // A line of markup for each survey.
   std::string described(const std::vector<std::string>& surveys) const;

@@ -10,6 +10,16 @@ from .reference import a_place, labels
 
 APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
 DATA_FILES = APPLICATION_DIR / "data-files"
+# The tabs from left to right.
+PANELS = (
+    "Start/Open Survey",
+    "Member Info",
+    "Survey Info Part 1",
+    "Survey Info Part 2",
+    "Listed Species",
+    "Unlisted Species",
+    "Confirmation",
+)
 UNSAVED = "Survey has been changed without being saved!"
 
 
@@ -159,15 +169,7 @@ class MovingThroughThePanels(Journey):
             self.button("Next").click()
             walked.append(self.program.wait_for_other_panel(walked[-1]))
         self.assertEqual(
-            [
-                "Start/Open Survey",
-                "Member Info",
-                "Survey Info Part 1",
-                "Survey Info Part 2",
-                "Listed Species",
-                "Unlisted Species",
-                "Confirmation",
-            ],
+            list(PANELS),
             walked,
         )
         self.assertFalse(self.button("Next").is_sensitive)

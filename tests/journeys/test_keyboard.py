@@ -5,18 +5,8 @@ from .entry import code_of, tree_in
 from .keyboard import Keyboard
 from .reference import labels
 from .screen import STATE, Thing
-from .test_journeys import DATA_FILES, Journey
+from .test_journeys import DATA_FILES, PANELS, Journey
 from .waiting import wait_for
-
-PANELS = (
-    "Start/Open Survey",
-    "Member Info",
-    "Survey Info Part 1",
-    "Survey Info Part 2",
-    "Listed Species",
-    "Unlisted Species",
-    "Confirmation",
-)
 
 
 class KeyboardJourney(Journey):

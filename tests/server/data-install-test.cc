@@ -17,12 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const int ok = Gtk::RESPONSE_OK;
-
 const char* const old_timestamp = "20210101000000";
 const char* const new_timestamp = "20220202000000";
-
-using Names = std::vector<std::string>;
 
 // Names and contents of all that is below a directory, in one text.
 std::string contents_of(const std::string& directory)

@@ -4,9 +4,27 @@
 #include "support/dialogs.h"
 #include "support/test-server.h"
 
+#include <gtkmm/dialog.h>
+
 #include <memory>
 #include <string>
 #include <vector>
+
+// The words of these tests: lists, the states of surveys, the answers to dialogs
+// and the titles of some.
+using Names = std::vector<std::string>;
+using Titles = std::vector<Glib::ustring>;
+constexpr auto in_progress = MyApp::WD_IN_PROGRESS;
+constexpr auto ready = MyApp::WD_READY_TO_UPLOAD;
+constexpr auto uploaded = MyApp::WD_UPLOADED;
+constexpr int ok = Gtk::RESPONSE_OK;
+constexpr int yes = Gtk::RESPONSE_ACCEPT; // also Save, and the button of the new-program dialog
+constexpr int no = Gtk::RESPONSE_NO;
+constexpr int cancel = Gtk::RESPONSE_CANCEL;
+constexpr int closed = Gtk::RESPONSE_DELETE_EVENT;
+constexpr const char* succeeded = "Upload Successful";
+constexpr const char* upload_all = "Upload all surveys that are ready?";
+constexpr const char* up_to_date = "Program and Data are Up To Date";
 
 // A test of what goes over the network: a window on the screen, an empty store,
 // no local data, and the project's own server.

@@ -9,10 +9,6 @@
 
 namespace {
 
-const int ok = Gtk::RESPONSE_OK;
-const int yes = Gtk::RESPONSE_ACCEPT; // also of the one button of the new-program dialog
-const int no = Gtk::RESPONSE_NO;
-const int cancel = Gtk::RESPONSE_CANCEL;
 const int close_frame = Gtk::RESPONSE_DELETE_EVENT;
 const auto no_next = SurveyWindow::RESPONSE_NONE;
 const auto quit = SurveyWindow::RESPONSE_QUIT;

@@ -12,25 +12,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Names = std::vector<std::string>;
-using Titles = std::vector<Glib::ustring>;
-
-const auto in_progress = MyApp::WD_IN_PROGRESS;
-const auto ready = MyApp::WD_READY_TO_UPLOAD;
-const auto uploaded = MyApp::WD_UPLOADED;
-const int ok = Gtk::RESPONSE_OK;
-const int yes = Gtk::RESPONSE_ACCEPT;
-const int no = Gtk::RESPONSE_NO;
-const int cancel = Gtk::RESPONSE_CANCEL;
-const int closed = Gtk::RESPONSE_DELETE_EVENT;
-
-const char* const upload_all = "Upload all surveys that are ready?";
 const char* const file_failed = "Upload Failed!";
 const char* const go_on = "Continue uploading surveys?";
 const char* const all_failed = "Upload Failed";
-const char* const all_arrived = "Upload Successful";
 const char* const some_arrived = "Upload Partially Successful";
-const char* const up_to_date = "Program and Data are Up To Date";
 
 const char* const description =
     "Member 1234 - Northwest: fish and invertebrates - 2021-06-30 at 9 AM - Rosario Wall";
@@ -96,7 +81,7 @@ TEST_F(UploadAll, SendsOneAfterTheOtherAndTellsHowMany)
     serve();
     put_ready(c.count);
     const auto seen = upload_ready({ok, ok});
-    EXPECT_EQ((Titles{all_arrived, up_to_date}), titles_of(seen));
+    EXPECT_EQ((Titles{succeeded, up_to_date}), titles_of(seen));
     EXPECT_EQ(c.said + second_step(), seen[0].text);
     expect_next_steps(seen[0]);
     EXPECT_EQ(Names(), names_in(ready));
@@ -261,7 +246,7 @@ TEST_F(UploadAll, DoesAfterwardsWhatTheUserChose)
   serve();
   put_ready(1);
   auto seen = upload_ready({SurveyWindow::RESPONSE_OPEN_SURVEY, ok, cancel});
-  EXPECT_EQ((Titles{all_arrived, up_to_date, "Open saved survey"}), titles_of(seen));
+  EXPECT_EQ((Titles{succeeded, up_to_date, "Open saved survey"}), titles_of(seen));
   for (const int answer : {-1, -4, -5}) {
     put_ready(1);
     upload_ready({answer, ok});
@@ -310,7 +295,7 @@ TEST_F(UploadAll, FromTheMenuSendsOnlyOnYes)
   }
   const auto seen =
       answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
-  EXPECT_EQ((Titles{upload_all, all_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ((Titles{upload_all, succeeded, up_to_date}), titles_of(seen));
   EXPECT_EQ(files({1, 2}), names_in(uploaded));
 }
 
@@ -320,7 +305,7 @@ TEST_F(UploadAll, FromTheStartPageIsTheSame)
   put_ready(1);
   const auto seen =
       answer_dialogs({yes, ok, ok}, [&] { press(*window->start_panel->upload_all_button); });
-  EXPECT_EQ((Titles{upload_all, all_arrived, up_to_date}), titles_of(seen));
+  EXPECT_EQ((Titles{upload_all, succeeded, up_to_date}), titles_of(seen));
   EXPECT_EQ(files({1}), names_in(uploaded));
 }
 
@@ -372,7 +357,7 @@ TEST_F(UploadAll, SendsWhatWasSavedIfTheOpenSurveyCannotBeSavedNow)
   window->survey.file_etag = "of another time";
   const auto seen =
       answer_dialogs({ok, yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
-  EXPECT_EQ((Titles{"ERROR: Survey NOT Saved!!!", upload_all, all_arrived, up_to_date}),
+  EXPECT_EQ((Titles{"ERROR: Survey NOT Saved!!!", upload_all, succeeded, up_to_date}),
             titles_of(seen));
   EXPECT_EQ(saved, read_file(server->uploads + natural_name + ".MAVO-Survey"));
 }

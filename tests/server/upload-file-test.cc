@@ -16,17 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Names = std::vector<std::string>;
-using Titles = std::vector<Glib::ustring>;
-
-const auto in_progress = MyApp::WD_IN_PROGRESS;
-const auto ready = MyApp::WD_READY_TO_UPLOAD;
-const auto uploaded = MyApp::WD_UPLOADED;
-const int ok = Gtk::RESPONSE_OK;
-
-const char* const succeeded = "Upload Successful";
-const char* const up_to_date = "Program and Data are Up To Date";
-
 // Uploads with a disk that does not play along.
 class UploadFromABadDisk : public ServerTest
 {

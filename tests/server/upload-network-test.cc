@@ -4,14 +4,6 @@
 
 namespace {
 
-using Names = std::vector<std::string>;
-using Titles = std::vector<Glib::ustring>;
-
-const auto in_progress = MyApp::WD_IN_PROGRESS;
-const auto ready = MyApp::WD_READY_TO_UPLOAD;
-const auto uploaded = MyApp::WD_UPLOADED;
-const int ok = Gtk::RESPONSE_OK;
-
 const Names file = {"7.MAVO-Survey"};
 const char* const unknown = "Failed to upload file: Unknown (error header missing)";
 

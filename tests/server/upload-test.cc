@@ -13,22 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Names = std::vector<std::string>;
-using Titles = std::vector<Glib::ustring>;
-
-const auto in_progress = MyApp::WD_IN_PROGRESS;
-const auto ready = MyApp::WD_READY_TO_UPLOAD;
-const auto uploaded = MyApp::WD_UPLOADED;
-const int ok = Gtk::RESPONSE_OK;
-const int yes = Gtk::RESPONSE_ACCEPT;
-const int no = Gtk::RESPONSE_NO;
-const int cancel = Gtk::RESPONSE_CANCEL;
-const int closed = Gtk::RESPONSE_DELETE_EVENT;
-
-const char* const succeeded = "Upload Successful";
 const char* const failed = "Upload Failed!";
-const char* const up_to_date = "Program and Data are Up To Date";
-const char* const upload_all = "Upload all surveys that are ready?";
 
 // The uploads of single surveys.
 class Upload : public ServerTest

@@ -16,12 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const int ok = Gtk::RESPONSE_OK;
-const int yes = Gtk::RESPONSE_ACCEPT; // also Save
-const int no = Gtk::RESPONSE_NO;
-const int cancel = Gtk::RESPONSE_CANCEL;
-const auto in_progress = MyApp::WD_IN_PROGRESS;
-const auto ready = MyApp::WD_READY_TO_UPLOAD;
 const auto new_survey = SurveyWindow::RESPONSE_NEW_SURVEY;
 const auto quit = SurveyWindow::RESPONSE_QUIT;
 const auto open_survey = SurveyWindow::RESPONSE_OPEN_SURVEY;
