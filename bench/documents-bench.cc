@@ -1,0 +1,103 @@
+// Writing a survey's document, as each save does once and each look for unsaved
+// changes twice.
+#include "core/version.h"
+#include "store/survey-document.h"
+#include "store/survey-xml-info.h"
+#include "support/bench.h"
+
+#include <libxml++/libxml++.h>
+
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+std::vector<SpeciesSighting> sightings(int count)
+{
+  std::vector<SpeciesSighting> species;
+  for (int id = 1; id <= count; ++id)
+    species.push_back({id, 2, 102});
+  return species;
+}
+
+SurveyForm filled_form()
+{
+  SurveyForm form;
+  form.member_id = "1234";
+  form.last_name = "N\u00fa\u00f1ez & Sons";
+  form.subregion = "PNW";
+  form.zonecode = "21010001";
+  return form;
+}
+
+// What the document of that form holds, in its order, as texts that stand ready.
+const std::pair<const char*, const char*> elements[] = {
+    {"member_id", "1234"},    {"last_name", "N\u00fa\u00f1ez & Sons"},
+    {"subregion", "PNW"},     {"survey_subtype", "-1"},
+    {"year", "0000"},         {"month", "00"},
+    {"mday", "00"},           {"dive_start", "-1"},
+    {"zonecode", "21010001"}, {"surface_temp", ""},
+    {"bottom_temp", ""},      {"temp_units", "F"},
+    {"bottom_time", ""},      {"visibility", "-1"},
+    {"avg_depth", "-1"},      {"max_depth", "-1"},
+    {"current", "-1"},        {"habitat", "-1"},
+    {"species_view", "-1"},
+};
+
+xmlpp::Element* add_survey(xmlpp::Document& document)
+{
+  static const SurveyXMLinfo format;
+  xmlpp::Element* const root = document.create_root_node(format.root_tag, "", "");
+  root->set_attribute("version", format.get_current_version_str());
+  root->set_attribute("software_version", BuildInfo::version_str);
+  root->set_attribute("software_build", BuildInfo::date_str);
+  root->set_attribute("software_platform", "Linux");
+  return root->add_child("survey");
+}
+
+// The same document by the library alone.
+Glib::ustring plain_document(const std::vector<SpeciesSighting>& species)
+{
+  xmlpp::Document document("1.0");
+  xmlpp::Element* const survey = add_survey(document);
+  for (const auto& [name, text] : elements) {
+    xmlpp::Element* const element = survey->add_child(name);
+    element->add_child_text(text);
+    if (name == std::string("bottom_time"))
+      element->set_attribute("confirmed", "0");
+  }
+  xmlpp::Element* const ids = survey->add_child("ids");
+  char id[16];
+  for (const auto& sighting : species) {
+    xmlpp::Element* const element = ids->add_child("species");
+    std::snprintf(id, sizeof id, "%04d", sighting.id);
+    element->set_attribute("id", id);
+    element->set_attribute("abun", std::to_string(sighting.abun));
+    element->set_attribute("resp", std::to_string(sighting.resp));
+  }
+  return document.write_to_string_formatted("UTF-8");
+}
+
+} // namespace
+
+void register_benchmarks()
+{
+  const SurveyForm form = filled_form();
+  for (const int count : {0, 100, 300}) {
+    const auto species = sightings(count);
+    const auto measure = [=](benchmark::State& state, auto&& document) {
+      Glib::ustring text;
+      for (auto _ : state)
+        text = document();
+      check_result(state, text == survey_document(form, species, "Linux"), "another document");
+    };
+    bench_one("document", "ours", std::to_string(count), [=](benchmark::State& state) {
+      measure(state, [&] { return survey_document(form, species, "Linux"); });
+    });
+    bench_one("document", "tree", std::to_string(count), [=](benchmark::State& state) {
+      measure(state, [&] { return plain_document(species); });
+    });
+  }
+}

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# bench/run.sh [PROGRAM...]: builds the program as users run it, and what measures its
+# speed, measures, and prints one table: what is done, with how much data, how long this
+# program takes, how long the reference takes beside it, the ratio, and the ratio that
+# is aimed at. PROGRAM is a part to measure, such as "documents"; all if none is named.
+# Nothing here passes or fails by time; the exit status tells whether each measurement
+# did its work.
+set -u
+cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
+tools/install-packages build run test || exit 1
+if command -v ccache >/dev/null; then
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
+fi
+
+build=$PWD/build/bench
+mkdir -p "$build"
+{ cmake --preset bench && cmake --build --preset bench; } >"$build/build.log" ||
+  { cat "$build/build.log"; exit 1; }
+export MAVO_BENCH_DATA=$build/bench-data MAVO_TEST_TIMEOUT=${MAVO_TEST_TIMEOUT:-7200}
+bench/make-data "$MAVO_BENCH_DATA" || exit 1
+
+[ $# -gt 0 ] || set -- $(cd "$build/bench" && find . -name 'bench-*' -type f -executable |
+  sed 's/.*bench-//' | sort)
+rm -rf "$build/results"
+mkdir "$build/results"
+status=0
+# The sides that are compared take turns, so that what else the machine does hits both.
+for program; do
+  echo "Measuring $program" >&2
+  tests/with-home tests/with-display "$build/bench/bench-$program" \
+    --benchmark_repetitions="${MAVO_BENCH_REPETITIONS:-7}" --benchmark_min_time=0.05 \
+    --benchmark_enable_random_interleaving=true --benchmark_out_format=json \
+    --benchmark_out="$build/results/$program.json" >"$build/results/$program.log" 2>&1 ||
+    { tail -5 "$build/results/$program.log" >&2; status=1; }
+done
+/usr/bin/python3 -B bench/table "$build/results" || status=1
+exit "$status"
