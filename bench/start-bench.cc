@@ -1,0 +1,104 @@
+// From the start of the program to its window on the display, seen from outside,
+// and the memory that this takes.
+#include "support/bench.h"
+#include "support/started-program.h"
+#include "support/window-watch.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path application_dir = MAVO_APPLICATION_DIR;
+
+// An application directory with other data than those that it was built with.
+class ApplicationDirectory
+{
+public:
+  ApplicationDirectory(const fs::path& the_path, const fs::path& data_files) : path(the_path)
+  {
+    fs::create_directories(path);
+    link(application_dir / "MacOS", "MacOS");
+    link(application_dir / "resources", "resources");
+    link(fs::absolute(data_files), "data-files");
+  }
+
+  // As the installed command starts it.
+  std::vector<std::string> start_command() const
+  {
+    const std::string executable = path / "MacOS/mavo-survey";
+    return {executable + "-env-setup.sh", "--exec-name", executable};
+  }
+
+private:
+  void link(const fs::path& target, const char* name) const
+  {
+    fs::remove(path / name);
+    fs::create_directory_symlink(target, path / name);
+  }
+
+  fs::path path;
+};
+
+double bytes_in(const fs::path& directory)
+{
+  std::uintmax_t sum = 0;
+  for (const auto& file : fs::directory_iterator(directory))
+    sum += file.file_size();
+  return static_cast<double>(sum);
+}
+
+// Starts the program as often as it takes. What it needs at its peak is told together
+// with `more_bytes`, which it would need in addition to do the work of the other.
+void measure_start(benchmark::State& state, const std::vector<std::string>& command,
+                   double more_bytes)
+{
+  using Clock = std::chrono::steady_clock;
+  WindowWatch watch;
+  double peak = 0;
+  for (auto _ : state) {
+    const auto begin = Clock::now();
+    pid_t pid = 0;
+    {
+      const StartedProgram program(command);
+      pid = program.pid;
+      const bool is_shown = watch.wait_for_window(pid);
+      state.SetIterationTime(std::chrono::duration<double>(Clock::now() - begin).count());
+      check_result(state, is_shown, "no window");
+      program.wait_until_idle();
+      peak = std::max(peak, program.peak_bytes());
+    }
+    // So that the window manager is not busy with it when the next one starts.
+    check_result(state, watch.wait_until_gone(pid), "a window that stays");
+  }
+  state.counters["peak_bytes"] = peak + more_bytes;
+}
+
+void register_start(const std::string& who, const std::string& size,
+                    const std::vector<std::string>& command, double more_bytes)
+{
+  bench_one("start", who, size, [=](benchmark::State& state) {
+    measure_start(state, command, more_bytes);
+  })->UseManualTime();
+}
+
+} // namespace
+
+void register_benchmarks()
+{
+  std::vector<BenchData> data_sets = bench_data_sets();
+  data_sets.insert(data_sets.begin(), {"shipped", application_dir / "data-files"});
+  const fs::path scratch = fs::path(MAVO_BARE_WINDOW).parent_path() / "applications";
+  for (const auto& data : data_sets) {
+    const ApplicationDirectory application(scratch / data.name, data.directory);
+    register_start("ours", data.name, application.start_command(), 0);
+    register_start("bare", data.name,
+                   {MAVO_BARE_WINDOW, application_dir / "resources/survey-ui.glade"},
+                   bytes_in(data.directory));
+  }
+}
