@@ -7,9 +7,12 @@
 #include <giomm/file.h>
 #include <giomm/fileoutputstream.h>
 #include <glibmm/miscutils.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
+#include <string>
 
 namespace {
 
@@ -66,17 +69,69 @@ bool write_new_file(const std::string& path, const char* data, std::size_t size)
   return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
+// An existing file as it was. The library puts a new file in its place once that is whole;
+// but where it may not do so, for the file has several names or its directory is read-only,
+// it empties the old one and writes into that. What a full disk then leaves of it is no
+// survey, neither the old one nor the new.
+class OverwrittenFile
+{
+public:
+  // Knows nothing of what is no regular file, and of what cannot be written to anyway.
+  explicit OverwrittenFile(const std::string& path)
+      : file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK))
+  {
+    if (file.number >= 0 && fstat(file.number, &status) == 0 && S_ISREG(status.st_mode))
+      text = read_all();
+  }
+
+  // Also the time of its last change, which its entity tag is made of.
+  void put_back() const
+  {
+    if (!text || text == read_all())
+      return;
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    if (lseek(file.number, 0, SEEK_SET) == 0 && write_all(file, text->data(), text->size()) &&
+        ftruncate(file.number, static_cast<off_t>(text->size())) == 0 && fsync(file.number) == 0)
+      futimens(file.number, times);
+  }
+
+private:
+  std::optional<std::string> read_all() const
+  {
+    std::string contents;
+    char block[65536];
+    while (true) {
+      const ssize_t size =
+          pread(file.number, block, sizeof block, static_cast<off_t>(contents.size()));
+      if (size == 0)
+        return contents;
+      if (size > 0)
+        contents.append(block, static_cast<std::size_t>(size));
+      else if (errno != EINTR)
+        return std::nullopt;
+    }
+  }
+
+  const Descriptor file;
+  struct stat status {
+  };
+  std::optional<std::string> text;
+};
+
 // The library's way: an old file stays until the new one is whole.
 std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* data,
                                std::size_t size, const std::string& etag)
 {
   const bool is_new = !file->query_exists();
+  const OverwrittenFile old(file->get_path());
   const auto stream = file->replace(etag);
   try {
     write_and_close(stream, data, size);
   } catch (...) {
     if (is_new)
       unlink(file->get_path().c_str());
+    else
+      old.put_back();
     throw;
   }
   return stream->get_etag();

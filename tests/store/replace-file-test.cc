@@ -1,5 +1,6 @@
 #include "store/full-disk.h"
 #include "store/replace-file.h"
+#include "store/unprivileged.h"
 #include "support/data-set.h"
 
 #include <giomm/error.h>
@@ -128,4 +129,45 @@ TEST(ReplaceFile, WritesUnderANameThatIsALinkToNowhere)
   fs::create_symlink(directory.dir + "nowhere", path);
   replace(path, "one");
   EXPECT_EQ("one", read_file(path));
+}
+
+// Where the library may not put a new file in the place of the old one, it writes into it.
+TEST(ReplaceFile, PutsTheOldFileBackIfTheDiskIsFullWhileItIsOverwritten)
+{
+  const struct {
+    const char* why;
+    void (*prepare)(const std::string& path);
+    fs::perms directory_rights;
+  } cases[] = {
+      {"read-only directory", [](const std::string&) {}, fs::perms(0555)},
+      {"two names", [](const std::string& path) { fs::create_hard_link(path, path + " too"); },
+       fs::perms(0755)},
+      {"symbolic link",
+       [](const std::string& path) {
+         fs::rename(path, path + " too");
+         fs::create_symlink(path + " too", path);
+       },
+       fs::perms(0755)},
+  };
+  for (const auto& c : cases) {
+    const DataSet directory;
+    hand_over(directory.dir, directory.dir);
+    const std::string path = directory.dir + "a";
+    const OnlyRights rights(directory.dir, fs::perms(0755));
+    std::string etag;
+    {
+      const Unprivileged bound;
+      etag = replace(path, "the old one");
+      c.prepare(path);
+    }
+    const OnlyRights then(directory.dir, c.directory_rights);
+    const Unprivileged bound;
+    {
+      const FullDisk full(100);
+      EXPECT_THROW(replace(path, std::string(1000, 'x'), etag), Gio::Error) << c.why;
+    }
+    EXPECT_EQ("the old one", read_file(path)) << c.why;
+    replace(path, "the new one", etag); // the tag is still the one of that file
+    EXPECT_EQ("the new one", read_file(path)) << c.why;
+  }
 }

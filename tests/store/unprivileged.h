@@ -1,0 +1,59 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/fsuid.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+constexpr uid_t nobody = 65534;
+
+// Root may do everything with every file. As long as this lives, what this thread does
+// with files counts as done by nobody; if it is someone else's anyway, nothing changes.
+class Unprivileged
+{
+public:
+  Unprivileged()
+  {
+    if (geteuid() != 0)
+      return;
+    setfsgid(nobody);
+    setfsuid(nobody);
+    EXPECT_EQ(static_cast<int>(nobody), setfsuid(nobody)) << "the system knows no nobody";
+  }
+  ~Unprivileged()
+  {
+    setfsuid(geteuid());
+    setfsgid(getegid());
+  }
+  Unprivileged(const Unprivileged&) = delete;
+  Unprivileged& operator=(const Unprivileged&) = delete;
+};
+
+// Makes a new directory and those above it up to the temporary one usable by nobody, if
+// it is root who runs the tests.
+inline void hand_over(const std::filesystem::path& directory, const std::filesystem::path& from)
+{
+  if (geteuid() != 0)
+    return;
+  std::filesystem::permissions(from, std::filesystem::perms(0755));
+  EXPECT_EQ(0, chown(directory.c_str(), nobody, nobody));
+}
+
+// As long as it lives, a file or directory has only these rights.
+class OnlyRights
+{
+public:
+  OnlyRights(std::filesystem::path path, std::filesystem::perms rights)
+      : of(std::move(path)), before(std::filesystem::status(of).permissions())
+  {
+    std::filesystem::permissions(of, rights);
+  }
+  ~OnlyRights() { std::filesystem::permissions(of, before); }
+  OnlyRights(const OnlyRights&) = delete;
+  OnlyRights& operator=(const OnlyRights&) = delete;
+
+private:
+  std::filesystem::path of;
+  std::filesystem::perms before;
+};
