@@ -16,6 +16,8 @@
 #include <glibmm/miscutils.h>
 
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -43,11 +45,21 @@ std::string choose_data_dir(const std::string& local_dir, const std::string& bui
   return {};
 }
 
+// A new table, valid or not. Windows that are still open go on using the tables that
+// they began with, so each is kept until the process ends.
+template<typename Table>
+Table* kept_table(const std::string& dir)
+{
+  static auto& tables = *new std::vector<std::unique_ptr<Table>>();
+  tables.push_back(std::make_unique<Table>(dir));
+  return tables.back().get();
+}
+
 // Stores a new table, valid or not: what stood there before stays alive.
 template<typename Table>
 bool load(Table*& table, const std::string& dir)
 {
-  table = new Table(dir);
+  table = kept_table<Table>(dir);
   return table->is_valid();
 }
 
@@ -61,7 +73,7 @@ RetCode MyApp::read_data_files()
   if (dir.empty())
     return RET_FAILURE;
 
-  data_file_info = new DataFileInfo(dir);
+  data_file_info = kept_table<DataFileInfo>(dir);
   if (!data_file_info->valid || !load(data_defs, dir) || !load(data_params, dir) ||
       !load(region_info, dir) || !load(habitat_info, dir) || !load(abundance_choices, dir))
     return RET_FAILURE;
