@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/limits.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -25,20 +26,41 @@ std::string path_of(int descriptor)
   return length < 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
 }
 
+// What system calls take for a path in a directory.
+std::string path_at(int directory, const char* path)
+{
+  if (!in_force || !path)
+    return {};
+  return directory == AT_FDCWD || *path == '/' ? path : path_of(directory) + "/" + path;
+}
+
+bool fails(Call call, const std::string& path)
+{
+  return in_force && in_force->is_below(path) && in_force->takes(call);
+}
+
 bool fails(Call call, const char* path)
 {
-  return in_force && path && in_force->is_below(path) && in_force->takes(call);
+  return fails(call, path_at(AT_FDCWD, path));
 }
 
 bool fails(Call call, int descriptor)
 {
-  return in_force && in_force->is_below(path_of(descriptor)) && in_force->takes(call);
+  return in_force && fails(call, path_of(descriptor));
+}
+
+int remove_at(int directory, const char* path, int flags)
+{
+  if (fails(Call::unlink, path_at(directory, path)))
+    return -1;
+  return static_cast<int>(syscall(SYS_unlinkat, directory, path, flags));
 }
 
 int open_at(int directory, const char* path, int flags, mode_t mode)
 {
   const bool writes = (flags & O_ACCMODE) != O_RDONLY;
-  if (writes && fails(Call::open, path))
+  const bool lists = !writes && (flags & O_DIRECTORY) != 0;
+  if ((writes || lists) && fails(lists ? Call::list : Call::open, path_at(directory, path)))
     return -1;
   return static_cast<int>(syscall(SYS_openat, directory, path, flags, mode));
 }
@@ -54,8 +76,8 @@ mode_t mode_of(int flags, va_list arguments)
 
 const char* name_of(Call call)
 {
-  constexpr std::array<const char*, number_of_calls> names = {"open",   "write",  "fsync", "link",
-                                                              "rename", "unlink", "mkdir", "close"};
+  constexpr std::array<const char*, number_of_calls> names = {
+      "open", "write", "fsync", "link", "rename", "unlink", "mkdir", "close", "list"};
   return names[static_cast<std::size_t>(call)];
 }
 
@@ -114,14 +136,33 @@ int open64(const char* path, int flags, ...)
   return open_at(AT_FDCWD, path, flags, mode);
 }
 
+int openat(int directory, const char* path, int flags, ...)
+{
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = mode_of(flags, arguments);
+  va_end(arguments);
+  return open_at(directory, path, flags, mode);
+}
+
 ssize_t write(int descriptor, const void* data, size_t size)
 {
   return fails(Call::write, descriptor) ? -1 : syscall(SYS_write, descriptor, data, size);
 }
 
+ssize_t sendfile(int to, int from, off_t* offset, size_t size) noexcept
+{
+  return fails(Call::write, to) ? -1 : syscall(SYS_sendfile, to, from, offset, size);
+}
+
 int fsync(int descriptor)
 {
   return fails(Call::fsync, descriptor) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+int link(const char* old_path, const char* new_path) noexcept
+{
+  return linkat(AT_FDCWD, old_path, AT_FDCWD, new_path, 0);
 }
 
 int linkat(int from, const char* old_path, int to, const char* new_path, int flags) noexcept
@@ -140,9 +181,23 @@ int rename(const char* old_path, const char* new_path) noexcept
 
 int unlink(const char* path) noexcept
 {
-  if (fails(Call::unlink, path))
-    return -1;
-  return static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, path, 0));
+  return remove_at(AT_FDCWD, path, 0);
+}
+
+int unlinkat(int directory, const char* path, int flags) noexcept
+{
+  return remove_at(directory, path, flags);
+}
+
+int rmdir(const char* path) noexcept
+{
+  return remove_at(AT_FDCWD, path, AT_REMOVEDIR);
+}
+
+int remove(const char* path) noexcept
+{
+  const int result = remove_at(AT_FDCWD, path, 0);
+  return result != 0 && errno == EISDIR ? remove_at(AT_FDCWD, path, AT_REMOVEDIR) : result;
 }
 
 int mkdir(const char* path, mode_t mode) noexcept

@@ -3,9 +3,10 @@
 #include <array>
 #include <string>
 
-// The system calls of a file's life, as far as they can fail.
-enum class Call { open, write, fsync, link, rename, unlink, mkdir, close };
-constexpr int number_of_calls = 8;
+// The system calls of a file's life, as far as they can fail, and the opening of
+// a directory to list it.
+enum class Call { open, write, fsync, link, rename, unlink, mkdir, close, list };
+constexpr int number_of_calls = 9;
 const char* name_of(Call call);
 
 // As long as it lives, this process's calls on files below a directory are

@@ -7,6 +7,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <fstream>
+#include <set>
+#include <utility>
 
 namespace {
 
@@ -29,13 +32,13 @@ int wait_for(pid_t process)
   return status;
 }
 
-pid_t start_watched(const std::function<void()>& action)
+pid_t start_watched(const std::function<void()>& action, long options = PTRACE_O_TRACESYSGOOD)
 {
   const pid_t process = fork();
   if (process == 0)
     be_watched(action);
   wait_for(process);
-  ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD);
+  ptrace(PTRACE_SETOPTIONS, process, nullptr, options);
   return process;
 }
 
@@ -61,6 +64,69 @@ bool run_to_call(pid_t process, int nth)
   }
 }
 
+// The process that is told of and all that it starts, on their way to their ends.
+class Family
+{
+public:
+  Family(pid_t first, std::string command_) : members{first}, command(std::move(command_)) {}
+
+  // Lets them run until all have ended, but for the one that runs the command: it
+  // is killed before its `nth` call. False if it made fewer.
+  bool run(int nth)
+  {
+    go_on(*members.begin());
+    while (!members.empty()) {
+      int status = 0;
+      const pid_t process = waitpid(-1, &status, __WALL);
+      if (process < 0)
+        break;
+      if (WIFSTOPPED(status))
+        meet(process, status, nth);
+      else
+        members.erase(process);
+    }
+    return was_killed;
+  }
+
+private:
+  // What to do with a process that has stopped.
+  void meet(pid_t process, int status, int nth)
+  {
+    const bool is_new = members.insert(process).second;
+    if (status >> 8 == (SIGTRAP | PTRACE_EVENT_EXEC << 8) && watched == 0 && runs_command(process))
+      watched = process;
+    if (process == watched && WSTOPSIG(status) == stopped_for_call && is_due(nth)) {
+      was_killed = kill(process, SIGKILL) == 0;
+      return;
+    }
+    const bool is_signal = status >> 16 == 0 && WSTOPSIG(status) != stopped_for_call;
+    const bool is_beginning = is_new && WSTOPSIG(status) == SIGSTOP;
+    go_on(process, is_signal && !is_beginning ? WSTOPSIG(status) : 0);
+  }
+
+  // Each call stops twice, before and after; the first stop is after the one that
+  // began the command.
+  bool is_due(int nth) { return stops++ % 2 == 1 && stops / 2 == nth; }
+
+  bool runs_command(pid_t process) const
+  {
+    std::string name;
+    std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
+    return name == command;
+  }
+
+  void go_on(pid_t process, long signal = 0) const
+  {
+    ptrace(process == watched ? PTRACE_SYSCALL : PTRACE_CONT, process, nullptr, signal);
+  }
+
+  std::set<pid_t> members;
+  const std::string command;
+  pid_t watched = 0; // the one that runs the command; 0 until there is one
+  int stops = 0;
+  bool was_killed = false;
+};
+
 } // namespace
 
 bool killed_at_system_call(int nth, const std::function<void()>& action)
@@ -84,4 +150,12 @@ bool held_at_system_call(int nth, const std::function<void()>& action,
   const int status = wait_for(process);
   EXPECT_TRUE(WIFEXITED(status)) << "it ended by itself: " << status;
   return true;
+}
+
+bool command_killed_at_system_call(const std::string& command, int nth,
+                                   const std::function<void()>& action)
+{
+  const long options = PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACEEXEC | PTRACE_O_TRACEFORK |
+                       PTRACE_O_TRACEVFORK | PTRACE_O_TRACECLONE;
+  return Family(start_watched(action, options), command).run(nth);
 }

@@ -4,7 +4,6 @@
 #include "ui/survey-window.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <functional>
@@ -19,16 +18,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::array<std::pair<Call, int>, number_of_calls> troubles = {{
-    {Call::open, ENOSPC},
-    {Call::write, ENOSPC},
-    {Call::fsync, EIO},
-    {Call::link, EIO},
-    {Call::rename, EACCES},
-    {Call::unlink, EACCES},
-    {Call::mkdir, ENOSPC},
-    {Call::close, EIO},
-}};
+constexpr std::pair<Call, int> troubles[] = {
+    {Call::open, ENOSPC},   {Call::write, ENOSPC},  {Call::fsync, EIO},    {Call::link, EIO},
+    {Call::rename, EACCES}, {Call::unlink, EACCES}, {Call::mkdir, ENOSPC}, {Call::close, EIO},
+};
 
 // What a job is to do, and how it came out.
 struct Job {

@@ -1,0 +1,215 @@
+// Every call that the installing of new data makes on its files fails once, and
+// the commands that unpack them meet what a disk can have in store for them.
+#include "data/data-file-info.h"
+#include "server/http.h"
+#include "server/update-test.h"
+#include "store/full-disk.h"
+#include "support/output.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+#include <utility>
+
+#include "faults/faulty-calls.h"
+#include "faults/local-data.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::pair<Call, int> troubles[] = {
+    {Call::open, ENOSPC},  {Call::write, ENOSPC},  {Call::fsync, EIO},
+    {Call::link, EIO},     {Call::rename, EACCES}, {Call::unlink, EACCES},
+    {Call::mkdir, ENOSPC}, {Call::close, EIO},     {Call::list, EACCES},
+};
+
+class FaultsInAnInstall : public UpdateTest
+{
+public:
+  void SetUp() override
+  {
+    UpdateTest::SetUp();
+    data = std::make_unique<LocalData>(my_app->local_data_dir, application_dir.root);
+    serve_archive(LocalData::WHOLE);
+  }
+
+  void serve_archive(LocalData::Archive which)
+  {
+    serve({"--archive", "damaged=FILE:" + data->archive(which)});
+  }
+
+  RetCode download()
+  {
+    const HttpSession session = open_http_session(false);
+    const std::string url = server->address() + "/offline-data-entry/current-offline-data.tar.bz2";
+    return window->download_data_files(session.get(), url.c_str());
+  }
+
+  // Does an install from that start with that trouble; without a call, with none.
+  void install(const std::function<void(FaultyCalls&)>& let_fail)
+  {
+    prepare();
+    before = data->now();
+    output_of([this] { my_app->read_data_files(); });
+    seen = answer_all_dialogs(ok, [&] {
+      FaultyCalls faulty(data->directory);
+      if (links_never_work)
+        faulty.fail_always(Call::link, EPERM);
+      let_fail(faulty);
+      output_of([this] { succeeded = download() == RET_DATA_INSTALLED; });
+      for (const auto& trouble : troubles)
+        calls[trouble.first] = faulty.count(trouble.first);
+    });
+    ++tried;
+  }
+
+  // One message, of the right kind; the program goes on with what it says.
+  void expect_told() const
+  {
+    ASSERT_EQ(1U, seen.size());
+    const std::string text = told().front();
+    const std::string unwritable = "Error occurred: FAILED to write to " + data->directory;
+    const std::string not_unpacked = "Error occurred: Failed to install data update! (";
+    if (succeeded)
+      EXPECT_EQ(installed, text);
+    else
+      EXPECT_TRUE(text.rfind(unwritable, 0) == 0 || text.rfind(not_unpacked, 0) == 0) << text;
+    const bool uses_new = my_app->data_file_info->timestamp == LocalData::new_timestamp;
+    EXPECT_EQ(succeeded, uses_new);
+  }
+
+  // What a fresh start finds.
+  void expect_whole() const
+  {
+    output_of([this] { EXPECT_EQ(RET_SUCCESS, my_app->read_data_files()); });
+    EXPECT_EQ(succeeded ? LocalData::NEW : before, data->now());
+    EXPECT_EQ("", data->leftovers());
+  }
+
+  void try_every_call()
+  {
+    install([](FaultyCalls&) {});
+    const auto counted = calls;
+    tried = 0;
+    for (const auto& [call, number] : troubles) {
+      for (int nth = 1; nth <= counted.at(call); ++nth) {
+        SCOPED_TRACE(name_of(call) + std::string(" number ") + std::to_string(nth) + " fails");
+        install([call = call, number = number, nth](FaultyCalls& faulty) {
+          faulty.fail_once(call, nth, number);
+        });
+        expect_told();
+        expect_whole();
+      }
+    }
+    EXPECT_GT(tried, 10);
+    RecordProperty("tried", tried);
+  }
+
+  std::unique_ptr<LocalData> data;
+  std::function<void()> prepare = [this] { data->start_with_old_data(); };
+  bool links_never_work = false;
+
+  // The last install.
+  LocalData::Set before = LocalData::NONE;
+  bool succeeded = false;
+  std::map<Call, int> calls;
+  int tried = 0;
+};
+
+} // namespace
+
+// --- every call of the program ---
+
+TEST_F(FaultsInAnInstall, LeaveAFirstCopyWholeOrUndone)
+{
+  prepare = [this] { data->start_with_nothing(); };
+  try_every_call();
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNew)
+{
+  try_every_call();
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNewWhereThereAreNoHardLinks)
+{
+  links_never_work = true;
+  try_every_call();
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
+{
+  serve_archive(LocalData::CUT);
+  try_every_call();
+}
+
+// --- the commands, by real means ---
+
+// An archive whose packed form is whole but that was cut when it was made says so
+// itself, unless the cut is between two files.
+TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsCut)
+{
+  const std::string whole = read_file(data->archive(LocalData::WHOLE));
+  constexpr std::size_t steps = 40;
+  for (std::size_t step = 0; step < steps; ++step) {
+    SCOPED_TRACE("step " + std::to_string(step));
+    write_file(data->archive(LocalData::WHOLE), whole.substr(0, whole.size() * step / steps));
+    install([](FaultyCalls&) {});
+    EXPECT_FALSE(succeeded);
+    expect_told();
+    expect_whole();
+  }
+  RecordProperty("tried", tried);
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheDiskIsFull)
+{
+  constexpr rlim_t room[] = {0, 100, 1000, 10'000};
+  for (const rlim_t bytes : room) {
+    SCOPED_TRACE(bytes);
+    std::unique_ptr<FullDisk> full;
+    install([&](FaultyCalls&) { full = std::make_unique<FullDisk>(bytes); });
+    full.reset();
+    EXPECT_FALSE(succeeded);
+    expect_told();
+    expect_whole();
+  }
+  RecordProperty("tried", tried);
+}
+
+// What stands in the way is no data of the program, and stays.
+TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
+{
+  for (const char* name : {"data-files/data-large.txt", "current-offline-data.tar.bz2"}) {
+    SCOPED_TRACE(name);
+    const fs::path in_the_way = fs::path(data->directory) / name;
+    prepare = [&] {
+      data->start_with_old_data();
+      fs::remove(in_the_way);
+      fs::create_directories(in_the_way / "mine");
+    };
+    install([](FaultyCalls&) {});
+    EXPECT_FALSE(succeeded);
+    expect_told();
+    expect_whole();
+    EXPECT_TRUE(fs::is_directory(in_the_way / "mine"));
+  }
+  RecordProperty("tried", tried);
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsWhereTheOldOnesAreKept)
+{
+  for (const char* name : {"former-data-files.part", "former-data-files.part/a/b"}) {
+    SCOPED_TRACE(name);
+    prepare = [&] {
+      data->start_with_old_data();
+      write_file(data->directory + "/" + name, "not mine");
+    };
+    install([](FaultyCalls&) {});
+    EXPECT_TRUE(succeeded);
+    expect_told();
+    expect_whole();
+  }
+  RecordProperty("tried", tried);
+}

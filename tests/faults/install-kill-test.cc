@@ -1,0 +1,157 @@
+// The program, and each of the commands that it starts, is killed at each system
+// call of the installing of new data.
+#include "core/my-app.h"
+#include "data/data-file-info.h"
+#include "data/former-data.h"
+#include "support/output.h"
+#include "support/window-fixture.h"
+
+#include <cerrno>
+#include <functional>
+#include <set>
+#include <string>
+
+#include "faults/faulty-calls.h"
+#include "faults/killed-process.h"
+#include "faults/local-data.h"
+
+namespace {
+
+using Sets = std::set<LocalData::Set>;
+using Action = std::function<void()>;
+// Does an action in a copy of this process and ends something of it at the n-th
+// system call; false if there are fewer.
+using Killer = std::function<bool(int nth, const Action& action)>;
+
+class KilledInAnInstall : public WindowTest
+{
+public:
+  void SetUp() override
+  {
+    output_of([this] { create_window(); });
+    my_app->local_data_dir = application_dir.root + "/local";
+    data = std::make_unique<LocalData>(my_app->local_data_dir, application_dir.root);
+  }
+
+  // For each call: the directory as `prepare` leaves it, the kill, and then what a
+  // fresh start finds, which has to be one of the sets that were whole, and
+  // nothing else but what is known.
+  void kill_everywhere(const Killer& killed, const Action& prepare, const Action& act)
+  {
+    bool was_killed = true;
+    for (; was_killed; ++tried) {
+      SCOPED_TRACE("killed at call " + std::to_string(tried + 1));
+      prepare();
+      was_killed = killed(tried + 1, act);
+      start();
+      found.insert(data->now());
+      left.insert(data->leftovers());
+    }
+    EXPECT_GT(tried, 3);
+    RecordProperty("tried", tried);
+  }
+
+  void start() const
+  {
+    RetCode result = RET_INTERNAL_ERROR;
+    const std::string said = output_of([&] { result = my_app->read_data_files(); });
+    EXPECT_EQ(RET_SUCCESS, result);
+    const LocalData::Set now = data->now();
+    const std::string timestamp = now == LocalData::OLD   ? LocalData::old_timestamp
+                                  : now == LocalData::NEW ? LocalData::new_timestamp
+                                                          : "20210101000000";
+    EXPECT_EQ(timestamp, my_app->data_file_info->timestamp) << said;
+  }
+
+  std::unique_ptr<LocalData> data;
+  Sets found;                 // by the starts
+  std::set<std::string> left; // by the kills, after the starts
+  int tried = 0;
+
+  const Action old_data = [this] { data->start_with_old_data(); };
+  const Action nothing = [this] { data->start_with_nothing(); };
+  const Action install = [this] { data->install(LocalData::WHOLE); };
+  const Action install_cut = [this] { data->install(LocalData::CUT); };
+};
+
+Killer command(const std::string& name)
+{
+  return [name](int nth, const Action& action) {
+    return command_killed_at_system_call(name, nth, action);
+  };
+}
+
+const std::set<std::string> none = {""};
+// What the library writes an existing archive anew as.
+const std::set<std::string> new_archive = {"", ".goutputstream- "};
+
+} // namespace
+
+TEST_F(KilledInAnInstall, TheProgramLeavesAFirstCopyWholeOrNone)
+{
+  kill_everywhere(killed_at_system_call, nothing, install);
+  EXPECT_EQ((Sets{LocalData::NEW, LocalData::NONE}), found);
+  EXPECT_EQ(none, left);
+}
+
+TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataOrTheNew)
+{
+  kill_everywhere(killed_at_system_call, old_data, install);
+  EXPECT_EQ((Sets{LocalData::OLD, LocalData::NEW}), found);
+  EXPECT_EQ(new_archive, left);
+}
+
+TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataOrTheNewWhereThereAreNoHardLinks)
+{
+  kill_everywhere(killed_at_system_call, old_data, [this] {
+    FaultyCalls faulty(data->directory);
+    faulty.fail_always(Call::link, EPERM);
+    install();
+  });
+  EXPECT_EQ((Sets{LocalData::OLD, LocalData::NEW}), found);
+  EXPECT_EQ(new_archive, left);
+}
+
+TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataIfTheArchiveFails)
+{
+  kill_everywhere(killed_at_system_call, old_data, install_cut);
+  EXPECT_EQ(Sets{LocalData::OLD}, found);
+  EXPECT_EQ(new_archive, left);
+}
+
+TEST_F(KilledInAnInstall, TheProgramLeavesNothingIfTheFirstArchiveFails)
+{
+  kill_everywhere(killed_at_system_call, nothing, install_cut);
+  EXPECT_EQ(Sets{LocalData::NONE}, found);
+  EXPECT_EQ(none, left);
+}
+
+TEST_F(KilledInAnInstall, AStartThatPutsTheOldDataBackLeavesThemToTheNext)
+{
+  kill_everywhere(
+      killed_at_system_call, [this] { data->start_with_torn_data(); },
+      [this] { FormerData::put_back(data->directory); });
+  EXPECT_EQ(Sets{LocalData::OLD}, found);
+  EXPECT_EQ(none, left);
+}
+
+TEST_F(KilledInAnInstall, TarLeavesTheOldDataOrTheNew)
+{
+  kill_everywhere(command("tar"), old_data, install);
+  EXPECT_EQ((Sets{LocalData::OLD, LocalData::NEW}), found);
+  EXPECT_EQ(none, left);
+}
+
+TEST_F(KilledInAnInstall, Bzip2LeavesTheOldDataOrTheNew)
+{
+  kill_everywhere(command("bzip2"), old_data, install);
+  EXPECT_EQ((Sets{LocalData::OLD, LocalData::NEW}), found);
+  EXPECT_EQ(none, left);
+}
+
+TEST_F(KilledInAnInstall, TheShellLeavesTheOldDataOrTheNew)
+{
+  kill_everywhere(command("sh"), old_data, install);
+  EXPECT_EQ((Sets{LocalData::OLD, LocalData::NEW}), found);
+  EXPECT_EQ(none, left);
+}
