@@ -4,12 +4,20 @@
 # counts the single tests; the exit status is 0 only if all passed.
 # test.sh --coverage: the same, built once, to see what of src/ the tests run: after
 # the count come the shares of lines and branches, and where the report of each line is.
+# test.sh --valgrind: tests of the window under Valgrind instead, every eighth of them, on
+# all processors but one; MAVO_VALGRIND_EVERY=1 takes them all, which takes hours.
 set -u
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
-roles="build run test package" presets="debug asan"
+roles="build run test package" presets="debug asan" tests=
+# More at once than there are processors: tests of the window wait a lot.
+parallel=$(($(nproc) + 2))
 case "$*" in
   '') ;;
   --coverage) roles="$roles coverage" presets=coverage ;;
+  --valgrind)
+    roles="$roles valgrind" presets=debug tests=valgrind
+    parallel=$(($(nproc) > 1 ? $(nproc) - 1 : 1))
+    export MAVO_TEST_TIMEOUT=7200 ;; # seconds for each program
   *) sed -n '2,/^set/s/^# //p' test.sh >&2; exit 2 ;;
 esac
 # shellcheck disable=SC2086 # one argument for each role
@@ -27,8 +35,7 @@ for preset in $presets; do
   cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" || continue
   find "build/$preset" -name '*.gcda' -delete # what former runs came through
   echo "== Testing $preset"
-  # More at once than there are processors: tests of the window wait a lot.
-  ctest --preset "$preset" --parallel "$(($(nproc) + 2))" --no-tests=error \
+  ctest --preset "${tests:-$preset}" --parallel "$parallel" --no-tests=error \
     --output-junit test-results/ctest.xml
 done
 
@@ -43,8 +50,16 @@ report_coverage() {
   echo "Report: $PWD/$report/index.html"
 }
 
+# report_valgrind: how many runs of test programs Valgrind had nothing to say against.
+report_valgrind() {
+  local results=build/debug/test-results/ctest.xml
+  echo "Valgrind: $(grep -c '<testcase ' $results) runs tried," \
+    "$(grep -c '<testcase .*status="run"' $results) clean"
+}
+
 # shellcheck disable=SC2086 # one argument for each build
 /usr/bin/python3 -B tools/count-tests $(printf 'build/%s ' $presets)
 status=$?
+[ "$tests" = valgrind ] && report_valgrind
 [ "$presets" = coverage ] && { report_coverage || status=1; }
 exit "$status"
