@@ -1,9 +1,13 @@
 // Writing a survey's document, as each save does once and each look for unsaved
 // changes twice.
 #include "core/version.h"
+#include "data/region-info.h"
 #include "store/survey-document.h"
 #include "store/survey-xml-info.h"
-#include "support/bench.h"
+#include "support/bench-window.h"
+#include "ui/drop-down-box.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-window.h"
 
 #include <libxml++/libxml++.h>
 
@@ -80,10 +84,51 @@ Glib::ustring plain_document(const std::vector<SpeciesSighting>& species)
   return document.write_to_string_formatted("UTF-8");
 }
 
+// A window with an unsaved survey of so many species.
+SurveyWindow& window_with_survey(int count)
+{
+  SurveyWindow& window = bench_window(bench_program(bench_data_sets().front()));
+  SurveyPanel1& panel = *window.survey_panel1;
+  panel.setup_for_subregion(window.my_app->region_info->subregion_regions.begin()->first);
+  panel.survey_subtype->set_active(0);
+  for (const auto& species : window.survey.region_fish->species)
+    if (species.speciesid > 0 && static_cast<int>(window.survey.abundances.size()) < count)
+      window.survey.abundances[species.speciesid] = 1;
+  return window;
+}
+
+void measure_unsaved_changes(benchmark::State& state, SurveyWindow& window)
+{
+  bool needs_saving = false;
+  for (auto _ : state)
+    needs_saving = window.file_needs_saving();
+  check_result(state, needs_saving, "the changes are not seen");
+}
+
+void measure_two_documents(benchmark::State& state, SurveyWindow& window)
+{
+  Glib::ustring error;
+  bool generated = true;
+  for (auto _ : state)
+    for (const bool omit_member : {true, false})
+      generated &= window.generate_xml_string(error, omit_member) == RET_SUCCESS;
+  check_result(state, generated, "no document");
+}
+
+void register_unsaved_changes(int count)
+{
+  SurveyWindow* const window = &window_with_survey(count);
+  bench_one("unsaved_changes", "ours", std::to_string(count),
+            [=](benchmark::State& state) { measure_unsaved_changes(state, *window); });
+  bench_one("unsaved_changes", "twice", std::to_string(count),
+            [=](benchmark::State& state) { measure_two_documents(state, *window); });
+}
+
 } // namespace
 
 void register_benchmarks()
 {
+  register_unsaved_changes(300);
   const SurveyForm form = filled_form();
   for (const int count : {0, 100, 300}) {
     const auto species = sightings(count);
