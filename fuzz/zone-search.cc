@@ -41,11 +41,6 @@ Zones zones_of(const std::vector<std::string>& lines)
   return zones;
 }
 
-std::vector<ZoneRow> rows_of(const Zones& zones, const Glib::ustring& search)
-{
-  return zone_tree_rows(zones.ids, zones.names, zones.region, zones.subregion, search);
-}
-
 void check_shape(const std::vector<ZoneRow>& rows)
 {
   std::vector<std::string> path;
@@ -79,14 +74,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   const Glib::ustring search = text_of(lines.front());
   const Zones zones = zones_of(lines);
 
-  const auto all = rows_of(zones, "");
+  const ZoneTree tree(zones.ids, zones.names, zones.region, zones.subregion);
+  const auto all = tree.rows("");
   check_shape(all);
   require(all.size() == shown_by_all(zones), "without a search all zones are shown");
 
-  const auto found = rows_of(zones, search);
+  const auto found = tree.rows(search);
   check_shape(found);
   require(found.size() <= all.size(), "a search shows no more than there is");
-  const auto is_match = [&](const ZoneRow& row) { return matches(row.name, search); };
+  const auto is_match = [&](const ZoneRow& row) { return matches(*row.name, search); };
   require(std::count_if(found.begin(), found.end(), is_match) ==
               std::count_if(all.begin(), all.end(), is_match),
           "each match is found once");

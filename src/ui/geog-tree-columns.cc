@@ -2,6 +2,15 @@
 
 #include <string>
 
+namespace {
+
+std::string label_of(int id, const Glib::ustring& name)
+{
+  return std::to_string(id) + ": " + name.raw();
+}
+
+} // namespace
+
 GeogTreeColumns::GeogTreeColumns()
 {
   add(col_id);
@@ -13,28 +22,31 @@ void GeogTreeColumns::set(const Gtk::TreeRow& row, int id, const Glib::ustring& 
 {
   row[col_id] = id;
   row[col_name] = name;
-  row[col_label] = Glib::ustring(std::to_string(id) + ": " + name.raw());
+  row[col_label] = Glib::ustring(label_of(id, name));
 }
 
 void GeogTreeColumns::fill(const Glib::RefPtr<Gtk::TreeStore>& store,
                            const std::vector<ZoneRow>& rows) const
 {
-  fill_level(store, store->children(), rows, 0, rows.size(), 0);
+  fill_level(store->gobj(), nullptr, rows, 0, rows.size(), 0);
 }
 
 // From the last row to the first, since a store finds the start of a list at
 // once but walks to its end: thousands of rows side by side would take seconds.
-void GeogTreeColumns::fill_level(const Glib::RefPtr<Gtk::TreeStore>& store,
-                                 const Gtk::TreeNodeChildren& level,
+// Each row comes with its values: a store tells of each that is set later.
+void GeogTreeColumns::fill_level(GtkTreeStore* store, GtkTreeIter* parent,
                                  const std::vector<ZoneRow>& rows, std::size_t first,
                                  std::size_t last, int depth) const
 {
   for (std::size_t i = last; i-- > first;) {
     if (rows[i].depth != depth)
       continue;
-    const Gtk::TreeRow row = *store->prepend(level);
-    set(row, rows[i].id, rows[i].name);
-    fill_level(store, row.children(), rows, i + 1, last, depth + 1);
+    const Glib::ustring& name = *rows[i].name;
+    GtkTreeIter row;
+    gtk_tree_store_insert_with_values(store, &row, parent, 0, col_id.index(), rows[i].id,
+                                      col_name.index(), name.c_str(), col_label.index(),
+                                      label_of(rows[i].id, name).c_str(), -1);
+    fill_level(store, &row, rows, i + 1, last, depth + 1);
     last = i;
   }
 }

@@ -24,7 +24,6 @@ public:
 
 private:
   // The rows of `depth` among [first, last), with all below them.
-  void fill_level(const Glib::RefPtr<Gtk::TreeStore>& store, const Gtk::TreeNodeChildren& level,
-                  const std::vector<ZoneRow>& rows, std::size_t first, std::size_t last,
-                  int depth) const;
+  void fill_level(GtkTreeStore* store, GtkTreeIter* parent, const std::vector<ZoneRow>& rows,
+                  std::size_t first, std::size_t last, int depth) const;
 };

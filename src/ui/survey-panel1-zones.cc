@@ -7,6 +7,7 @@
 #include "data/region-fish-info.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
+#include "ui/tree-rows.h"
 #include "ui/zone-tree.h"
 
 #include <cstdio>
@@ -14,7 +15,7 @@
 
 void SurveyPanel1::prepare_zone_tree()
 {
-  geog_store = Gtk::TreeStore::create(geog_columns);
+  geog_store = create_tree_store(geog_columns);
   geog_tree->set_model(geog_store);
   geog_tree->append_column("Geographic Zone", geog_columns.col_label);
   geog_selection = geog_tree->get_selection();
@@ -44,11 +45,9 @@ void SurveyPanel1::on_zone_search_changed()
 
 void SurveyPanel1::rebuild_zone_tree()
 {
-  const SurveyData& survey = window->survey;
   std::vector<ZoneRow> rows;
-  if (survey.region_fish)
-    rows = zone_tree_rows(survey.region_fish->geog_ids, survey.region_fish->geog_names,
-                          survey.region, survey.subregion, zone_search->get_text());
+  if (window->survey.region_fish)
+    rows = zones.rows(zone_search->get_text());
 
   // Detached, the store fills many times faster, and the cursor is not handed
   // from row to row, which would count as clicks.

@@ -226,6 +226,8 @@ void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
   survey.show_common_name = false;
   survey.show_scientific_name = false;
   survey.show_spanish_name = false;
+  zones = ZoneTree(survey.region_fish->geog_ids, survey.region_fish->geog_names, survey.region,
+                   survey.subregion);
   zonecode->set_text("");
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/drop-down-box.h"
 #include "ui/geog-tree-columns.h"
+#include "ui/zone-tree.h"
 
 #include <gtkmm/builder.h>
 #include <gtkmm/entry.h>
@@ -83,5 +84,6 @@ private:
   void fold_or_unfold(const Gtk::TreePath& path);
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
+  ZoneTree zones;       // of the survey's subregion
   bool folding = false; // a row of the tree is being folded: a cursor that moves is no click
 };

@@ -6,19 +6,17 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 namespace {
 
 constexpr Glib::ustring::size_type first_level_digits = 1;
 constexpr Glib::ustring::size_type second_level_digits = 4;
 
-// A zone whose descendants may follow. It has no row yet if it does not match
-// the search itself.
+// A zone whose descendants may follow.
 struct OpenZone {
   Glib::ustring code;
-  int id;
-  const Glib::ustring* name;
-  bool has_row;
+  std::size_t index;
 };
 
 const Glib::ustring& name_of(int id, const std::map<int, Glib::ustring>& names)
@@ -28,26 +26,10 @@ const Glib::ustring& name_of(int id, const std::map<int, Glib::ustring>& names)
   return found == names.end() ? nameless : found->second;
 }
 
-bool contains_lower_case(const Glib::ustring& name, const std::string& lower_case_search)
-{
-  return name.lowercase().raw().find(lower_case_search) != std::string::npos;
-}
-
 void close_zones_beside(const Glib::ustring& code, std::vector<OpenZone>& open)
 {
   while (!open.empty() && !is_zone_ancestor(open.back().code, code))
     open.pop_back();
-}
-
-void give_rows_to_all(std::vector<OpenZone>& open, std::vector<ZoneRow>& rows)
-{
-  int depth = 0;
-  for (auto& zone : open) {
-    if (!zone.has_row)
-      rows.push_back({depth, zone.id, *zone.name});
-    zone.has_row = true;
-    ++depth;
-  }
 }
 
 // The name of the zone that the first `digits` of `code` name, with what parts
@@ -78,36 +60,81 @@ bool is_zone_of_subregion(const Glib::ustring& code, const Glib::ustring& region
   return is_californian != (subregion.raw() == "PNW");
 }
 
-std::vector<ZoneRow> zone_tree_rows(const std::vector<int>& ids,
-                                    const std::map<int, Glib::ustring>& names,
-                                    const Glib::ustring& region, const Glib::ustring& subregion,
-                                    const Glib::ustring& search)
+ZoneTree::ZoneTree(const std::vector<int>& ids, const std::map<int, Glib::ustring>& names,
+                   const Glib::ustring& region, const Glib::ustring& subregion)
 {
-  const std::string wanted = trim_ws(search.lowercase()).raw();
-  std::vector<ZoneRow> rows;
+  zones.reserve(ids.size());
   std::vector<OpenZone> open;
-
   for (const int id : ids) {
     const Glib::ustring& name = name_of(id, names);
-    if (debug_level >= 9)
-      std::printf("%d: %s\n", id, name.c_str());
-
     const Glib::ustring code = std::to_string(id);
     close_zones_beside(code, open);
-    if (!is_zone_of_subregion(code, region, subregion))
-      continue;
-    // One that does not match stays open, at whatever length, so that a match
-    // below it can still show where it lies.
-    if (!wanted.empty() && !contains_lower_case(name, wanted)) {
-      open.push_back({code, id, &name, false});
-      continue;
-    }
-    give_rows_to_all(open, rows);
-    rows.push_back({static_cast<int>(open.size()), id, name});
-    if (id < first_complete_zone)
-      open.push_back({code, id, &name, true});
+    const bool is_shown = is_zone_of_subregion(code, region, subregion);
+    zones.push_back(
+        {id, &name, name.lowercase().raw(), open.empty() ? none : open.back().index, is_shown});
+    if (is_shown)
+      open.push_back({code, zones.size() - 1});
   }
-  return rows;
+}
+
+// One search: the rows that it has found so far.
+class ZoneTree::Search
+{
+public:
+  Search(const std::vector<Zone>& all_zones, std::string lower_case_search)
+      : zones(all_zones), wanted(std::move(lower_case_search)), depths(zones.size(), no_row)
+  {
+  }
+
+  void add_matches()
+  {
+    for (std::size_t i = 0; i < zones.size(); ++i)
+      if (zones[i].is_of_subregion && matches(zones[i]))
+        add(i);
+  }
+
+  std::vector<ZoneRow> rows;
+
+private:
+  bool matches(const Zone& zone) const
+  {
+    return zone.lower_case_name.find(wanted) != std::string::npos;
+  }
+
+  // A complete zone that matches is a leaf, and a longer code hangs from the level
+  // above it. One that does not match shows where a match below it lies.
+  std::size_t ancestor_of(std::size_t zone) const
+  {
+    do
+      zone = zones[zone].ancestor;
+    while (zone != none && zones[zone].id >= first_complete_zone && matches(zones[zone]));
+    return zone;
+  }
+
+  // Gives the zone its row, behind those of its ancestors.
+  void add(std::size_t zone)
+  {
+    const std::size_t ancestor = ancestor_of(zone);
+    if (ancestor != none && depths[ancestor] == no_row)
+      add(ancestor);
+    depths[zone] = ancestor == none ? 0 : depths[ancestor] + 1;
+    rows.push_back({depths[zone], zones[zone].id, zones[zone].name});
+  }
+
+  static constexpr int no_row = -1;
+  const std::vector<Zone>& zones;
+  std::string wanted;
+  std::vector<int> depths; // of the rows, by the index of the zone
+};
+
+std::vector<ZoneRow> ZoneTree::rows(const Glib::ustring& search) const
+{
+  if (debug_level >= 9)
+    for (const auto& zone : zones)
+      std::printf("%d: %s\n", zone.id, zone.name->c_str());
+  Search found(zones, trim_ws(search.lowercase()).raw());
+  found.add_matches();
+  return found.rows;
 }
 
 Glib::ustring full_zone_name(const Glib::ustring& code, const std::map<int, Glib::ustring>& names)

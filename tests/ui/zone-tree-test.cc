@@ -28,9 +28,9 @@ std::string tree(const std::vector<Zone>& zones, const Glib::ustring& search = "
     names[zone.id] = zone.name;
   }
   std::ostringstream text;
-  for (const auto& row : zone_tree_rows(ids, names, place.region, place.subregion, search))
+  for (const auto& row : ZoneTree(ids, names, place.region, place.subregion).rows(search))
     text << std::string(2 * static_cast<std::size_t>(row.depth), ' ') << row.id << ": "
-         << row.name.raw() << "\n";
+         << row.name->raw() << "\n";
   return text.str();
 }
 
@@ -171,10 +171,10 @@ TEST(ZoneTree, SurvivesNumbersThatAreNoCodes)
 
 TEST(ZoneTree, ShowsAZoneThatHasNoName)
 {
-  const auto rows = zone_tree_rows({7}, {}, "CAR", "FLA", "");
+  const auto rows = ZoneTree({7}, {}, "CAR", "FLA").rows("");
   ASSERT_EQ(1U, rows.size());
   EXPECT_EQ(7, rows[0].id);
-  EXPECT_EQ("", rows[0].name);
+  EXPECT_EQ("", *rows[0].name);
 }
 
 TEST(ZoneTree, DividesThePacificBetweenItsSubregions)
