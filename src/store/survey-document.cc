@@ -8,6 +8,7 @@
 
 #include <libxml++/document.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -48,8 +49,15 @@ bool is_xml_char(gunichar c)
          (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
 }
 
+bool is_printable_ascii(char c)
+{
+  return c >= ' ' && c <= '~';
+}
+
 Glib::ustring xml_text(const Glib::ustring& text)
 {
+  if (std::all_of(text.raw().begin(), text.raw().end(), is_printable_ascii))
+    return text; // as most are, and numbers always
   Glib::ustring kept;
   for (const gunichar c : text.make_valid())
     if (is_xml_char(c))
