@@ -1,20 +1,22 @@
 #include "store/survey-reader.h"
 
+#include "core/c-resource.h"
 #include "core/number.h"
 #include "core/report.h"
 #include "store/survey-xml-info.h"
 
+#include <fcntl.h>
 #include <glibmm/stringutils.h>
 #include <libxml++/document.h>
 #include <libxml++/nodes/textnode.h>
 #include <libxml/parser.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <optional>
 
 namespace {
@@ -25,7 +27,22 @@ const char* const older_root_tag = "MAVO_Fish_Survey";
 // Many times a survey of all species that there are. A document takes dozens of
 // times its size in memory: what some other program has left among the surveys
 // must not be able to take all of it.
-constexpr std::streamoff largest_survey = 4L * 1024 * 1024;
+constexpr off_t largest_survey = 4L * 1024 * 1024;
+
+// Reads that many bytes, or as many as there are left. Returns their number.
+std::size_t read_bytes(const Descriptor& file, char* bytes, std::size_t size)
+{
+  std::size_t length = 0;
+  while (length < size) {
+    const ssize_t count = read(file.number, bytes + length, size - length);
+    if (count < 0 && errno != EINTR)
+      throw Glib::strerror(errno);
+    if (count == 0)
+      break;
+    length += count > 0 ? static_cast<std::size_t>(count) : 0;
+  }
+  return length;
+}
 
 // The file's bytes. Nothing but a plain file is opened, since opening a pipe
 // would wait for whoever writes into it.
@@ -40,11 +57,11 @@ std::string file_contents(const std::string& path)
   if (info.st_size > largest_survey)
     throw Glib::ustring("Not a valid saved MAVO Survey (too large)");
 
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  std::string contents(static_cast<std::size_t>(info.st_size), '\0');
-  if (!file || !file.read(contents.data(), static_cast<std::streamsize>(contents.size())))
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.number < 0)
     throw Glib::strerror(errno);
+  std::string contents(static_cast<std::size_t>(info.st_size), '\0');
+  contents.resize(read_bytes(file, contents.data(), contents.size()));
   return contents;
 }
 

@@ -10,6 +10,7 @@
 #include <giomm/file.h>
 #include <giomm/fileenumerator.h>
 #include <glibmm/miscutils.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -56,7 +57,9 @@ void make_directory(const std::string& path)
 
 bool is_regular_file(const std::string& path)
 {
-  return Gio::File::create_for_path(path)->query_file_type() == Gio::FILE_TYPE_REGULAR;
+  struct stat info {
+  };
+  return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 void remove_copied_source(const std::string& path)

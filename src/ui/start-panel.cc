@@ -9,7 +9,7 @@
 #include <cstdio>
 
 StartPanel::StartPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
-    : Gtk::Grid(cobject), store(Gtk::TreeStore::create(columns))
+    : Gtk::Grid(cobject), store(create_tree_store(columns))
 {
 }
 
@@ -106,21 +106,23 @@ void StartPanel::append_state(MyApp::WhichDir which, const char* heading)
   columns.set(state, "", MyApp::WD_NOT_A_SURVEY,
               surveys.empty() ? heading + Glib::ustring(" (none)") : heading);
   if (surveys.size() == 1) {
-    append_surveys(state, which, surveys.begin()->second);
+    add_surveys(state, which, surveys.begin()->second);
     return;
   }
-  for (const auto& [member_id, surveys_of_member] : surveys) {
-    const Gtk::TreeRow member = *store->append(state.children());
-    columns.set(member, "", MyApp::WD_NOT_A_SURVEY, "Member ID " + std::to_string(member_id));
-    append_surveys(member, which, surveys_of_member);
+  for (auto member = surveys.rbegin(); member != surveys.rend(); ++member) {
+    const Gtk::TreeRow row = *store->prepend(state.children());
+    columns.set(row, "", MyApp::WD_NOT_A_SURVEY, "Member ID " + std::to_string(member->first));
+    add_surveys(row, which, member->second);
   }
 }
 
-void StartPanel::append_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
-                                const std::map<std::string, Glib::ustring>& surveys)
+// From the last to the first: a store finds the start of a list at once but walks to
+// its end.
+void StartPanel::add_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
+                             const std::map<std::string, Glib::ustring>& surveys)
 {
-  for (const auto& [path, description] : surveys)
-    columns.set(*store->append(parent.children()), path, which, description);
+  for (auto survey = surveys.rbegin(); survey != surveys.rend(); ++survey)
+    columns.set(*store->prepend(parent.children()), survey->first, which, survey->second);
 }
 
 std::string StartPanel::lookup_selected_survey(MyApp::WhichDir* which)

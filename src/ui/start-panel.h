@@ -68,7 +68,7 @@ private:
   void connect_tree();
   SurveysByMember read_surveys(MyApp::WhichDir which) const;
   void append_state(MyApp::WhichDir which, const char* heading);
-  void append_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
-                      const std::map<std::string, Glib::ustring>& surveys);
+  void add_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
+                   const std::map<std::string, Glib::ustring>& surveys);
   void show_actions_for(MyApp::WhichDir which);
 };
