@@ -3,6 +3,7 @@
 #include "core/number.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
+#include "store/survey-head-parser.h"
 #include "store/survey-reader.h"
 
 #include <array>
@@ -86,7 +87,7 @@ void take_field(const xmlpp::Node& node, SurveySummary& summary)
 
 SurveySummary read_survey_summary(const std::string& path, int* member_id)
 {
-  xmlpp::DomParser parser;
+  SurveyHeadParser parser;
   const xmlpp::Node* const survey = parse_survey_file(parser, path);
   SurveySummary summary;
   for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling()) {

@@ -4,6 +4,7 @@
 #include "store/survey-description.h"
 #include "store/survey-document.h"
 #include "store/survey-file-name.h"
+#include "store/survey-head-parser.h"
 #include "store/survey-reader.h"
 #include "store/survey-record.h"
 #include "store/survey-xml-info.h"

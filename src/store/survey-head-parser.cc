@@ -1,0 +1,78 @@
+#include "store/survey-head-parser.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
+
+// What builds the tree, called for each thing that is read. Its own arguments are
+// those of the library's handlers, which do the work outside of "ids".
+struct SurveyHeadParser::Handlers {
+  static SurveyHeadParser& parser_of(void* context)
+  {
+    auto* const parser = static_cast<xmlParserCtxt*>(context)->_private;
+    return *static_cast<SurveyHeadParser*>(static_cast<xmlpp::Parser*>(parser));
+  }
+
+  // The library gives five pointers for each attribute, the second to its prefix.
+  static bool has_prefix(int count, const xmlChar** attributes)
+  {
+    for (int i = 0; i < count; ++i)
+      if (attributes[5 * i + 1])
+        return true;
+    return false;
+  }
+
+  // What becomes of an entity depends on where it is used first, so that a document
+  // with entities is not read in part.
+  static bool is_ids(const xmlParserCtxt* context, const xmlChar* name)
+  {
+    constexpr int ids_level = 3; // root, "survey", "ids"
+    return context->nodeNr == ids_level && xmlStrEqual(name, BAD_CAST "ids") &&
+           !context->myDoc->intSubset;
+  }
+
+  static void start_element(void* context, const xmlChar* name, const xmlChar* prefix,
+                            const xmlChar* uri, int namespace_count, const xmlChar** namespaces,
+                            int count, int defaulted, const xmlChar** attributes)
+  {
+    int& depth = parser_of(context).depth;
+    if (depth == 0) {
+      xmlSAX2StartElementNs(context, name, prefix, uri, namespace_count, namespaces, count,
+                            defaulted, attributes);
+      depth = is_ids(static_cast<xmlParserCtxt*>(context), name) ? 1 : 0;
+      return;
+    }
+    ++depth;
+    // Only with its node an "xml:id" is known to be sound and the only one of its kind.
+    if (has_prefix(count, attributes)) {
+      xmlSAX2StartElementNs(context, name, nullptr, nullptr, 0, nullptr, count, defaulted,
+                            attributes);
+      xmlSAX2EndElementNs(context, name, nullptr, nullptr);
+    }
+  }
+
+  static void end_element(void* context, const xmlChar* name, const xmlChar* prefix,
+                          const xmlChar* uri)
+  {
+    int& depth = parser_of(context).depth;
+    if (depth > 0)
+      --depth;
+    if (depth == 0)
+      xmlSAX2EndElementNs(context, name, prefix, uri);
+  }
+
+  static void text(void* context, const xmlChar* characters, int length)
+  {
+    if (parser_of(context).depth == 0)
+      xmlSAX2Characters(context, characters, length);
+  }
+};
+
+void SurveyHeadParser::initialize_context()
+{
+  DomParser::initialize_context();
+  depth = 0;
+  context_->sax->startElementNs = &Handlers::start_element;
+  context_->sax->endElementNs = &Handlers::end_element;
+  context_->sax->characters = &Handlers::text;
+  context_->sax->ignorableWhitespace = &Handlers::text;
+}
