@@ -4,6 +4,7 @@
 #include "core/report.h"
 #include "data/csv-line.h"
 #include "data/data-file.h"
+#include "data/file-lines.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -31,15 +32,16 @@ RetCode FromCSV::read_file(std::string path)
   }
   filename = std::move(path);
 
-  const auto botched = [this](std::size_t column, const Glib::ustring& text) {
+  const BotchedField botched = [this](std::size_t column, const Glib::ustring& text) {
     printf("%s line %d column %zu has botched quoting: %s\n", filename.c_str(), line_number, column,
            text.c_str());
   };
   bool heading_pending = headings.empty();
-  std::string line;
+  FileLines lines(in);
+  std::string_view line;
   std::vector<Glib::ustring> fields;
   line_number = 0;
-  while (std::getline(in, line)) {
+  while (lines.next(line)) {
     ++line_number;
     if (line.empty())
       continue;
@@ -61,7 +63,13 @@ RetCode FromCSV::process_row(const std::vector<Glib::ustring>& fields)
   const RetCode result = check_columns(line_number, fields);
   if (result != RET_SUCCESS)
     return result;
-  return has_all_columns(fields) ? process_line(fields) : RET_SUCCESS;
+  // A heading that stands twice points at its last column, while the width of a
+  // row is the number of different headings.
+  if (last_column >= fields.size() && !columns.empty()) {
+    complain_of_row("a heading stands twice and the row has no such column");
+    return RET_SUCCESS;
+  }
+  return process_line(fields);
 }
 
 RetCode FromCSV::process_headings(const std::vector<Glib::ustring>& the_headings)
@@ -106,7 +114,7 @@ bool FromCSV::usable_id(int id, const char* what) const
 {
   if (id >= 0 && id <= max_id)
     return true;
-  complain_of_row(std::string(what) + " " + std::to_string(id) + " is out of range");
+  complain_of_row((std::string(what) + " " + std::to_string(id) + " is out of range").c_str());
   return false;
 }
 
@@ -120,18 +128,8 @@ bool FromCSV::allow_gap(std::size_t length)
   return false;
 }
 
-// A heading that stands twice points at its last column, while the width of a
-// row is the number of different headings.
-bool FromCSV::has_all_columns(const std::vector<Glib::ustring>& fields) const
-{
-  if (columns.empty() || last_column < fields.size())
-    return true;
-  complain_of_row("a heading stands twice and the row has no such column");
-  return false;
-}
-
-void FromCSV::complain_of_row(const std::string& reason) const
+void FromCSV::complain_of_row(const char* reason) const
 {
   if (debug_level >= -1)
-    printf("%s line %d is skipped: %s\n", filename.c_str(), line_number, reason.c_str());
+    printf("%s line %d is skipped: %s\n", filename.c_str(), line_number, reason);
 }

@@ -67,8 +67,7 @@ protected:
 
 private:
   RetCode process_row(const std::vector<Glib::ustring>& fields);
-  bool has_all_columns(const std::vector<Glib::ustring>& fields) const;
-  void complain_of_row(const std::string& reason) const;
+  void complain_of_row(const char* reason) const;
 
   std::vector<unsigned int> columns; // of the expected headings, in their order
   unsigned int last_column = 0;      // the largest of them

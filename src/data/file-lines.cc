@@ -1,0 +1,39 @@
+#include "data/file-lines.h"
+
+#include <cstring>
+
+FileLines::FileLines(std::istream& the_in) : in(the_in) {}
+
+bool FileLines::next(std::string_view& line)
+{
+  const char* feed = find_feed(line_start);
+  while (!feed) {
+    const std::size_t searched = text.size() - line_start;
+    if (!read_more())
+      break;
+    feed = find_feed(searched);
+  }
+  const char* const start = text.data() + line_start;
+  const char* const end = feed ? feed : text.data() + text.size();
+  line = {start, static_cast<std::size_t>(end - start)};
+  line_start += line.size() + (feed ? 1 : 0);
+  return feed || !line.empty();
+}
+
+const char* FileLines::find_feed(std::size_t from) const
+{
+  return static_cast<const char*>(std::memchr(text.data() + from, '\n', text.size() - from));
+}
+
+// Puts more of the file behind what is left of the line.
+bool FileLines::read_more()
+{
+  constexpr std::size_t block = 16 * 1024;
+  text.erase(0, line_start);
+  line_start = 0;
+  const std::size_t kept = text.size();
+  text.resize(kept + block);
+  in.read(text.data() + kept, block);
+  text.resize(kept + static_cast<std::size_t>(in.gcount()));
+  return text.size() > kept;
+}

@@ -1,0 +1,64 @@
+#include "data/file-lines.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> lines_of(const std::string& text)
+{
+  std::istringstream in(text);
+  FileLines lines(in);
+  std::vector<std::string> found;
+  for (std::string_view line; lines.next(line);)
+    found.emplace_back(line);
+  return found;
+}
+
+} // namespace
+
+TEST(FileLines, EndAtLineFeedsAlone)
+{
+  using Lines = std::vector<std::string>;
+  const struct {
+    std::string text;
+    Lines lines;
+  } cases[] = {
+      {"", {}},
+      {"\n", {""}},
+      {"\n\n", {"", ""}},
+      {"a", {"a"}},
+      {"a\n", {"a"}},
+      {"a\nb", {"a", "b"}},
+      {"a\n\nb\n", {"a", "", "b"}},
+      {"a\r\nb\rc\n", {"a\r", "b\rc"}},
+      {std::string("a\0b\nc", 5), {std::string("a\0b", 3), "c"}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(c.lines, lines_of(c.text)) << c.text;
+}
+
+TEST(FileLines, MayBeOfAnyLength)
+{
+  std::string text;
+  std::vector<std::string> lines;
+  for (const std::size_t length : {16'383, 16'384, 0, 16'385, 1, 100'000, 32'766, 32'767, 5}) {
+    lines.emplace_back(length, static_cast<char>('a' + lines.size()));
+    text += lines.back() + '\n';
+    EXPECT_EQ(lines, lines_of(text)) << length;
+  }
+  text.pop_back();
+  EXPECT_EQ(lines, lines_of(text)) << "without the last line feed";
+}
+
+TEST(FileLines, EndWhereTheFileCannotBeReadFurther)
+{
+  std::istringstream in("a\nb\n");
+  in.setstate(std::ios::badbit);
+  FileLines lines(in);
+  std::string_view line;
+  EXPECT_FALSE(lines.next(line));
+  EXPECT_FALSE(lines.next(line));
+}
