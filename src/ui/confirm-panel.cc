@@ -3,8 +3,10 @@
 #include "core/report.h"
 #include "core/widget-helpers.h"
 #include "ui/listed-panel.h"
+#include "ui/plain-models.h"
 #include "ui/survey-window.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -14,13 +16,14 @@ namespace {
 // that has one.
 bool is_marked(const SpeciesTreeColumns& columns, const Gtk::TreeIter& iter, bool in_view)
 {
+  const auto is_marked_species = [&](const Gtk::TreeRow& row) {
+    return row.get_value(columns.col_abundance) != 0 &&
+           row.get_value(columns.col_in_view) == in_view;
+  };
   if (iter->get_value(columns.col_id) >= 0)
-    return iter->get_value(columns.col_abundance) != 0 &&
-           iter->get_value(columns.col_in_view) == in_view;
-  for (const auto& child : iter->children())
-    if (is_marked(columns, child, in_view))
-      return true;
-  return false;
+    return is_marked_species(*iter);
+  const auto children = iter->children();
+  return std::any_of(children.begin(), children.end(), is_marked_species);
 }
 
 } // namespace
@@ -119,11 +122,11 @@ void ConfirmPanel::detach_models()
 
 void ConfirmPanel::attach_models()
 {
-  listed_filter = Gtk::TreeModelFilter::create(window->listed_model);
-  listed_filter->set_visible_func(sigc::mem_fun(*this, &ConfirmPanel::listed_check_visible));
+  listed_filter =
+      plain_filter(window->listed_model, sigc::mem_fun(*this, &ConfirmPanel::listed_check_visible));
   conf_listed_tree->set_model(listed_filter);
-  unlisted_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
-  unlisted_filter->set_visible_func(sigc::mem_fun(*this, &ConfirmPanel::unlisted_check_visible));
+  unlisted_filter = plain_filter(window->unlisted_model,
+                                 sigc::mem_fun(*this, &ConfirmPanel::unlisted_check_visible));
   conf_unlisted_tree->set_model(unlisted_filter);
 }
 

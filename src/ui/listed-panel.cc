@@ -158,6 +158,7 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
 {
   SpeciesTreeColumns& columns = window->species_columns;
   const auto& abundances = window->survey.abundances;
+  const Glib::ustring no_name;
   const RegionFishInfo::Family* family = nullptr;
   Gtk::TreeIter family_row;
   bool family_in_view = false;
@@ -166,9 +167,9 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
     if (!family || item.family->id != family->id) {
       family = item.family;
       family_in_view = item.in_view;
-      family_row = model->append();
-      columns.set(*family_row, -1, family->commonname, family->scientificname, "", -1, item.in_view,
-                  0);
+      family_row = columns.append(
+          model, {},
+          {-1, family->commonname, family->scientificname, no_name, -1, item.in_view, 0});
       if (debug_level >= 3)
         printf("New family node: %s = %s (%s)\n", family->id.c_str(), family->commonname.c_str(),
                family->scientificname.c_str());
@@ -178,9 +179,10 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
     }
     const auto& species = *item.species;
     const auto found = abundances.find(species.speciesid);
-    columns.set(*model->append(family_row->children()), species.speciesid, species.commonname,
-                species.scientificname, species.spanishname,
-                found == abundances.end() ? 0 : found->second, item.in_view, species.rarefishind);
+    columns.append(model, family_row,
+                   {species.speciesid, species.commonname, species.scientificname,
+                    species.spanishname, found == abundances.end() ? 0 : found->second,
+                    item.in_view, species.rarefishind});
   }
 }
 

@@ -6,7 +6,54 @@
 #include <gtkmm/treemodel.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <string>
+
+namespace {
+
+// All cells of a row, as the store takes them at once. Texts are not copied.
+class RowCells
+{
+public:
+  RowCells() = default;
+  ~RowCells()
+  {
+    for (auto& value : values)
+      if (G_IS_VALUE(&value))
+        g_value_unset(&value);
+  }
+  RowCells(const RowCells&) = delete;
+  RowCells& operator=(const RowCells&) = delete;
+
+  void put(const Gtk::TreeModelColumn<int>& column, int number)
+  {
+    g_value_set_int(next(column.index(), G_TYPE_INT), number);
+  }
+  void put(const Gtk::TreeModelColumn<Glib::ustring>& column, const std::string& text)
+  {
+    g_value_set_static_string(next(column.index(), G_TYPE_STRING), text.c_str());
+  }
+  void put(const Gtk::TreeModelColumn<bool>& column, bool truth)
+  {
+    g_value_set_boolean(next(column.index(), G_TYPE_BOOLEAN), truth);
+  }
+
+  static constexpr int count = 8;
+  std::array<int, count> columns{};
+  std::array<GValue, count> values{};
+
+private:
+  GValue* next(int column, GType type)
+  {
+    columns[filled] = column;
+    return g_value_init(&values[filled++], type);
+  }
+
+  std::size_t filled = 0;
+};
+
+} // namespace
 
 SpeciesTreeColumns::SpeciesTreeColumns(SurveyWindow* the_window) : window(the_window)
 {
@@ -22,31 +69,62 @@ SpeciesTreeColumns::SpeciesTreeColumns(SurveyWindow* the_window) : window(the_wi
 
 SpeciesTreeColumns::~SpeciesTreeColumns() = default;
 
+template<typename Write>
+void SpeciesTreeColumns::write(const SpeciesRow& content, const Write& write_cells) const
+{
+  const SpeciesMarkup names = species_markup(content.id, content.common, content.scientific,
+                                             content.spanish, content.rarity);
+  const ShownAbundance shown = shown_abundance(content.id, content.abundance);
+  RowCells cells;
+  cells.put(col_id, content.id);
+  cells.put(col_common, names.common);
+  cells.put(col_scientific, names.scientific);
+  cells.put(col_both, names.both);
+  cells.put(col_spanish, names.spanish);
+  cells.put(col_in_view, content.in_view);
+  cells.put(col_abundance_label, shown.label.raw());
+  cells.put(col_abundance, shown.index);
+  write_cells(cells);
+}
+
 void SpeciesTreeColumns::set(const Gtk::TreeRow& row, int id, const Glib::ustring& common,
                              const Glib::ustring& scientific, const Glib::ustring& spanish,
                              int abundance, bool in_view, int rarity)
 {
-  const SpeciesMarkup names = species_markup(id, common, scientific, spanish, rarity);
-  row[col_id] = id;
-  row[col_common] = names.common;
-  row[col_scientific] = names.scientific;
-  row[col_both] = names.both;
-  row[col_spanish] = names.spanish;
-  row[col_in_view] = in_view;
-  set_abundance(row, abundance);
+  write({id, common, scientific, spanish, abundance, in_view, rarity}, [&](RowCells& cells) {
+    gtk_tree_store_set_valuesv(GTK_TREE_STORE(row.get_model_gobject()),
+                               const_cast<GtkTreeIter*>(row.gobj()), cells.columns.data(),
+                               cells.values.data(), RowCells::count);
+  });
+}
+
+Gtk::TreeIter SpeciesTreeColumns::append(const Glib::RefPtr<Gtk::TreeStore>& store,
+                                         const Gtk::TreeIter& family, const SpeciesRow& content)
+{
+  auto* const parent = family ? const_cast<GtkTreeIter*>(family.gobj()) : nullptr;
+  GtkTreeIter row{};
+  write(content, [&](RowCells& cells) {
+    gtk_tree_store_insert_with_valuesv(store->gobj(), &row, parent, -1, cells.columns.data(),
+                                       cells.values.data(), RowCells::count);
+  });
+  return {GTK_TREE_MODEL(store->gobj()), &row};
+}
+
+SpeciesTreeColumns::ShownAbundance SpeciesTreeColumns::shown_abundance(int id, int abundance) const
+{
+  const bool has_label = abundance >= 0 && choices && !choices->empty();
+  const int index =
+      has_label ? std::min(abundance, static_cast<int>(choices->size()) - 1) : abundance;
+  const Glib::ustring& label =
+      has_label ? (*choices)[static_cast<std::size_t>(index)].label : no_label;
+  if (debug_level >= 5)
+    printf("set_abundance(): species id %d = %d (%s)\n", id, index, label.c_str());
+  return {index, label};
 }
 
 void SpeciesTreeColumns::set_abundance(const Gtk::TreeRow& row, int abundance)
 {
-  const bool has_label = abundance >= 0 && choices && !choices->empty();
-  const int shown =
-      has_label ? std::min(abundance, static_cast<int>(choices->size()) - 1) : abundance;
-  const Glib::ustring& label =
-      has_label ? (*choices)[static_cast<std::size_t>(shown)].label : no_label;
-
-  row[col_abundance_label] = label;
-  if (debug_level >= 5)
-    printf("set_abundance(): species id %d = %d (%s)\n", row.get_value(col_id), shown,
-           label.c_str());
-  row[col_abundance] = shown;
+  const ShownAbundance shown = shown_abundance(row.get_value(col_id), abundance);
+  row[col_abundance_label] = shown.label;
+  row[col_abundance] = shown.index;
 }

@@ -1,9 +1,11 @@
 #include "ui/species-list.h"
 
+#include "core/c-resource.h"
 #include "core/report.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <unordered_map>
 
 namespace {
@@ -49,6 +51,61 @@ void trace_list(const char* heading, const std::vector<SpeciesListItem>& list)
     trace_item("    ", item);
 }
 
+// Names for the locale's order: texts whose bytes compare as the names do. One is made
+// for each name, since comparing names themselves makes two for each comparison.
+class SortKeys
+{
+public:
+  explicit SortKeys(const std::vector<SpeciesListItem>& list)
+  {
+    entries.reserve(list.size());
+    for (const auto& item : list)
+      entries.push_back({family_key(item.family), key_of(item.species->commonname), &item});
+  }
+
+  std::vector<SpeciesListItem> sorted()
+  {
+    std::sort(entries.begin(), entries.end());
+    std::vector<SpeciesListItem> list;
+    list.reserve(entries.size());
+    for (const auto& entry : entries)
+      list.push_back(*entry.item);
+    return list;
+  }
+
+private:
+  using Key = GMemory<char>;
+
+  // As SpeciesListItem::operator<.
+  struct Entry {
+    const char* family;
+    Key species;
+    const SpeciesListItem* item;
+
+    bool operator<(const Entry& other) const
+    {
+      const int families = family == other.family ? 0 : std::strcmp(family, other.family);
+      return families != 0 ? families < 0 : std::strcmp(species.get(), other.species.get()) < 0;
+    }
+  };
+
+  static Key key_of(const Glib::ustring& name)
+  {
+    return Key(g_utf8_collate_key(name.c_str(), static_cast<gssize>(name.bytes())));
+  }
+
+  const char* family_key(const RegionFishInfo::Family* family)
+  {
+    Key& key = family_keys[family];
+    if (!key)
+      key = key_of(family->commonname);
+    return key.get();
+  }
+
+  std::unordered_map<const RegionFishInfo::Family*, Key> family_keys;
+  std::vector<Entry> entries;
+};
+
 } // namespace
 
 bool SpeciesListItem::operator<(const SpeciesListItem& other) const
@@ -59,6 +116,11 @@ bool SpeciesListItem::operator<(const SpeciesListItem& other) const
   if (families != 0)
     return families < 0;
   return species->commonname.compare(other.species->commonname) < 0;
+}
+
+void sort_species(std::vector<SpeciesListItem>& list)
+{
+  list = SortKeys(list).sorted();
 }
 
 std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::set<int>& view_set,
@@ -77,7 +139,7 @@ std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::s
     if (debug_level >= 40)
       trace_item("unlisted: ", list.back());
   }
-  std::sort(list.begin(), list.end());
+  sort_species(list);
   trace_list("post-sort, unlisted species_list has:", list);
   return list;
 }

@@ -21,6 +21,9 @@ struct ShownKinds {
   bool inverts = false;
 };
 
+// Sorts as std::sort does, many times faster.
+void sort_species(std::vector<SpeciesListItem>& list);
+
 // All of the region's species that a survey can hold, sorted: its fish, and of
 // its invertebrates those of the view.
 std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::set<int>& view_set,

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -25,25 +26,25 @@ Wrapper wrapper_for(int id, int rarity)
   return {"", ""};
 }
 
-Glib::ustring wrapped(const Wrapper& wrapper, const Glib::ustring& markup)
+std::string wrapped(const Wrapper& wrapper, const std::string& markup)
 {
   return wrapper.front + markup + wrapper.back;
 }
 
-Glib::ustring name_markup(const Glib::ustring& name)
+std::string name_markup(const Glib::ustring& name)
 {
+  if (name.raw().find('<') == std::string::npos)
+    return escape_ampersands(name).raw();
   const Glib::ustring markup = escape_ampersands(name);
-  const bool has_tags = name.raw().find('<') != std::string::npos;
-  return has_tags && !is_markup(markup) ? escape_markup(name) : markup;
+  return is_markup(markup) ? markup.raw() : escape_markup(name).raw();
 }
 
-Glib::ustring both_names_markup(const Glib::ustring& common, const Glib::ustring& scientific)
+// Whether the locale takes both for one name. Letters without accents need not be
+// decomposed to see that, which takes longer than all else that a row needs.
+bool are_equal(const Glib::ustring& one, const Glib::ustring& other)
 {
-  if (scientific.empty() || scientific == common)
-    return name_markup(common);
-  if (common.empty())
-    return name_markup(scientific);
-  return name_markup(common) + " <i>(" + name_markup(scientific) + ")</i>";
+  return one.is_ascii() && other.is_ascii() ? std::strcoll(one.c_str(), other.c_str()) == 0
+                                            : one == other;
 }
 
 } // namespace
@@ -52,9 +53,13 @@ SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::us
                              const Glib::ustring& spanish, int rarity)
 {
   const Wrapper wrapper = wrapper_for(id, rarity);
-  return {wrapped(wrapper, name_markup(common)), wrapped(wrapper, name_markup(scientific)),
-          wrapped(wrapper, both_names_markup(common, scientific)),
-          wrapped(wrapper, escape_ampersands(spanish))};
+  const std::string shown_common = name_markup(common);
+  const std::string shown_scientific = name_markup(scientific);
+  std::string both = common.empty() ? shown_scientific : shown_common;
+  if (!common.empty() && !scientific.empty() && !are_equal(common, scientific))
+    both += " <i>(" + shown_scientific + ")</i>";
+  return {wrapped(wrapper, shown_common), wrapped(wrapper, shown_scientific),
+          wrapped(wrapper, both), wrapped(wrapper, escape_ampersands(spanish).raw())};
 }
 
 Glib::ustring species_id_markup(int id)

@@ -2,12 +2,14 @@
 
 #include <glibmm/ustring.h>
 
+#include <string>
+
 // The names of a species or family as its row shows them, in markup.
 struct SpeciesMarkup {
-  Glib::ustring common;
-  Glib::ustring scientific;
-  Glib::ustring both;
-  Glib::ustring spanish;
+  std::string common;
+  std::string scientific;
+  std::string both;
+  std::string spanish;
 };
 
 // `id` is negative for a family. Only ampersands are escaped: data may hold

@@ -80,6 +80,7 @@ void let_shrink(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell, int le
   cell.property_width_chars() = least_characters;
   column.set_expand();
   column.set_resizable();
+  column.set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
 }
 
 // Plain text, so the tags of shaded names stand before the eyes: the column is
@@ -158,9 +159,12 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.id_column.set_title("ID");
   parts.id_column.pack_start(parts.id_cell, true);
   parts.id_column.set_cell_data_func(parts.id_cell, render_id);
+  parts.id_column.set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
   parts.name_column.pack_start(parts.name_cell, true);
   let_shrink(parts.name_column, parts.name_cell, 24);
   tree.set_search_equal_func(sigc::ptr_fun(is_other_name));
+  // Rows of one height need not be measured, which takes seconds for thousands.
+  tree.set_fixed_height_mode();
 }
 
 void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
@@ -179,6 +183,7 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
 
   if (names.spanish)
     append_spanish_column(tree, columns);
-  tree.append_column(
-      *Gtk::make_managed<Gtk::TreeViewColumn>(abundance_title, columns.col_abundance_label));
+  auto* seen = Gtk::make_managed<Gtk::TreeViewColumn>(abundance_title, columns.col_abundance_label);
+  seen->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
+  tree.append_column(*seen);
 }

@@ -6,6 +6,7 @@
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
+#include "ui/plain-models.h"
 #include "ui/start-panel.h"
 #include "ui/style.h"
 #include "ui/survey-panel1.h"
@@ -63,8 +64,8 @@ SurveyWindow* SurveyWindow::create(MyApp& app)
 SurveyWindow::SurveyWindow(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Window(cobject),
       species_columns(this),
-      listed_model(Gtk::TreeStore::create(species_columns)),
-      unlisted_model(Gtk::TreeStore::create(species_columns)),
+      listed_model(plain_store(species_columns)),
+      unlisted_model(plain_store(species_columns)),
       action_group(Gtk::ActionGroup::create("")),
       ui_manager(Gtk::UIManager::create())
 {

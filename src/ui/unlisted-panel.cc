@@ -4,10 +4,12 @@
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
 #include "ui/listed-panel.h"
+#include "ui/plain-models.h"
 #include "ui/survey-window.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -101,16 +103,16 @@ void UnlistedPanel::detach_models()
 void UnlistedPanel::attach_models()
 {
   num_selected = 0;
-  selected_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
-  selected_filter->set_visible_func(sigc::mem_fun(*this, &UnlistedPanel::check_visible_selected));
+  selected_species = species_to_select();
+  selected_filter = plain_filter(window->unlisted_model,
+                                 sigc::mem_fun(*this, &UnlistedPanel::check_visible_selected));
   selected_species_tree->set_model(selected_filter);
   show_selected();
 
+  searched_species.read_later(window->unlisted_model, window->species_columns.col_id);
   resize_matches();
-  forget_matches();
-  found_filter = Gtk::TreeModelFilter::create(window->unlisted_model);
-  found_filter->set_visible_func(sigc::mem_fun(*this, &UnlistedPanel::check_visible_found));
-  found_species_tree->set_model(found_filter);
+  match_all();
+  take_new_found_filter();
   show_found();
 }
 
@@ -169,15 +171,22 @@ void UnlistedPanel::refilter()
 
 void UnlistedPanel::refilter_selected()
 {
-  num_selected = 0;
-  selected_filter->refilter();
+  const auto before = selected_species;
+  selected_species = species_to_select();
+  if (selected_species != before) {
+    num_selected = 0;
+    selected_filter->refilter();
+  }
   show_selected();
 }
 
+// Rows of an unchanged result stay as they are, and so does the cursor.
 void UnlistedPanel::refilter_found()
 {
-  forget_matches();
-  found_filter->refilter();
+  const auto before = std::make_pair(species_matched, families_matched);
+  match_all();
+  if (before != std::make_pair(species_matched, families_matched))
+    take_new_found_filter();
   if (debug_level >= 1)
     printf("search found %d\n", num_found);
   show_found();
@@ -189,6 +198,24 @@ void UnlistedPanel::show_selected()
   show_or_hide(selected_species_box, num_selected >= 1);
 }
 
+// A new filter shows its rows many times faster than one that has to tell the tree of
+// each row that comes or goes.
+void UnlistedPanel::take_new_found_filter()
+{
+  Gtk::TreePath cursor = cursor_path(*found_species_tree);
+  if (!cursor.empty())
+    cursor = found_filter->convert_path_to_child_path(cursor);
+  take_model_away(*found_species_tree);
+  found_filter = plain_filter(window->unlisted_model,
+                              sigc::mem_fun(*this, &UnlistedPanel::check_visible_found));
+  found_species_tree->set_model(found_filter);
+  found_species_tree->expand_all();
+  if (!cursor.empty())
+    cursor = found_filter->convert_child_path_to_path(cursor);
+  if (!cursor.empty())
+    found_species_tree->set_cursor(cursor);
+}
+
 void UnlistedPanel::show_found()
 {
   found_species_tree->expand_all();
@@ -198,21 +225,32 @@ void UnlistedPanel::show_found()
 
 bool UnlistedPanel::check_visible_selected(const Gtk::TreeIter& iter)
 {
-  const auto& columns = window->species_columns;
-  if (iter->get_value(columns.col_id) < 0) {
-    const auto children = iter->children();
-    return std::any_of(children.begin(), children.end(),
-                       [this](const Gtk::TreeRow& child) { return check_visible_selected(child); });
-  }
-  if (iter->get_value(columns.col_in_view) || iter->get_value(columns.col_abundance) == 0)
-    return false;
-  ++num_selected;
-  return true;
+  const auto is_selected = [this](const Gtk::TreeRow& row) { return is_species_selected(row); };
+  const auto children = iter->children();
+  const bool visible = iter->get_value(window->species_columns.col_id) < 0
+                           ? std::any_of(children.begin(), children.end(), is_selected)
+                           : is_selected(*iter);
+  num_selected += visible;
+  return visible;
 }
 
-// A filter asks for a family before its species. So the family's row does the
-// matching, and a species' row only reads the answer.
-bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter)
+std::vector<int> UnlistedPanel::species_to_select() const
+{
+  std::vector<int> ids;
+  for (const auto& family : window->unlisted_model->children())
+    for (const auto& species : family.children())
+      if (is_species_selected(species))
+        ids.push_back(species.get_value(window->species_columns.col_id));
+  return ids;
+}
+
+bool UnlistedPanel::is_species_selected(const Gtk::TreeRow& row) const
+{
+  const auto& columns = window->species_columns;
+  return row.get_value(columns.col_abundance) != 0 && !row.get_value(columns.col_in_view);
+}
+
+bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const
 {
   if (search_words.empty())
     return false;
@@ -221,48 +259,49 @@ bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter)
   const int id = iter->get_value(window->species_columns.col_id);
   if (id >= 0)
     return was_matched(id);
-  return search_by == SEARCH_BY_FAMILY_NAME ? match_whole_family(*iter) : match_each_species(*iter);
+  const auto family = static_cast<std::size_t>(window->unlisted_model->get_path(iter)[0]);
+  return family < families_matched.size() && families_matched[family];
 }
 
-bool UnlistedPanel::match_whole_family(const Gtk::TreeRow& family)
+// A family is found by its own name, with all its species, or for one of them.
+void UnlistedPanel::match_all()
 {
-  const bool matches = is_family_found(family);
-  for (const auto& child : family.children())
-    note_match(child.get_value(window->species_columns.col_id), matches);
-  return matches;
-}
-
-bool UnlistedPanel::match_each_species(const Gtk::TreeRow& family)
-{
-  bool any = false;
-  for (const auto& child : family.children()) {
-    const bool matches = is_species_found(child);
-    note_match(child.get_value(window->species_columns.col_id), matches);
-    any = any || matches;
+  num_found = 0;
+  std::fill(species_matched.begin(), species_matched.end(), char(0));
+  families_matched.clear();
+  if (search_words.empty())
+    return;
+  const bool all = search_by == SEARCH_BY_ALL;
+  const bool by_family = search_by == SEARCH_BY_FAMILY_NAME;
+  const auto& ids = searched_species.ids();
+  for (std::size_t row = 0; row < ids.size(); ++row) {
+    if (ids[row] < 0) {
+      families_matched.push_back(all || (by_family && is_family_found(row)));
+    } else if (!all && (by_family ? families_matched.back() : is_species_found(row))) {
+      families_matched.back() = true;
+      note_match(ids[row]);
+    }
   }
-  return any;
 }
 
-bool UnlistedPanel::is_family_found(const Gtk::TreeRow& family) const
+bool UnlistedPanel::is_family_found(std::size_t row)
 {
-  return has_words(family, shown_column()) ||
-         (window->survey.show_spanish_name &&
-          has_words(family, window->species_columns.col_spanish));
+  return has_words(row, shown_column()) ||
+         (window->survey.show_spanish_name && has_words(row, window->species_columns.col_spanish));
 }
 
-bool UnlistedPanel::is_species_found(const Gtk::TreeRow& row) const
+bool UnlistedPanel::is_species_found(std::size_t row)
 {
   if (search_by == SEARCH_BY_FAMILY_NAME)
     assert_failure("search_by != SEARCH_BY_FAMILY_NAME", __FILE__, __LINE__);
   if (search_by == SEARCH_BY_SPECIES_CODE)
-    return is_searched_code(row.get_value(window->species_columns.col_id), search_words);
+    return is_searched_code(searched_species.ids()[row], search_words);
   return has_words(row, searched_column());
 }
 
-bool UnlistedPanel::has_words(const Gtk::TreeRow& row,
-                              const Gtk::TreeModelColumn<Glib::ustring>& column) const
+bool UnlistedPanel::has_words(std::size_t row, const Gtk::TreeModelColumn<Glib::ustring>& column)
 {
-  return contains_all_words(row.get_value(column).lowercase(), search_words);
+  return contains_all_words(searched_species.names(column)[row], search_words);
 }
 
 const Gtk::TreeModelColumn<Glib::ustring>& UnlistedPanel::searched_column() const
@@ -296,20 +335,12 @@ void UnlistedPanel::resize_matches()
   species_matched.resize(fish ? fish->species.size() : 0);
 }
 
-void UnlistedPanel::forget_matches()
+void UnlistedPanel::note_match(int id)
 {
-  num_found = 0;
-  std::fill(species_matched.begin(), species_matched.end(), char(0));
-}
-
-// A filter may ask for a family more than once, and each species counts once.
-void UnlistedPanel::note_match(int id, bool matches)
-{
-  if (id < 0 || static_cast<std::size_t>(id) >= species_matched.size())
+  if (static_cast<std::size_t>(id) >= species_matched.size())
     return;
-  char& known = species_matched[static_cast<std::size_t>(id)];
-  num_found += static_cast<int>(matches) - known;
-  known = matches;
+  species_matched[static_cast<std::size_t>(id)] = true;
+  ++num_found;
 }
 
 bool UnlistedPanel::was_matched(int id) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/drop-down-box.h"
+#include "ui/searched-species.h"
 #include "ui/species-search.h"
 #include "ui/species-tree.h"
 
@@ -42,12 +43,13 @@ public:
   void detach_models();
   void attach_models();
 
-  // Whether a tree shows the row. The first counts in num_selected; the second,
-  // asked for a family, judges its species and counts in num_found.
+  // Whether a tree shows the row of the store. The first counts in num_selected; the
+  // second only reads what the search has found out.
   bool check_visible_selected(const Gtk::TreeIter& iter);
-  bool check_visible_found(const Gtk::TreeIter& iter);
-  // Whether the current search, which is not by family, finds a species' row.
-  bool is_species_found(const Gtk::TreeRow& row) const;
+  bool check_visible_found(const Gtk::TreeIter& iter) const;
+  // Whether the current search, which is not by family, finds the species in that row
+  // of searched_species.
+  bool is_species_found(std::size_t row);
 
   void on_search_changed();
   bool on_selected_species_clicked(GdkEventButton* event);
@@ -86,8 +88,10 @@ public:
   SearchBy search_by = SEARCH_BY_COMMON_NAME;
   int num_selected = 0; // at least 1 if any species is selected; no exact count
   int num_found = 0;    // species that match; 0 in a search for all
-  // By species id: what the family's row has found out for its species' rows.
+  // What the search has found out for all rows: by species id, and by family in the
+  // order of the store.
   std::vector<char> species_matched;
+  std::vector<char> families_matched;
 
 private:
   void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
@@ -96,14 +100,18 @@ private:
   void refilter_found();
   void show_selected();
   void show_found();
-  void forget_matches();
+  std::vector<int> species_to_select() const;
+  bool is_species_selected(const Gtk::TreeRow& row) const;
+  void take_new_found_filter();
   void resize_matches();
-  void note_match(int id, bool matches);
+  void match_all();
+  void note_match(int id);
   bool was_matched(int id) const;
-  bool match_whole_family(const Gtk::TreeRow& family);
-  bool match_each_species(const Gtk::TreeRow& family);
-  bool is_family_found(const Gtk::TreeRow& family) const;
-  bool has_words(const Gtk::TreeRow& row, const Gtk::TreeModelColumn<Glib::ustring>& column) const;
+  bool is_family_found(std::size_t row);
+  bool has_words(std::size_t row, const Gtk::TreeModelColumn<Glib::ustring>& column);
   const Gtk::TreeModelColumn<Glib::ustring>& searched_column() const;
   const Gtk::TreeModelColumn<Glib::ustring>& shown_column() const;
+
+  SearchedSpecies searched_species;
+  std::vector<int> selected_species; // ids that selected_filter has been asked to show
 };

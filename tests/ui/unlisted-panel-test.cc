@@ -470,7 +470,7 @@ TEST_F(UnlistedPanelTest, CannotJudgeASpeciesByItsFamilysName)
     std::filesystem::remove_all(application_dir.root); // the child has no later chance
     panel().search_by = SEARCH_BY_FAMILY_NAME;
     answer_next_dialog(Gtk::RESPONSE_CLOSE,
-                       [&] { panel().is_species_found(*window->unlisted_model->get_iter("0:0")); });
+                       [&] { panel().is_species_found(1); });
   };
   EXPECT_EXIT(judge(), testing::ExitedWithCode(47),
               "Uh oh, Assertion failed at .*unlisted-panel.cc line [0-9]+: "
