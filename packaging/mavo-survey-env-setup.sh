@@ -15,12 +15,13 @@ case $executable in
   /*) ;;
   *) executable=$(pwd)/$executable ;;
 esac
-application_dir=$(dirname "$(dirname "$executable")")
+macos_dir=${executable%/*}
+application_dir=${macos_dir%/*}
 
 # The toolkit looks here for additional modules before its own places; the
 # program brings none. That the variable is set tells it that this script ran.
 GTK_PATH=${GTK_PATH:-$application_dir/gtk-3.0}
 export GTK_PATH
 
-cd "$application_dir" || exit 1
+cd "$application_dir/" || exit 1
 exec "$executable" "$@"

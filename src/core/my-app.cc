@@ -6,6 +6,7 @@
 #include <giomm/appinfo.h>
 #include <gtkmm/application.h>
 #include <gtkmm/image.h>
+#include <pango/pangocairo.h>
 
 #include <cstdio>
 #include <utility>
@@ -74,6 +75,7 @@ MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
       data_entry_url("http://" MAVO_WEB_HOST "/dataentry"),
       app(std::move(the_app))
 {
+  pango_cairo_font_map_get_default(); // begins to look for fonts while the data are read
   if (read_data_files() != RET_SUCCESS)
     fatal("Failed to read data files; you may need to reinstall the app.  Sorry!");
   if (icon_list.empty())

@@ -28,6 +28,19 @@ const char* const definition_file = "resources/survey-ui.glade";
   fatal("%s loading %s: %s", kind, definition_file, escape_markup(reason).c_str());
 }
 
+// What is hidden is neither styled nor measured. Most of the time that a new window
+// takes would go into pages that nobody has turned to yet. A page that is turned to
+// gets its places at once: by them the notebook finds what is to have the keyboard.
+void show_contents(Gtk::Widget* page, unsigned int)
+{
+  auto* const contents = static_cast<Gtk::Bin*>(page)->get_child();
+  if (contents->get_visible())
+    return;
+  contents->show();
+  if (page->get_parent()->get_mapped())
+    page->size_allocate(page->get_allocation());
+}
+
 SurveyWindow* load_window(MyApp& app)
 {
   load_style();
@@ -122,6 +135,8 @@ void SurveyWindow::make_panels(const Glib::RefPtr<Gtk::Builder>& builder)
 {
   while (notebook->get_n_pages() > 0)
     notebook->remove_page(0);
+  // Before the notebook itself turns the page.
+  notebook->signal_switch_page().connect(sigc::ptr_fun(show_contents), false);
   make_panel(builder, start_panel, "start_panel", "Start/Open Survey");
   make_panel(builder, member_panel, "member_panel", "Member Info");
   make_panel(builder, survey_panel1, "survey_panel1", "Survey Info Part 1");

@@ -266,5 +266,6 @@ void SurveyWindow::make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& mem
   scrolled->add(*member);
   scrolled->get_accessible()->set_name(tab_label); // it takes the keyboard where nothing else does
   scrolled->show();
+  scrolled->get_child()->hide(); // until somebody looks at it
   member->page = notebook->append_page(*scrolled, tab_label);
 }

@@ -68,6 +68,38 @@ TEST_F(SurveyWindowTest, HoldsSevenScrolledPanelsInOrder)
   }
 }
 
+TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatHaveBeenTurnedTo)
+{
+  open_window();
+  const auto laid_out = [this] {
+    std::string pages;
+    for (const auto* const panel : std::initializer_list<const Gtk::Widget*>{
+             window->start_panel, window->member_panel, window->survey_panel1,
+             window->survey_panel2, window->listed_panel, window->unlisted_panel,
+             window->confirm_panel})
+      pages += panel->is_visible() ? "x" : "-"; // with all that it lies in
+    return pages;
+  };
+  EXPECT_EQ("x------", laid_out());
+  window->notebook->set_current_page(window->listed_panel->page);
+  EXPECT_EQ("x---x--", laid_out());
+  press(*window->next_button);
+  EXPECT_EQ("x---xx-", laid_out());
+  window->notebook->set_current_page(0);
+  EXPECT_EQ("x---xx-", laid_out()) << "once it is laid out it stays so";
+}
+
+TEST_F(SurveyWindowTest, KeepsItsSizeWhereverItIsTurnedTo)
+{
+  open_window();
+  for (int page = 6; page >= 0; --page) {
+    window->notebook->set_current_page(page);
+    settle();
+    EXPECT_EQ(900, window->get_allocated_width()) << page;
+    EXPECT_EQ(600, window->get_allocated_height()) << page;
+  }
+}
+
 TEST_F(SurveyWindowTest, StartsOnTheFirstPageWithTheNewSurveyButton)
 {
   open_window();
