@@ -1,12 +1,37 @@
-// bare-window DEFINITION_FILE: the least that a gtkmm program does to show the window
-// of a definition file. What the start of the real program is measured beside.
+// bare-window DEFINITION_FILE [PANEL...]: the least that a gtkmm program does to show
+// the window of a definition file, with those panels of the file as pages of its
+// notebook. What the start of the real program is measured beside.
 #include <gtkmm/application.h>
 #include <gtkmm/builder.h>
+#include <gtkmm/notebook.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
-int main(int, char** argv)
+namespace {
+
+void add_pages(Gtk::Builder& builder, const std::vector<std::string>& panels)
+{
+  Gtk::Notebook* notebook = nullptr;
+  builder.get_widget("notebook", notebook);
+  while (notebook->get_n_pages() > 0)
+    notebook->remove_page(0);
+  for (const auto& id : panels) {
+    Gtk::Widget* panel = nullptr;
+    builder.get_widget(id, panel);
+    auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+    scrolled->add(*panel);
+    scrolled->show();
+    notebook->append_page(*scrolled, id);
+  }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
 {
   const auto app = Gtk::Application::create("org.mavo.bare-window", Gio::APPLICATION_NON_UNIQUE);
   app->register_application();
@@ -14,5 +39,7 @@ int main(int, char** argv)
   Gtk::Window* found = nullptr;
   builder->get_widget("survey_window", found);
   const std::unique_ptr<Gtk::Window> window(found);
+  if (argc > 2)
+    add_pages(*builder.operator->(), {argv + 2, argv + argc});
   return app->run(*window);
 }

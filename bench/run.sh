@@ -31,7 +31,11 @@ for program; do
     --benchmark_repetitions="${MAVO_BENCH_REPETITIONS:-7}" --benchmark_min_time=0.05 \
     --benchmark_enable_random_interleaving=true --benchmark_out_format=json \
     --benchmark_out="$build/results/$program.json" >"$build/results/$program.log" 2>&1 ||
-    { tail -5 "$build/results/$program.log" >&2; status=1; }
+    { echo "bench-$program failed; the end of $build/results/$program.log:" >&2
+      tail -5 "$build/results/$program.log" >&2; status=1; }
 done
+echo "$(LC_ALL=C lscpu | sed -n 's/^Model name: *//p'), $(nproc) cores;" \
+  "$(c++ --version | head -1); Debian $(cat /etc/debian_version)"
+echo
 /usr/bin/python3 -B bench/table "$build/results" || status=1
 exit "$status"

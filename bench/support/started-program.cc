@@ -32,6 +32,20 @@ std::string fresh_directory()
   return path;
 }
 
+// What every desktop has: programs that open addresses. Where there are none, the
+// program has to make do at each start.
+void make_desktop(const fs::path& home)
+{
+  const fs::path applications = home / ".local/share/applications";
+  fs::create_directories(applications);
+  fs::create_directories(home / ".config");
+  std::ofstream(applications / "browser.desktop")
+      << "[Desktop Entry]\nType=Application\nName=Browser\nExec=true %u\n";
+  std::ofstream(home / ".config/mimeapps.list")
+      << "[Default Applications]\nx-scheme-handler/http=browser.desktop\n"
+         "x-scheme-handler/https=browser.desktop\nx-scheme-handler/mailto=browser.desktop\n";
+}
+
 // What this process has, with a home of its own, and without what would lead the
 // program elsewhere.
 std::vector<std::string> environment_with_home(const std::string& home)
@@ -79,9 +93,11 @@ std::string proc_file(pid_t pid, const char* name)
 
 } // namespace
 
-StartedProgram::StartedProgram(std::vector<std::string> command)
-    : home(fresh_directory()), pid(spawn(std::move(command), environment_with_home(home)))
+StartedProgram::StartedProgram(std::vector<std::string> command) : home(fresh_directory())
 {
+  make_desktop(home);
+  started = std::chrono::steady_clock::now();
+  pid = spawn(std::move(command), environment_with_home(home));
 }
 
 StartedProgram::~StartedProgram()

@@ -2,7 +2,7 @@
 
 #include <sys/types.h>
 
-#include <cstdint>
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -24,4 +24,5 @@ public:
 
   std::string home;
   pid_t pid = -1;
+  std::chrono::steady_clock::time_point started;
 };
