@@ -17,10 +17,9 @@ std::error_code remove_links_and_pipes(const std::filesystem::path& directory);
 // status nor a failure.
 struct Unpacked {
   std::string command;
-  int status = 0;          // of the command, as the system encodes it (wait(2)); -77: not started.
-                           // Or of another one, which looks whether the archive is damaged
-  std::string output;      // of the command, or of both
-  std::error_code failure; // if what is there is not all of it, or could not be kept or let go
+  int status = 0;          // of the command, as the system encodes it (wait(2)); -77: not started
+  std::string output;      // of the command
+  std::error_code failure; // why the former data could not be kept or let go
 };
 
 // Unpacks an archive into a directory with the system's commands. Unless that

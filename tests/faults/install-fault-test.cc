@@ -146,8 +146,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
 
 // --- the commands, by real means ---
 
-// An archive whose packed form is whole but that was cut when it was made says so
-// itself, unless the cut is between two files.
+// What is left of it says so itself, unless the cut is between two files.
 TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsCut)
 {
   const std::string whole = read_file(data->archive(LocalData::WHOLE));
