@@ -160,9 +160,9 @@ struct Keystroke {
   const char* texts[2];
 };
 const Keystroke keystrokes[] = {
-    {"zone_search", " few", {"zqt", "zqte"}},
-    {"zone_search", " some", {"reef", "ree"}},
-    {"zone_search", " all", {"e", "a"}},
+    {"zone_search", " few", {"manta r", "manta re"}}, // one zone in some hundreds
+    {"zone_search", " some", {"zqt", "zqte"}},        // one in ten
+    {"zone_search", " most", {"e", "a"}},             // five in six
     {"zone_tree", "", {"", " "}},
 };
 

@@ -1,11 +1,11 @@
 #include "support/bench-window.h"
 
 #include "core/my-app.h"
+#include "support/temporary-directory.h"
 #include "ui/survey-window.h"
 
 #include <gdk/gdk.h>
 #include <glibmm/main.h>
-#include <glibmm/miscutils.h>
 #include <gtkmm/application.h>
 
 #include <cstdlib>
@@ -27,33 +27,13 @@ Glib::RefPtr<Gtk::Application> registered_application()
   return application;
 }
 
-// A directory of this process, removed at its end.
-const std::string& scratch_directory()
-{
-  static const struct Scratch {
-    Scratch()
-    {
-      std::string pattern = Glib::build_filename(Glib::get_tmp_dir(), "mavo-bench-XXXXXX");
-      if (!mkdtemp(pattern.data()))
-        std::exit(2);
-      path = pattern;
-    }
-    ~Scratch()
-    {
-      std::error_code ignored;
-      fs::remove_all(path, ignored);
-    }
-    std::string path;
-  } scratch;
-  return scratch.path;
-}
-
 } // namespace
 
 MyApp& bench_program(const BenchData& data, const std::string& store)
 {
+  static const TemporaryDirectory scratch;
   static int count = 0;
-  const fs::path directory = fs::path(scratch_directory()) / std::to_string(++count);
+  const fs::path directory = fs::path(scratch.path) / std::to_string(++count);
   fs::create_directory(directory);
   fs::create_directory_symlink(MAVO_RESOURCES, directory / "resources");
   fs::create_directory_symlink(data.directory, directory / "data-files");
