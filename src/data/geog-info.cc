@@ -29,7 +29,9 @@ RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>&
   if (fields.empty())
     return RET_SUCCESS;
   const int id = to_int(field(fields, GEOGID));
-  fish->geog_names[id] = field(fields, NAME);
+  // Most ids are the largest so far. A new text takes no more memory than it needs.
+  auto& names = fish->geog_names;
+  names.insert_or_assign(names.end(), id, Glib::ustring(field(fields, NAME)));
   fish->geog_ids.push_back(id);
   return RET_SUCCESS;
 }

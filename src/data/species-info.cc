@@ -52,12 +52,13 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
   fish->max_rarefishind = std::max(fish->max_rarefishind, row.rarefishind);
   row.familyid = field(fields, FAMILYID);
   settle_family(row);
-  row.scientificname = field(fields, SCIENTIFICNAME);
-  row.commonname = field(fields, COMMONNAME);
+  // New texts take no more memory than they need.
+  row.scientificname = Glib::ustring(field(fields, SCIENTIFICNAME));
+  row.commonname = Glib::ustring(field(fields, COMMONNAME));
   if (spanish_column) {
     fish->has_spanish = true;
     if (*spanish_column < fields.size())
-      row.spanishname = fields[*spanish_column];
+      row.spanishname = Glib::ustring(fields[*spanish_column]);
   }
   return RET_SUCCESS;
 }

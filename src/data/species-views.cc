@@ -49,7 +49,7 @@ RetCode SpeciesViews::process_line(const std::vector<Glib::ustring>& fields)
   return RET_SUCCESS;
 }
 
-const std::set<int>& SpeciesViews::species_set(int view_id) const
+const IdSet& SpeciesViews::species_set(int view_id) const
 {
   return entry_or_empty(view_species_sets, view_id);
 }

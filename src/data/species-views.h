@@ -1,8 +1,7 @@
 #pragma once
 
 #include "data/from-csv.h"
-
-#include <set>
+#include "data/id-set.h"
 
 // The species of each view, as chosen lists of a subregion's species.
 class SpeciesViews : public FromCSV
@@ -20,11 +19,11 @@ public:
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
   // The species of a view, for membership; empty for a view that is not there.
-  const std::set<int>& species_set(int view_id) const;
+  const IdSet& species_set(int view_id) const;
   // The species of a view in the order to show them; empty likewise.
   const std::vector<ViewSpecies>& species_of(int view_id) const;
 
   std::vector<std::vector<ViewSpecies>> view_species; // by view id, in file order
   std::vector<std::string> view_subregions;           // subregion code by view id
-  std::vector<std::set<int>> view_species_sets;       // by view id
+  std::vector<IdSet> view_species_sets;               // by view id
 };

@@ -12,6 +12,7 @@
 #include "data/geog-info.h"
 #include "data/habitat-info.h"
 #include "data/habitat-region-info.h"
+#include "data/id-set.h"
 #include "data/region-fish-info.h"
 #include "data/region-info.h"
 #include "data/region.h"

@@ -123,7 +123,7 @@ void sort_species(std::vector<SpeciesListItem>& list)
   list = SortKeys(list).sorted();
 }
 
-std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::set<int>& view_set,
+std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet& view_set,
                                               ShownKinds shown)
 {
   FamilyLookup families(fish);

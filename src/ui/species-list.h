@@ -26,7 +26,7 @@ void sort_species(std::vector<SpeciesListItem>& list);
 
 // All of the region's species that a survey can hold, sorted: its fish, and of
 // its invertebrates those of the view.
-std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const std::set<int>& view_set,
+std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet& view_set,
                                               ShownKinds shown);
 
 // The species of the view in its own order and under its own families. Entries

@@ -118,16 +118,17 @@ TEST_F(SpeciesViewsTest, KeepTheSpeciesOfAViewInFileOrder)
   EXPECT_EQ(11, views->view_species[1][0].speciesid);
   EXPECT_EQ("F2", views->view_species[1][0].familyid);
   EXPECT_EQ(10, views->view_species[1][1].speciesid);
-  EXPECT_EQ(std::set<int>({10, 11}), views->view_species_sets[1]);
+  EXPECT_EQ(IdSet({10, 11}), views->view_species_sets[1]);
   EXPECT_TRUE(views->view_species[2].empty());
   EXPECT_TRUE(views->view_subregions.empty());
 }
 
 TEST_F(SpeciesViewsTest, ListASpeciesTwiceThatComesTwice)
 {
-  read("1,10,F1\n1,10,F1\n");
-  EXPECT_EQ(2U, views->species_of(1).size());
-  EXPECT_EQ(1U, views->species_set(1).size());
+  read("1,10,F1\n1,12,F1\n1,10,F1\n1,12,F1\n");
+  EXPECT_EQ(4U, views->species_of(1).size());
+  EXPECT_EQ(IdSet({12, 10}), views->species_set(1));
+  EXPECT_EQ(0U, views->species_set(1).count(11));
 }
 
 TEST_F(SpeciesViewsTest, AreEmptyForAViewThatIsNotThere)

@@ -79,7 +79,7 @@ TEST(AllSpeciesList, HoldsAllFishButOnlyTheViewsInvertebrates)
 {
   const struct {
     const char* why;
-    std::set<int> view;
+    IdSet view;
     ShownKinds shown;
     const char* expected;
   } cases[] = {
