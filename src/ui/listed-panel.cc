@@ -156,11 +156,11 @@ void ListedPanel::fill_models()
 void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
                                       const std::vector<SpeciesListItem>& species_list)
 {
-  SpeciesTreeColumns& columns = window->species_columns;
+  const SpeciesTreeColumns& columns = window->species_columns;
   const auto& abundances = window->survey.abundances;
   const Glib::ustring no_name;
   const RegionFishInfo::Family* family = nullptr;
-  Gtk::TreeIter family_row;
+  GtkTreeIter family_row{};
   bool family_in_view = false;
 
   for (const auto& item : species_list) {
@@ -168,18 +168,18 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
       family = item.family;
       family_in_view = item.in_view;
       family_row = columns.append(
-          model, {},
+          model, nullptr,
           {-1, family->commonname, family->scientificname, no_name, -1, item.in_view, 0});
       if (debug_level >= 3)
         printf("New family node: %s = %s (%s)\n", family->id.c_str(), family->commonname.c_str(),
                family->scientificname.c_str());
     } else if (item.in_view && !family_in_view) {
       family_in_view = true;
-      (*family_row)[columns.col_in_view] = true;
+      gtk_tree_store_set(model->gobj(), &family_row, columns.col_in_view.index(), TRUE, -1);
     }
     const auto& species = *item.species;
     const auto found = abundances.find(species.speciesid);
-    columns.append(model, family_row,
+    columns.append(model, &family_row,
                    {species.speciesid, species.commonname, species.scientificname,
                     species.spanishname, found == abundances.end() ? 0 : found->second,
                     item.in_view, species.rarefishind});

@@ -98,16 +98,15 @@ void SpeciesTreeColumns::set(const Gtk::TreeRow& row, int id, const Glib::ustrin
   });
 }
 
-Gtk::TreeIter SpeciesTreeColumns::append(const Glib::RefPtr<Gtk::TreeStore>& store,
-                                         const Gtk::TreeIter& family, const SpeciesRow& content)
+GtkTreeIter SpeciesTreeColumns::append(const Glib::RefPtr<Gtk::TreeStore>& store,
+                                       GtkTreeIter* family, const SpeciesRow& content) const
 {
-  auto* const parent = family ? const_cast<GtkTreeIter*>(family.gobj()) : nullptr;
   GtkTreeIter row{};
   write(content, [&](RowCells& cells) {
-    gtk_tree_store_insert_with_valuesv(store->gobj(), &row, parent, -1, cells.columns.data(),
+    gtk_tree_store_insert_with_valuesv(store->gobj(), &row, family, -1, cells.columns.data(),
                                        cells.values.data(), RowCells::count);
   });
-  return {GTK_TREE_MODEL(store->gobj()), &row};
+  return row;
 }
 
 SpeciesTreeColumns::ShownAbundance SpeciesTreeColumns::shown_abundance(int id, int abundance) const

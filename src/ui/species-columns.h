@@ -34,10 +34,10 @@ public:
   void set(const Gtk::TreeRow& row, int id, const Glib::ustring& common,
            const Glib::ustring& scientific, const Glib::ustring& spanish, int abundance,
            bool in_view, int rarity);
-  // Appends a row to a family's, or to the top without one, and writes it in the same
-  // step: several times faster than writing the columns of a new row one by one.
-  Gtk::TreeIter append(const Glib::RefPtr<Gtk::TreeStore>& store, const Gtk::TreeIter& family,
-                       const SpeciesRow& content);
+  // Appends a row to the family's, or to the top if that is null, and writes it in the
+  // same step: several times faster than writing the columns of a new row one by one.
+  GtkTreeIter append(const Glib::RefPtr<Gtk::TreeStore>& store, GtkTreeIter* family,
+                     const SpeciesRow& content) const;
   // Writes the abundance columns only. An abundance beyond the list shows as
   // the list's last; a negative one shows no label.
   void set_abundance(const Gtk::TreeRow& row, int abundance);

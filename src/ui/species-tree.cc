@@ -8,6 +8,7 @@
 
 #include <pango/pango.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -96,6 +97,32 @@ void append_spanish_column(Gtk::TreeView& tree, const SpeciesTreeColumns& column
   tree.append_column(*column);
 }
 
+// How wide a column is at least that shows the text `depth` levels down. Columns of
+// thousands of rows cannot be as wide as what they show: only rows in sight are measured.
+int width_for(Gtk::TreeView& tree, const Glib::ustring& text, int depth)
+{
+  constexpr int padding = 8; // of the cell, and between columns
+  int expander = 0;
+  tree.get_style_property("expander-size", expander);
+  int width = 0;
+  int height = 0;
+  tree.create_pango_layout(text)->get_pixel_size(width, height);
+  return width + padding + depth * (expander + padding / 2);
+}
+
+void append_abundance_column(Gtk::TreeView& tree, const SpeciesTreeColumns& columns,
+                             const Glib::ustring& title)
+{
+  auto* column = Gtk::make_managed<Gtk::TreeViewColumn>(title, columns.col_abundance_label);
+  column->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
+  int width = 0;
+  if (columns.choices)
+    for (const auto& choice : *columns.choices)
+      width = std::max(width, width_for(tree, choice.label, 0));
+  column->set_min_width(width > 0 ? width : -1);
+  tree.append_column(*column);
+}
+
 } // namespace
 
 void trace_species_click(const GdkEventButton* event)
@@ -172,6 +199,7 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
                               const Glib::ustring& abundance_title)
 {
   tree.remove_all_columns();
+  parts.id_column.set_min_width(width_for(tree, species_id_markup(10'000), 2));
   tree.append_column(parts.id_column);
 
   const NameColumn shown = name_column(columns, names);
@@ -183,7 +211,5 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
 
   if (names.spanish)
     append_spanish_column(tree, columns);
-  auto* seen = Gtk::make_managed<Gtk::TreeViewColumn>(abundance_title, columns.col_abundance_label);
-  seen->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
-  tree.append_column(*seen);
+  append_abundance_column(tree, columns, abundance_title);
 }
