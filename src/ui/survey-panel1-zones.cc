@@ -49,12 +49,12 @@ void SurveyPanel1::rebuild_zone_tree()
   if (window->survey.region_fish)
     rows = zones.rows(zone_search->get_text());
 
-  // A store that no view looks at fills many times faster, and the cursor is not
-  // handed from row to row, which would count as clicks. A new one is filled, since
-  // clearing one tells of each row that goes.
-  geog_store = create_tree_store(geog_columns);
+  // Detached, the store fills many times faster, and the cursor is not handed
+  // from row to row, which would count as clicks.
+  const int search_column = geog_tree->get_search_column(); // lost with the model
+  geog_tree->unset_model();
+  geog_store->clear();
   geog_columns.fill(geog_store, rows);
-  const int search_column = geog_tree->get_search_column(); // lost with the former model
   geog_tree->set_model(geog_store);
   geog_tree->set_search_column(search_column);
   if (!trim_ws(zone_search->get_text()).empty())
