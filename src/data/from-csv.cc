@@ -110,10 +110,8 @@ RetCode FromCSV::verify_headings(const std::vector<Glib::ustring>& the_headings,
   return result;
 }
 
-bool FromCSV::usable_id(int id, const char* what) const
+bool FromCSV::refuse_id(int id, const char* what) const
 {
-  if (id >= 0 && id <= max_id)
-    return true;
   complain_of_row((std::string(what) + " " + std::to_string(id) + " is out of range").c_str());
   return false;
 }

@@ -59,7 +59,10 @@ protected:
   }
   // Whether `id` can index a table; complains on standard output if not, so
   // that the caller can skip the row. `what` names the column.
-  bool usable_id(int id, const char* what) const;
+  bool usable_id(int id, const char* what) const
+  {
+    return (id >= 0 && id <= max_id) || refuse_id(id, what);
+  }
   // Whether a row may leave `length` unused places before its own. All rows of
   // a file share one allowance, so that a small file cannot take much memory.
   // Complains on standard output if not, so that the caller can skip the row.
@@ -67,6 +70,7 @@ protected:
 
 private:
   RetCode process_row(const std::vector<Glib::ustring>& fields);
+  bool refuse_id(int id, const char* what) const; // gives false
   void complain_of_row(const char* reason) const;
 
   std::vector<unsigned int> columns; // of the expected headings, in their order

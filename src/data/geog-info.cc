@@ -31,7 +31,10 @@ RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>&
   const int id = to_int(field(fields, GEOGID));
   // Most ids are the largest so far. A new text takes no more memory than it needs.
   auto& names = fish->geog_names;
-  names.insert_or_assign(names.end(), id, Glib::ustring(field(fields, NAME)));
+  const std::size_t known = names.size();
+  const auto zone = names.try_emplace(names.end(), id, field(fields, NAME));
+  if (names.size() == known)
+    zone->second = field(fields, NAME);
   fish->geog_ids.push_back(id);
   return RET_SUCCESS;
 }

@@ -23,7 +23,7 @@ private:
   Family& find_family(const std::string& id);
 
   std::optional<unsigned int> spanish_column; // a file need not have it
-  // Families found so far: a map by Glib::ustring compares by collation, which
+  // Families known so far: a map by Glib::ustring compares by collation, which
   // would take most of the time that a species file takes.
   std::unordered_map<std::string, Family*> met_families;
 };

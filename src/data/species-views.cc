@@ -44,7 +44,7 @@ RetCode SpeciesViews::process_line(const std::vector<Glib::ustring>& fields)
     view_species.resize(index + 1);
     view_species_sets.resize(index + 1);
   }
-  view_species[index].push_back({species_id, field(fields, FAMILYID)});
+  view_species[index].push_back({species_id, field(fields, FAMILYID).raw()});
   view_species_sets[index].insert(species_id);
   return RET_SUCCESS;
 }
