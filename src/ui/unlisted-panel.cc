@@ -160,7 +160,15 @@ void UnlistedPanel::run_search()
     printf("\nSearching for %s by %s (%d):\n", describe_search(text, search_words).c_str(),
            mode.name.c_str(), search_by);
   refilter_found();
-  found_species_tree->get_vadjustment()->set_value(0); // new results start at the top
+  show_results_from_the_top();
+}
+
+// Also if the cursor is further down, where the tree wants to go for its sake.
+void UnlistedPanel::show_results_from_the_top()
+{
+  if (!found_filter->children().empty())
+    found_species_tree->scroll_to_row(Gtk::TreePath("0"), 0);
+  found_species_tree->get_vadjustment()->set_value(0);
 }
 
 void UnlistedPanel::refilter()

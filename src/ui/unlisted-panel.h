@@ -103,6 +103,7 @@ private:
   std::vector<int> species_to_select() const;
   bool is_species_selected(const Gtk::TreeRow& row) const;
   void take_new_found_filter();
+  void show_results_from_the_top();
   void resize_matches();
   void match_all();
   void note_match(int id);

@@ -75,6 +75,44 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
     EXPECT_EQ(c.expected, c.first < c.second) << c.why;
 }
 
+// Names that a locale may take for equal, or set in an order of its own.
+TEST(SortSpecies, GivesTheOrderOfTheLocaleWithTiesWhereTheyWere)
+{
+  const char* const names[] = {
+      "Gray",       "gray",       "GRAY",     "Gray ",    " Gray",
+      "Gr\u00e4y",  "Gra\u0308y", "Graey",    "Gr-ay",    "Gr,ay",
+      "Gray, B",    "Gray B",     "Gray-B",   "I",        "i",
+      "\u0130",     "\u0131",     "Ish",      "\u0130sh", "z",
+      "Zebra",      "\u00e5l",    "\u00c5l",  "A\u030al", "\u00d1and\u00fa",
+      "nandu",      "\u3042",     "\u30a2",   "\uff71",   "\u9b5a",
+      "\U0001f41f", "",           "<i>x",     "x & y",    "10",
+      "9",          "\u2460",     "\ufb01sh", "fish",     "fi-sh",
+      "e\u0301",    "\u00e9",
+  };
+  std::vector<RegionFishInfo::Species> known;
+  std::vector<RegionFishInfo::Family> families;
+  for (const char* name : names) {
+    const int id = static_cast<int>(known.size());
+    known.push_back(species(id, name, "", 0));
+    families.push_back({std::to_string(id), "", name});
+  }
+
+  std::vector<SpeciesListItem> list; // each name in two families, each family's names twice
+  for (std::size_t i = 0; i < 4 * known.size(); ++i)
+    list.push_back({&known[i * 5 % known.size()], &families[i * 11 / 2 % families.size()], false});
+  auto expected = list;
+  std::sort(expected.begin(), expected.end());
+  sort_species(list);
+  EXPECT_EQ(as_text(expected), as_text(list));
+
+  for (auto& item : list)
+    item.family = &families.front();
+  expected = list;
+  std::sort(expected.begin(), expected.end());
+  sort_species(list);
+  EXPECT_EQ(as_text(expected), as_text(list));
+}
+
 TEST(AllSpeciesList, HoldsAllFishButOnlyTheViewsInvertebrates)
 {
   const struct {
