@@ -3,13 +3,14 @@
 #include "core/report.h"
 #include "core/widget-helpers.h"
 #include "ui/next-window.h"
+#include "ui/plain-models.h"
 #include "ui/survey-window.h"
 #include "ui/tree-rows.h"
 
 #include <cstdio>
 
 StartPanel::StartPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
-    : Gtk::Grid(cobject), store(create_tree_store(columns))
+    : Gtk::Grid(cobject), store(plain_store(columns))
 {
 }
 

@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
+#include "ui/plain-models.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
 #include "ui/tree-rows.h"
@@ -15,7 +16,7 @@
 
 void SurveyPanel1::prepare_zone_tree()
 {
-  geog_store = create_tree_store(geog_columns);
+  geog_store = plain_store(geog_columns);
   geog_tree->set_model(geog_store);
   geog_tree->append_column("Geographic Zone", geog_columns.col_label);
   geog_selection = geog_tree->get_selection();
@@ -77,17 +78,9 @@ void SurveyPanel1::on_geog_clicked()
   if (debug_level >= 30)
     std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
   if (id < first_complete_zone)
-    fold_or_unfold(path);
+    toggle_row(*geog_tree, path);
   else if (!window->survey.is_uploaded)
     zonecode->set_text(std::to_string(id));
-}
-
-void SurveyPanel1::fold_or_unfold(const Gtk::TreePath& path)
-{
-  if (geog_tree->row_expanded(path))
-    geog_tree->collapse_row(path);
-  else
-    geog_tree->expand_row(path, false);
 }
 
 void SurveyPanel1::on_zonecode_changed()

@@ -81,7 +81,6 @@ private:
   bool may_clear_species(int count);
   void take_what_type_offers(int id);
   void show_species_of_type();
-  void fold_or_unfold(const Gtk::TreePath& path);
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
   ZoneTree zones;       // of the survey's subregion

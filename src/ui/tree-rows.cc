@@ -6,12 +6,6 @@
 
 #include <cstdio>
 
-Glib::RefPtr<Gtk::TreeStore> create_tree_store(const Gtk::TreeModelColumnRecord& columns)
-{
-  return Glib::wrap(gtk_tree_store_newv(static_cast<gint>(columns.size()),
-                                        const_cast<GType*>(columns.types())));
-}
-
 Gtk::TreePath clicked_row_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                const char* tree_name, int cursor_column)
 {

@@ -1,16 +1,10 @@
 #pragma once
 
-#include <gtkmm/treemodelcolumn.h>
 #include <gtkmm/treepath.h>
-#include <gtkmm/treestore.h>
 
 namespace Gtk {
 class TreeView;
 }
-
-// A store that the toolkit walks through by itself. One that TreeStore::create() makes
-// asks its C++ object for each step from row to row, which takes several times as long.
-Glib::RefPtr<Gtk::TreeStore> create_tree_store(const Gtk::TreeModelColumnRecord& columns);
 
 // What clicks and keys on the rows of a tree mean, in all trees of the program.
 
