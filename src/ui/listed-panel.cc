@@ -147,8 +147,9 @@ void ListedPanel::fill_models()
            survey.show_inverts);
   const ShownKinds shown{survey.show_fish, survey.show_inverts};
   const SpeciesViews& views = *my_app->species_views;
-  build_species_model(window->unlisted_model,
-                      all_species_list(*survey.region_fish, views.species_set(view_id), shown));
+  build_species_model(
+      window->unlisted_model,
+      all_species_list(*survey.region_fish, views.species_set(view_id), shown, species_order));
   build_species_model(window->listed_model,
                       view_species_list(*survey.region_fish, views.species_of(view_id), shown));
 }

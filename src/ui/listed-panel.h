@@ -75,4 +75,6 @@ private:
   void connect_choices();
   void connect_tree();
   void fill_models();
+
+  SpeciesOrder species_order;
 };

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <tuple>
 #include <unordered_map>
 
 namespace {
@@ -51,60 +52,45 @@ void trace_list(const char* heading, const std::vector<SpeciesListItem>& list)
     trace_item("    ", item);
 }
 
-// Names for the locale's order: texts whose bytes compare as the names do. One is made
+// The place of each name among all of them, in the locale's order; names that are equal
+// there share a place. Sorted by keys, whose bytes compare as the names do: one is made
 // for each name, since comparing names themselves makes two for each comparison.
-class SortKeys
+std::vector<int> places_of(const std::vector<const Glib::ustring*>& names)
 {
-public:
-  explicit SortKeys(const std::vector<SpeciesListItem>& list)
-  {
-    entries.reserve(list.size());
-    for (const auto& item : list)
-      entries.push_back({family_key(item.family), key_of(item.species->commonname), &item});
-  }
-
-  std::vector<SpeciesListItem> sorted()
-  {
-    std::sort(entries.begin(), entries.end());
-    std::vector<SpeciesListItem> list;
-    list.reserve(entries.size());
-    for (const auto& entry : entries)
-      list.push_back(*entry.item);
-    return list;
-  }
-
-private:
-  using Key = GMemory<char>;
-
-  // As SpeciesListItem::operator<.
-  struct Entry {
-    const char* family;
-    Key species;
-    const SpeciesListItem* item;
-
-    bool operator<(const Entry& other) const
-    {
-      const int families = family == other.family ? 0 : std::strcmp(family, other.family);
-      return families != 0 ? families < 0 : std::strcmp(species.get(), other.species.get()) < 0;
-    }
+  struct Keyed {
+    GMemory<char> key;
+    std::size_t index;
   };
+  std::vector<Keyed> sorted;
+  sorted.reserve(names.size());
+  for (std::size_t i = 0; i < names.size(); ++i)
+    sorted.push_back({GMemory<char>(g_utf8_collate_key(names[i]->c_str(), -1)), i});
+  std::sort(sorted.begin(), sorted.end(), [](const Keyed& one, const Keyed& other) {
+    return std::strcmp(one.key.get(), other.key.get()) < 0;
+  });
 
-  static Key key_of(const Glib::ustring& name)
-  {
-    return Key(g_utf8_collate_key(name.c_str(), static_cast<gssize>(name.bytes())));
+  std::vector<int> places(names.size());
+  int place = 0;
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    place += i > 0 && std::strcmp(sorted[i - 1].key.get(), sorted[i].key.get()) != 0;
+    places[sorted[i].index] = place;
   }
+  return places;
+}
 
-  const char* family_key(const RegionFishInfo::Family* family)
-  {
-    Key& key = family_keys[family];
-    if (!key)
-      key = key_of(family->commonname);
-    return key.get();
-  }
-
-  std::unordered_map<const RegionFishInfo::Family*, Key> family_keys;
-  std::vector<Entry> entries;
-};
+std::unordered_map<const RegionFishInfo::Family*, int>
+family_places(const std::vector<SpeciesListItem>& list)
+{
+  std::unordered_map<const RegionFishInfo::Family*, int> places;
+  std::vector<const Glib::ustring*> names;
+  for (const auto& item : list)
+    if (places.emplace(item.family, static_cast<int>(names.size())).second)
+      names.push_back(&item.family->commonname);
+  const std::vector<int> sorted = places_of(names);
+  for (auto& [family, place] : places)
+    place = sorted[static_cast<std::size_t>(place)];
+  return places;
+}
 
 } // namespace
 
@@ -118,13 +104,46 @@ bool SpeciesListItem::operator<(const SpeciesListItem& other) const
   return species->commonname.compare(other.species->commonname) < 0;
 }
 
-void sort_species(std::vector<SpeciesListItem>& list)
+// As by SpeciesListItem::operator<, which it answers alike for any two.
+void SpeciesOrder::sort(std::vector<SpeciesListItem>& list, const RegionFishInfo& fish)
 {
-  list = SortKeys(list).sorted();
+  take_names(fish);
+  struct Entry {
+    int family;
+    int species;
+    SpeciesListItem item;
+
+    bool operator<(const Entry& other) const
+    {
+      return std::tie(family, species) < std::tie(other.family, other.species);
+    }
+  };
+  const auto families = family_places(list);
+  std::vector<Entry> entries;
+  entries.reserve(list.size());
+  for (const auto& item : list) {
+    const auto index = static_cast<std::size_t>(item.species - fish.species.data());
+    entries.push_back({families.at(item.family), places[index], item});
+  }
+  std::sort(entries.begin(), entries.end());
+  std::transform(entries.begin(), entries.end(), list.begin(),
+                 [](const Entry& entry) { return entry.item; });
+}
+
+void SpeciesOrder::take_names(const RegionFishInfo& fish)
+{
+  if (region == &fish && places.size() == fish.species.size())
+    return;
+  region = &fish;
+  std::vector<const Glib::ustring*> names;
+  names.reserve(fish.species.size());
+  for (const auto& species : fish.species)
+    names.push_back(&species.commonname);
+  places = places_of(names);
 }
 
 std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet& view_set,
-                                              ShownKinds shown)
+                                              ShownKinds shown, SpeciesOrder& order)
 {
   FamilyLookup families(fish);
   std::vector<SpeciesListItem> list;
@@ -139,7 +158,7 @@ std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet&
     if (debug_level >= 40)
       trace_item("unlisted: ", list.back());
   }
-  sort_species(list);
+  order.sort(list, fish);
   trace_list("post-sort, unlisted species_list has:", list);
   return list;
 }

@@ -33,6 +33,13 @@ RegionFishInfo small_region()
   return fish;
 }
 
+std::vector<SpeciesListItem> sorted_species(RegionFishInfo& fish, const IdSet& view,
+                                            ShownKinds shown)
+{
+  SpeciesOrder order;
+  return all_species_list(fish, view, shown, order);
+}
+
 // As "id/family", with a star behind species of the view.
 std::string as_text(const std::vector<SpeciesListItem>& list)
 {
@@ -76,7 +83,7 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
 }
 
 // Names that a locale may take for equal, or set in an order of its own.
-TEST(SortSpecies, GivesTheOrderOfTheLocaleWithTiesWhereTheyWere)
+TEST(SpeciesOrder, IsThatOfTheLocaleWithTiesAsTheyWereSorted)
 {
   const char* const names[] = {
       "Gray",       "gray",       "GRAY",     "Gray ",    " Gray",
@@ -89,28 +96,48 @@ TEST(SortSpecies, GivesTheOrderOfTheLocaleWithTiesWhereTheyWere)
       "9",          "\u2460",     "\ufb01sh", "fish",     "fi-sh",
       "e\u0301",    "\u00e9",
   };
-  std::vector<RegionFishInfo::Species> known;
+  RegionFishInfo fish;
   std::vector<RegionFishInfo::Family> families;
   for (const char* name : names) {
-    const int id = static_cast<int>(known.size());
-    known.push_back(species(id, name, "", 0));
+    const int id = static_cast<int>(fish.species.size());
+    fish.species.push_back(species(id, name, "", 0));
     families.push_back({std::to_string(id), "", name});
   }
 
-  std::vector<SpeciesListItem> list; // each name in two families, each family's names twice
-  for (std::size_t i = 0; i < 4 * known.size(); ++i)
-    list.push_back({&known[i * 5 % known.size()], &families[i * 11 / 2 % families.size()], false});
-  auto expected = list;
-  std::sort(expected.begin(), expected.end());
-  sort_species(list);
-  EXPECT_EQ(as_text(expected), as_text(list));
-
+  std::vector<SpeciesListItem> list; // each species and family several times, mixed
+  for (std::size_t i = 0; i < 4 * families.size(); ++i)
+    list.push_back(
+        {&fish.species[i * 5 % families.size()], &families[i * 11 / 2 % families.size()], false});
+  SpeciesOrder order;
+  const auto check = [&](const char* what) {
+    auto expected = list;
+    std::sort(expected.begin(), expected.end());
+    order.sort(list, fish);
+    EXPECT_EQ(as_text(expected), as_text(list)) << what;
+  };
+  check("many families");
+  check("sorted before");
   for (auto& item : list)
     item.family = &families.front();
-  expected = list;
-  std::sort(expected.begin(), expected.end());
-  sort_species(list);
-  EXPECT_EQ(as_text(expected), as_text(list));
+  check("one family");
+  list.resize(7);
+  check("a few species");
+  list.clear();
+  check("none");
+}
+
+TEST(SpeciesOrder, IsThatOfTheRegionInHand)
+{
+  RegionFishInfo one = small_region();
+  RegionFishInfo other = small_region();
+  std::swap(other.species[3].commonname, other.species[7].commonname);
+  SpeciesOrder order;
+  for (int again = 0; again < 2; ++again) {
+    EXPECT_EQ("7/F2 3/F2 2/F1", as_text(all_species_list(one, {}, fish_only, order)));
+    EXPECT_EQ("3/F2 7/F2 2/F1", as_text(all_species_list(other, {}, fish_only, order)));
+  }
+  EXPECT_EQ("6/F3* 5/F3*", as_text(all_species_list(one, {5, 6}, inverts_only, order)))
+      << "kinds that were not sorted before";
 }
 
 TEST(AllSpeciesList, HoldsAllFishButOnlyTheViewsInvertebrates)
@@ -131,7 +158,7 @@ TEST(AllSpeciesList, HoldsAllFishButOnlyTheViewsInvertebrates)
   };
   for (const auto& c : cases) {
     RegionFishInfo fish = small_region();
-    EXPECT_EQ(c.expected, as_text(all_species_list(fish, c.view, c.shown))) << c.why;
+    EXPECT_EQ(c.expected, as_text(sorted_species(fish, c.view, c.shown))) << c.why;
   }
 }
 
@@ -139,14 +166,14 @@ TEST(AllSpeciesList, PutsSpeciesWithoutAKnownFamilyFirst)
 {
   RegionFishInfo fish = small_region();
   fish.species[3].familyid = "F9";
-  EXPECT_EQ("3/ 7/F2 2/F1", as_text(all_species_list(fish, {}, fish_only)));
+  EXPECT_EQ("3/ 7/F2 2/F1", as_text(sorted_species(fish, {}, fish_only)));
   EXPECT_EQ(1u, fish.families.count("F9"));
 }
 
 TEST(AllSpeciesList, OfAnEmptyRegionIsEmpty)
 {
   RegionFishInfo fish;
-  EXPECT_TRUE(all_species_list(fish, {1}, everything).empty());
+  EXPECT_TRUE(sorted_species(fish, {1}, everything).empty());
 }
 
 TEST(ViewSpeciesList, KeepsTheOrderAndTheFamiliesOfTheView)
@@ -197,7 +224,7 @@ TEST(SpeciesLists, TraceWhatTheyHold)
     debug_level = 0;
     return testing::internal::GetCapturedStdout();
   };
-  const auto all = [&] { all_species_list(fish, {3}, fish_only); };
+  const auto all = [&] { sorted_species(fish, {3}, fish_only); };
   const auto of_view = [&] { view_species_list(fish, {{3, "F1"}}, fish_only); };
   const std::string sorted = "post-sort, unlisted species_list has:\n"
                              "    7 Kelp Greenling (family Greenlings)\n"
