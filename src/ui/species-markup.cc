@@ -5,14 +5,16 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 
 namespace {
 
 // What goes around every name of a row.
 struct Wrapper {
-  const char* front;
-  const char* back;
+  std::string_view front;
+  std::string_view back;
 };
 
 Wrapper wrapper_for(int id, int rarity)
@@ -26,17 +28,33 @@ Wrapper wrapper_for(int id, int rarity)
   return {"", ""};
 }
 
-std::string wrapped(const Wrapper& wrapper, const std::string& markup)
+// Texts one behind the other, in memory that is taken once.
+std::string joined(std::initializer_list<std::string_view> texts)
 {
-  return wrapper.front + markup + wrapper.back;
+  std::size_t size = 0;
+  for (const auto text : texts)
+    size += text.size();
+  std::string whole;
+  whole.reserve(size);
+  for (const auto text : texts)
+    whole += text;
+  return whole;
+}
+
+bool has(const Glib::ustring& name, char character)
+{
+  return name.raw().find(character) != std::string::npos;
+}
+
+std::string plain_markup(const Glib::ustring& name)
+{
+  return has(name, '&') ? escape_ampersands(name).raw() : name.raw();
 }
 
 std::string name_markup(const Glib::ustring& name)
 {
-  if (name.raw().find('<') == std::string::npos)
-    return escape_ampersands(name).raw();
-  const Glib::ustring markup = escape_ampersands(name);
-  return is_markup(markup) ? markup.raw() : escape_markup(name).raw();
+  const std::string markup = plain_markup(name);
+  return !has(name, '<') || is_markup(markup) ? markup : escape_markup(name).raw();
 }
 
 // Whether the locale takes both for one name. Letters without accents need not be
@@ -52,14 +70,16 @@ bool are_equal(const Glib::ustring& one, const Glib::ustring& other)
 SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::ustring& scientific,
                              const Glib::ustring& spanish, int rarity)
 {
-  const Wrapper wrapper = wrapper_for(id, rarity);
+  const auto [front, back] = wrapper_for(id, rarity);
   const std::string shown_common = name_markup(common);
   const std::string shown_scientific = name_markup(scientific);
-  std::string both = common.empty() ? shown_scientific : shown_common;
-  if (!common.empty() && !scientific.empty() && !are_equal(common, scientific))
-    both += " <i>(" + shown_scientific + ")</i>";
-  return {wrapped(wrapper, shown_common), wrapped(wrapper, shown_scientific),
-          wrapped(wrapper, both), wrapped(wrapper, escape_ampersands(spanish).raw())};
+  const auto both = [&, front = front, back = back] {
+    if (common.empty() || scientific.empty() || are_equal(common, scientific))
+      return joined({front, common.empty() ? shown_scientific : shown_common, back});
+    return joined({front, shown_common, " <i>(", shown_scientific, ")</i>", back});
+  };
+  return {joined({front, shown_common, back}), joined({front, shown_scientific, back}), both(),
+          joined({front, plain_markup(spanish), back})};
 }
 
 Glib::ustring species_id_markup(int id)
