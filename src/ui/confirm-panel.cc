@@ -6,27 +6,8 @@
 #include "ui/plain-models.h"
 #include "ui/survey-window.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
-
-namespace {
-
-// Whether the row is a marked species in (or outside) the view, or a family
-// that has one.
-bool is_marked(const SpeciesTreeColumns& columns, const Gtk::TreeIter& iter, bool in_view)
-{
-  const auto is_marked_species = [&](const Gtk::TreeRow& row) {
-    return row.get_value(columns.col_abundance) != 0 &&
-           row.get_value(columns.col_in_view) == in_view;
-  };
-  if (iter->get_value(columns.col_id) >= 0)
-    return is_marked_species(*iter);
-  const auto children = iter->children();
-  return std::any_of(children.begin(), children.end(), is_marked_species);
-}
-
-} // namespace
 
 ConfirmPanel::ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Grid(cobject)
@@ -160,12 +141,12 @@ void ConfirmPanel::show_summaries()
 
 bool ConfirmPanel::listed_check_visible(const Gtk::TreeIter& iter) const
 {
-  return is_marked(window->species_columns, iter, true);
+  return window->species_columns.has_mark(iter, true);
 }
 
 bool ConfirmPanel::unlisted_check_visible(const Gtk::TreeIter& iter) const
 {
-  return is_marked(window->species_columns, iter, false);
+  return window->species_columns.has_mark(iter, false);
 }
 
 void ConfirmPanel::on_listed_clicked()

@@ -53,6 +53,28 @@ private:
   std::size_t filled = 0;
 };
 
+// Rows and numbers in the toolkit's own way, since these are asked for thousands of rows
+// whenever the stores are filled.
+
+int number_in(GtkTreeModel* store, GtkTreeIter* row, const Gtk::TreeModelColumn<int>& column)
+{
+  GValue value = G_VALUE_INIT;
+  gtk_tree_model_get_value(store, row, column.index(), &value);
+  return g_value_get_int(&value);
+}
+
+// Shows the rows below one, or at the top for null, to `visit` until that returns true;
+// returns whether it did.
+template<typename Visit>
+bool visit_rows(GtkTreeModel* store, GtkTreeIter* parent, const Visit& visit)
+{
+  GtkTreeIter row;
+  gboolean is_row = gtk_tree_model_iter_children(store, &row, parent);
+  while (is_row && !visit(&row))
+    is_row = gtk_tree_model_iter_next(store, &row);
+  return is_row;
+}
+
 } // namespace
 
 SpeciesTreeColumns::SpeciesTreeColumns(SurveyWindow* the_window) : window(the_window)
@@ -126,4 +148,37 @@ void SpeciesTreeColumns::set_abundance(const Gtk::TreeRow& row, int abundance)
   const ShownAbundance shown = shown_abundance(row.get_value(col_id), abundance);
   row[col_abundance_label] = shown.label;
   row[col_abundance] = shown.index;
+}
+
+bool SpeciesTreeColumns::is_marked(GtkTreeModel* store, GtkTreeIter* species, bool in_view) const
+{
+  if (number_in(store, species, col_abundance) == 0)
+    return false;
+  gboolean is_in_view = FALSE;
+  gtk_tree_model_get(store, species, col_in_view.index(), &is_in_view, -1);
+  return (is_in_view != FALSE) == in_view;
+}
+
+bool SpeciesTreeColumns::has_mark(const Gtk::TreeIter& row, bool in_view) const
+{
+  GtkTreeModel* const store = row.get_model_gobject();
+  auto* const asked = const_cast<GtkTreeIter*>(row.gobj());
+  if (number_in(store, asked, col_id) >= 0)
+    return is_marked(store, asked, in_view);
+  return visit_rows(store, asked,
+                    [&](GtkTreeIter* species) { return is_marked(store, species, in_view); });
+}
+
+std::vector<int> SpeciesTreeColumns::marked_species(const Glib::RefPtr<Gtk::TreeStore>& store,
+                                                    bool in_view) const
+{
+  GtkTreeModel* const model = GTK_TREE_MODEL(store->gobj());
+  std::vector<int> ids;
+  const auto take = [&](GtkTreeIter* species) {
+    if (is_marked(model, species, in_view))
+      ids.push_back(number_in(model, species, col_id));
+    return false;
+  };
+  visit_rows(model, nullptr, [&](GtkTreeIter* family) { return visit_rows(model, family, take); });
+  return ids;
 }

@@ -41,6 +41,10 @@ public:
   // Writes the abundance columns only. An abundance beyond the list shows as
   // the list's last; a negative one shows no label.
   void set_abundance(const Gtk::TreeRow& row, int abundance);
+  // Whether the row is a marked species in (or outside) the view, or a family that has one.
+  bool has_mark(const Gtk::TreeIter& row, bool in_view) const;
+  // The ids of all such species of the store, by row.
+  std::vector<int> marked_species(const Glib::RefPtr<Gtk::TreeStore>& store, bool in_view) const;
 
   Gtk::TreeModelColumn<int> col_id;
   Gtk::TreeModelColumn<Glib::ustring> col_common; // this and the next three: markup
@@ -56,6 +60,7 @@ public:
   Glib::ustring no_label;
 
 private:
+  bool is_marked(GtkTreeModel* store, GtkTreeIter* species, bool in_view) const;
   // Hands all cells of a row to `write_cells`.
   template<typename Write>
   void write(const SpeciesRow& content, const Write& write_cells) const;

@@ -233,29 +233,14 @@ void UnlistedPanel::show_found()
 
 bool UnlistedPanel::check_visible_selected(const Gtk::TreeIter& iter)
 {
-  const auto is_selected = [this](const Gtk::TreeRow& row) { return is_species_selected(row); };
-  const auto children = iter->children();
-  const bool visible = iter->get_value(window->species_columns.col_id) < 0
-                           ? std::any_of(children.begin(), children.end(), is_selected)
-                           : is_selected(*iter);
+  const bool visible = window->species_columns.has_mark(iter, false);
   num_selected += visible;
   return visible;
 }
 
 std::vector<int> UnlistedPanel::species_to_select() const
 {
-  std::vector<int> ids;
-  for (const auto& family : window->unlisted_model->children())
-    for (const auto& species : family.children())
-      if (is_species_selected(species))
-        ids.push_back(species.get_value(window->species_columns.col_id));
-  return ids;
-}
-
-bool UnlistedPanel::is_species_selected(const Gtk::TreeRow& row) const
-{
-  const auto& columns = window->species_columns;
-  return row.get_value(columns.col_abundance) != 0 && !row.get_value(columns.col_in_view);
+  return window->species_columns.marked_species(window->unlisted_model, false);
 }
 
 bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const

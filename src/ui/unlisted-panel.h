@@ -101,7 +101,6 @@ private:
   void show_selected();
   void show_found();
   std::vector<int> species_to_select() const;
-  bool is_species_selected(const Gtk::TreeRow& row) const;
   void take_new_found_filter();
   void show_results_from_the_top();
   void resize_matches();
