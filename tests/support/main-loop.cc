@@ -3,6 +3,7 @@
 #include <gdk/gdk.h>
 #include <glibmm/main.h>
 #include <gtest/gtest.h>
+#include <gtkmm/widget.h>
 
 // What was asked of the display comes back as events, such as the keyboard's
 // being taken and given back by a menu. They have to be here to be handled.
@@ -28,4 +29,14 @@ void wait_until(const char* what, const std::function<bool()>& holds)
     Glib::MainContext::get_default()->iteration(true);
   timeout.disconnect();
   EXPECT_FALSE(too_late) << what;
+}
+
+void let_draw(Gtk::Widget& widget)
+{
+  int frames = 0;
+  constexpr int enough = 3; // the first may have begun before
+  widget.add_tick_callback(
+      [&frames](const Glib::RefPtr<Gdk::FrameClock>&) { return ++frames < enough; });
+  wait_until("frames are drawn", [&frames] { return frames == enough; });
+  settle();
 }

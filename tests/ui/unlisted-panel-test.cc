@@ -367,13 +367,14 @@ TEST_F(UnlistedPanelTest, ShowsNewResultsFromTheTop)
   window->survey_panel1->survey_subtype->set_active(0);
   go_to_page(panel().page);
   search("__all__");
+  let_draw(*panel().found_species_tree);
   const auto place = panel().found_species_tree->get_vadjustment();
   place->set_value(place->get_upper() - place->get_page_size());
-  settle();
+  let_draw(*panel().found_species_tree);
   EXPECT_GT(place->get_value(), 0);
   const double before = place->get_value();
   panel().refilter();
-  settle();
+  let_draw(*panel().found_species_tree);
   EXPECT_EQ(before, place->get_value()) << "a mark moves nothing";
   search("a");
   EXPECT_EQ(0, place->get_value());
@@ -469,8 +470,7 @@ TEST_F(UnlistedPanelTest, CannotJudgeASpeciesByItsFamilysName)
   const auto judge = [&] {
     std::filesystem::remove_all(application_dir.root); // the child has no later chance
     panel().search_by = SEARCH_BY_FAMILY_NAME;
-    answer_next_dialog(Gtk::RESPONSE_CLOSE,
-                       [&] { panel().is_species_found(1); });
+    answer_next_dialog(Gtk::RESPONSE_CLOSE, [&] { panel().is_species_found(1); });
   };
   EXPECT_EXIT(judge(), testing::ExitedWithCode(47),
               "Uh oh, Assertion failed at .*unlisted-panel.cc line [0-9]+: "

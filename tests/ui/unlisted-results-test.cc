@@ -112,12 +112,14 @@ TEST_F(UnlistedResultsTest, NewResultsStartAtTheTopWhereverTheCursorIs)
 {
   open_long_page();
   search("__all__");
+  let_draw(results());
   const int last_family = static_cast<int>(panel().found_filter->children().size()) - 1;
   results().set_cursor(Gtk::TreePath(std::to_string(last_family) + ":0"));
-  settle();
+  let_draw(results());
   const int species = species_at_cursor();
   EXPECT_LT(0, place());
   search(" ");
+  let_draw(results());
   EXPECT_EQ(0, place());
   EXPECT_EQ(species, species_at_cursor());
 }
