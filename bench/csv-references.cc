@@ -97,7 +97,7 @@ CsvRows libcsv_rows(const std::string& path)
   csv_init(&parser, 0);
   CsvRows headings;
   CsvRows rows;
-  std::array<char, 64 * 1024> block;
+  std::array<char, 65'536> block;
   // The headings, up to the line feed, are a block of their own.
   if (file && std::fgets(block.data(), block.size(), file.get()))
     csv_parse(&parser, block.data(), std::strlen(block.data()), count_field, count_row, &headings);

@@ -76,12 +76,13 @@ void fill_plainly(GtkTreeStore* store, const std::vector<PlainRow>& rows)
   gtk_tree_store_clear(store);
   GtkTreeIter family;
   GtkTreeIter species;
-  for (const auto& row : rows)
+  for (const auto& row : rows) {
     gtk_tree_store_insert_with_values(
         store, row.id < 0 ? &family : &species, row.id < 0 ? nullptr : &family, -1, ID, row.id,
         COMMON, row.common.c_str(), SCIENTIFIC, row.scientific.c_str(), BOTH, row.both.c_str(),
         SPANISH, row.spanish.c_str(), ABUNDANCE, row.abundance, LABEL, row.label.c_str(), IN_VIEW,
         static_cast<gboolean>(row.in_view), -1);
+  }
 }
 
 PlainSearch::PlainSearch(GtkTreeModel* the_store)

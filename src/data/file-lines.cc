@@ -22,13 +22,14 @@ bool FileLines::next(std::string_view& line)
 
 const char* FileLines::find_feed(std::size_t from) const
 {
+  // NOLINTNEXTLINE(bugprone-not-null-terminated-result): a length, not a place for text
   return static_cast<const char*>(std::memchr(text.data() + from, '\n', text.size() - from));
 }
 
 // Puts more of the file behind what is left of the line.
 bool FileLines::read_more()
 {
-  constexpr std::size_t block = 16 * 1024;
+  constexpr std::size_t block = 16'384;
   text.erase(0, line_start);
   line_start = 0;
   const std::size_t kept = text.size();

@@ -32,9 +32,10 @@ const std::vector<int>& SearchedSpecies::ids()
 const std::vector<std::string>& SearchedSpecies::names(const NameColumn& column)
 {
   auto& lowered = known_names[column.index()];
-  if (lowered.empty())
+  if (lowered.empty()) {
     for_each_row([&](const Gtk::TreeRow& row) {
       lowered.push_back(row.get_value(column).lowercase().raw());
     });
+  }
   return lowered;
 }
