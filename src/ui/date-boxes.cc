@@ -30,6 +30,7 @@ void fill_with_numbers(DropDownBox& box, const std::vector<int>& numbers)
 
 void fill_month_box(DropDownBox& box)
 {
+  box.set_wrap_width(3); // quarters
   box.init({{1, "January"},
             {2, "February"},
             {3, "March"},
@@ -47,6 +48,7 @@ void fill_month_box(DropDownBox& box)
 
 void fill_mday_box(DropDownBox& box)
 {
+  box.set_wrap_width(7);
   std::vector<int> days(31);
   std::iota(days.begin(), days.end(), 1);
   fill_with_numbers(box, days);
@@ -54,6 +56,7 @@ void fill_mday_box(DropDownBox& box)
 
 void fill_year_box(DropDownBox& box)
 {
+  box.set_wrap_width(5);
   std::vector<int> years;
   for (int year = current_year(); year >= first_year; --year)
     years.push_back(year);

@@ -2,6 +2,10 @@
 
 #include "core/report.h"
 
+#include <gtk/gtk-a11y.h>
+#include <gtkmm/cellrenderertext.h>
+#include <gtkmm/menu.h>
+#include <gtkmm/menuitem.h>
 #include <gtkmm/togglebutton.h>
 
 #include <algorithm>
@@ -23,6 +27,24 @@ Gtk::ToggleButton* inner_button(Gtk::Container& box)
   return found;
 }
 
+// The menu that a box opens. The toolkit gives it out only as what screen readers meet.
+Gtk::Menu* menu_of(Gtk::ComboBox& box)
+{
+  AtkObject* const accessible = gtk_combo_box_get_popup_accessible(box.gobj());
+  if (!GTK_IS_ACCESSIBLE(accessible))
+    return nullptr;
+  GtkWidget* const widget = gtk_accessible_get_widget(GTK_ACCESSIBLE(accessible));
+  return GTK_IS_MENU(widget) ? Glib::wrap(GTK_MENU(widget)) : nullptr;
+}
+
+// The letter that a key types; 0 for all other keys and for shortcuts.
+gunichar typed_letter(const GdkEventKey& event)
+{
+  const guint shortcut_keys = gtk_accelerator_get_default_mod_mask() & ~guint{GDK_SHIFT_MASK};
+  const gunichar letter = gdk_keyval_to_unicode(event.keyval);
+  return (event.state & shortcut_keys) == 0 && g_unichar_isprint(letter) ? letter : 0;
+}
+
 } // namespace
 
 DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
@@ -33,7 +55,20 @@ DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builde
     spoken = button->get_accessible();
     spoken->set_role(Atk::ROLE_COMBO_BOX);
     spoken->set_name(get_accessible()->get_name());
+    button->signal_key_press_event().connect(
+        sigc::mem_fun(*this, &DropDownBox::on_key_while_closed), false);
   }
+
+  // With a number of columns the toolkit opens a menu below the box under every theme.
+  // Without one it lays the chosen row over the box, even if that hides other rows.
+  if (get_wrap_width() == 0)
+    set_wrap_width(1);
+  menu = menu_of(*this);
+  if (!menu)
+    return;
+  menu->get_accessible()->set_name(get_accessible()->get_name());
+  menu->signal_show().connect(sigc::mem_fun(*this, &DropDownBox::on_menu_shown), false);
+  menu->signal_event().connect(sigc::mem_fun(*this, &DropDownBox::on_menu_event), false);
 }
 
 void DropDownBox::init(std::initializer_list<std::pair<int, Glib::ustring>> list, int the_no_value)
@@ -63,6 +98,21 @@ void DropDownBox::add_item(int id, const Glib::ustring& label)
 {
   items.emplace_back(id, label);
   append(label);
+  if (get_wrap_width() <= 1)
+    let_text_be_cut(static_cast<int>(label.size()));
+}
+
+// A narrow page cuts the shown text with dots rather than growing. Rows of up to
+// `least_shown` letters always fit.
+void DropDownBox::let_text_be_cut(int length)
+{
+  constexpr int least_shown = 12;
+  auto* const cell = dynamic_cast<Gtk::CellRendererText*>(get_first_cell());
+  if (!cell)
+    return;
+  cell->property_ellipsize() = Pango::ELLIPSIZE_END;
+  const int shown = std::max(cell->property_width_chars().get_value(), length);
+  cell->property_width_chars() = std::min(shown, least_shown);
 }
 
 int DropDownBox::get_id() const
@@ -118,6 +168,101 @@ void DropDownBox::on_changed()
   Gtk::ComboBoxText::on_changed();
   if (spoken)
     spoken->set_description(get_active_text());
+}
+
+// --- typing ---
+
+bool DropDownBox::on_key_while_closed(GdkEventKey* event)
+{
+  return find_typed(*event, get_active_row_number(), [this](int row) { set_active(row); });
+}
+
+// The toolkit's own handler of keys comes first and lets no other one follow; this signal
+// comes before all handlers.
+bool DropDownBox::on_menu_event(GdkEvent* event)
+{
+  return event->type == GDK_KEY_PRESS && on_key_while_open(&event->key);
+}
+
+bool DropDownBox::on_key_while_open(GdkEventKey* event)
+{
+  const std::vector<Gtk::Widget*> rows = menu->get_children();
+  const auto picked = std::find(rows.begin(), rows.end(), menu->get_selected_item());
+  const bool starts_at_pick = has_moved && picked != rows.end();
+  const int current =
+      starts_at_pick ? static_cast<int>(picked - rows.begin()) : get_active_row_number();
+  has_moved = has_moved || !event->is_modifier;
+  return find_typed(*event, current, [&](int row) {
+    if (auto* const item = dynamic_cast<Gtk::MenuItem*>(rows.at(static_cast<size_t>(row))))
+      menu->select_item(*item);
+  });
+}
+
+bool DropDownBox::find_typed(const GdkEventKey& event, int current,
+                             const std::function<void(int)>& go_to)
+{
+  const gunichar letter = typed_letter(event);
+  if (letter == 0) {
+    if (!event.is_modifier)
+      search.reset();
+    return false;
+  }
+  // A blank is a letter only within a text: otherwise it opens the list or chooses.
+  const bool is_blank = letter == ' ';
+  if (is_blank && !search.is_under_way(event.time))
+    return false;
+  const int row = search.type(letter, event.time, current, shown_labels());
+  if (row >= 0)
+    go_to(row);
+  else if (is_blank)
+    return false;
+  else
+    error_bell();
+  return true;
+}
+
+std::vector<Glib::ustring> DropDownBox::shown_labels()
+{
+  std::vector<Glib::ustring> labels;
+  for (const auto& row : get_model()->children()) {
+    Glib::ustring label;
+    row.get_value(get_entry_text_column(), label);
+    labels.push_back(label);
+  }
+  return labels;
+}
+
+// --- the list ---
+
+void DropDownBox::on_menu_shown()
+{
+  search.reset();
+  has_moved = false;
+  place_menu();
+}
+
+// The toolkit shows a menu before it places it. It places the corner of the menu at the
+// lower left corner of the child of the box, which lies inside of the button, and moves
+// it from there by the two distances.
+void DropDownBox::place_menu()
+{
+  int left = 0;
+  int top = 0;
+  if (!get_child() || !get_child()->translate_coordinates(*this, 0, 0, left, top))
+    return;
+  const int child_bottom = top + get_child()->get_allocated_height();
+  if (!opens_beside) {
+    menu->set_size_request(get_allocated_width(), -1);
+    menu->property_rect_anchor_dx() = -left;
+    menu->property_rect_anchor_dy() = get_allocated_height() - child_bottom;
+    return;
+  }
+  Gtk::Requisition least;
+  Gtk::Requisition natural;
+  menu->get_preferred_size(least, natural);
+  menu->property_anchor_hints() = Gdk::ANCHOR_SLIDE | Gdk::ANCHOR_RESIZE;
+  menu->property_rect_anchor_dx() = -left - natural.width;
+  menu->property_rect_anchor_dy() = -child_bottom;
 }
 
 bool DropDownBox::on_scroll_event(GdkEventScroll*)

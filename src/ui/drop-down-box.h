@@ -1,15 +1,24 @@
 #pragma once
 
+#include "ui/type-ahead.h"
+
 #include <atkmm/object.h>
 #include <glibmm/ustring.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/comboboxtext.h>
 
+#include <functional>
 #include <initializer_list>
 #include <utility>
 #include <vector>
 
-// A combo box whose rows stand for whole numbers.
+namespace Gtk {
+class Menu;
+}
+
+// A combo box whose rows stand for whole numbers. Its list opens below it, as one column
+// unless set_wrap_width() asks for more. Typing goes to the next row that begins with
+// the typed text: in the closed box it chooses that row, in the open list it picks it.
 class DropDownBox : public Gtk::ComboBoxText
 {
 public:
@@ -34,12 +43,30 @@ public:
 
   std::vector<std::pair<int, Glib::ustring>> items; // by row
   int no_value = -1;                                // answer when nothing is chosen
+  bool opens_beside = false; // the list opens at the left of the box: what is below stays visible
 
 private:
   void clear_items(int the_no_value);
   bool has_item(int row) const;
   template<typename Matches>
   void choose_first(const Matches& matches);
+  // Fits the width to one more row of that many letters.
+  void let_text_be_cut(int length);
+
+  bool on_key_while_closed(GdkEventKey* event);
+  bool on_menu_event(GdkEvent* event);
+  bool on_key_while_open(GdkEventKey* event);
+  // Hands the row that the key finds to `go_to`; gives whether it was a key of the search.
+  bool find_typed(const GdkEventKey& event, int current, const std::function<void(int)>& go_to);
+  std::vector<Glib::ustring> shown_labels(); // of all rows
+  void on_menu_shown();
+  void place_menu();
+
+  Gtk::Menu* menu = nullptr; // the list; the toolkit's
+  TypeAhead search;
+  // Whether a key has moved the pick in the open list. Before, the toolkit picks the first
+  // row of a box without a choice, which is no start for a search.
+  bool has_moved = false;
 
   Glib::RefPtr<Atk::Object> spoken; // what a screen reader meets; may be empty
 

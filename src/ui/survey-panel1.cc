@@ -20,6 +20,7 @@
 namespace {
 
 constexpr unsigned int dive_start_first = 6; // the list begins in the morning
+constexpr int dive_start_columns = 6;        // a quarter of a day
 
 } // namespace
 
@@ -66,6 +67,7 @@ void SurveyPanel1::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
 void SurveyPanel1::fill_boxes()
 {
   const auto& hours = my_app->data_defs->defs["divestart"];
+  dive_start->set_wrap_width(dive_start_columns);
   dive_start->init(hours.values, hours.labels, -1, dive_start_first);
   fill_month_box(*month);
   fill_mday_box(*mday);

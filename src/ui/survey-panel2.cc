@@ -100,6 +100,7 @@ void SurveyPanel2::fill_boxes()
   fill_from(avg_depth, defs["depth"]);
   fill_from(max_depth, defs["depth"]);
   fill_from(current, defs["current"]);
+  habitat->opens_beside = true; // the descriptions below tell what to choose
 }
 
 RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
