@@ -10,6 +10,7 @@ from .results import run
 
 os.environ["MAVO_APPLICATION_DIR"] = sys.argv[1]
 from . import (  # noqa: E402
+    test_drop_downs,
     test_journeys,
     test_keyboard,
     test_pictures,
@@ -19,6 +20,7 @@ from . import (  # noqa: E402
 )
 
 MODULES = (
+    test_drop_downs,
     test_journeys,
     test_keyboard,
     test_pictures,

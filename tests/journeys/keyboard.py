@@ -1,5 +1,7 @@
 """The keyboard as the only way to use the program, and what has it."""
 
+import re
+
 from gi.repository import Atspi, GLib
 
 from .screen import Thing, press_key
@@ -49,15 +51,27 @@ class Keyboard:
             wait_for(f"{text[:count]!r} is typed", lambda: field.text == text[:count])
 
     def choose(self, label, box):
-        """Opens the list of a box that has the keyboard and goes down to this label.
+        """Opens the list of a box that has the keyboard and goes to this label.
 
         Down on the box itself would choose all that is on the way.
         """
         name = self.focused().name
         self.press("space")
-        self.choose_from_menu(label, self.program.popup_menu())
+        menu = self.program.popup_menu()
+        self.type_into_menu(label, menu)
+        self.choose_from_menu(label, menu)
         wait_for(f"{box!r} shows {label!r}", lambda: box.chosen == label)
         self.wait_for_focus(name)
+
+    def type_into_menu(self, label, menu):
+        """Goes to a row that begins like this label, by the letters that need no Shift key."""
+        beginning = re.match("[A-Za-z0-9 -]*", label).group().rstrip().lower()
+        for letter in beginning:
+            press_key("space" if letter == " " else letter)
+        wait_for(
+            f"an item like {beginning!r} is picked",
+            lambda: (picked_in(menu) or "").lower().startswith(beginning),
+        )
 
     def choose_from_menu(self, label, menu):
         """Goes down in an open menu to this item and takes it."""

@@ -24,6 +24,7 @@ TEXTS = ("label", "static")
 SCALE = int(os.environ.get("GDK_SCALE", "1"))
 KEYS = {
     "Return": Gdk.KEY_Return,
+    "Left": Gdk.KEY_Left,
     "Right": Gdk.KEY_Right,
     "Down": Gdk.KEY_Down,
     "Up": Gdk.KEY_Up,
@@ -171,6 +172,12 @@ class Thing:
         x, y = (x + width // 2) * SCALE, (y + height // 2) * SCALE
         Atspi.generate_mouse_event(x, y, f"b{button}c")
 
+    def turn_wheel(self, down=True):
+        """Turns the wheel of the mouse by one step over its middle."""
+        x, y, width, height = self.extents
+        x, y = (x + width // 2) * SCALE, (y + height // 2) * SCALE
+        Atspi.generate_mouse_event(x, y, "b5c" if down else "b4c")
+
     def settled_extents(self):
         before = self.extents
         time.sleep(PAUSE)
@@ -269,6 +276,13 @@ def application_of(pid):
         except GLib.Error:  # a program that has just ended
             pass
     return None
+
+
+def screen_size():
+    """The width and the height of the display, in its pixels."""
+    Gdk.init([])
+    root = Gdk.get_default_root_window()
+    return root.get_width(), root.get_height()
 
 
 def picture_of(thing=None):

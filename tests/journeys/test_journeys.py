@@ -26,9 +26,11 @@ UNSAVED = "Survey has been changed without being saved!"
 class Journey(unittest.TestCase):
     """Each journey starts the program anew, with nothing saved."""
 
+    environment = None  # added to this process's own
+
     def setUp(self):
         self.place = a_place(DATA_FILES)
-        self.program = self.enterContext(Program(APPLICATION_DIR))
+        self.program = self.enterContext(Program(APPLICATION_DIR, environment=self.environment))
         self.program.window()
 
     def button(self, name):
