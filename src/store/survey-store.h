@@ -1,6 +1,7 @@
 #pragma once
 
 // Chief header of this folder; MyApp declares the store's own operations.
+#include "store/file-identity.h"
 #include "store/survey-description.h"
 #include "store/survey-document.h"
 #include "store/survey-file-name.h"

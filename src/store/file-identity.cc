@@ -1,0 +1,83 @@
+#include "store/file-identity.h"
+
+#include "core/c-resource.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+// Reads to the end of the file, or one byte more than `limit`, by which the
+// caller sees that there is too much. Nothing if reading fails.
+std::optional<std::string> read_up_to(const Descriptor& file, std::size_t limit)
+{
+  std::string contents;
+  std::array<char, 65536> block{};
+  while (contents.size() <= limit) {
+    const std::size_t wanted = std::min(block.size(), limit + 1 - contents.size());
+    const ssize_t count = read(file.number, block.data(), wanted);
+    if (count == 0)
+      break;
+    if (count > 0)
+      contents.append(block.data(), static_cast<std::size_t>(count));
+    else if (errno != EINTR)
+      return std::nullopt;
+  }
+  return contents;
+}
+
+} // namespace
+
+std::string resolved_path(const std::string& path)
+{
+  std::error_code trouble;
+  const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, trouble);
+  return trouble ? path : resolved.string();
+}
+
+bool same_place(const std::string& path, const std::string& other)
+{
+  return !path.empty() && !other.empty() &&
+         (path == other || resolved_path(path) == resolved_path(other));
+}
+
+bool leads_into(const std::string& path, const std::string& directory)
+{
+  return resolved_path(path).rfind(resolved_path(directory) + "/", 0) == 0;
+}
+
+bool same_file(const std::string& path, const std::string& other)
+{
+  struct stat first {
+  };
+  struct stat second {
+  };
+  return stat(path.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+std::optional<std::string> file_bytes(const std::string& path, std::size_t limit)
+{
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat info {
+  };
+  if (file.number < 0 || fstat(file.number, &info) != 0 || !S_ISREG(info.st_mode) ||
+      info.st_size > static_cast<off_t>(limit))
+    return std::nullopt;
+  auto contents = read_up_to(file, limit);
+  if (contents && contents->size() > limit)
+    return std::nullopt; // it has grown meanwhile
+  return contents;
+}
+
+bool file_holds(const std::string& path, const std::string& bytes)
+{
+  return file_bytes(path, bytes.size()) == bytes;
+}
