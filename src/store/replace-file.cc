@@ -4,9 +4,11 @@
 
 #include <fcntl.h>
 #include <giomm/cancellable.h>
+#include <giomm/error.h>
 #include <giomm/file.h>
 #include <giomm/fileoutputstream.h>
 #include <glibmm/miscutils.h>
+#include <glibmm/stringutils.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,16 +57,47 @@ bool write_all(const Descriptor& file, const char* data, std::size_t size)
   return true;
 }
 
+// Whether a flush that failed with this errno means that data are lost. Others
+// come from file systems that cannot flush such a file or directory (fsync(2),
+// EINVAL): the file is no worse for it.
+bool means_loss(int number)
+{
+  return number == EIO || number == ENOSPC || number == EDQUOT;
+}
+
+// Waits until the disk has the file or directory. Throws a Gio::Error if it
+// refuses what was written, in the words that the library has for its own writes.
+void flush_to_disk(const Descriptor& file)
+{
+  int result = fsync(file.number);
+  while (result != 0 && errno == EINTR)
+    result = fsync(file.number);
+  const int number = errno;
+  if (result != 0 && means_loss(number))
+    throw Gio::Error(static_cast<Gio::Error::Code>(g_io_error_from_errno(number)),
+                     "Error writing to file: " + Glib::strerror(number));
+}
+
+// The same for what lies at a path. What may not be read cannot be flushed.
+void flush_to_disk(const std::string& path)
+{
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.number >= 0)
+    flush_to_disk(file);
+}
+
 // Writes a file that gets its name last: whoever looks, and whatever happens
 // meanwhile, it is there whole or not at all. The library writes a new file under
 // its final name at once. False if it could not be done, for want of space or on
-// a file system that knows no files without a name (open(2), O_TMPFILE).
+// a file system that knows no files without a name (open(2), O_TMPFILE). Throws a
+// Gio::Error if the disk refuses what was written.
 bool write_new_file(const std::string& path, const char* data, std::size_t size)
 {
   const std::string directory = Glib::path_get_dirname(path);
   const Descriptor file(open(directory.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-  if (file.number < 0 || !write_all(file, data, size) || fsync(file.number) != 0)
+  if (file.number < 0 || !write_all(file, data, size))
     return false;
+  flush_to_disk(file);
   const std::string nameless = "/proc/self/fd/" + std::to_string(file.number);
   return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
@@ -127,6 +160,7 @@ std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* 
   const auto stream = file->replace(etag);
   try {
     write_and_close(stream, data, size);
+    flush_to_disk(file->get_path());
   } catch (...) {
     if (is_new)
       unlink(file->get_path().c_str());
@@ -137,30 +171,29 @@ std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* 
   return stream->get_etag();
 }
 
-// Waits until the disk has a file or directory. Some file systems cannot; the
-// file is no worse for it.
-void flush_to_disk(const std::string& path)
-{
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (file.number >= 0)
-    fsync(file.number);
-}
-
 } // namespace
 
 std::string replace_file(const std::string& path, const char* data, std::size_t size,
                          const std::string& etag)
 {
   const auto file = Gio::File::create_for_path(path);
-  std::string new_etag;
-  // Whatever hinders the first way is met again, and told, by the second one.
-  if (!file->query_exists() && write_new_file(path, data, size)) {
-    new_etag = file->query_info(G_FILE_ATTRIBUTE_ETAG_VALUE)->get_etag();
-  } else {
-    new_etag = replace_by_library(file, data, size, etag);
-    flush_to_disk(path);
-  }
+  const bool is_new = !file->query_exists();
+  // All else that hinders the first way is met again, and reported, by the second one.
+  const std::string new_etag = is_new && write_new_file(path, data, size)
+                                   ? entity_tag(path)
+                                   : replace_by_library(file, data, size, etag);
   // A caller that now removes another copy must not lose both to a power cut.
-  flush_to_disk(Glib::path_get_dirname(path));
+  try {
+    flush_to_disk(Glib::path_get_dirname(path));
+  } catch (...) {
+    if (is_new)
+      unlink(path.c_str());
+    throw;
+  }
   return new_etag;
+}
+
+std::string entity_tag(const std::string& path)
+{
+  return Gio::File::create_for_path(path)->query_info(G_FILE_ATTRIBUTE_ETAG_VALUE)->get_etag();
 }

@@ -216,6 +216,7 @@ TEST_F(FaultsInTheStore, LeaveAMovedSurveyInOneOfItsPlaces)
       EXPECT_EQ(old_text, read_file(path));
       return moved;
     };
+    job.title = "Error occurred";
     job.words = "Failed to move survey file from ";
     try_everything(job);
   }
