@@ -6,6 +6,7 @@
 #include <giomm/error.h>
 #include <giomm/file.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include <chrono>
@@ -170,4 +171,57 @@ TEST(ReplaceFile, PutsTheOldFileBackIfTheDiskIsFullWhileItIsOverwritten)
     replace(path, "the new one", etag); // the tag is still the one of that file
     EXPECT_EQ("the new one", read_file(path)) << c.why;
   }
+}
+
+namespace {
+
+// A file system on a directory, for two files and 16 kB, as long as it lives.
+class SmallFileSystem
+{
+public:
+  explicit SmallFileSystem(const std::string& at)
+      : directory(at), is_there(mount("tmpfs", at.c_str(), "tmpfs", 0, "nr_inodes=3,size=16k") == 0)
+  {
+  }
+  ~SmallFileSystem()
+  {
+    if (is_there)
+      umount(directory.c_str());
+  }
+  SmallFileSystem(const SmallFileSystem&) = delete;
+  SmallFileSystem& operator=(const SmallFileSystem&) = delete;
+
+  const std::string directory;
+  const bool is_there; // false if the test may not mount it
+};
+
+ino_t inode_of(const std::string& path)
+{
+  struct stat info {
+  };
+  EXPECT_EQ(0, stat(path.c_str(), &info));
+  return info.st_ino;
+}
+
+} // namespace
+
+// Where the library cannot make its temporary file, it writes into the old one.
+TEST(ReplaceFile, PutsTheOldFileBackIfNoFileCanBeMadeAndTheDiskIsFull)
+{
+  const DataSet directory;
+  const SmallFileSystem small(directory.dir);
+  if (!small.is_there)
+    GTEST_SKIP() << "the test may mount no file system here";
+  const std::string path = directory.dir + "a";
+  const std::string old_text(2000, 'o');
+  const std::string etag = replace(path, old_text);
+  write_file(directory.dir + "the last inode", std::string(8192, 'x'));
+  EXPECT_THROW(replace(path, std::string(40000, 'n'), etag), Gio::Error);
+  EXPECT_EQ(old_text, read_file(path));
+  EXPECT_EQ(2, files_in(directory.dir));
+
+  const ino_t inode = inode_of(path);
+  replace(path, "the new one", etag); // the tag is still the one of that file
+  EXPECT_EQ("the new one", read_file(path));
+  EXPECT_EQ(inode, inode_of(path)) << "the file itself was overwritten";
 }
