@@ -204,8 +204,9 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
       form.member_id.clear();
       form.last_name.clear();
     }
+    const Glib::ustring platform = software_platform();
     const auto sightings = species_sightings(survey, *abundance_choices);
-    survey.xml_current = survey_document(form, sightings, software_platform());
+    survey.xml_current = survey_document(form, sightings, platform);
     return RET_SUCCESS;
   } catch (...) {
     error_text = thrown_text("Unknown xml-generation error (sorry!)",

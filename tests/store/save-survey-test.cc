@@ -13,6 +13,7 @@
 #include "ui/survey-window.h"
 
 #include <glibmm/main.h>
+#include <glibmm/miscutils.h>
 #include <gtkmm/messagedialog.h>
 
 #include <chrono>
@@ -449,6 +450,22 @@ TEST_F(SaveSurvey, DoesNotOverwriteAFileThatSomeoneElseChanged)
             failure_of_save(in_progress));
   EXPECT_EQ("someone else's", read_file(path));
   EXPECT_TRUE(window->file_needs_saving());
+}
+
+TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)
+{
+  const std::string commands = application_dir.root + "/commands";
+  write_file(commands + "/uname", "#!/bin/sh\necho asked >>\"$0.log\"\n");
+  fs::permissions(commands + "/uname", fs::perms::owner_all);
+  enter_survey();
+  window->survey.abundances[10] = 77;
+  const std::string previous = Glib::getenv("PATH");
+  Glib::setenv("PATH", commands + ":" + previous);
+  Glib::ustring error_text;
+  EXPECT_EQ(RET_FAILURE, window->generate_xml_string(error_text, false));
+  Glib::setenv("PATH", previous);
+  EXPECT_EQ("Internal error: abun 77 -> resp -1?!", error_text);
+  EXPECT_EQ("asked\n", read_file(commands + "/uname.log"));
 }
 
 TEST_F(SaveSurvey, TellsThatTheDocumentCannotBeMade)
