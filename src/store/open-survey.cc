@@ -1,5 +1,6 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
+#include "store/file-identity.h"
 #include "store/survey-file-dialog.h"
 #include "store/survey-loader.h"
 #include "store/survey-reader.h"
@@ -66,7 +67,8 @@ RetCode SurveyWindow::do_open(std::string path)
     remember_as_unchanged(); // whatever format or program the file is from
     show_loaded_species();
     notebook->set_current_page(confirm_panel->page);
-    if (path.rfind(my_app->get_survey_dir(MyApp::WD_UPLOADED), 0) == 0)
+    const std::string uploaded = my_app->get_survey_dir(MyApp::WD_UPLOADED);
+    if (path.rfind(uploaded, 0) == 0 || leads_into(path, uploaded))
       set_survey_is_uploaded();
     survey.filename = std::move(path);
     return RET_SUCCESS;

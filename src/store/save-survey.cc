@@ -1,6 +1,7 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/text.h"
+#include "store/file-identity.h"
 #include "store/replace-file.h"
 #include "store/survey-document.h"
 #include "store/survey-file-name.h"
@@ -77,21 +78,32 @@ std::string natural_base_name(const SurveyWindow& window)
   return survey_base_name(parts);
 }
 
-// The path that the survey takes in `directory`: its own file there, or a new one.
-std::string path_to_save_to(const SurveyWindow& window, const std::string& directory)
+// Where the survey's own file is, empty if it has none. A path that was never
+// written to is not its own: by now another program may have a survey there.
+std::string own_path(const SurveyData& survey)
+{
+  return survey.filename == survey.unwritten_path ? "" : survey.filename;
+}
+
+// The path that the survey takes in `directory`: its own file there, whose place
+// may be spelled otherwise in `own`, or a new one.
+std::string path_to_save_to(const SurveyWindow& window, const std::string& directory,
+                            const std::string& own)
 {
   return first_free_path(
-      directory + "/" + natural_base_name(window), window.survey.filename,
-      [](const std::string& path) { return Gio::File::create_for_path(path)->query_exists(); });
+      directory + "/" + natural_base_name(window), own, [&](const std::string& path) {
+        return !same_place(path, own) && Gio::File::create_for_path(path)->query_exists();
+      });
 }
 
 // An entity tag that no file has: where something lies, nothing is written.
 const char* const of_no_file = "none";
 
-void write_document(SurveyData& survey, const std::string& etag)
+void write_document(SurveyData& survey, bool is_own)
 {
   const std::string& text = survey.xml_current.raw();
-  survey.file_etag = replace_file(survey.filename, text.data(), text.size(), etag);
+  survey.file_etag = replace_file(survey.filename, text.data(), text.size(),
+                                  is_own ? survey.file_etag : of_no_file);
   survey.xml_last_saved = survey.xml_current;
 }
 
@@ -100,18 +112,22 @@ void write_document(SurveyData& survey, const std::string& etag)
 void write_document_into(SurveyWindow& window, const std::string& directory)
 {
   SurveyData& survey = window.survey;
-  const std::string own_path = survey.filename;
+  const std::string old_path = survey.filename;
+  const std::string own = own_path(survey);
   while (true) {
-    survey.filename = path_to_save_to(window, directory);
-    const bool is_own = survey.filename == own_path;
+    survey.filename = path_to_save_to(window, directory, own);
+    const bool is_own = same_place(survey.filename, own);
     try {
-      write_document(survey, is_own ? survey.file_etag : of_no_file);
+      write_document(survey, is_own);
+      survey.unwritten_path.clear();
       return;
     } catch (const Gio::Error& error) {
       const bool is_taken = error.code() == Gio::Error::WRONG_ETAG && !is_own;
-      if (!is_taken || !Gio::File::create_for_path(survey.filename)->query_exists())
+      if (!is_taken || !Gio::File::create_for_path(survey.filename)->query_exists()) {
+        survey.unwritten_path = is_own ? "" : survey.filename;
         throw;
-      survey.filename = own_path;
+      }
+      survey.filename = old_path;
     }
   }
 }
@@ -124,12 +140,15 @@ void save_document(SurveyWindow& window, MyApp::WhichDir which)
   if (window.generate_xml_string(error_text, false) != RET_SUCCESS)
     throw Glib::ustring(error_text);
 
-  const std::string old_path = window.survey.filename;
-  write_document_into(window, window.my_app->get_survey_dir(which));
+  const std::string old_path = own_path(window.survey);
+  const std::string directory = window.my_app->get_survey_dir(which);
+  write_document_into(window, directory);
   // A survey that keeps its name has only changed its state. One whose name
-  // changed leaves its old file behind, as a survey of its own.
+  // changed leaves its old file behind, as a survey of its own. The name is what
+  // was built from the panels: a member id may contain a slash.
   const std::string& new_path = window.survey.filename;
-  if (new_path != old_path && base_name(new_path) == base_name(old_path))
+  const std::string new_name = new_path.substr(directory.size() + 1);
+  if (new_path != old_path && new_name == base_name(old_path) && !same_file(new_path, old_path))
     unlink(old_path.c_str());
 }
 

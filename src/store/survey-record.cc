@@ -32,5 +32,7 @@ SurveyData& SurveyData::operator=(SurveyData&& other) noexcept(false)
 
   abundances = std::move(other.abundances);
   other.abundances.clear();
+
+  unwritten_path = std::move(other.unwritten_path);
   return *this;
 }

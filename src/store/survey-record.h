@@ -43,4 +43,8 @@ struct SurveyData {
   // Species id to abundance: the only record of what was seen. An abundance of
   // 0 is a species that has none at present.
   std::map<int, int> abundances;
+
+  // The path of a save that failed, while `filename` names it: a file there is
+  // not this survey's own. Empty: none failed.
+  std::string unwritten_path;
 };

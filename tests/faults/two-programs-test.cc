@@ -1,5 +1,6 @@
 // Two programs use one store at the same time: neither loses what the other has
 // written, and who is too late is told.
+#include "store/full-disk.h"
 #include "support/dialogs.h"
 #include "ui/listed-panel.h"
 #include "ui/start-panel.h"
@@ -65,7 +66,23 @@ public:
   std::string path;
 };
 
-using BothSaveANewSurvey = TwoPrograms;
+class BothSaveANewSurvey : public TwoPrograms
+{
+public:
+  // My first save fails on a full disk; then the other program saves.
+  void they_save_where_i_failed(MyApp::WhichDir which)
+  {
+    {
+      const FullDisk full(400);
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] {
+        EXPECT_EQ(RET_FAILURE, mine->do_save(which, SurveyWindow::SAVE_QUIET));
+      });
+    }
+    in_another_program([&] { save_quietly(*theirs, which); });
+    ASSERT_EQ(path_of(which, natural_name), mine->survey.filename);
+    ASSERT_EQ(their_text, read_file(path_of(which, natural_name)));
+  }
+};
 
 } // namespace
 
@@ -227,6 +244,33 @@ TEST_F(BothSaveANewSurvey, ManyTimesAtOnceAndEachGetsAFileOfItsOwn)
   EXPECT_EQ(rounds, std::count(texts.begin(), texts.end(), my_text));
   EXPECT_EQ(rounds, std::count(texts.begin(), texts.end(), their_text));
   RecordProperty("tried", 2 * rounds);
+}
+
+TEST_F(BothSaveANewSurvey, AndAFailedSaveGivesNoRightToTheFileOfTheOther)
+{
+  they_save_where_i_failed(in_progress);
+  save_quietly(*mine, in_progress);
+  EXPECT_EQ(their_text, read_file(path_of(in_progress, natural_name)));
+  EXPECT_EQ(path_of(in_progress, natural_name + "-1"), mine->survey.filename);
+  EXPECT_EQ(my_text, read_file(mine->survey.filename));
+}
+
+TEST_F(BothSaveANewSurvey, AndAFailedSaveToAnotherStateGivesNoRightToTheFileThere)
+{
+  they_save_where_i_failed(ready);
+  save_quietly(*mine, in_progress);
+  EXPECT_EQ(Texts{their_text}, texts_in(ready)) << "not removed as the file of the old state";
+  EXPECT_EQ(Texts{my_text}, texts_in(in_progress));
+}
+
+TEST_F(BothSaveANewSurvey, AndASaveThatSucceedsAfterAFailedOneGivesTheRightToItsFile)
+{
+  they_save_where_i_failed(in_progress);
+  save_quietly(*mine, in_progress);
+  mine->survey.abundances = {{10, 2}};
+  save_quietly(*mine, in_progress);
+  EXPECT_EQ(2U, names_in(in_progress).size());
+  EXPECT_EQ(path_of(in_progress, natural_name + "-1"), mine->survey.filename);
 }
 
 TEST_F(BothHaveOneSurveyOpen, AndSaveItManyTimesAtOnceWithoutTearingIt)

@@ -117,6 +117,48 @@ TEST_F(OpenSurvey, UnfoldsAndLabelsMarkedSpecies)
   EXPECT_EQ(0, window->survey.abundances.at(11)); // every row has its entry now
 }
 
+TEST_F(OpenSurvey, KnowsAnUploadedSurveyByAnySpellingOfItsPlace)
+{
+  const std::string link = application_dir.root + "/link";
+  const std::string path = put(SurveyFile().text(), MyApp::WD_UPLOADED);
+  fs::create_directory_symlink(my_app->survey_root, link);
+  fs::create_symlink(path, path_of(MyApp::WD_IN_PROGRESS, "link"));
+  for (const std::string& spelling :
+       {link + "/Uploaded/saved.MAVO-Survey", link + "/In Progress/../Uploaded/saved.MAVO-Survey",
+        my_app->survey_root + "/./Uploaded/saved.MAVO-Survey",
+        path_of(MyApp::WD_IN_PROGRESS, "link")}) {
+    open(spelling);
+    EXPECT_TRUE(window->survey.is_uploaded) << spelling;
+    EXPECT_EQ(spelling, window->survey.filename) << "as it was chosen";
+  }
+  const std::string neighbour = my_app->survey_root + "/Uploaded2/saved.MAVO-Survey";
+  write_file(neighbour, SurveyFile().text());
+  open(neighbour);
+  EXPECT_TRUE(window->survey.is_uploaded) << "by the beginning of its path alone";
+  put(SurveyFile().text());
+  open(link + "/Uploaded/../In Progress/saved.MAVO-Survey");
+  EXPECT_FALSE(window->survey.is_uploaded);
+}
+
+TEST_F(OpenSurvey, SavesIntoTheSameFileHoweverItsPlaceWasSpelled)
+{
+  const std::string link = application_dir.root + "/link";
+  const std::string path = put(SurveyFile().text(), MyApp::WD_IN_PROGRESS, natural_name);
+  fs::create_directory_symlink(my_app->survey_root, link);
+  for (const std::string& spelling : {link + "/In Progress/", link + "/Uploaded/../In Progress/"}) {
+    my_app->get_survey_dir(MyApp::WD_UPLOADED);
+    open(spelling + natural_name + ".MAVO-Survey");
+    window->survey_panel2->bottom_time->set_text("45");
+    save_quietly(*window, MyApp::WD_IN_PROGRESS);
+    EXPECT_EQ(std::vector<std::string>{natural_name + ".MAVO-Survey"},
+              names_in(MyApp::WD_IN_PROGRESS));
+    EXPECT_EQ(window->survey.xml_current.raw(), read_file(path));
+  }
+  open(link + "/In Progress/" + natural_name + ".MAVO-Survey");
+  save_quietly(*window, MyApp::WD_READY_TO_UPLOAD);
+  EXPECT_FALSE(file_exists(path)) << "it has changed its state";
+}
+
 TEST_F(OpenSurvey, WritesAnOlderRootTagBackAsTheNewOne)
 {
   const std::string path =

@@ -452,6 +452,41 @@ TEST_F(SaveSurvey, DoesNotOverwriteAFileThatSomeoneElseChanged)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
+TEST_F(SaveSurvey, KeepsAFileThatHasThatNameOnlyBehindASlash)
+{
+  fs::create_directories(my_app->get_survey_dir(in_progress) + "/a");
+  enter_survey();
+  save_quietly(*window, in_progress);
+  type_member("a/1234", "Smith");
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(path_of(in_progress, "a/" + natural_name), window->survey.filename);
+  EXPECT_TRUE(file_exists(path_of(in_progress, natural_name))) << "a survey of another name";
+}
+
+TEST_F(SaveSurvey, KeepsItsOnlyFileWhenThatIsSpelledOtherwise)
+{
+  enter_survey();
+  type_member("./1234", "Smith");
+  save_quietly(*window, in_progress);
+  ASSERT_EQ(path_of(in_progress, "./" + natural_name), window->survey.filename);
+  type_member("1234", "Smith");
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(path_of(in_progress, natural_name), window->survey.filename);
+  EXPECT_EQ(Names{file(natural_name)}, names_in(in_progress));
+  EXPECT_EQ(window->survey.xml_current.raw(), read_file(window->survey.filename));
+}
+
+TEST_F(SaveSurvey, KeepsItsNewFileIfTheOldOneOfAnotherSpellingWasGone)
+{
+  enter_survey();
+  type_member("./1234", "Smith");
+  save_quietly(*window, in_progress);
+  fs::remove(window->survey.filename);
+  type_member("1234", "Smith");
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(Names{file(natural_name)}, names_in(in_progress));
+}
+
 TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)
 {
   const std::string commands = application_dir.root + "/commands";
