@@ -96,14 +96,40 @@ std::string path_to_save_to(const SurveyWindow& window, const std::string& direc
       });
 }
 
+// Replaces the survey's own file. A program that synchronises or backs up files
+// may change its entity tag without changing a byte: such a file counts as
+// unmodified.
+std::string replace_own_file(const SurveyData& survey, const std::string& text)
+{
+  try {
+    return replace_file(survey.filename, text.data(), text.size(), survey.file_etag);
+  } catch (const Gio::Error& error) {
+    if (error.code() != Gio::Error::WRONG_ETAG)
+      throw;
+    // The tag first: who changes the file after the look at its bytes changes the tag too.
+    const std::string etag = entity_tag(survey.filename);
+    if (!file_holds(survey.filename, survey.written_text))
+      throw;
+    return replace_file(survey.filename, text.data(), text.size(), etag);
+  }
+}
+
 // An entity tag that no file has: where something lies, nothing is written.
 const char* const of_no_file = "none";
 
 void write_document(SurveyData& survey, bool is_own)
 {
   const std::string& text = survey.xml_current.raw();
-  survey.file_etag = replace_file(survey.filename, text.data(), text.size(),
-                                  is_own ? survey.file_etag : of_no_file);
+  try {
+    survey.file_etag = is_own ? replace_own_file(survey, text)
+                              : replace_file(survey.filename, text.data(), text.size(), of_no_file);
+  } catch (...) {
+    // The disk may have refused to confirm what the file nevertheless holds.
+    if (is_own && file_holds(survey.filename, text))
+      survey.written_text = text;
+    throw;
+  }
+  survey.written_text = text;
   survey.xml_last_saved = survey.xml_current;
 }
 

@@ -34,5 +34,6 @@ SurveyData& SurveyData::operator=(SurveyData&& other) noexcept(false)
   other.abundances.clear();
 
   unwritten_path = std::move(other.unwritten_path);
+  written_text = std::move(other.written_text);
   return *this;
 }

@@ -47,4 +47,5 @@ struct SurveyData {
   // The path of a save that failed, while `filename` names it: a file there is
   // not this survey's own. Empty: none failed.
   std::string unwritten_path;
+  std::string written_text; // what the window last wrote to its file; empty: nothing yet
 };

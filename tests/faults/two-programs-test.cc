@@ -113,6 +113,34 @@ TEST_F(BothHaveOneSurveyOpen, LaterSavesAreRefusedWhereTheOtherWasFaster)
   EXPECT_EQ(their_text, read_file(path));
 }
 
+TEST_F(BothHaveOneSurveyOpen, AFileThatOnlyHasANewTimeIsReplaced)
+{
+  open_in_both(in_progress);
+  for (const int abundance : {2, 3, 1}) {
+    save_quietly(*mine, in_progress);
+    fs::last_write_time(path, fs::last_write_time(path) + std::chrono::seconds(1));
+    mine->survey.abundances = {{10, abundance}};
+    save_quietly(*mine, in_progress);
+    EXPECT_EQ(mine->survey.xml_current.raw(), read_file(path));
+  }
+  EXPECT_EQ(1U, names_in(in_progress).size());
+}
+
+TEST_F(BothHaveOneSurveyOpen, AFileThatWasReplacedByTheSameBytesIsReplaced)
+{
+  open_in_both(in_progress);
+  save_quietly(*mine, in_progress);
+  in_another_program([&] {
+    const std::string bytes = read_file(path);
+    write_file(path + ".part", bytes);
+    fs::last_write_time(path + ".part", fs::last_write_time(path) + std::chrono::seconds(1));
+    fs::rename(path + ".part", path);
+  });
+  mine->survey.abundances = {{10, 2}};
+  save_quietly(*mine, in_progress);
+  EXPECT_EQ(mine->survey.xml_current.raw(), read_file(path));
+}
+
 TEST_F(BothHaveOneSurveyOpen, AClosingWindowIsKeptIfItsSaveIsRefused)
 {
   open_in_both(in_progress);

@@ -1,5 +1,6 @@
 #include "core/markup.h"
 #include "store/full-disk.h"
+#include "store/other-file-system.h"
 #include "store/saving-test.h"
 #include "store/survey-file.h"
 #include "support/dialogs.h"
@@ -8,6 +9,7 @@
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
+#include "ui/start-panel.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
@@ -58,6 +60,16 @@ public:
 
   std::string file(const std::string& base_name) const { return base_name + ".MAVO-Survey"; }
 };
+
+// Entity tags are made of files' times, which come in steps of some milliseconds.
+void wait_for_a_later_time_than_that_of(const std::string& path)
+{
+  const std::string clock = path + ".clock";
+  do
+    write_file(clock, "x");
+  while (fs::last_write_time(clock) <= fs::last_write_time(path));
+  fs::remove(clock);
+}
 
 bool begins_with(const Glib::ustring& text, const Glib::ustring& start)
 {
@@ -485,6 +497,28 @@ TEST_F(SaveSurvey, KeepsItsNewFileIfTheOldOneOfAnotherSpellingWasGone)
   type_member("1234", "Smith");
   save_quietly(*window, in_progress);
   EXPECT_EQ(Names{file(natural_name)}, names_in(in_progress));
+}
+
+TEST_F(SaveSurvey, ReplacesItsFileAfterUnmarkingMovedItToAnotherFileSystem)
+{
+  const std::string other = directory_on_another_file_system(application_dir.root);
+  ASSERT_NE("", other) << "this machine has no second file system that the test can write to";
+  fs::remove_all(my_app->get_survey_dir(ready));
+  fs::create_directory_symlink(other, my_app->survey_root + "/Ready To Upload");
+  enter_survey();
+  save_quietly(*window, ready);
+  wait_for_a_later_time_than_that_of(window->survey.filename);
+
+  StartPanel& panel = *window->start_panel;
+  panel.survey_tree->expand_all();
+  panel.survey_tree->set_cursor(Gtk::TreePath("1:0"));
+  panel.on_mark_button();
+  ASSERT_EQ(path_of(in_progress, natural_name), window->survey.filename);
+  window->survey_panel2->bottom_time->set_text("45");
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(window->survey.xml_current.raw(), read_file(path_of(in_progress, natural_name)));
+  EXPECT_EQ(Names(), names_in(ready));
+  fs::remove_all(other);
 }
 
 TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)

@@ -35,6 +35,7 @@ void fill(SurveyData& survey, Tables& tables)
   survey.survey_complete = survey.is_uploaded = true;
   survey.abundances = {{10, 2}, {11, 0}};
   survey.unwritten_path = "/another/long/path.MAVO-Survey";
+  survey.written_text = "what was written";
 }
 
 void expect_filled(const SurveyData& survey, const Tables& tables)
@@ -56,6 +57,7 @@ void expect_filled(const SurveyData& survey, const Tables& tables)
   EXPECT_TRUE(survey.survey_complete && survey.is_uploaded);
   EXPECT_EQ((std::map<int, int>{{10, 2}, {11, 0}}), survey.abundances);
   EXPECT_EQ("/another/long/path.MAVO-Survey", survey.unwritten_path);
+  EXPECT_EQ("what was written", survey.written_text);
 }
 
 void expect_empty(const SurveyData& survey)
@@ -73,7 +75,7 @@ void expect_empty(const SurveyData& survey)
   EXPECT_FALSE(survey.show_common_name || survey.show_scientific_name || survey.show_spanish_name);
   EXPECT_FALSE(survey.survey_complete || survey.is_uploaded);
   EXPECT_TRUE(survey.abundances.empty());
-  EXPECT_TRUE(survey.unwritten_path.empty());
+  EXPECT_TRUE(survey.unwritten_path.empty() && survey.written_text.empty());
 }
 
 } // namespace
