@@ -5,6 +5,7 @@
 #include "store/survey-loader.h"
 #include "store/survey-reader.h"
 #include "store/thrown-text.h"
+#include "store/unlisted-year.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
@@ -71,6 +72,7 @@ RetCode SurveyWindow::do_open(std::string path)
     if (path.rfind(uploaded, 0) == 0 || leads_into(path, uploaded))
       set_survey_is_uploaded();
     survey.filename = std::move(path);
+    report_unlisted_year(*this);
     return RET_SUCCESS;
   } catch (...) {
     const Glib::ustring reason = thrown_text("Unknown error (sorry!)", "");

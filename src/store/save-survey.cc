@@ -6,6 +6,7 @@
 #include "store/survey-document.h"
 #include "store/survey-file-name.h"
 #include "store/thrown-text.h"
+#include "store/unlisted-year.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
@@ -278,8 +279,11 @@ RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
   if (survey.is_uploaded)
     return titled_error(not_saved,
                         "This survey was already uploaded and cannot be changed offline.");
+  if (!may_be_saved_without_its_year(*this))
+    return RET_DECLINED;
   try {
     save_document(*this, which);
+    survey.unlisted_year.clear();
     start_panel->build_survey_model();
     if (flags != SAVE_QUIET)
       go_on_after_save(*this, show_saved_message(survey.filename, flags == SAVE_ASK_NEXT));

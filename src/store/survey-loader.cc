@@ -14,6 +14,15 @@
 
 #include <cstdio>
 
+namespace {
+
+bool is_blank(const Glib::ustring& text)
+{
+  return text.raw().find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+} // namespace
+
 void SurveyLoader::load(const xmlpp::Node* survey_element)
 {
   for (const xmlpp::Node* node = survey_element->get_first_child(); node;
@@ -33,7 +42,7 @@ void SurveyLoader::load_element(const xmlpp::Node& element)
   else if (name.raw() == "survey_subtype")
     window.survey_panel1->set_survey_subtype_even_invisible(subregion, to_int(content));
   else if (name.raw() == "year")
-    window.survey_panel1->year->set_label(content); // "0000" is no label: nothing is chosen
+    load_year(content);
   else if (name.raw() == "temp_units")
     window.survey_panel2->set_temp_units_short(content);
   else if (name.raw() == "bottom_time")
@@ -109,6 +118,16 @@ void SurveyLoader::load_subregion(const Glib::ustring& content)
   subregion = content;
   window.survey_panel1->setup_for_subregion(content);
   single_depth_is_maximum = content.raw() == "PNW" || content.raw() == "CAL";
+}
+
+// A year that the list lacks, as with a clock that is behind, is kept aside: its
+// loss is not to go unnoticed.
+void SurveyLoader::load_year(const Glib::ustring& content)
+{
+  DropDownBox& year = *window.survey_panel1->year;
+  year.set_label(content); // "0000" is no label: nothing is chosen
+  const bool is_given = content.raw() != "0000" && !is_blank(content);
+  window.survey.unlisted_year = is_given && year.get_label().empty() ? content : "";
 }
 
 void SurveyLoader::load_bottom_time(const xmlpp::Node& element)

@@ -24,6 +24,7 @@ private:
   bool load_text(const Glib::ustring& name, const Glib::ustring& content);
   bool load_choice(const Glib::ustring& name, const Glib::ustring& content);
   void load_subregion(const Glib::ustring& content);
+  void load_year(const Glib::ustring& content);
   void load_bottom_time(const xmlpp::Node& element);
   void load_single_depth(int depth_id);
 

@@ -35,5 +35,6 @@ SurveyData& SurveyData::operator=(SurveyData&& other) noexcept(false)
 
   unwritten_path = std::move(other.unwritten_path);
   written_text = std::move(other.written_text);
+  unlisted_year = other.unlisted_year;
   return *this;
 }

@@ -48,4 +48,6 @@ struct SurveyData {
   // not this survey's own. Empty: none failed.
   std::string unwritten_path;
   std::string written_text; // what the window last wrote to its file; empty: nothing yet
+  // The year in the document that was opened, if the list of years lacks it.
+  Glib::ustring unlisted_year;
 };

@@ -136,6 +136,7 @@ public:
   // failure the reason is in `error_text`, and xml_current stays.
   RetCode generate_xml_string(Glib::ustring& error_text, bool omit_member);
   // Saves into the directory of `which`; errors have been shown on return.
+  // RET_DECLINED if the user refuses to save a survey without its year.
   RetCode do_save(MyApp::WhichDir which, DoSaveFlags flags);
   // Whether the survey has changes that would be lost.
   bool file_needs_saving();

@@ -302,6 +302,120 @@ TEST_F(OpenSurvey, ToleratesMissingElements)
   EXPECT_FALSE(window->file_needs_saving());
 }
 
+TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheList)
+{
+  const DropDownBox& year = *window->survey_panel1->year;
+  const std::string range = year.items.back().second + " to " + year.items.front().second;
+  const struct {
+    std::string element, shown;
+  } cases[] = {
+      {"9998", "9998"},
+      {"1992", "1992"},
+      {"&lt;b&gt;21 &amp; 22", "<b>21 & 22"},
+      {std::string(100'000, '7'), std::string(20, '7') + "…"},
+  };
+  for (const auto& c : cases) {
+    const std::string path =
+        put(SurveyFile().with("year", "<year>" + c.element + "</year>").text());
+    create_window();
+    const SeenDialog seen = answer_next_dialog(
+        Gtk::RESPONSE_OK, [&] { EXPECT_EQ(RET_SUCCESS, window->do_open(path)); });
+    EXPECT_EQ("Year Not In The List", seen.title);
+    EXPECT_EQ("The year of this survey, " + c.shown + ", is not in the list of years (" + range +
+                  ").\nPlease check the date of this computer.\n\nThe survey is shown without a "
+                  "year. Its file still has it.",
+              seen.text);
+    EXPECT_EQ(0, window->survey_panel1->year->get_id());
+    EXPECT_EQ("June", window->survey_panel1->month->get_label());
+    EXPECT_FALSE(window->file_needs_saving());
+  }
+}
+
+TEST_F(OpenSurvey, SaysNothingOfAYearThatWasNotChosen)
+{
+  for (const char* const element : {"<year>0000</year>", "<year/>", "<year> \n </year>", ""}) {
+    SCOPED_TRACE(element);
+    open(SurveyFile().with("year", element));
+    save_quietly(*window, MyApp::WD_IN_PROGRESS);
+    EXPECT_NE(std::string::npos, read_file(window->survey.filename).find("<year>0000</year>"));
+  }
+}
+
+namespace {
+
+// A survey of a year to come, as the clock of this computer has it.
+class SurveyOfAnUnlistedYear : public OpenSurvey
+{
+public:
+  void SetUp() override
+  {
+    OpenSurvey::SetUp();
+    text = SurveyFile().with("year", "<year>9998</year>").text();
+    path = put(text, in_progress, "1234-PNW-99980630-0900-31020003");
+    create_window();
+    answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_EQ(RET_SUCCESS, window->do_open(path)); });
+    window->survey_panel2->bottom_time->set_text("45");
+  }
+
+  // Saves and answers the question.
+  RetCode save_and_answer(int response)
+  {
+    RetCode result = RET_FAILURE;
+    const SeenDialog seen = answer_next_dialog(
+        response, [&] { result = window->do_save(in_progress, SurveyWindow::SAVE_QUIET); });
+    EXPECT_EQ("Save Survey Without Its Year?", seen.title);
+    EXPECT_EQ("This survey was opened with the year 9998, which is not in the list of years.\nIt "
+              "would be saved without a year.\n\nClick Save to save it without a year,\nor Cancel "
+              "to leave its file as it is.",
+              seen.text);
+    EXPECT_EQ((std::vector<Glib::ustring>{"gtk-save", "gtk-cancel"}), seen.buttons);
+    return result;
+  }
+
+  const MyApp::WhichDir in_progress = MyApp::WD_IN_PROGRESS;
+  std::string text, path;
+};
+
+} // namespace
+
+TEST_F(SurveyOfAnUnlistedYear, IsNotSavedIfTheUserRefuses)
+{
+  for (const int response : {int(Gtk::RESPONSE_CANCEL), int(Gtk::RESPONSE_DELETE_EVENT)}) {
+    EXPECT_EQ(RET_DECLINED, save_and_answer(response));
+    EXPECT_EQ(1U, names_in(in_progress).size());
+    EXPECT_EQ(text, read_file(path));
+    EXPECT_EQ(path, window->survey.filename);
+    EXPECT_TRUE(window->file_needs_saving());
+  }
+}
+
+TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAYearIfTheUserAgreesAndThenAsksNoMore)
+{
+  EXPECT_EQ(RET_SUCCESS, save_and_answer(Gtk::RESPONSE_ACCEPT));
+  const std::string saved = read_file(path_of(in_progress, "1234-PNW-00000630-0900-31020003"));
+  EXPECT_NE(std::string::npos, saved.find("<year>0000</year>"));
+  EXPECT_EQ(text, read_file(path)) << "a survey of another name";
+  expect_no_dialog([&] { save_quietly(*window, in_progress); });
+}
+
+TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAQuestionOnceAYearIsChosen)
+{
+  choose(*window->survey_panel1->year, "2021");
+  expect_no_dialog([&] { save_quietly(*window, in_progress); });
+  EXPECT_NE(std::string::npos, read_file(window->survey.filename).find("<year>2021</year>"));
+}
+
+TEST_F(SurveyOfAnUnlistedYear, StaysOpenIfTheUserRefusesToSaveItOnClosing)
+{
+  bool may_go_on = true;
+  const auto seen = answer_dialogs({Gtk::RESPONSE_ACCEPT, Gtk::RESPONSE_CANCEL}, [&] {
+    may_go_on = window->check_file_save_okay("closing this survey");
+  });
+  EXPECT_EQ(2U, seen.size());
+  EXPECT_FALSE(may_go_on);
+  EXPECT_EQ(text, read_file(path));
+}
+
 TEST_F(OpenSurvey, LeavesUnchosenWhatTheDataDoNotOffer)
 {
   open(SurveyFile()

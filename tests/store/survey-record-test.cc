@@ -36,6 +36,7 @@ void fill(SurveyData& survey, Tables& tables)
   survey.abundances = {{10, 2}, {11, 0}};
   survey.unwritten_path = "/another/long/path.MAVO-Survey";
   survey.written_text = "what was written";
+  survey.unlisted_year = "2031";
 }
 
 void expect_filled(const SurveyData& survey, const Tables& tables)
@@ -58,6 +59,7 @@ void expect_filled(const SurveyData& survey, const Tables& tables)
   EXPECT_EQ((std::map<int, int>{{10, 2}, {11, 0}}), survey.abundances);
   EXPECT_EQ("/another/long/path.MAVO-Survey", survey.unwritten_path);
   EXPECT_EQ("what was written", survey.written_text);
+  EXPECT_EQ("2031", survey.unlisted_year);
 }
 
 void expect_empty(const SurveyData& survey)
@@ -76,6 +78,7 @@ void expect_empty(const SurveyData& survey)
   EXPECT_FALSE(survey.survey_complete || survey.is_uploaded);
   EXPECT_TRUE(survey.abundances.empty());
   EXPECT_TRUE(survey.unwritten_path.empty() && survey.written_text.empty());
+  EXPECT_TRUE(survey.unlisted_year.empty());
 }
 
 } // namespace

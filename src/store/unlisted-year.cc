@@ -1,0 +1,47 @@
+#include "store/unlisted-year.h"
+
+#include "core/markup.h"
+#include "core/message-dialog.h"
+#include "core/report.h"
+#include "ui/drop-down-box.h"
+#include "ui/survey-panel1.h"
+#include "ui/survey-window.h"
+
+namespace {
+
+// The year in markup. A document may give any text for it.
+Glib::ustring shown_year(const Glib::ustring& year)
+{
+  constexpr Glib::ustring::size_type most_characters = 20;
+  const bool is_long = year.size() > most_characters;
+  return escape_markup(is_long ? year.substr(0, most_characters) + "\u2026" : year);
+}
+
+} // namespace
+
+void report_unlisted_year(const SurveyWindow& window)
+{
+  if (window.survey.unlisted_year.empty())
+    return;
+  const auto& years = window.survey_panel1->year->items; // the latest one first
+  titled_error("Year Not In The List",
+               "The year of this survey, %s, is not in the list of years (%s to %s).\n"
+               "Please check the date of this computer.\n\n"
+               "The survey is shown without a year. Its file still has it.",
+               shown_year(window.survey.unlisted_year).c_str(), years.back().second.c_str(),
+               years.front().second.c_str());
+}
+
+bool may_be_saved_without_its_year(const SurveyWindow& window)
+{
+  if (window.survey.unlisted_year.empty() || !window.survey_panel1->year->get_label().empty())
+    return true;
+  Message message;
+  message.title = "Save Survey Without Its Year?";
+  message.text = "This survey was opened with the year " + shown_year(window.survey.unlisted_year) +
+                 ", which is not in the list of years.\nIt would be saved without a year.\n\n"
+                 "Click Save to save it without a year,\nor Cancel to leave its file as it is.";
+  message.type = Gtk::MESSAGE_WARNING;
+  message.buttons = {{"gtk-save", Gtk::RESPONSE_ACCEPT}, {"gtk-cancel", Gtk::RESPONSE_CANCEL}};
+  return run_message(message) == Gtk::RESPONSE_ACCEPT;
+}
