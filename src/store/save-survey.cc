@@ -139,22 +139,19 @@ void write_document(SurveyData& survey, bool is_own)
 void write_document_into(SurveyWindow& window, const std::string& directory)
 {
   SurveyData& survey = window.survey;
-  const std::string old_path = survey.filename;
   const std::string own = own_path(survey);
   while (true) {
     survey.filename = path_to_save_to(window, directory, own);
     const bool is_own = same_place(survey.filename, own);
+    survey.unwritten_path = is_own ? "" : survey.filename;
     try {
       write_document(survey, is_own);
       survey.unwritten_path.clear();
       return;
     } catch (const Gio::Error& error) {
       const bool is_taken = error.code() == Gio::Error::WRONG_ETAG && !is_own;
-      if (!is_taken || !Gio::File::create_for_path(survey.filename)->query_exists()) {
-        survey.unwritten_path = is_own ? "" : survey.filename;
+      if (!is_taken || !Gio::File::create_for_path(survey.filename)->query_exists())
         throw;
-      }
-      survey.filename = old_path;
     }
   }
 }
