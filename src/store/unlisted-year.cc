@@ -38,8 +38,8 @@ bool may_be_saved_without_its_year(const SurveyWindow& window)
     return true;
   Message message;
   message.title = "Save Survey Without Its Year?";
-  message.text = "This survey was opened with the year " + shown_year(window.survey.unlisted_year) +
-                 ", which is not in the list of years.\nIt would be saved without a year.\n\n"
+  message.text = "The year of this survey, " + shown_year(window.survey.unlisted_year) +
+                 ", is not in the list of years.\nIt would be saved without a year.\n\n"
                  "Click Save to save it without a year,\nor Cancel to leave its file as it is.";
   message.type = Gtk::MESSAGE_WARNING;
   message.buttons = {{"gtk-save", Gtk::RESPONSE_ACCEPT}, {"gtk-cancel", Gtk::RESPONSE_CANCEL}};

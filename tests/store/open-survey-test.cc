@@ -364,9 +364,9 @@ public:
     const SeenDialog seen = answer_next_dialog(
         response, [&] { result = window->do_save(in_progress, SurveyWindow::SAVE_QUIET); });
     EXPECT_EQ("Save Survey Without Its Year?", seen.title);
-    EXPECT_EQ("This survey was opened with the year 9998, which is not in the list of years.\nIt "
-              "would be saved without a year.\n\nClick Save to save it without a year,\nor Cancel "
-              "to leave its file as it is.",
+    EXPECT_EQ("The year of this survey, 9998, is not in the list of years.\n"
+              "It would be saved without a year.\n\n"
+              "Click Save to save it without a year,\nor Cancel to leave its file as it is.",
               seen.text);
     EXPECT_EQ((std::vector<Glib::ustring>{"gtk-save", "gtk-cancel"}), seen.buttons);
     return result;
