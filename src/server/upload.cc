@@ -3,6 +3,7 @@
 #include "core/message-dialog.h"
 #include "core/my-app.h"
 #include "server/http.h"
+#include "store/file-identity.h"
 #include "store/survey-file-name.h"
 #include "ui/confirm-panel.h"
 #include "ui/start-panel.h"
@@ -143,7 +144,7 @@ RetCode SurveyWindow::do_upload_file(const std::string& path)
   if (!send_survey(*my_app, path, *contents))
     return RET_FAILURE;
 
-  const bool is_open = survey.filename == path;
+  const bool is_open = same_place(survey.filename, path);
   if (is_open)
     set_survey_is_uploaded();
   std::string moved = path;
@@ -188,9 +189,10 @@ void SurveyWindow::do_upload_all_ready(const std::vector<std::string>& list)
 
 void SurveyWindow::take_out_of_queue(const std::string& path)
 {
+  const bool is_open = same_place(survey.filename, path);
   std::string moved = path;
   my_app->move_survey_to(MyApp::WD_IN_PROGRESS, moved);
-  if (survey.filename == path)
+  if (is_open)
     survey.filename = moved;
 }
 
@@ -250,7 +252,7 @@ void SurveyWindow::on_action_FileUploadAll(const std::string&)
 {
   // Only what lies in the queue already goes out, and then as it is on the screen.
   const bool is_queued =
-      survey.filename.rfind(my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD), 0) == 0;
+      leads_into(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
   if (is_queued && file_needs_saving())
     do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET);
 

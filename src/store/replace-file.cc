@@ -179,9 +179,9 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
   const auto file = Gio::File::create_for_path(path);
   const bool is_new = !file->query_exists();
   // All else that hinders the first way is met again, and reported, by the second one.
-  const std::string new_etag = is_new && write_new_file(path, data, size)
-                                   ? entity_tag(path)
-                                   : replace_by_library(file, data, size, etag);
+  std::string new_etag = is_new && write_new_file(path, data, size)
+                             ? entity_tag(path)
+                             : replace_by_library(file, data, size, etag);
   // A caller that now removes another copy must not lose both to a power cut.
   try {
     flush_to_disk(Glib::path_get_dirname(path));

@@ -4,6 +4,7 @@
 #include "core/markup.h"
 #include "core/my-app.h"
 #include "core/report.h"
+#include "store/file-identity.h"
 #include "store/replace-file.h"
 #include "store/thrown-text.h"
 
@@ -147,7 +148,7 @@ std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,
   for (const auto& path : list) {
     const std::string description = get_survey_description(path, nullptr);
     text += description.empty() ? path : description;
-    if (path == current)
+    if (same_place(path, current))
       text += " (current survey)";
     text += "\n";
   }

@@ -2,6 +2,7 @@
 
 #include "core/report.h"
 #include "core/widget-helpers.h"
+#include "store/file-identity.h"
 #include "ui/next-window.h"
 #include "ui/plain-models.h"
 #include "ui/survey-window.h"
@@ -209,9 +210,10 @@ void StartPanel::on_mark_button()
     puts("un-mark-for-upload is NYI"); // marking from here, that is
     return;
   }
+  const bool is_open = same_place(window->survey.filename, path);
   std::string new_path = path;
   my_app->move_survey_to(MyApp::WD_IN_PROGRESS, new_path);
-  if (window->survey.filename == path)
+  if (is_open)
     window->survey.filename = new_path;
   build_survey_model();
   deselect_survey();
@@ -222,7 +224,7 @@ void StartPanel::on_upload_button()
   const std::string path = lookup_selected_survey(nullptr);
   if (path.empty())
     return;
-  if (path == window->survey.filename)
+  if (same_place(path, window->survey.filename))
     window->on_action_FileUploadThis("FileUploadThis"); // checks and saves it first
   else
     window->do_upload_single(path);
@@ -233,9 +235,10 @@ void StartPanel::on_upload_button()
 void StartPanel::on_delete_button()
 {
   const std::string path = lookup_selected_survey(nullptr);
+  const bool is_open = same_place(path, window->survey.filename);
   if (path.empty() || !window->maybe_delete_survey(path))
     return;
-  if (path == window->survey.filename) {
+  if (is_open) {
     window->on_action_FileNew("FileNew");
   } else {
     deselect_survey();

@@ -1,0 +1,116 @@
+// The survey in the window was opened under another spelling of its path than the
+// store has for it: through a link. It is the same survey all the same.
+#include "server/server-test.h"
+#include "ui/start-panel.h"
+#include "ui/survey-panel2.h"
+#include "ui/survey-window.h"
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class OpenedThroughALink : public ServerTest
+{
+public:
+  // Saves a complete survey as ready and opens it through a link to the store.
+  void SetUp() override
+  {
+    ServerTest::SetUp();
+    serve();
+    enter_complete_survey();
+    save_quietly(*window, ready);
+    path = window->survey.filename;
+    window->hide();
+
+    const std::string link = application_dir.root + "/link";
+    fs::create_directory_symlink(my_app->survey_root, link);
+    open_window();
+    spelling = link + "/Ready To Upload/" + natural_name + ".MAVO-Survey";
+    EXPECT_EQ(RET_SUCCESS, window->do_open(spelling));
+    EXPECT_EQ(spelling, window->survey.filename);
+  }
+
+  // Selects the survey on the Start page, where it is the only one.
+  StartPanel& select_on_start_page() const
+  {
+    StartPanel& panel = *window->start_panel;
+    panel.build_survey_model();
+    const auto row = panel.store->children()[1].children()[0];
+    EXPECT_EQ(path, row.get_value(panel.columns.path));
+    panel.survey_tree->set_cursor(panel.store->get_path(row));
+    panel.do_survey_line_trigger(panel.store->get_path(row), 1, 0);
+    return panel;
+  }
+  void change() const { window->survey_panel2->bottom_time->set_text("51"); }
+
+  std::string sent() const { return read_file(server->uploads + natural_name + ".MAVO-Survey"); }
+  static bool is_changed(const std::string& text)
+  {
+    return text.find(">51</bottom_time>") != std::string::npos;
+  }
+
+  std::string path;
+  std::string spelling;
+};
+
+} // namespace
+
+TEST_F(OpenedThroughALink, IsFollowedWhenItIsUnmarked)
+{
+  press(*select_on_start_page().mark_button);
+  EXPECT_EQ(path_of(in_progress, natural_name), window->survey.filename);
+  change();
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(1U, names_in(in_progress).size());
+}
+
+TEST_F(OpenedThroughALink, IsSavedBeforeItIsUploadedFromTheStartPage)
+{
+  change();
+  StartPanel& panel = select_on_start_page();
+  answer_dialogs({ok, ok}, [&] { press(*panel.upload_button); });
+  EXPECT_TRUE(is_changed(sent()));
+  EXPECT_TRUE(window->survey.is_uploaded);
+  EXPECT_EQ(Names(), names_in(ready));
+}
+
+TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploaded)
+{
+  change();
+  const auto seen =
+      answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_NE(std::string::npos, seen[0].text.raw().find(" (current survey)\n"));
+  EXPECT_TRUE(is_changed(sent()));
+  EXPECT_TRUE(window->survey.is_uploaded);
+  EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
+}
+
+TEST_F(OpenedThroughALink, IsMarkedAsTheCurrentOneInLists)
+{
+  const std::string list = my_app->prettify_survey_list({path}, spelling);
+  EXPECT_NE(std::string::npos, list.find(" (current survey)\n")) << list;
+}
+
+TEST_F(OpenedThroughALink, IsLockedOnceItsFileWasUploaded)
+{
+  EXPECT_EQ(RET_SUCCESS, window->do_upload_file(path));
+  EXPECT_TRUE(window->survey.is_uploaded);
+  EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
+}
+
+TEST_F(OpenedThroughALink, IsFollowedWhenAFailedUploadTakesItOutOfTheQueue)
+{
+  serve({"--upload", "status=500"});
+  answer_dialogs({ok, ok, ok}, [&] { window->do_upload_all_ready({path}); });
+  EXPECT_EQ(path_of(in_progress, natural_name), window->survey.filename);
+}
+
+TEST_F(OpenedThroughALink, GivesWayToANewSurveyWhenItIsDeleted)
+{
+  StartPanel& panel = select_on_start_page();
+  answer_next_dialog(yes, [&] { press(*panel.delete_button); });
+  EXPECT_FALSE(file_exists(path));
+  EXPECT_FALSE(window->get_visible());
+}
