@@ -252,7 +252,7 @@ void SurveyWindow::on_action_FileUploadAll(const std::string&)
 {
   // Only what lies in the queue already goes out, and then as it is on the screen.
   const bool is_queued =
-      leads_into(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
+      belongs_to(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
   if (is_queued && file_needs_saving())
     do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET);
 

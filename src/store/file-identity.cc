@@ -53,6 +53,11 @@ bool leads_into(const std::string& path, const std::string& directory)
   return resolved_path(path).rfind(resolved_path(directory) + "/", 0) == 0;
 }
 
+bool belongs_to(const std::string& path, const std::string& directory)
+{
+  return path.rfind(directory, 0) == 0 || leads_into(path, directory);
+}
+
 bool same_file(const std::string& path, const std::string& other)
 {
   struct stat first {

@@ -18,6 +18,10 @@ bool same_place(const std::string& path, const std::string& other);
 // Whether `path` leads into `directory` or a directory below it.
 bool leads_into(const std::string& path, const std::string& directory);
 
+// Whether a file counts as lying in the directory of a state: its path begins with
+// that of the directory, also if it is a link to elsewhere, or it leads there.
+bool belongs_to(const std::string& path, const std::string& directory);
+
 // Whether both paths lead to the same existing file: the same inode of the same
 // device. So also if the file has two names.
 bool same_file(const std::string& path, const std::string& other);

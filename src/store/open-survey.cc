@@ -68,8 +68,7 @@ RetCode SurveyWindow::do_open(std::string path)
     remember_as_unchanged(); // whatever format or program the file is from
     show_loaded_species();
     notebook->set_current_page(confirm_panel->page);
-    const std::string uploaded = my_app->get_survey_dir(MyApp::WD_UPLOADED);
-    if (path.rfind(uploaded, 0) == 0 || leads_into(path, uploaded))
+    if (belongs_to(path, my_app->get_survey_dir(MyApp::WD_UPLOADED)))
       set_survey_is_uploaded();
     survey.filename = std::move(path);
     report_unlisted_year(*this);

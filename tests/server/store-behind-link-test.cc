@@ -87,6 +87,17 @@ TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploaded)
   EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
 }
 
+TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploadedIfTheQueueHoldsALinkToIt)
+{
+  const std::string elsewhere = application_dir.root + "/elsewhere";
+  fs::rename(path, elsewhere);
+  fs::create_symlink(elsewhere, path);
+  EXPECT_EQ(RET_SUCCESS, window->do_open(path));
+  change();
+  answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_TRUE(is_changed(sent()));
+}
+
 TEST_F(OpenedThroughALink, IsMarkedAsTheCurrentOneInLists)
 {
   const std::string list = my_app->prettify_survey_list({path}, spelling);

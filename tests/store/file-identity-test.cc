@@ -60,6 +60,19 @@ TEST_F(FileIdentity, TellsNeighboursApart)
   EXPECT_FALSE(leads_into(base + "store", base + "store"));
 }
 
+TEST_F(FileIdentity, BelongsToADirectoryByItsSpellingOrByItsPlace)
+{
+  write_file(base + "elsewhere", "words");
+  fs::create_symlink(base + "elsewhere", base + "store/link");
+  fs::create_symlink(base + "store/file", base + "store2/link");
+  for (const char* const path :
+       {"store/file", "store/link", "link/file", "store2/link", "store2/../link/file", "store2/x"})
+    EXPECT_TRUE(belongs_to(base + path, base + "store")) << path;
+  for (const char* const path : {"link/link", "elsewhere", "link/../store2/x"})
+    EXPECT_FALSE(belongs_to(base + path, base + "store")) << path;
+  EXPECT_FALSE(belongs_to("", base + "store"));
+}
+
 TEST_F(FileIdentity, OfAFileWithTwoNamesIsThatOfTheFile)
 {
   fs::create_hard_link(base + "store/file", base + "store/second");
