@@ -17,19 +17,27 @@ Glib::ustring shown_year(const Glib::ustring& year)
   return escape_markup(is_long ? year.substr(0, most_characters) + "\u2026" : year);
 }
 
+// The first and the last year of the list, in brackets. A clock that is before
+// the first year makes the list empty.
+Glib::ustring range(const DropDownBox& years)
+{
+  if (years.items.empty())
+    return {};
+  return " (" + years.items.back().second + " to " + years.items.front().second + ")";
+}
+
 } // namespace
 
 void report_unlisted_year(const SurveyWindow& window)
 {
   if (window.survey.unlisted_year.empty())
     return;
-  const auto& years = window.survey_panel1->year->items; // the latest one first
   titled_error("Year Not In The List",
-               "The year of this survey, %s, is not in the list of years (%s to %s).\n"
+               "The year of this survey, %s, is not in the list of years%s.\n"
                "Please check the date of this computer.\n\n"
                "The survey is shown without a year. Its file still has it.",
-               shown_year(window.survey.unlisted_year).c_str(), years.back().second.c_str(),
-               years.front().second.c_str());
+               shown_year(window.survey.unlisted_year).c_str(),
+               range(*window.survey_panel1->year).c_str());
 }
 
 bool may_be_saved_without_its_year(const SurveyWindow& window)

@@ -331,6 +331,17 @@ TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheList)
   }
 }
 
+TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheListAlsoIfTheListIsEmpty)
+{
+  const std::string path = put(SurveyFile().text());
+  create_window();
+  window->survey_panel1->year->init({}, 0); // as with a clock that starts in 1970
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_EQ(RET_SUCCESS, window->do_open(path)); });
+  EXPECT_EQ(0U, seen.text.find("The year of this survey, 2021, is not in the list of years.\n"))
+      << seen.text;
+}
+
 TEST_F(OpenSurvey, SaysNothingOfAYearThatWasNotChosen)
 {
   for (const char* const element : {"<year>0000</year>", "<year/>", "<year> \n </year>", ""}) {
