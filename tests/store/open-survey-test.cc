@@ -585,9 +585,13 @@ TEST_F(OpenSurvey, DescribesASurveyInThePreviewAndNothingElse)
         auto& chooser = dynamic_cast<Gtk::FileChooserDialog&>(dialog);
         auto& label = dynamic_cast<Gtk::Label&>(*chooser.get_extra_widget());
         for (const auto& path : {survey_path, note_path}) {
-          chooser.set_filename(path);
-          while (chooser.get_preview_filename() != path)
-            settle();
+          // Once the chooser has read the folder it selects the first file, perhaps instead
+          // of this one.
+          wait_until("the file is chosen", [&] {
+            if (chooser.get_filename() != path)
+              chooser.set_filename(path);
+            return chooser.get_preview_filename() == path;
+          });
           window->on_filedlg_update_preview(&chooser, &label);
           EXPECT_EQ(path == survey_path, label.get_visible()) << path;
         }
