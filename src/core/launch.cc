@@ -78,7 +78,7 @@ LaunchPath split_launch_path(const std::string& argv0)
   path.exec_name = argv0.substr(last + 1);
   const std::size_t second = last == 0 ? std::string::npos : argv0.rfind('/', last - 1);
   if (second != std::string::npos) {
-    path.dir = argv0.substr(0, second);
+    path.dir = second == 0 ? "/" : argv0.substr(0, second); // the root directory is absolute
     path.has_dir = true;
   }
   return path;
@@ -87,7 +87,7 @@ LaunchPath split_launch_path(const std::string& argv0)
 std::vector<std::string> launch_script_command(const std::string& dir, const std::string& exec_name,
                                                const std::vector<std::string>& user_args)
 {
-  const std::string executable = dir + "/MacOS/" + exec_name;
+  const std::string executable = (dir == "/" ? "" : dir) + "/MacOS/" + exec_name;
   std::vector<std::string> command{executable + "-env-setup.sh", "--exec-name", executable};
   command.insert(command.end(), user_args.begin(), user_args.end());
   return command;

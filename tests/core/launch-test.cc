@@ -53,6 +53,7 @@ TEST(LaunchPath, IsSplitAtTheLastTwoSlashes)
       {"MacOS/mavo-survey", "MacOS/mavo-survey", "mavo-survey", false},
       {"mavo-survey", "mavo-survey", "mavo-survey", false},
       {"/mavo-survey", "/mavo-survey", "mavo-survey", false},
+      {"/MacOS/mavo-survey", "/", "mavo-survey", true},
       {"", "", "", false},
   };
   for (const auto& c : cases) {
@@ -68,6 +69,12 @@ TEST(LaunchScript, GetsTheExecutableAndThenTheUsersArguments)
   const std::vector<std::string> expected{"/opt/app/MacOS/x-env-setup.sh", "--exec-name",
                                           "/opt/app/MacOS/x", "-d3", "--name"};
   EXPECT_EQ(expected, launch_script_command("/opt/app", "x", {"-d3", "--name"}));
+}
+
+TEST(LaunchScript, StandsBesideAnExecutableBelowTheRootDirectory)
+{
+  const std::vector<std::string> expected{"/MacOS/x-env-setup.sh", "--exec-name", "/MacOS/x"};
+  EXPECT_EQ(expected, launch_script_command("/", "x", {}));
 }
 
 TEST_F(DebugArgument, SetsTheLevelAndIsTakenOut)
