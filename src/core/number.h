@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace Glib {
@@ -13,3 +14,6 @@ class ustring;
 int to_int(const char* text);
 int to_int(const std::string& text);
 int to_int(const Glib::ustring& text);
+
+// The same number in a wider range, to find out what to_int() had to change.
+std::int64_t to_int64(const char* text);

@@ -32,8 +32,8 @@ RetCode AbundanceChoices::process_line(const std::vector<Glib::ustring>& fields)
     return RET_SUCCESS;
   }
   Choice choice;
-  choice.responseid = static_cast<std::int16_t>(to_int(field(fields, RESPONSEID)));
-  choice.abun = static_cast<std::int16_t>(to_int(field(fields, ABUN)));
+  choice.responseid = number<std::int16_t>(fields, RESPONSEID);
+  choice.abun = number<std::int16_t>(fields, ABUN);
   choice.label = field(fields, LABEL);
   const int id = to_int(field(fields, SURVEY_SUBTYPE_ID));
   if (id == presence_subtype && choice.abun == 9)

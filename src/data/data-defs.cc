@@ -1,7 +1,5 @@
 #include "data/data-defs.h"
 
-#include "core/number.h"
-
 namespace {
 
 const char* const expected_headings[] = {"group", "value", "label", nullptr};
@@ -33,7 +31,7 @@ RetCode DataDefs::process_line(const std::vector<Glib::ustring>& fields)
     current_group = field(fields, GROUP);
   }
 
-  const int value = to_int(field(fields, VALUE));
+  const int value = number(fields, VALUE);
   const Glib::ustring& label = field(fields, LABEL);
   const bool only_declares_the_group = value == 0 && label.empty();
   if (!only_declares_the_group) {

@@ -1,7 +1,5 @@
 #include "data/data-params.h"
 
-#include "core/number.h"
-
 namespace {
 
 const char* const expected_headings[] = {"parameter", "value", nullptr};
@@ -24,6 +22,6 @@ RetCode DataParams::process_headings(const std::vector<Glib::ustring>& the_headi
 RetCode DataParams::process_line(const std::vector<Glib::ustring>& fields)
 {
   if (!fields.empty())
-    params[field(fields, PARAMETER)] = to_int(field(fields, VALUE));
+    params[field(fields, PARAMETER)] = number(fields, VALUE);
   return RET_SUCCESS;
 }

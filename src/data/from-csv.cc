@@ -95,6 +95,7 @@ RetCode FromCSV::verify_headings(const std::vector<Glib::ustring>& the_headings,
     column_index[the_headings[i]] = static_cast<unsigned int>(i);
 
   RetCode result = RET_SUCCESS;
+  heading_names = expected;
   columns.clear();
   last_column = 0;
   for (; *expected; ++expected) {
@@ -130,4 +131,11 @@ void FromCSV::complain_of_row(const char* reason) const
 {
   if (debug_level >= -1)
     printf("%s line %d is skipped: %s\n", filename.c_str(), line_number, reason);
+}
+
+void FromCSV::complain_of_number(std::size_t expected_index, const char* text, int kept) const
+{
+  if (debug_level >= -1)
+    printf("%s line %d: %s %s does not fit and is kept as %d\n", filename.c_str(), line_number,
+           heading_names[expected_index], text, kept);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/number.h"
 #include "core/ret-code.h"
 
 #include <glibmm/ustring.h>
@@ -40,7 +41,8 @@ public:
   virtual RetCode process_line(const std::vector<Glib::ustring>& fields) = 0;
   virtual RetCode process_headings(const std::vector<Glib::ustring>& the_headings);
   virtual RetCode check_columns(int line, const std::vector<Glib::ustring>& fields);
-  // `expected` ends with a null pointer. Fills `columns` in its order.
+  // `expected` ends with a null pointer and outlives the reading. Fills `columns` in its
+  // order.
   virtual RetCode verify_headings(const std::vector<Glib::ustring>& the_headings,
                                   const char* const* expected);
 
@@ -57,6 +59,17 @@ protected:
   {
     return fields[columns[expected_index]];
   }
+  // The number of a field, in the bits that `Kept` has. Complains on standard
+  // output of a number that does not fit.
+  template<typename Kept = int>
+  Kept number(const std::vector<Glib::ustring>& fields, std::size_t expected_index) const
+  {
+    const char* const text = field(fields, expected_index).c_str();
+    const auto kept = static_cast<Kept>(to_int(text));
+    if (kept != to_int64(text))
+      complain_of_number(expected_index, text, kept);
+    return kept;
+  }
   // Whether `id` can index a table; complains on standard output if not, so
   // that the caller can skip the row. `what` names the column.
   bool usable_id(int id, const char* what) const
@@ -72,9 +85,11 @@ private:
   RetCode process_row(const std::vector<Glib::ustring>& fields);
   bool refuse_id(int id, const char* what) const; // gives false
   void complain_of_row(const char* reason) const;
+  void complain_of_number(std::size_t expected_index, const char* text, int kept) const;
 
-  std::vector<unsigned int> columns; // of the expected headings, in their order
-  unsigned int last_column = 0;      // the largest of them
+  const char* const* heading_names = nullptr; // what verify_headings() was given
+  std::vector<unsigned int> columns;          // of these headings, in their order
+  unsigned int last_column = 0;               // the largest of them
   std::size_t gaps_left = 1'000'000;
   int line_number = 0; // of the line in hand, from 1; blank lines count
 };

@@ -1,7 +1,5 @@
 #include "data/geog-info.h"
 
-#include "core/number.h"
-
 namespace {
 
 const char* const expected_headings[] = {"geogid", "name", nullptr};
@@ -28,7 +26,7 @@ RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>&
 {
   if (fields.empty())
     return RET_SUCCESS;
-  const int id = to_int(field(fields, GEOGID));
+  const int id = number(fields, GEOGID);
   // Most ids are the largest so far. A new text takes no more memory than it needs.
   auto& names = fish->geog_names;
   const std::size_t known = names.size();

@@ -63,8 +63,8 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
 
   Species& row = fish->species[index];
   row.speciesid = id;
-  row.invertebratetype = static_cast<std::uint8_t>(to_int(field(fields, INVERTEBRATETYPE)));
-  row.rarefishind = static_cast<std::int8_t>(to_int(field(fields, RAREFISHIND)));
+  row.invertebratetype = number<std::uint8_t>(fields, INVERTEBRATETYPE);
+  row.rarefishind = number<std::int8_t>(fields, RAREFISHIND);
   fish->max_rarefishind = std::max(fish->max_rarefishind, row.rarefishind);
   row.familyid = field(fields, FAMILYID);
   settle_family(row);

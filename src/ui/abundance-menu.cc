@@ -20,8 +20,9 @@ bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
 {
   if (choice.abun >= 0)
     return true;
-  printf("Warning: survey type %d offers no \"%s\": its abundance %d is negative\n", subtype,
-         choice.label.c_str(), choice.abun);
+  if (debug_level >= -1)
+    printf("Warning: survey type %d offers no \"%s\": its abundance %d is negative\n", subtype,
+           choice.label.c_str(), choice.abun);
   return false;
 }
 

@@ -176,8 +176,9 @@ std::vector<SpeciesListItem> view_species_list(RegionFishInfo& fish,
       printf("%u: %d (%s) %s\n", static_cast<unsigned int>(i), view[i].speciesid,
              species ? species->commonname.c_str() : "", view[i].familyid.c_str());
     if (!species) {
-      printf("Warning: region %s has no species %d, which a view lists\n", fish.region.c_str(),
-             view[i].speciesid);
+      if (debug_level >= -1)
+        printf("Warning: region %s has no species %d, which a view lists\n", fish.region.c_str(),
+               view[i].speciesid);
     } else if (is_shown(*species, shown)) {
       list.push_back({species, families.find(view[i].familyid), true});
     }

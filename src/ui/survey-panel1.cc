@@ -140,7 +140,8 @@ void SurveyPanel1::on_subregion_changed()
   const auto& codes = my_app->region_info->subregion_codes;
   const auto chosen = codes.find(subregion->get_label());
   if (chosen == codes.end()) { // newer data may have been installed since the box was filled
-    std::printf("Subregion \"%s\" is not in the data\n", subregion->get_label().c_str());
+    if (debug_level >= -1)
+      std::printf("Subregion \"%s\" is not in the data\n", subregion->get_label().c_str());
     show_subregion(window->survey.subregion);
     return;
   }
@@ -210,7 +211,7 @@ void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
 void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
 {
   RegionInfo& info = *my_app->region_info;
-  if (info.subregion_regions.count(code) == 0)
+  if (info.subregion_regions.count(code) == 0 && debug_level >= -1)
     std::printf("Subregion %s is not in the data\n", code.c_str());
 
   // A subregion that the data lack gets empty tables, so that a survey from
@@ -251,7 +252,8 @@ void SurveyPanel1::on_survey_subtype_changed()
   if (debug_level >= 1)
     std::printf("survey subtype changed to %d\n", id);
   if (id < 0 || static_cast<std::size_t>(id) >= types.size()) {
-    std::printf("Survey type %d is not in the data\n", id);
+    if (debug_level >= -1)
+      std::printf("Survey type %d is not in the data\n", id);
     survey.survey_subtype = nullptr;
     return;
   }
@@ -272,7 +274,8 @@ void SurveyPanel1::take_what_type_offers(int id)
 {
   SurveyData& survey = window->survey;
   survey.abundance_choices = window->abundance_choices->find_subtype(id);
-  if (!survey.abundance_choices || survey.abundance_choices->choices.empty())
+  const bool has_choices = survey.abundance_choices && !survey.abundance_choices->choices.empty();
+  if (!has_choices && debug_level >= -1)
     std::printf("Survey type %d has no abundance choices\n", id);
   survey.show_fish = survey.survey_subtype->hasfish;
   survey.show_inverts = survey.survey_subtype->hasinverts;

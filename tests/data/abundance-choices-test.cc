@@ -67,6 +67,19 @@ TEST_F(AbundanceChoicesTest, KeepNumbersInSixteenBits)
   EXPECT_EQ(Texts({"0 None -1", "0 Oops -1", "2 Wrapped 1", "-25536 Negative -25536"}), choices(1));
 }
 
+TEST_F(AbundanceChoicesTest, ReportNumbersThatDoNotFitSixteenBits)
+{
+  const std::string file = data.dir + "abundance-choices.csv";
+  {
+    const TraceLevel level(-1);
+    EXPECT_EQ(file + " line 3: responseid 32768 does not fit and is kept as -32768\n" + file +
+                  " line 4: abun 65539 does not fit and is kept as 3\n",
+              read("32767,1,Few,1\n32768,1,Many,2\n7,1,Most,65539\n"));
+  }
+  const TraceLevel level(-2);
+  EXPECT_EQ("", read("32768,1,Many,1\n"));
+}
+
 TEST_F(AbundanceChoicesTest, CallTheFirstClassOfThePresenceListPresent)
 {
   read("990,99,There,1\n991,99,Perhaps,2\n992,99,Not looked for,9\n");

@@ -49,6 +49,14 @@ TEST_F(DataParamsTest, CountsAValueThatIsNoNumberAsNought)
   EXPECT_EQ(120, params->params["bottom_time_confirm_over"]);
 }
 
+TEST_F(DataParamsTest, ReportsAValueBeyondTheRange)
+{
+  EXPECT_EQ(data.dir + "data-parameters.csv line 2: value -99999999999 does not fit and is kept as "
+                       "-2147483648\n",
+            output_of(-1, [this] { read("temp_min_c,-99999999999\ntemp_max_c,40\n"); }));
+  EXPECT_EQ("", output_of(-2, [this] { read("temp_min_c,-99999999999\n"); }));
+}
+
 TEST_F(DataParamsTest, IsNotValidWithoutAWholeFile)
 {
   EXPECT_FALSE(DataParams("/no/such/directory/").is_valid());

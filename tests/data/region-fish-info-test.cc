@@ -229,6 +229,26 @@ TEST_F(RegionFishInfoTest, KeepsRarityAndInvertebrateTypeInEightBits)
   EXPECT_EQ(44, fish.max_rarefishind);
 }
 
+TEST_F(RegionFishInfoTest, ReportsNumbersThatDoNotFitTheirTypeDownToLevelMinusOne)
+{
+  families("F1,,Sculpins\n");
+  species("1,,,F1,256,300\n2,,,F1,255,127\n3,,,F1,0,-129\n4,,,F1,0,-128\n");
+  zones("99999999999,Far\n2147483647,Near\n");
+  const std::string dir = data.dir;
+  const std::string expected =
+      dir + "XYZ-species-info.csv line 2: invertebratetype 256 does not fit and is kept as 0\n" +
+      dir + "XYZ-species-info.csv line 2: rarefishind 300 does not fit and is kept as 44\n" + dir +
+      "XYZ-species-info.csv line 4: rarefishind -129 does not fit and is kept as 127\n" + dir +
+      "XYZ-geog.csv line 2: geogid 99999999999 does not fit and is kept as 2147483647\n";
+  {
+    const TraceLevel level(-1);
+    EXPECT_EQ(expected, read());
+  }
+  const TraceLevel level(-2);
+  fish = RegionFishInfo();
+  EXPECT_EQ("", read());
+}
+
 TEST_F(RegionFishInfoTest, NeverTakesANegativeRarityForTheLargest)
 {
   species("1,a,b,F1,0,200\n");
@@ -279,6 +299,7 @@ TEST_F(RegionFishInfoTest, ListsAZoneTwiceThatComesTwice)
 TEST_F(RegionFishInfoTest, KeepsZonesOfAnyNumber)
 {
   zones("-5,Below\nwest,Nowhere\n99999999999,Beyond\n");
+  const TraceLevel silent(-2);
   EXPECT_EQ("", read());
   EXPECT_EQ(std::vector<int>({-5, 0, 2'147'483'647}), fish.geog_ids);
   EXPECT_EQ("Below", fish.geog_names[-5].raw());

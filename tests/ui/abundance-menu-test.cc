@@ -79,7 +79,8 @@ TEST_F(AbundanceMenuTest, LeavesOutANegativeAbundanceAndSaysSo)
   create_window();
   EXPECT_EQ("None|Seen", item_labels(*window->abundance_menus[2]));
   EXPECT_EQ("Warning: survey type 2 offers no \"Minus\": its abundance -1 is negative\n",
-            output_of(0, [&] { window->build_abundance_menus(); }));
+            output_of(-1, [&] { window->build_abundance_menus(); }));
+  EXPECT_EQ("", output_of(-2, [&] { window->build_abundance_menus(); }));
 }
 
 TEST_F(AbundanceMenuTest, WritesTheChosenAbundanceIntoTheSurveyAndBothStores)

@@ -1,4 +1,5 @@
 #include "core/report.h"
+#include "support/output.h"
 #include "ui/species-list.h"
 
 #include <gtest/gtest.h>
@@ -212,6 +213,9 @@ TEST(ViewSpeciesList, LeavesOutSpeciesThatTheRegionLacksAndSaysSo)
               testing::internal::GetCapturedStdout());
     EXPECT_EQ("3/F2*", as_text(list)) << id;
   }
+  const auto complain = [&] { view_species_list(fish, {{8, "F1"}}, everything); };
+  EXPECT_NE("", output_of(-1, complain));
+  EXPECT_EQ("", output_of(-2, complain));
 }
 
 TEST(SpeciesLists, TraceWhatTheyHold)

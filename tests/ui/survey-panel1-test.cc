@@ -287,7 +287,7 @@ TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenThePresentSubregionIsSetUpAgain)
 TEST_F(SurveyPanel1Test, SurvivesASubregionThatTheDataLack)
 {
   open_panel("Northwest", northwest_type);
-  const std::string output = output_of(0, [&] { panel->setup_for_subregion("ATLANTIS"); });
+  const std::string output = output_of(-1, [&] { panel->setup_for_subregion("ATLANTIS"); });
   EXPECT_NE(std::string::npos, output.find("Subregion ATLANTIS is not in the data\n")) << output;
   EXPECT_EQ("ATLANTIS", window->survey.subregion);
   EXPECT_EQ("", window->survey.region);
@@ -306,11 +306,25 @@ TEST_F(SurveyPanel1Test, SurvivesASubregionThatTheDataLack)
   EXPECT_EQ("PNW", window->survey.subregion);
 }
 
+TEST_F(SurveyPanel1Test, IsSilentAboutWhatTheDataLackBelowLevelMinusOne)
+{
+  application_dir.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n");
+  open_panel("Northwest");
+  EXPECT_EQ("", output_of(-2, [&] {
+              choose_survey_type("Northwest: abundance");
+              panel->survey_subtype->add_item(6000, "Beyond");
+              panel->survey_subtype->set_id(6000);
+              my_app->region_info->subregion_codes.erase("California");
+              panel->subregion->set_label("California");
+              panel->setup_for_subregion("ATLANTIS");
+            }));
+}
+
 TEST_F(SurveyPanel1Test, PutsTheBoxBackWhenNewDataLackTheChosenPlace)
 {
   open_panel("Northwest");
   my_app->region_info->subregion_codes.erase("California");
-  const std::string output = output_of(0, [&] { panel->subregion->set_label("California"); });
+  const std::string output = output_of(-1, [&] { panel->subregion->set_label("California"); });
   EXPECT_NE(std::string::npos, output.find("Subregion \"California\" is not in the data\n"));
   EXPECT_EQ("Northwest", panel->subregion->get_label());
   EXPECT_EQ("PNW", window->survey.subregion);
@@ -402,7 +416,7 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeWithoutAbundanceChoices)
                                                 "201,2,Seen,1\n");
   open_panel("Northwest");
   for (const char* type : {"Northwest: abundance", "Northwest: fish and invertebrates"}) {
-    const std::string output = output_of(0, [&] { choose_survey_type(type); });
+    const std::string output = output_of(-1, [&] { choose_survey_type(type); });
     EXPECT_NE(std::string::npos, output.find(" has no abundance choices\n")) << output;
     EXPECT_EQ(nullptr, window->current_abundance_menu);
     EXPECT_TRUE(!window->survey.abundance_choices ||
@@ -417,7 +431,7 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeBeyondTheTables)
   open_panel("Northwest", northwest_type);
   for (const int id : {6000, -7}) {
     panel->survey_subtype->add_item(id, "Beyond");
-    const std::string output = output_of(0, [&] { panel->survey_subtype->set_id(id); });
+    const std::string output = output_of(-1, [&] { panel->survey_subtype->set_id(id); });
     EXPECT_EQ("Survey type " + std::to_string(id) + " is not in the data\n", output);
     EXPECT_EQ(nullptr, window->survey.survey_subtype);
     panel->survey_subtype->set_id(1);
