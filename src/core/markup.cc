@@ -4,9 +4,12 @@
 
 #include <pango/pango.h>
 
+#include <charconv>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -26,6 +29,25 @@ Glib::ustring valid_utf8(const Glib::ustring& text)
 std::string escaped(const char* text, std::size_t size)
 {
   return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
+}
+
+// The character of an escape, the text between "&" and ";"; empty if it is none of those
+// that the escaping function makes: five names, and control characters in hexadecimal.
+std::string escaped_character(std::string_view escape)
+{
+  static const std::map<std::string_view, const char*> names = {
+      {"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}};
+  const auto name = names.find(escape);
+  if (name != names.end())
+    return name->second;
+  if (escape.size() < 3 || escape.substr(0, 2) != "#x")
+    return {};
+  unsigned int character = 0;
+  const char* const end = escape.data() + escape.size();
+  const auto read = std::from_chars(escape.data() + 2, end, character, 16);
+  if (read.ec != std::errc() || read.ptr != end || !g_unichar_iscntrl(character))
+    return {};
+  return Glib::ustring(1, character).raw();
 }
 
 // Links are an addition of the toolkit's labels, which take them out before
@@ -94,6 +116,24 @@ Glib::ustring escape_markup(const Glib::ustring& text)
 {
   const Glib::ustring valid = valid_utf8(text);
   return escaped(valid.data(), valid.bytes());
+}
+
+std::string unescape_markup(const std::string& text)
+{
+  constexpr std::size_t longest_escape = 6; // "&quot;"
+  std::string plain;
+  std::size_t done = 0;
+  for (auto at = text.find('&'); at != std::string::npos; at = text.find('&', at + 1)) {
+    const std::size_t end = std::string_view(text).substr(at, longest_escape).find(';');
+    if (end == std::string::npos)
+      continue;
+    const std::string character = escaped_character(std::string_view(text).substr(at + 1, end - 1));
+    if (character.empty())
+      continue;
+    plain.append(text, done, at - done).append(character);
+    done = at + end + 1;
+  }
+  return plain.append(text, done);
 }
 
 // Works on bytes: an ampersand is never part of a longer character.

@@ -2,9 +2,15 @@
 
 #include <glibmm/ustring.h>
 
+#include <string>
+
 // Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
 // show as replacement characters.
 Glib::ustring escape_markup(const Glib::ustring& text);
+
+// The inverse of escape_markup(): each escape that it makes becomes its character again,
+// once. All else stays, tags and stray ampersands too.
+std::string unescape_markup(const std::string& text);
 
 // `text` with its ampersands as plain words and its tags as they are.
 Glib::ustring escape_ampersands(const Glib::ustring& text);

@@ -1,11 +1,11 @@
 #include "core/report.h"
 
+#include "core/markup.h"
 #include "core/message-dialog.h"
 
 #include <glibmm/stringutils.h>
 #include <glibmm/ustring.h>
 
-#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -58,14 +58,14 @@ std::string errno_text(int number)
   return ": " + Glib::strerror(number).raw() + " (" + std::to_string(number) + ")";
 }
 
-RetCode display_error(RetCode code, const std::string& message, bool is_fatal, bool with_errno,
-                      const Glib::ustring* title)
+RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
+                      const int* error_number, const Glib::ustring* title)
 {
-  const int error_number = errno; // before anything else disturbs it
   ++error_count;
   const std::string text = error_context + message_prefix(code) + message +
-                           (with_errno ? errno_text(error_number) : std::string());
-  fprintf(stderr, "*** %s: %s\n", is_fatal ? "FATAL ERROR" : "ERROR", text.c_str());
+                           (error_number ? errno_text(*error_number) : std::string());
+  fprintf(stderr, "*** %s: %s\n", is_fatal ? "FATAL ERROR" : "ERROR",
+          unescape_markup(text).c_str());
 
   Message dialog;
   dialog.title = title && !title->empty() ? *title : "Error occurred";
@@ -76,75 +76,78 @@ RetCode display_error(RetCode code, const std::string& message, bool is_fatal, b
   return code;
 }
 
+[[noreturn]] void display_fatal(RetCode code, const std::string& message, const int* error_number)
+{
+  exit(translate_code(display_error(code, message, true, error_number, nullptr)));
+}
+
 } // namespace
 
 // Formats into `message` from the arguments behind `last`.
 #define FORMAT_ARGUMENTS(message, last)                                                            \
-  const int saved_errno = errno;                                                                   \
   va_list args;                                                                                    \
   va_start(args, last);                                                                            \
   const std::string message = format_message(last, args);                                          \
-  va_end(args);                                                                                    \
-  errno = saved_errno
+  va_end(args)
 
 RetCode error(const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
-  return display_error(RET_FAILURE, message, false, false, nullptr);
+  return display_error(RET_FAILURE, message, false, nullptr, nullptr);
 }
 
 RetCode error(RetCode code, const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
-  return display_error(code, message, false, false, nullptr);
-}
-
-RetCode error_errno(const char* fmt, ...)
-{
-  FORMAT_ARGUMENTS(message, fmt);
-  return display_error(RET_FAILURE, message, false, true, nullptr);
-}
-
-RetCode error_errno(RetCode code, const char* fmt, ...)
-{
-  FORMAT_ARGUMENTS(message, fmt);
-  return display_error(code, message, false, true, nullptr);
+  return display_error(code, message, false, nullptr, nullptr);
 }
 
 RetCode titled_error(const Glib::ustring& title, const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
-  return display_error(RET_FAILURE, message, false, false, &title);
-}
-
-RetCode titled_error_errno(const Glib::ustring& title, const char* fmt, ...)
-{
-  FORMAT_ARGUMENTS(message, fmt);
-  return display_error(RET_FAILURE, message, false, true, &title);
+  return display_error(RET_FAILURE, message, false, nullptr, &title);
 }
 
 void fatal(const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
-  exit(translate_code(display_error(RET_FAILURE, message, true, false, nullptr)));
+  display_fatal(RET_FAILURE, message, nullptr);
 }
 
 void fatal(RetCode code, const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
-  exit(translate_code(display_error(code, message, true, false, nullptr)));
+  display_fatal(code, message, nullptr);
 }
 
-void fatal_errno(const char* fmt, ...)
+RetCode ErrnoReport::error(const char* fmt, ...) const
 {
   FORMAT_ARGUMENTS(message, fmt);
-  exit(translate_code(display_error(RET_FAILURE, message, true, true, nullptr)));
+  return display_error(RET_FAILURE, message, false, &number, nullptr);
 }
 
-void fatal_errno(RetCode code, const char* fmt, ...)
+RetCode ErrnoReport::error(RetCode code, const char* fmt, ...) const
 {
   FORMAT_ARGUMENTS(message, fmt);
-  exit(translate_code(display_error(code, message, true, true, nullptr)));
+  return display_error(code, message, false, &number, nullptr);
+}
+
+RetCode ErrnoReport::titled_error(const Glib::ustring& title, const char* fmt, ...) const
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  return display_error(RET_FAILURE, message, false, &number, &title);
+}
+
+void ErrnoReport::fatal(const char* fmt, ...) const
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  display_fatal(RET_FAILURE, message, &number);
+}
+
+void ErrnoReport::fatal(RetCode code, const char* fmt, ...) const
+{
+  FORMAT_ARGUMENTS(message, fmt);
+  display_fatal(code, message, &number);
 }
 
 void assert_failure(const char* expression, const char* file, int line)

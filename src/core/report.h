@@ -2,6 +2,7 @@
 
 #include "core/ret-code.h"
 
+#include <cerrno>
 #include <string>
 
 namespace Glib {
@@ -13,6 +14,7 @@ class ustring;
 // a printf format, and the text that results is Pango markup: put plain words
 // through escape_markup() first. Text that is not valid markup is shown as it
 // stands. Before GTK is initialised, or without a display, there is only the line.
+// The line holds the characters that were escaped, and the tags as they are.
 //
 // What the names add: `_errno` appends the system's text for errno, `titled_`
 // gives the dialog a title, and `fatal` ends the process once the dialog has
@@ -23,14 +25,26 @@ class ustring;
 
 RetCode error(const char* fmt, ...) MAVO_PRINTF(1, 2);
 RetCode error(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
-RetCode error_errno(const char* fmt, ...) MAVO_PRINTF(1, 2);
-RetCode error_errno(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
 RetCode titled_error(const Glib::ustring& title, const char* fmt, ...) MAVO_PRINTF(2, 3);
-RetCode titled_error_errno(const Glib::ustring& title, const char* fmt, ...) MAVO_PRINTF(2, 3);
 [[noreturn]] void fatal(const char* fmt, ...) MAVO_PRINTF(1, 2);
 [[noreturn]] void fatal(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
-[[noreturn]] void fatal_errno(const char* fmt, ...) MAVO_PRINTF(1, 2);
-[[noreturn]] void fatal_errno(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
+
+// The reports about errno: error_errno, titled_error_errno and fatal_errno are used like
+// the functions above. They read errno before their arguments are computed, which could
+// change it: what stands in front of a call's parentheses is evaluated first.
+struct ErrnoReport {
+  // `this` counts as the first argument.
+  RetCode error(const char* fmt, ...) const MAVO_PRINTF(2, 3);
+  RetCode error(RetCode code, const char* fmt, ...) const MAVO_PRINTF(3, 4);
+  RetCode titled_error(const Glib::ustring& title, const char* fmt, ...) const MAVO_PRINTF(3, 4);
+  [[noreturn]] void fatal(const char* fmt, ...) const MAVO_PRINTF(2, 3);
+  [[noreturn]] void fatal(RetCode code, const char* fmt, ...) const MAVO_PRINTF(3, 4);
+
+  int number; // the value of errno
+};
+#define error_errno ErrnoReport{errno}.error
+#define titled_error_errno ErrnoReport{errno}.titled_error
+#define fatal_errno ErrnoReport{errno}.fatal
 
 // Ends the process with the status of RET_ASSERTION, naming the expression.
 [[noreturn]] void assert_failure(const char* expression, const char* file, int line);

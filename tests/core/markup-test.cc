@@ -8,6 +8,25 @@ TEST(Markup, PlainWordsAreEscaped)
   EXPECT_EQ("", escape_markup("").raw());
 }
 
+TEST(Markup, UnescapedIsWhatWasEscaped)
+{
+  std::string every_byte;
+  for (char c = 1; c < 127; ++c)
+    every_byte += c;
+  const std::string texts[] = {"",          "a & b",    "&amp;amp;", "&#x26;",
+                               "&",         "<b>'\"",   "&lt",       "é \u0085 \u009f",
+                               "\x7f \x1b", every_byte, "&am&amp;p;"};
+  for (const auto& text : texts)
+    EXPECT_EQ(text, unescape_markup(escape_markup(text).raw()));
+}
+
+TEST(Markup, UnescapingLeavesWhatNoEscapeMade)
+{
+  for (const std::string text : {"<b>a</b>", "a & b", "&nbsp;", "&#x26;", "&#38;", "&#x110000;",
+                                 "&#xd800;", "&#x;", "&;", "&lt", "&amp"})
+    EXPECT_EQ(text, unescape_markup(text));
+}
+
 TEST(Markup, EscapedAmpersandsAreNotEscapedAgain)
 {
   EXPECT_EQ("a &amp; <b>b</b> &amp;&amp; c", escape_ampersands("a & <b>b</b> && c").raw());

@@ -1,3 +1,4 @@
+#include "core/markup.h"
 #include "core/report.h"
 
 #include <glibmm/stringutils.h>
@@ -71,6 +72,53 @@ TEST(Report, HoldsAMessageOfAnyLength)
     EXPECT_EQ("*** ERROR: " + message + "\n", reported([&] { error("%s", message.c_str()); }))
         << length;
   }
+}
+
+TEST(Report, ShowsOnStandardErrorTheCharactersThatWereEscapedForTheDialog)
+{
+  const std::string path = "/home/a & b/<x>/\"y\"/'z' &amp; \x1b";
+  EXPECT_EQ("*** ERROR: cannot read " + path + "\n",
+            reported([&] { error("cannot read %s", escape_markup(path).c_str()); }));
+  EXPECT_EQ("*** ERROR: abun 3 -> resp\n",
+            reported([] { titled_error("t", "abun 3 -&gt; resp"); }));
+}
+
+TEST(Report, KeepsTheTagsOfAMessageOnStandardError)
+{
+  const std::string message =
+      "write to <a href=\"mailto:a@b.example\">a@b.example</a> & <b>wait</b>";
+  EXPECT_EQ("*** ERROR: " + message + "\n", reported([&] { error("%s", message.c_str()); }));
+}
+
+TEST(Report, KeepsAnAmpersandThatStartsNoEscape)
+{
+  for (const std::string message : {"a & b", "&nbsp;", "&", "&#0;"})
+    EXPECT_EQ("*** ERROR: " + message + "\n", reported([&] { error("%s", message.c_str()); }));
+}
+
+TEST(Report, TellsTheErrnoFromBeforeItsArgumentsWereComputed)
+{
+  const auto argument = [] {
+    errno = ENOENT;
+    return "x";
+  };
+  const std::string expected = ": " + system_text(EACCES) + " (13)\n";
+  EXPECT_EQ("*** ERROR: cannot x" + expected, reported([&] {
+              errno = EACCES;
+              error_errno("cannot %s", argument());
+            }));
+  EXPECT_EQ("*** ERROR: cannot x" + expected, reported([&] {
+              errno = EACCES;
+              error_errno(RET_FAILURE, "cannot %s", argument());
+            }));
+  EXPECT_EQ("*** ERROR: cannot x" + expected, reported([&] {
+              errno = EACCES;
+              titled_error_errno(argument(), "cannot %s", argument());
+            }));
+  EXPECT_EXIT((errno = EACCES, fatal_errno("cannot %s", argument())), testing::ExitedWithCode(1),
+              "cannot x: " + system_text(EACCES) + " \\(13\\)\n");
+  EXPECT_EXIT((errno = EACCES, fatal_errno(RET_RESERVED_8, "cannot %s", argument())),
+              testing::ExitedWithCode(2), "cannot x: " + system_text(EACCES) + " \\(13\\)\n");
 }
 
 TEST(Report, HasTheErrorContextInFront)

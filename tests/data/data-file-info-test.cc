@@ -84,7 +84,7 @@ TEST(DataFileInfo, ReportsAnotherVersionAndReadsOn)
 {
   bool valid = false;
   EXPECT_EQ(
-      "*** ERROR: Can't handle data file metadata version 2 &amp; a half - please download "
+      "*** ERROR: Can't handle data file metadata version 2 & a half - please download "
       "a newer version of this program!\n",
       reported_by([&] { valid = info_of("version=2 & a half\ntimestamp=1\nupdated=x\n").valid; }));
   EXPECT_TRUE(valid);
