@@ -3,6 +3,15 @@
 set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
 set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
+# The definition of the window names the addresses of the build, and the licence.
+file(READ LICENSE licence)
+string(REPLACE "&" "&amp;" licence "${licence}")
+string(REPLACE "<" "&lt;" MAVO_LICENSE "${licence}")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE)
+set(definition_file ${PROJECT_BINARY_DIR}/generated/survey-ui.glade)
+configure_file(resources/survey-ui.glade ${definition_file} @ONLY)
+set(generated_resources ${definition_file})
+
 foreach(folder resources data-files)
   file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*)
   # A file that was removed is noticed by the list of names.
@@ -11,10 +20,10 @@ foreach(folder resources data-files)
   set(stamp ${PROJECT_BINARY_DIR}/${folder}.stamp)
   add_custom_command(OUTPUT ${stamp}
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${application_dir}/${folder}
-    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/${folder}
-      ${application_dir}/${folder}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${application_dir}/${folder}
+    COMMAND ${CMAKE_COMMAND} -E copy ${files} ${generated_${folder}} ${application_dir}/${folder}
     COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
-    DEPENDS ${files} ${names}
+    DEPENDS ${files} ${generated_${folder}} ${names}
     COMMENT "Copying ${folder} into the application directory" VERBATIM)
   list(APPEND stamps ${stamp})
 endforeach()
@@ -23,10 +32,13 @@ set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)
 add_custom_command(OUTPUT ${script_copy}
   COMMAND ${CMAKE_COMMAND} -E copy ${launch_script} ${script_copy}
   DEPENDS ${launch_script} VERBATIM)
-add_custom_target(application_directory ALL DEPENDS ${stamps} ${script_copy})
-add_dependencies(application_directory mavo-survey)
+add_custom_target(application_files DEPENDS ${stamps} ${script_copy})
+add_custom_target(application_directory ALL)
+add_dependencies(application_directory application_files mavo-survey)
 
 install(TARGETS mavo-survey DESTINATION lib/mavo-survey/MacOS)
 install(PROGRAMS ${launch_script} DESTINATION lib/mavo-survey/MacOS)
-install(DIRECTORY resources data-files DESTINATION lib/mavo-survey)
+install(DIRECTORY resources data-files DESTINATION lib/mavo-survey COMPONENT resources
+  PATTERN survey-ui.glade EXCLUDE)
+install(FILES ${definition_file} DESTINATION lib/mavo-survey/resources COMPONENT resources)
 install(PROGRAMS packaging/mavo-survey DESTINATION bin)

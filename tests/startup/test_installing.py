@@ -4,6 +4,7 @@ import os
 import subprocess
 import time
 from datetime import datetime
+from xml.etree import ElementTree
 
 from .scratch import BUILD, PROJECT, ScratchTest, environment
 
@@ -19,12 +20,20 @@ def files_below(directory):
     }
 
 
+def without_definition(files):
+    """All but the definition of the window, which gets the addresses of the build."""
+    return {path: file for path, file in files.items() if path.name != "survey-ui.glade"}
+
+
 class ApplicationDirectory(ScratchTest):
     def test_holds_program_script_resources_and_data(self):
         names = {path.parts[0] for path in files_below(APPLICATION_DIR)}
         self.assertEqual({"MacOS", "resources", "data-files"}, names)
         for folder in ("resources", "data-files"):
-            self.assertEqual(files_below(PROJECT / folder), files_below(APPLICATION_DIR / folder))
+            files = files_below(APPLICATION_DIR / folder)
+            self.assertEqual(
+                without_definition(files_below(PROJECT / folder)), without_definition(files)
+            )
         programs = files_below(APPLICATION_DIR / "MacOS")
         self.assertEqual(
             ["mavo-survey", "mavo-survey-env-setup.sh"], sorted(str(path) for path in programs)
@@ -57,6 +66,52 @@ class Installing(ScratchTest):
             check=True,
         )
         self.expect_installed(self.scratch / "usr")
+
+
+class AddressesOfTheBuild(ScratchTest):
+    """The definition of the window that a build with addresses of its own installs."""
+
+    def installed_definition(self, *options):
+        build = self.scratch / "build"
+        prefix = self.scratch / "prefix"
+        generator = ["-G", "Ninja", "-DMAVO_TESTS=OFF", "-DMAVO_PCH=OFF"]
+        for command in (
+            ["cmake", "-S", PROJECT, "-B", build, *generator, *options],
+            ["cmake", "--install", build, "--prefix", prefix, "--component", "resources"],
+        ):
+            subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
+        definition = prefix / "lib" / "mavo-survey" / "resources" / "survey-ui.glade"
+        return ElementTree.parse(definition)
+
+    def properties(self, definition, name):
+        return [found.text or "" for found in definition.iterfind(f".//property[@name='{name}']")]
+
+    def test_stand_in_all_its_links(self):
+        definition = self.installed_definition(
+            "-DMAVO_WEB_HOST=surveys.example.org:8080", "-DMAVO_SUPPORT_ADDRESS=help@example.org"
+        )
+        links = [label for label in self.properties(definition, "label") if "href" in label]
+        self.assertEqual(
+            [
+                '<a href="mailto:help@example.org">help@example.org</a>',
+                '<a href="http://surveys.example.org:8080">surveys.example.org:8080</a>',
+            ],
+            links,
+        )
+        self.assertEqual(
+            ["http://surveys.example.org:8080"], self.properties(definition, "website")
+        )
+        self.assertEqual(["surveys.example.org:8080"], self.properties(definition, "website-label"))
+        for text in definition.getroot().itertext():
+            self.assertNotIn("mavo.example", text)
+            self.assertNotIn("@MAVO_", text)
+
+    def test_come_with_the_licence(self):
+        definition = self.installed_definition()
+        self.assertEqual(
+            [(PROJECT / "LICENSE").read_text(encoding="utf-8")],
+            self.properties(definition, "license"),
+        )
 
 
 class BuildDate(ScratchTest):

@@ -338,8 +338,8 @@ TEST_F(DefinitionFile, TellsInTheContactDialogHowToReachTheOrganisation)
   std::string words;
   for (const auto* const label : objects_of("contact_dialog", "[@class='GtkLabel']"))
     words += property(label, "label") + "\n";
-  EXPECT_NE(words.find("mailto:support@mavo.example"), std::string::npos);
-  EXPECT_NE(words.find("http://www.mavo.example"), std::string::npos);
+  EXPECT_NE(words.find("mailto:" MAVO_SUPPORT_ADDRESS), std::string::npos);
+  EXPECT_NE(words.find("http://" MAVO_WEB_HOST), std::string::npos);
 }
 
 TEST_F(DefinitionFile, CarriesTheProgramsNameAndLogoInTheAboutBox)
@@ -347,4 +347,6 @@ TEST_F(DefinitionFile, CarriesTheProgramsNameAndLogoInTheAboutBox)
   const auto* const about = object("about_dialog");
   EXPECT_EQ(property(about, "program-name"), "MAVO Survey");
   EXPECT_EQ(property(about, "logo"), "MAVO-logo-128.png");
+  EXPECT_EQ(property(about, "website"), "http://" MAVO_WEB_HOST);
+  EXPECT_EQ(property(about, "license").rfind("MIT License", 0), 0U);
 }
