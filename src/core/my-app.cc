@@ -1,9 +1,10 @@
 #include "core/my-app.h"
 
+#include "core/link-opener.h"
 #include "core/report.h"
+#include "core/url-handlers.h"
 
 #include <gdkmm/pixbuf.h>
-#include <giomm/appinfo.h>
 #include <gtkmm/application.h>
 #include <gtkmm/image.h>
 #include <pango/pangocairo.h>
@@ -27,46 +28,6 @@ void load_icons(std::vector<Glib::RefPtr<Gdk::Pixbuf>>& icons)
   }
 }
 
-Glib::RefPtr<Gio::AppInfo> create_open_command()
-{
-  try {
-    return Gio::AppInfo::create_from_commandline("open", "open hack",
-                                                 Gio::APP_INFO_CREATE_SUPPORTS_URIS);
-  } catch (const Glib::Error&) {
-    return {};
-  }
-}
-
-bool set_as_default(Gio::AppInfo& handler, const std::string& type)
-{
-  try {
-    return handler.set_as_default_for_type(type);
-  } catch (const Glib::Error&) {
-    return false;
-  }
-}
-
-// Links in labels and dialogs need a program that opens them. Where the system
-// has none, its "open" command is tried.
-void check_uri_handler(const std::string& scheme)
-{
-  if (const auto handler = Gio::AppInfo::get_default_for_uri_scheme(scheme)) {
-    if (debug_level >= 2) {
-      printf("default app for %s is %s (%s): %s\n", scheme.c_str(),
-             handler->get_display_name().c_str(), handler->get_description().c_str(),
-             handler->get_executable().c_str());
-    }
-    return;
-  }
-  if (debug_level >= 0)
-    printf("No default app for %s!\n", scheme.c_str());
-  const auto open_command = create_open_command();
-  if (!open_command)
-    printf("Failed to create AppInfo to handle %s\n", scheme.c_str());
-  else if (!set_as_default(*open_command.operator->(), "x-scheme-handler/" + scheme))
-    printf("Failed to set up handler for %s\n", scheme.c_str());
-}
-
 } // namespace
 
 MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
@@ -80,8 +41,8 @@ MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
     fatal("Failed to read data files; you may need to reinstall the app.  Sorry!");
   if (icon_list.empty())
     load_icons(icon_list);
-  for (const char* scheme : {"http", "https", "mailto"})
-    check_uri_handler(scheme);
+  check_url_handlers();
+  install_link_opener();
 }
 
 MyApp::~MyApp() = default;

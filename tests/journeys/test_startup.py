@@ -4,8 +4,10 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import tempfile
+import time
 import unittest
 
 from .program import Program
@@ -266,6 +268,101 @@ class StartingWithoutHandlersOfAddresses(Start):
         output = self.start_at_home()
         for scheme in self.schemes:
             self.assertIn(f"Failed to set up handler for {scheme}\n", output)
+
+
+class StartingWhereOpenIsXdgOpen(Start):
+    """The command "open" is another name of the real xdg-open, and nothing opens links."""
+
+    schemes = ("http", "https", "mailto")
+    mark = "MAVO_STARTED_BY_THIS_TEST"
+
+    def setUp(self):
+        super().setUp()
+        self.home = self.directory.parent / "home"
+        self.applications = self.home / ".local" / "share" / "applications"
+        self.associations = self.home / ".config" / "mimeapps.list"
+        commands = self.directory.parent / "commands"
+        for made in (self.applications, self.associations.parent, commands):
+            made.mkdir(parents=True)
+        (commands / "open").symlink_to(shutil.which("xdg-open"))
+        self.environment = {
+            "PATH": f"{commands}:{os.environ['PATH']}",
+            "XDG_DATA_DIRS": str(self.directory.parent / "none"),
+            "XDG_CONFIG_DIRS": str(self.directory.parent / "none"),
+            "XDG_DATA_HOME": str(self.home / ".local" / "share"),
+            self.mark: str(self.directory),
+        }
+        self.addCleanup(self.end_processes)
+
+    def processes(self):
+        """The ids of all processes that the program has started, directly or not, and its own."""
+        mark = f"{self.mark}={self.directory}".encode()
+        found = []
+        for process in pathlib.Path("/proc").glob("[0-9]*"):
+            try:
+                if mark in (process / "environ").read_bytes().split(b"\0"):
+                    found.append(int(process.name))
+            except OSError:
+                continue  # it has ended meanwhile, or is somebody else's
+        return found
+
+    def end_processes(self):
+        while found := self.processes():
+            for process in found:
+                try:
+                    os.kill(process, signal.SIGKILL)
+                except ProcessLookupError:
+                    continue
+            time.sleep(0.05)
+
+    def add_entries_of_an_earlier_start(self):
+        """What a start leaves that registers any "open", and an entry of the user's."""
+        lines = ["[Default Applications]"]
+        for scheme, name in zip(self.schemes, ("AAAAAA", "BBBBBB", "CCCCCC")):
+            (self.applications / f"userapp-open hack-{name}.desktop").write_text(
+                "[Desktop Entry]\nEncoding=UTF-8\nVersion=1.0\nType=Application\nNoDisplay=true\n"
+                "Exec=open %u\nName=open hack\nComment=Custom definition for open hack\n"
+            )
+            lines.append(f"x-scheme-handler/{scheme}=userapp-open hack-{name}.desktop")
+        lines.append("text/plain=editor.desktop")
+        self.associations.write_text("\n".join(lines) + "\n", encoding="utf-8")
+
+    def start_here(self):
+        return self.start(home=self.home, environment=self.environment)
+
+    def expect_no_entries(self):
+        self.assertEqual([], list(self.applications.glob("*.desktop")))
+        if self.associations.exists():
+            self.assertNotIn("open hack", self.associations.read_text(encoding="utf-8"))
+
+    def test_registers_nothing_at_any_start(self):
+        for _ in range(2):
+            program = self.start_here()
+            program.activate_menu("File", "Quit")
+            self.assertEqual(0, program.wait_for_end())
+            for scheme in self.schemes:
+                self.assertIn(
+                    f"No default app for {scheme}!\nFailed to set up handler for {scheme}\n",
+                    program.output(),
+                )
+            self.expect_no_entries()
+
+    def test_shows_the_address_of_a_link_and_starts_no_chain_of_processes(self):
+        self.add_entries_of_an_earlier_start()
+        program = self.start_here()
+        program.activate_menu("Help", "Contact MAVO")
+        before = len(self.processes())
+        contact = program.dialog("Contact MAVO")
+        contact.find("label", where=lambda label: "@" in label.text).click()
+        message = program.message("No program could be found")
+        time.sleep(3)  # a chain would have tens of processes by now
+        self.assertLessEqual(len(self.processes()), before)
+        message.find("push button", "Copy Address").click()
+        contact.find("push button", "Close").click()
+        program.wait_for_no_dialog()
+        self.expect_no_entries()
+        self.assertIn("editor.desktop", self.associations.read_text(encoding="utf-8"))
+
 
 
 class StartingTwice(Start):

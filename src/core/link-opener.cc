@@ -1,0 +1,85 @@
+#include "core/link-opener.h"
+
+#include "core/c-resource.h"
+#include "core/markup.h"
+#include "core/message-dialog.h"
+#include "core/report.h"
+#include "core/url-handlers.h"
+
+#include <glibmm/convert.h>
+#include <gtk/gtk.h>
+#include <gtkmm/clipboard.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace {
+
+struct ErrorFree {
+  void operator()(GError* error) const { g_error_free(error); }
+};
+
+// The address as people write it: a mail address goes without its scheme.
+std::string readable_address(const std::string& uri)
+{
+  const std::string mail_scheme = "mailto:";
+  return uri.rfind(mail_scheme, 0) == 0 ? uri.substr(mail_scheme.size()) : uri;
+}
+
+void show_address(const std::string& uri)
+{
+  constexpr int copy = 1;
+  const std::string address = readable_address(uri);
+  Message message;
+  message.title = "Link Not Opened";
+  message.text = "No program could be found that opens this address:\n\n<b>" +
+                 escape_markup(address) +
+                 "</b>\n\nClick Copy Address to paste it into another program.";
+  message.type = Gtk::MESSAGE_WARNING;
+  message.standard_buttons = Gtk::BUTTONS_CLOSE;
+  message.buttons = {{"Copy _Address", copy}};
+  if (run_message(message) != copy)
+    return;
+  const auto clipboard = Gtk::Clipboard::get();
+  clipboard->set_text(address);
+  clipboard->store(); // it outlives the program where a clipboard manager runs
+}
+
+// Whether a program has been started that opens the address.
+bool start_handler(GtkWidget* widget, const char* uri)
+{
+  const GMemory<char> scheme(g_uri_parse_scheme(uri));
+  if (scheme && !has_url_handler(scheme.get()))
+    return false;
+  GtkWidget* const window = gtk_widget_get_toplevel(widget);
+  GError* failure = nullptr;
+  gtk_show_uri_on_window(GTK_IS_WINDOW(window) ? GTK_WINDOW(window) : nullptr, uri,
+                         gtk_get_current_event_time(), &failure);
+  const std::unique_ptr<GError, ErrorFree> owner(failure);
+  if (failure && debug_level >= 0)
+    printf("Failed to open %s: %s\n", uri, failure->message);
+  return !failure;
+}
+
+// The signal's handler of all labels, and of About: the link has been seen to.
+gboolean on_activate_link(GtkWidget* widget, const char* uri)
+{
+  if (!start_handler(widget, uri))
+    show_address(uri);
+  return TRUE;
+}
+
+} // namespace
+
+void install_link_opener()
+{
+  static bool installed = false;
+  if (installed)
+    return;
+  installed = true;
+  for (const GType type : {GTK_TYPE_LABEL, GTK_TYPE_ABOUT_DIALOG}) {
+    g_type_class_unref(g_type_class_ref(type)); // the signal comes with the class
+    g_signal_override_class_handler("activate-link", type, G_CALLBACK(on_activate_link));
+  }
+}
