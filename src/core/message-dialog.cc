@@ -1,5 +1,6 @@
 #include "core/message-dialog.h"
 
+#include "core/long-text.h"
 #include "core/markup.h"
 #include "core/my-app.h"
 
@@ -11,8 +12,10 @@
 
 namespace {
 
-// Bytes of text above which it is cut; the toolkit takes minutes for megabytes.
-constexpr std::size_t longest_text = 20000;
+// Bytes shown above which a text is shortened; the toolkit takes minutes for megabytes.
+constexpr std::size_t longest_text = 2 * longest_part;
+// A text of more bytes is not looked at for markup.
+constexpr std::size_t longest_markup = 50 * longest_text;
 // A text of more lines, or with a longer word, gets scroll bars: the buttons have
 // to stay on the screen.
 constexpr std::size_t most_lines = 16;
@@ -44,9 +47,11 @@ Gtk::Window* window_in_use()
 
 Glib::ustring shown_text(const Message& message)
 {
-  if (message.text.bytes() > longest_text)
-    return escape_markup(message.text.raw().substr(0, longest_text)) + "\u2026";
-  return message.text_is_markup ? readable_markup(message.text) : escape_markup(message.text);
+  const bool is_markup = message.text_is_markup && message.text.bytes() <= longest_markup &&
+                         is_label_markup(message.text);
+  if (is_markup)
+    return shorten_markup(message.text, longest_text);
+  return escape_markup(shorten_text(message.text.raw(), longest_text));
 }
 
 // Whether a dialog that holds all of the text could be larger than the screen.

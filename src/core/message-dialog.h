@@ -23,8 +23,8 @@ struct Message {
 
 // Shows the message above the window in use, with the program's icons, and
 // returns the response once it has been answered; closing the dialog gives
-// Gtk::RESPONSE_DELETE_EVENT. Without a display, or before GTK is initialised,
-// nothing is shown and the result is Gtk::RESPONSE_NONE.
+// Gtk::RESPONSE_DELETE_EVENT. The middle of a very long text is left out. Without a display, or
+// before GTK is initialised, nothing is shown and the result is Gtk::RESPONSE_NONE.
 int run_message(const Message& message);
 
 // The program's icons without those whose file could not be loaded, which the

@@ -58,21 +58,30 @@ std::string errno_text(int number)
   return ": " + Glib::strerror(number).raw() + " (" + std::to_string(number) + ")";
 }
 
-RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
-                      const int* error_number, const Glib::ustring* title)
+void print_error(const std::string& text, bool is_fatal)
 {
   ++error_count;
-  const std::string text = error_context + message_prefix(code) + message +
-                           (error_number ? errno_text(*error_number) : std::string());
   fprintf(stderr, "*** %s: %s\n", is_fatal ? "FATAL ERROR" : "ERROR",
           unescape_markup(text).c_str());
+}
 
+void show_error(const std::string& text, bool is_fatal, const Glib::ustring* title)
+{
   Message dialog;
   dialog.title = title && !title->empty() ? *title : "Error occurred";
   dialog.text = text;
   dialog.type = is_fatal ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING;
   dialog.standard_buttons = is_fatal ? Gtk::BUTTONS_CLOSE : Gtk::BUTTONS_OK;
   run_message(dialog);
+}
+
+RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
+                      const int* error_number, const Glib::ustring* title)
+{
+  const std::string text = error_context + message_prefix(code) + message +
+                           (error_number ? errno_text(*error_number) : std::string());
+  print_error(text, is_fatal);
+  show_error(text, is_fatal, title);
   return code;
 }
 
@@ -106,6 +115,13 @@ RetCode titled_error(const Glib::ustring& title, const char* fmt, ...)
 {
   FORMAT_ARGUMENTS(message, fmt);
   return display_error(RET_FAILURE, message, false, nullptr, &title);
+}
+
+RetCode long_error(const std::string& message, const std::string& shown)
+{
+  print_error(error_context + message, false);
+  show_error(error_context + shown, false, nullptr);
+  return RET_FAILURE;
 }
 
 void fatal(const char* fmt, ...)

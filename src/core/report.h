@@ -29,6 +29,10 @@ RetCode titled_error(const Glib::ustring& title, const char* fmt, ...) MAVO_PRIN
 [[noreturn]] void fatal(const char* fmt, ...) MAVO_PRINTF(1, 2);
 [[noreturn]] void fatal(RetCode code, const char* fmt, ...) MAVO_PRINTF(2, 3);
 
+// The same as error() for a message part of which is too long to be shown: standard error
+// gets `message`, the dialog `shown`. Both are markup.
+RetCode long_error(const std::string& message, const std::string& shown);
+
 // The reports about errno: error_errno, titled_error_errno and fatal_errno are used like
 // the functions above. They read errno before their arguments are computed, which could
 // change it: what stands in front of a call's parentheses is evaluated first.

@@ -1,3 +1,4 @@
+#include "core/long-text.h"
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/my-app.h"
@@ -22,16 +23,22 @@ std::string detail(const std::string& command, const std::string& output, int st
          command + "\n\n" + output + "\nCommand returned " + std::to_string(status);
 }
 
+std::string detail_markup(const std::string& command, const std::string& output, int status)
+{
+  const Glib::ustring markup = escape_ampersands(detail(command, output, status));
+  if (is_label_markup(markup))
+    return markup;
+  // Over a file's name, say; the link has to stay one.
+  return detail(escape_markup(command), escape_markup(output), status);
+}
+
 RetCode report_failure(const Unpacked& unpacked)
 {
   const auto& [command, status, output, failure] = unpacked;
-  const std::string text = detail(command, output, status);
-  std::printf("output:\n%s\n", text.c_str());
-  Glib::ustring markup = escape_ampersands(text);
-  if (!is_label_markup(markup)) // over a file's name, say; the link has to stay one
-    markup = detail(escape_markup(command), escape_markup(output), status);
-  error("Failed to install data update! (%d)%s", status, markup.c_str());
-  return RET_FAILURE;
+  std::printf("output:\n%s\n", detail(command, output, status).c_str());
+  const std::string start = "Failed to install data update! (" + std::to_string(status) + ")";
+  return long_error(start + detail_markup(command, output, status),
+                    start + detail_markup(command, shorten_text(output, longest_part), status));
 }
 
 RetCode report_unwritable(const std::string& directory, const std::error_code& failure)

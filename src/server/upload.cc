@@ -1,4 +1,5 @@
 #include "core/c-resource.h"
+#include "core/long-text.h"
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/my-app.h"
@@ -198,7 +199,8 @@ void SurveyWindow::take_out_of_queue(const std::string& path)
 
 std::string SurveyWindow::described(const std::vector<std::string>& surveys) const
 {
-  return escape_markup(my_app->prettify_survey_list(surveys, survey.filename));
+  return escape_markup(
+      shorten_text(my_app->prettify_survey_list(surveys, survey.filename), longest_part));
 }
 
 void SurveyWindow::on_upload_button()

@@ -82,12 +82,41 @@ TEST(MessageDialog, StaysOnTheScreenWithAnyText)
   }
 }
 
-TEST(MessageDialog, CutsATextThatWouldTakeMinutesToShow)
+TEST(MessageDialog, ShortensInTheMiddleATextThatWouldTakeMinutesToShow)
 {
   Message message;
-  message.text = std::string(19999, 'w') + "é" + std::string(5000000, 'w');
-  EXPECT_EQ(std::string(19999, 'w') + "\ufffd\u2026",
-            answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw());
+  message.text = "first " + std::string(19999, 'w') + "é" + std::string(5000000, 'w') + " last";
+  const std::string shown =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text;
+  EXPECT_EQ("first " + std::string(9994, 'w') + "\u2026" + std::string(9995, 'w') + " last", shown);
+}
+
+TEST(MessageDialog, KeepsTheMarkupAndTheEndsOfALongText)
+{
+  std::string list;
+  for (int i = 0; i < 3000; ++i)
+    list += "survey " + std::to_string(i) + " &lt;&amp;&gt;\n";
+  Message message;
+  message.text = "See <a href=\"http://x.example/?a=1&amp;b=2\">this</a>:\n<b>" + list +
+                 "</b>Click <i>Yes</i> or No.";
+  const SeenDialog seen = answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); });
+  const std::string shown = seen.text;
+  EXPECT_EQ(0U, shown.find("See this:\nsurvey 0 <&>\nsurvey 1 <&>\n")) << shown.substr(0, 100);
+  const std::string end = "survey 2999 <&>\nClick Yes or No.";
+  EXPECT_EQ(shown.size() - end.size(), shown.rfind(end));
+  EXPECT_NE(std::string::npos, shown.find(" lines left out \u2026\n"));
+  EXPECT_LT(shown.size(), 21000U);
+  EXPECT_NE(std::string::npos,
+            seen.markup.raw().find("<a href=\"http://x.example/?a=1&amp;b=2\">this</a>"));
+}
+
+TEST(MessageDialog, EscapesALongTextThatIsNotMarkupOnce)
+{
+  Message message;
+  message.text = std::string(30000, 'w') + " <&";
+  const std::string shown =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text;
+  EXPECT_EQ(std::string(10000, 'w') + "\u2026" + std::string(9997, 'w') + " <&", shown);
 }
 
 TEST(MessageDialog, BelongsToTheWindowInUse)

@@ -332,6 +332,36 @@ TEST_F(DataInstall, ShowsTheCommandItsOutputAndItsStatus)
   }
 }
 
+TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTheWordsAroundIt)
+{
+  constexpr int lines = 3000;
+  const std::string commands = application_dir.root + "/commands";
+  write_file(commands + "/tar",
+             "#!/bin/sh\nseq -f 'cannot write a & <b> %g' " + std::to_string(lines) + "\nexit 2\n");
+  fs::permissions(commands + "/tar", fs::perms::owner_all);
+  const SearchPath replaced(commands + ":" + Glib::getenv("PATH"));
+  testing::internal::CaptureStderr();
+  const std::string printed = output_of([&] { download({ok}); });
+  const std::string reported = testing::internal::GetCapturedStderr();
+
+  const std::string last_line = "cannot write a & <b> " + std::to_string(lines) + "\n";
+  const std::string end = last_line + "\nCommand returned 512";
+  const std::string text = told().at(0);
+  EXPECT_EQ(0U, text.find("Error occurred: Failed to install data update! (512)\n\nPlease include "
+                          "the following in an email to " SUPPORT_ADDRESS ":\n\nCommand: " +
+                          command() + "\n\ncannot write a & <b> 1\n"))
+      << text.substr(0, 300);
+  EXPECT_EQ(text.size() - end.size(), text.rfind(end));
+  EXPECT_NE(std::string::npos, text.find(" lines left out \u2026\n"));
+  EXPECT_LT(text.size(), 20000U);
+  EXPECT_NE(std::string::npos, seen.at(0).markup.raw().find("<a href=\"mailto:" SUPPORT_ADDRESS));
+  for (const auto& whole : {printed, reported}) {
+    EXPECT_NE(std::string::npos, whole.find("\ncannot write a & <b> 1500\n"));
+    EXPECT_NE(std::string::npos, whole.find(end));
+    EXPECT_NE(std::string::npos, whole.find("<a href=\"mailto:" SUPPORT_ADDRESS "\">"));
+  }
+}
+
 TEST_F(DataInstall, ShowsAmpersandsAndBracketsInPathsAsTheyStand)
 {
   serve_new_data({"--archive", "damaged=not-tar"});

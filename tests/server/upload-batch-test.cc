@@ -284,6 +284,25 @@ TEST_F(UploadAll, FromTheMenuAsksFirst)
   EXPECT_TRUE(seen.has_icon);
 }
 
+TEST_F(UploadAll, ShowsTheEndsOfALongListAndAllTheWordsAroundIt)
+{
+  serve();
+  for (int i = 100; i < 400; ++i)
+    put(ready, std::to_string(i) + " <&>" + std::string(60, 'x'), "no survey");
+  const auto seen =
+      answer_next_dialog(cancel, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  const std::string text = seen.text;
+  const std::string start = "The following surveys are ready to be uploaded:\n\n" +
+                            my_app->get_survey_dir(ready) + "/100 <&>xx";
+  EXPECT_EQ(0U, text.find(start)) << text.substr(0, 200);
+  const std::string end = "\n\nUpload all of these now?\nClick Yes to upload all of them now, or\n"
+                          "Click Cancel to not upload anything yet.";
+  EXPECT_EQ(text.size() - end.size(), text.rfind(end));
+  EXPECT_NE(std::string::npos, text.find("/399 <&>xx"));
+  EXPECT_NE(std::string::npos, text.find(" lines left out \u2026\n"));
+  EXPECT_EQ(std::string::npos, text.find("/250 <&>xx"));
+}
+
 TEST_F(UploadAll, FromTheMenuSendsOnlyOnYes)
 {
   serve();
