@@ -4,7 +4,9 @@ set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
 set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
 # The definition of the window names the addresses of the build, and the licence.
+# About wraps the lines itself, so only those of whole paragraphs are kept.
 file(READ LICENSE licence)
+string(REGEX REPLACE "([^\n])\n([^\n])" "\\1 \\2" licence "${licence}")
 string(REPLACE "&" "&amp;" licence "${licence}")
 string(REPLACE "<" "&lt;" MAVO_LICENSE "${licence}")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE)

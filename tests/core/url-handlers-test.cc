@@ -37,7 +37,7 @@ protected:
 
   std::string executable(const std::string& name) const
   {
-    const std::string path = commands.dir + name;
+    std::string path = commands.dir + name;
     write_file(path, "#!/bin/sh\n");
     fs::permissions(path, fs::perms::owner_all);
     return path;
