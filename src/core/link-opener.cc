@@ -47,15 +47,14 @@ void show_address(const std::string& uri)
 }
 
 // Whether a program has been started that opens the address.
-bool start_handler(GtkWidget* widget, const char* uri)
+bool start_handler(const char* uri)
 {
   const GMemory<char> scheme(g_uri_parse_scheme(uri));
-  if (scheme && !has_url_handler(scheme.get()))
+  if (scheme && has_endless_handler(scheme.get()))
     return false;
-  GtkWidget* const window = gtk_widget_get_toplevel(widget);
+  // With a window the toolkit starts the program later, and keeps a failure to itself.
   GError* failure = nullptr;
-  gtk_show_uri_on_window(GTK_IS_WINDOW(window) ? GTK_WINDOW(window) : nullptr, uri,
-                         gtk_get_current_event_time(), &failure);
+  gtk_show_uri_on_window(nullptr, uri, gtk_get_current_event_time(), &failure);
   const std::unique_ptr<GError, ErrorFree> owner(failure);
   if (failure && debug_level >= 0)
     printf("Failed to open %s: %s\n", uri, failure->message);
@@ -63,9 +62,9 @@ bool start_handler(GtkWidget* widget, const char* uri)
 }
 
 // The signal's handler of all labels, and of About: the link has been seen to.
-gboolean on_activate_link(GtkWidget* widget, const char* uri)
+gboolean on_activate_link(GtkWidget*, const char* uri)
 {
-  if (!start_handler(widget, uri))
+  if (!start_handler(uri))
     show_address(uri);
   return TRUE;
 }

@@ -159,10 +159,15 @@ bool has_open_command()
   return !failure && resolved.filename() != "xdg-open";
 }
 
-bool has_url_handler(const std::string& scheme)
+bool has_endless_handler(const std::string& scheme)
 {
   const auto handler = Gio::AppInfo::get_default_for_uri_scheme(scheme);
-  return handler && (!is_open_handler(*handler.operator->()) || has_open_command());
+  return handler && is_open_handler(*handler.operator->()) && !has_open_command();
+}
+
+bool has_url_handler(const std::string& scheme)
+{
+  return Gio::AppInfo::get_default_for_uri_scheme(scheme) && !has_endless_handler(scheme);
 }
 
 void remove_open_handlers(const std::string& data_dir, const std::string& config_dir)

@@ -12,8 +12,11 @@
 // not resolve to xdg-open.
 bool has_open_command();
 
-// Whether a program opens addresses of that scheme ("http"). An "open" that must not be
-// registered counts as none, even if an earlier start has registered it.
+// Whether the handler of that scheme ("http") is an "open" that an earlier start registered
+// and that must not be started: see above.
+bool has_endless_handler(const std::string& scheme);
+
+// Whether a program opens addresses of that scheme. An endless handler counts as none.
 bool has_url_handler(const std::string& scheme);
 
 // Removes what earlier starts registered as "open" for the user: the desktop files below

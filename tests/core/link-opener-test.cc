@@ -1,5 +1,6 @@
 #include "core/link-opener.h"
 #include "support/dialogs.h"
+#include "support/main-loop.h"
 #include "support/output.h"
 
 #include <gtest/gtest.h>
@@ -66,9 +67,21 @@ TEST_F(LinkOpener, SeesToTheLinksOfAboutToo)
   EXPECT_NE(std::string::npos, seen.text.raw().find(unknown)) << seen.text;
 }
 
+TEST_F(LinkOpener, SeesToTheLinksOfWindowsOnTheScreen)
+{
+  Gtk::Window window;
+  window.add(label);
+  window.show_all();
+  settle();
+  const SeenDialog seen = answer_next_dialog(
+      Gtk::RESPONSE_CLOSE, [this] { EXPECT_TRUE(activate_link(label, unknown)); });
+  EXPECT_EQ("Link Not Opened", seen.title.raw());
+  window.remove();
+}
+
 TEST_F(LinkOpener, SeesToTheLinksOfMessages)
 {
-  Gtk::MessageDialog message("a link: <a href=\"mavo-no-such-scheme:a\">here</a>", true);
+  Gtk::MessageDialog message("A link: <a href=\"mavo-no-such-scheme:a\">here</a>", true);
   auto* const text = dynamic_cast<Gtk::Label*>(message.get_message_area()->get_children().front());
   ASSERT_NE(nullptr, text);
   const SeenDialog seen = answer_next_dialog(

@@ -136,6 +136,7 @@ TEST_F(UrlHandlers, CountAnXdgOpenThatAnEarlierStartRegisteredAsNoneAndRemoveIt)
     register_open(scheme);
   ASSERT_EQ(3U, desktop_files());
   EXPECT_FALSE(has_url_handler("mailto"));
+  EXPECT_TRUE(has_endless_handler("mailto"));
   EXPECT_EQ("Failed to set up handler for http\nFailed to set up handler for https\n"
             "Failed to set up handler for mailto\n",
             output_of(-1, check_url_handlers));
