@@ -12,6 +12,7 @@ import unittest
 
 from .program import Program
 from .screen import press_key
+from .waiting import wait_for
 
 APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
 
@@ -261,6 +262,21 @@ class StartingWithoutHandlersOfAddresses(Start):
                 output, rf"(?m)^default app for {scheme} is open hack \(.*\): .*\bopen$"
             )
         self.assertNotIn("default app for", self.start_at_home("-d1"))
+
+    def test_opens_a_link_that_is_clicked_by_the_command(self):
+        command = self.directory.parent / "commands" / "open"
+        opened = self.directory.parent / "opened"
+        command.unlink()
+        command.write_text(f"#!/bin/sh\nprintf '%s\\n' \"$@\" >'{opened}'\n", encoding="utf-8")
+        command.chmod(0o755)
+        program = self.start(home=self.home, environment=self.environment)
+        program.activate_menu("Help", "Contact MAVO")
+        contact = program.dialog("Contact MAVO")
+        contact.find("label", where=lambda label: "@" in label.text).click()
+        wait_for("the command has been started", lambda: opened.exists() and opened.read_text())
+        self.assertRegex(opened.read_text(encoding="utf-8"), r"\Amailto:[^@\s]+@[^@\s]+\n\Z")
+        contact.find("push button", "Close").click()
+        program.wait_for_no_dialog()
 
     def test_says_that_it_could_not_set_up_the_command(self):
         (self.home / ".config").write_text("not a directory", encoding="utf-8")
