@@ -3,20 +3,25 @@
 #include "core/markup.h"
 #include "core/report.h"
 #include "data/data-file.h"
+#include "data/file-lines.h"
 
 #include <glibmm/ustring.h>
 
 #include <cstdio>
+#include <string_view>
 
 DataFileInfo::DataFileInfo(const std::string& dir)
 {
   std::ifstream in = open_data_file(dir + get_filename());
-  std::string line;
-  while (std::getline(in, line)) {
+  FileLines lines(in);
+  for (std::string_view line; lines.next(line);) {
     if (!line.empty())
-      take_line(line);
+      take_line(std::string(line));
   }
-  valid = !in.bad() && !timestamp.empty() && !updated.empty();
+  const bool is_too_large = lines.excess() != FileLines::Excess::NONE;
+  if (is_too_large)
+    error("Data file error: %s has too many bytes", escape_markup(dir + get_filename()).c_str());
+  valid = !in.bad() && !is_too_large && !timestamp.empty() && !updated.empty();
 }
 
 std::string DataFileInfo::get_filename()

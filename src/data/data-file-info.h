@@ -7,7 +7,8 @@ class DataFileInfo
 {
 public:
   // Reads the file in `dir`, which ends in a slash. A missing file leaves the
-  // object invalid; a line without "=" ends the program.
+  // object invalid, and so does one that exceeds a limit of data-file.h, with a
+  // message; a line without "=" ends the program.
   explicit DataFileInfo(const std::string& dir);
 
   static std::string get_filename();

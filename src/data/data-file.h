@@ -1,7 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <fstream>
 #include <string>
+
+// The most that a data file and one line of it may hold, in bytes. Real files have
+// less than 0.1 MB. Without limits a damaged or malicious file could take all memory.
+constexpr std::size_t largest_data_file = std::size_t{32} << 20;
+constexpr std::size_t longest_data_line = std::size_t{1} << 20;
 
 // Opens a data file for reading. The stream is not open if there is no such
 // file, if it cannot be read, or if it is anything but a regular file: a

@@ -13,9 +13,13 @@ public:
   explicit FileLines(std::istream& in);
 
   // The next line without its line feed, which the last one need not have; stays
-  // as it is until the next call. False at the end and if the file cannot be
-  // read further.
+  // as it is until the next call. False at the end, if the file cannot be read
+  // further, and once the file exceeds a limit of data-file.h.
   bool next(std::string_view& line);
+
+  enum class Excess { NONE, FILE_SIZE, LINE_LENGTH };
+  // The limit that the file exceeds, once next() has returned false.
+  Excess excess() const { return exceeded; }
 
 private:
   const char* find_feed(std::size_t from) const; // null if none has been read
@@ -24,4 +28,6 @@ private:
   std::istream& in;
   std::string text;           // read and not yet handed out from `line_start` on
   std::size_t line_start = 0; // of the next line
+  std::size_t total_read = 0; // bytes of the file so far
+  Excess exceeded = Excess::NONE;
 };

@@ -4,7 +4,6 @@
 #include "core/report.h"
 #include "data/csv-line.h"
 #include "data/data-file.h"
-#include "data/file-lines.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -51,11 +50,23 @@ RetCode FromCSV::read_file(std::string path)
       return result;
     heading_pending = false;
   }
+  if (lines.excess() != FileLines::Excess::NONE)
+    return refuse_excess(lines.excess());
   if (in.bad()) {
     printf("Failed to read %s!\n", filename.c_str());
     return RET_FAILURE;
   }
   return process_line({});
+}
+
+RetCode FromCSV::refuse_excess(FileLines::Excess excess) const
+{
+  const Glib::ustring name = escape_markup(filename);
+  if (excess == FileLines::Excess::FILE_SIZE)
+    return error(RET_FAILURE, "Data file error: %s has more than %zu bytes", name.c_str(),
+                 largest_data_file);
+  return error(RET_FAILURE, "Data file error: %s line %d has more than %zu bytes", name.c_str(),
+               line_number + 1, longest_data_line);
 }
 
 RetCode FromCSV::process_row(const std::vector<Glib::ustring>& fields)

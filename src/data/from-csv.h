@@ -2,6 +2,7 @@
 
 #include "core/number.h"
 #include "core/ret-code.h"
+#include "data/file-lines.h"
 
 #include <glibmm/ustring.h>
 
@@ -83,6 +84,8 @@ protected:
 
 private:
   RetCode process_row(const std::vector<Glib::ustring>& fields);
+  // Shows which limit the file exceeds; line_number is that of the last whole line.
+  RetCode refuse_excess(FileLines::Excess excess) const;
   bool refuse_id(int id, const char* what) const; // gives false
   void complain_of_row(const char* reason) const;
   void complain_of_number(std::size_t expected_index, const char* text, int kept) const;

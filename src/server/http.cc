@@ -6,6 +6,8 @@
 
 #include <libsoup/soup.h>
 
+#include <algorithm>
+
 namespace {
 
 struct Unref {
@@ -43,10 +45,46 @@ std::string sendable(const std::string& file_name)
   return name;
 }
 
-HttpAnswer send(SoupSession& session, SoupMessage* message)
+// How much of a body that nobody needs is received all the same.
+constexpr std::size_t most_of_unneeded_body = std::size_t{1} << 20;
+
+// The body of an answer while it is being received.
+struct BodyLimit {
+  SoupSession& session;
+  std::size_t bytes_left;
+  bool is_exceeded = false;
+  guint status = 0; // of the answer, if the limit is exceeded
+};
+
+void on_got_chunk(SoupMessage* message, SoupBuffer* chunk, gpointer data)
 {
+  BodyLimit& limit = *static_cast<BodyLimit*>(data);
+  if (limit.is_exceeded)
+    return;
+  limit.is_exceeded = chunk->length > limit.bytes_left;
+  limit.bytes_left -= std::min(limit.bytes_left, chunk->length);
+  if (!limit.is_exceeded)
+    return;
+  limit.status = message->status_code;
+  soup_session_cancel_message(&limit.session, message, SOUP_STATUS_CANCELLED);
+}
+
+HttpAnswer send(SoupSession& session, SoupMessage* message, std::size_t body_limit)
+{
+  BodyLimit limit{session, body_limit};
+  const gulong handler = g_signal_connect(message, "got-chunk", G_CALLBACK(on_got_chunk), &limit);
   soup_session_send_message(&session, message);
-  return HttpAnswer(message);
+  g_signal_handler_disconnect(message, handler);
+  if (limit.is_exceeded) // the library has put the reason for the end in its place
+    soup_message_set_status(message, limit.status);
+  return HttpAnswer(message, limit.is_exceeded);
+}
+
+HttpAnswer send_without_body(SoupSession& session, SoupMessage* message)
+{
+  const bool is_logged = soup_session_has_feature(&session, SOUP_TYPE_LOGGER) != FALSE;
+  soup_message_body_set_accumulate(message->response_body, is_logged);
+  return send(session, message, most_of_unneeded_body);
 }
 
 } // namespace
@@ -71,9 +109,10 @@ void HttpAnswer::Release::operator()(SoupMessage* sent) const
   g_object_unref(sent);
 }
 
-HttpAnswer::HttpAnswer(SoupMessage* sent) : message(sent)
+HttpAnswer::HttpAnswer(SoupMessage* sent, bool is_cut) : message(sent), cut(is_cut)
 {
-  if (message) // from here on the body keeps its bytes in one piece
+  // From here on the body keeps its bytes in one piece.
+  if (message && soup_message_body_get_accumulate(message->response_body))
     soup_buffer_free(soup_message_body_flatten(message->response_body));
 }
 
@@ -87,7 +126,7 @@ int HttpAnswer::status() const
 
 bool HttpAnswer::is_whole() const
 {
-  if (!message)
+  if (!message || cut)
     return false;
   SoupMessageHeaders* const headers = message->response_headers;
   return soup_message_headers_get_encoding(headers) != SOUP_ENCODING_CONTENT_LENGTH ||
@@ -111,7 +150,14 @@ HttpAnswer http_get(SoupSession& session, const std::string& url)
 {
   if (!is_http_address(url))
     return HttpAnswer(nullptr);
-  return send(session, soup_message_new(SOUP_METHOD_GET, url.c_str()));
+  return send_without_body(session, soup_message_new(SOUP_METHOD_GET, url.c_str()));
+}
+
+HttpAnswer http_fetch(SoupSession& session, const std::string& url, std::size_t limit)
+{
+  if (!is_http_address(url))
+    return HttpAnswer(nullptr);
+  return send(session, soup_message_new(SOUP_METHOD_GET, url.c_str()), limit);
 }
 
 HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file)
@@ -128,5 +174,5 @@ HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFil
   SoupMessage* const message = soup_form_request_new_from_multipart(url.c_str(), multipart.get());
   // Who is redirected would ask the new address without the file.
   soup_message_set_flags(message, SOUP_MESSAGE_NO_REDIRECT);
-  return send(session, message);
+  return send_without_body(session, message);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,7 +30,8 @@ class HttpAnswer
 {
 public:
   // Takes over the message, which has been sent; null for an address that is none.
-  explicit HttpAnswer(SoupMessage* sent);
+  // `is_cut`: the body was longer than the limit of http_fetch().
+  explicit HttpAnswer(SoupMessage* sent, bool is_cut = false);
   ~HttpAnswer();
   HttpAnswer(HttpAnswer&& other) noexcept;
   HttpAnswer& operator=(HttpAnswer&&) = delete;
@@ -37,12 +39,13 @@ public:
   // The HTTP status, or one below 100 if none came. The body may still have been
   // cut off.
   int status() const;
-  // Whether as much of the body came as the server had announced.
+  // Whether as much of the body came as the server had announced, and no more than
+  // the limit of http_fetch().
   bool is_whole() const;
   // The value of a header of the answer, null if it is absent; valid as long as
   // this object.
   const char* header(const char* name) const;
-  // All bytes of the body; valid as long as this object.
+  // All bytes of the body that were kept; valid as long as this object.
   std::string_view body() const;
 
 private:
@@ -50,9 +53,15 @@ private:
     void operator()(SoupMessage* sent) const;
   };
   std::unique_ptr<SoupMessage, Release> message;
+  bool cut = false;
 };
 
+// Only status and headers of the answer count. Its body is not kept, unless the session
+// logs it, and the connection is closed if it goes on beyond a megabyte.
 HttpAnswer http_get(SoupSession& session, const std::string& url);
+// The same with the body. The connection is closed once that exceeds `limit` bytes; the
+// answer is not whole then.
+HttpAnswer http_fetch(SoupSession& session, const std::string& url, std::size_t limit);
 
 // A file as a browser's form sends it.
 struct FormFile {
@@ -62,4 +71,5 @@ struct FormFile {
   std::string contents;
 };
 // Sends it once and to this address only: a redirect is an answer like any other.
+// Of the answer, what http_get() gives.
 HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file);

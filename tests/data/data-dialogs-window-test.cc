@@ -1,4 +1,5 @@
 #include "data/data-file-info.h"
+#include "data/data-file.h"
 #include "data/data-params.h"
 #include "support/data-set.h"
 #include "support/dialogs.h"
@@ -6,6 +7,9 @@
 #include <gtest/gtest.h>
 #include <gtkmm/dialog.h>
 #include <gtkmm/enums.h>
+
+#include <cstdint>
+#include <filesystem>
 
 TEST(DataDialogs, NameTheRowOfTheWrongWidth)
 {
@@ -38,5 +42,42 @@ TEST(DataDialogs, AskForANewerProgramForMetadataOfAnotherVersion)
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_TRUE(DataFileInfo(data.dir).valid); });
   EXPECT_EQ("Can't handle data file metadata version <2> - please download a newer version of "
             "this program!",
+            seen.text.raw());
+}
+
+TEST(DataDialogs, NameTheFileThatIsTooLarge)
+{
+  const DataSet data;
+  std::string rows = "parameter,value\n";
+  while (rows.size() <= largest_data_file)
+    rows += "a,1\n";
+  data.file("data-parameters.csv", rows);
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); });
+  EXPECT_EQ("Data file error: " + data.dir + "data-parameters.csv has more than 33554432 bytes",
+            seen.text.raw());
+}
+
+// A file of zero bytes that takes no room on the disk.
+TEST(DataDialogs, NameTheLineThatIsTooLong)
+{
+  const DataSet data;
+  data.file("data-parameters.csv", "parameter,value\n");
+  std::filesystem::resize_file(data.dir + "data-parameters.csv", std::uintmax_t{1} << 40);
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); });
+  EXPECT_EQ("Data file error: " + data.dir +
+                "data-parameters.csv line 2 has more than 1048576 bytes",
+            seen.text.raw());
+}
+
+TEST(DataDialogs, NameMetadataThatAreTooLarge)
+{
+  const DataSet data;
+  data.file("data-file-info.txt", "timestamp=1\nupdated=x\n");
+  std::filesystem::resize_file(data.dir + "data-file-info.txt", std::uintmax_t{1} << 40);
+  const SeenDialog seen =
+      answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataFileInfo(data.dir).valid); });
+  EXPECT_EQ("Data file error: " + data.dir + "data-file-info.txt has too many bytes",
             seen.text.raw());
 }

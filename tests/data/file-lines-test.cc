@@ -1,3 +1,4 @@
+#include "data/data-file.h"
 #include "data/file-lines.h"
 
 #include <gtest/gtest.h>
@@ -61,4 +62,36 @@ TEST(FileLines, EndWhereTheFileCannotBeReadFurther)
   std::string_view line;
   EXPECT_FALSE(lines.next(line));
   EXPECT_FALSE(lines.next(line));
+}
+
+TEST(FileLines, EndWhereALineIsTooLong)
+{
+  const std::string longest(longest_data_line, 'x');
+  EXPECT_EQ(2U, lines_of(longest + "\n" + longest).size());
+  for (const std::string& text : {longest + "x", longest + "x\nb\n"}) {
+    std::istringstream in("a\n" + text);
+    FileLines lines(in);
+    std::string_view line;
+    EXPECT_TRUE(lines.next(line));
+    EXPECT_EQ(FileLines::Excess::NONE, lines.excess());
+    EXPECT_FALSE(lines.next(line));
+    EXPECT_EQ(FileLines::Excess::LINE_LENGTH, lines.excess());
+    EXPECT_FALSE(lines.next(line)) << "nor does it go on behind that";
+  }
+}
+
+TEST(FileLines, EndWhereTheFileIsTooLarge)
+{
+  const auto excess_of = [](std::size_t size) {
+    std::string text(size, 'x');
+    for (std::size_t end = 99; end < size; end += 100)
+      text[end] = '\n';
+    std::istringstream in(text);
+    FileLines lines(in);
+    for (std::string_view line; lines.next(line);) {
+    }
+    return lines.excess();
+  };
+  EXPECT_EQ(FileLines::Excess::NONE, excess_of(largest_data_file));
+  EXPECT_EQ(FileLines::Excess::FILE_SIZE, excess_of(largest_data_file + 1));
 }

@@ -1,4 +1,5 @@
 #include "server/http.h"
+#include "support/data-set.h"
 #include "support/memory.h"
 #include "support/output.h"
 #include "support/test-server.h"
@@ -10,6 +11,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 const char* const question_path = "/offline-data-entry/?get-version=mac";
+constexpr std::size_t plenty = 1'000'000; // of bytes, for any answer of the server
 const char* const upload_path = "/dataentry/upload-survey.php";
 
 FormFile survey_named(const std::string& name, const std::string& comment = "")
@@ -36,7 +38,7 @@ TEST(Http, GivesStatusHeadersAndBody)
 {
   const TestServer server({"--app-query", "header=X-Empty:"});
   const HttpSession session = open_http_session(false);
-  const HttpAnswer answer = http_get(*session, server.address() + question_path);
+  const HttpAnswer answer = http_fetch(*session, server.address() + question_path, plenty);
   EXPECT_EQ(200, answer.status());
   EXPECT_TRUE(answer.is_whole());
   EXPECT_STREQ("text/plain; charset=utf-8", answer.header("content-type"));
@@ -51,7 +53,7 @@ TEST(Http, GivesABodyThatIsNoText)
   const TestServer server;
   const HttpSession session = open_http_session(false);
   const std::string path = "/offline-data-entry/current-offline-data.tar.bz2";
-  const HttpAnswer answer = http_get(*session, server.address() + path);
+  const HttpAnswer answer = http_fetch(*session, server.address() + path, plenty);
   EXPECT_EQ(200, answer.status());
   EXPECT_EQ("BZh", answer.body().substr(0, 3));
   EXPECT_NE(std::string_view::npos, answer.body().find('\0'));
@@ -62,10 +64,39 @@ TEST(Http, KeepsAnAnswerWhenItIsHandedOn)
 {
   const TestServer server;
   const HttpSession session = open_http_session(false);
-  HttpAnswer first = http_get(*session, server.address() + question_path);
+  HttpAnswer first = http_fetch(*session, server.address() + question_path, plenty);
   const HttpAnswer answer = std::move(first);
   EXPECT_EQ(200, answer.status());
   EXPECT_NE("", answer.body());
+}
+
+TEST(Http, KeepsNoBodyThatNobodyNeeds)
+{
+  const DataSet large;
+  large.file("body", std::string(64 << 20, 'x'));
+  const TestServer server({"--archive", "damaged=FILE:" + large.dir + "body"});
+  const HttpSession session = open_http_session(false);
+  const long before = memory_peak_kb();
+  const HttpAnswer answer =
+      http_get(*session, server.address() + "/offline-data-entry/current-offline-data.tar.bz2");
+  EXPECT_EQ(200, answer.status());
+  EXPECT_STREQ("application/x-bzip2", answer.header("Content-Type"));
+  EXPECT_EQ("", answer.body());
+  EXPECT_GT(before + 16 * 1024, memory_peak_kb());
+  EXPECT_EQ(200, http_get(*session, server.address() + question_path).status()) << "the next one";
+  EXPECT_EQ("", http_post(*session, server.address() + upload_path, survey_named("7")).body());
+}
+
+TEST(Http, ReceivesABodyOnlyUpToItsLimit)
+{
+  const TestServer server;
+  const HttpSession session = open_http_session(false);
+  const std::string url = server.address() + "/offline-data-entry/current-offline-data.tar.bz2";
+  const std::size_t size = http_fetch(*session, url, plenty).body().size();
+  EXPECT_TRUE(http_fetch(*session, url, size).is_whole());
+  const HttpAnswer answer = http_fetch(*session, url, size - 1);
+  EXPECT_EQ(200, answer.status());
+  EXPECT_FALSE(answer.is_whole());
 }
 
 TEST(Http, SendsAFormWithTheFile)
@@ -120,7 +151,7 @@ TEST(Http, TakesAnAddressThatIsNoneForOneWithoutAnswer)
   const HttpSession session = open_http_session(false);
   for (const char* url :
        {"", "nowhere", "http://", "http:///", "ftp://127.0.0.1/", "http://[::1"}) {
-    const HttpAnswer answer = http_get(*session, url);
+    const HttpAnswer answer = http_fetch(*session, url, plenty);
     EXPECT_GT(100, answer.status()) << url;
     EXPECT_EQ(nullptr, answer.header("Content-Type")) << url;
     EXPECT_EQ("", answer.body()) << url;
@@ -132,7 +163,7 @@ TEST(Http, GivesWhatCameOfABodyThatWasCutOff)
 {
   const TestServer server({"--app-query", "close=middle"});
   const HttpSession session = open_http_session(false);
-  const HttpAnswer answer = http_get(*session, server.address() + question_path);
+  const HttpAnswer answer = http_fetch(*session, server.address() + question_path, plenty);
   EXPECT_EQ(200, answer.status());
   EXPECT_NE("", answer.body());
   EXPECT_FALSE(answer.is_whole());
