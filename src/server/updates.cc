@@ -202,7 +202,8 @@ void SurveyWindow::swap_window()
   if (!is_given_up && !check_file_save_okay("restarting the program"))
     return;
   NextWindow next(*my_app);
-  if (!survey.filename.empty())
-    next.window->do_open(survey.filename);
+  // The new data can lack the survey's location: then it stays here, with the old tables.
+  if (!survey.filename.empty() && next.window->do_open(survey.filename) != RET_SUCCESS)
+    return;
   next.take_the_place_of(*this);
 }

@@ -11,6 +11,7 @@
 #include <gtkmm/filechooserdialog.h>
 
 #include <filesystem>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -108,6 +109,32 @@ private:
   }
 };
 
+// What comes of a window whose survey cannot be opened with the new data.
+class FailingSwap : public WindowSwap
+{
+public:
+  // The new data lack the location of the survey.
+  void withdraw_northwest() const
+  {
+    const std::string regions = server->data + "region-info.csv";
+    std::istringstream rows(read_file(regions));
+    std::string others;
+    for (std::string row; std::getline(rows, row);)
+      others += row.rfind("PAC,PNW,", 0) == 0 ? "" : row + "\n";
+    write_file(regions, others);
+  }
+
+  // The old window is on the screen, alone and with the whole survey.
+  void expect_kept(const std::string& path) const
+  {
+    EXPECT_TRUE(is_still_there());
+    EXPECT_EQ(path, old->survey.filename);
+    EXPECT_EQ("1234", old->member_panel->get_member_id());
+    EXPECT_EQ(2U, old->survey.abundances.size());
+    EXPECT_FALSE(old->file_needs_saving());
+  }
+};
+
 } // namespace
 
 // --- the swap ---
@@ -165,15 +192,6 @@ TEST_F(WindowSwap, ShowsAnEmptyWindowWhereNothingWasSavedOrEntered)
   EXPECT_TRUE(only_window()->survey.filename.empty());
 }
 
-TEST_F(WindowSwap, ShowsTheNewWindowEvenIfTheSavedSurveyHasGone)
-{
-  fs::remove(enter_and_save());
-  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, ok}));
-  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
-  ASSERT_TRUE(only_window());
-  EXPECT_NE(old, only_window());
-}
-
 TEST_F(WindowSwap, IsWhatAnUnknownChoiceMeans)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, static_cast<SurveyWindow::ResponseCode>(5)));
@@ -200,6 +218,60 @@ TEST_F(WindowSwap, DoesNotHappenWithoutNewData)
     EXPECT_TRUE(is_still_there()) << c.why;
     EXPECT_EQ("20210101000000", my_app->data_file_info->timestamp) << c.why;
   }
+}
+
+// --- a saved survey that cannot be opened again ---
+
+TEST_F(FailingSwap, KeepsTheWindowWhoseLocationTheNewDataLack)
+{
+  const std::string path = enter_and_save();
+  withdraw_northwest();
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, ok}));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  EXPECT_EQ(path + ": MAVO Survey is from a location that your data files do not know (PNW); "
+                   "please check for updates of the data files",
+            seen.back().text.raw());
+  expect_kept(path);
+}
+
+TEST_F(FailingSwap, KeepsAWindowThatCanStillBeSaved)
+{
+  const std::string path = enter_and_save();
+  const std::string saved = read_file(path);
+  withdraw_northwest();
+  check({yes, ok, ok});
+  old->member_panel->last_name->set_text("Fisher");
+  save_quietly(*old, in_progress);
+  EXPECT_EQ(path, old->survey.filename);
+  EXPECT_NE(saved, read_file(path));
+  EXPECT_NE(std::string::npos, read_file(path).find("<last_name>Fisher</last_name>"));
+}
+
+TEST_F(FailingSwap, KeepsTheWindowWhoseSavedFileHasGone)
+{
+  const std::string path = enter_and_save();
+  fs::remove(path);
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, ok}));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  expect_kept(path);
+}
+
+TEST_F(FailingSwap, KeepsTheWindowWhoseSavedFileIsDamaged)
+{
+  const std::string path = enter_and_save();
+  write_file(path, "no survey");
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, ok}));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  expect_kept(path);
+}
+
+TEST_F(FailingSwap, KeepsTheWindowIfNoOtherSurveyWasChosenEither)
+{
+  const std::string path = enter_and_save();
+  withdraw_northwest();
+  EXPECT_EQ(RET_DECLINED, check({yes, ok, cancel, ok}, open_survey));
+  EXPECT_EQ("ERROR: Survey NOT loaded!", seen.back().title);
+  expect_kept(path);
 }
 
 // --- what the user chose to do next ---
