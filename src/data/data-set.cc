@@ -2,10 +2,10 @@
 #include "core/my-app.h"
 #include "core/report.h"
 #include "data/abundance-choices.h"
+#include "data/data-backup.h"
 #include "data/data-defs.h"
 #include "data/data-file-info.h"
 #include "data/data-params.h"
-#include "data/former-data.h"
 #include "data/habitat-info.h"
 #include "data/region-info.h"
 #include "data/species-view-info.h"
@@ -16,6 +16,7 @@
 #include <glibmm/miscutils.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -63,26 +64,34 @@ bool load(Table*& table, const std::string& dir)
   return table->is_valid();
 }
 
+RetCode load_tables(MyApp& app, const std::string& dir)
+{
+  app.data_file_info = kept_table<DataFileInfo>(dir);
+  if (!app.data_file_info->valid || !load(app.data_defs, dir) || !load(app.data_params, dir) ||
+      !load(app.region_info, dir) || !load(app.habitat_info, dir) ||
+      !load(app.abundance_choices, dir))
+    return RET_FAILURE;
+
+  SpeciesViewInfo view_info(dir, app.region_info);
+  if (!view_info.is_valid() || !load(app.species_views, dir))
+    return RET_FAILURE;
+  app.species_views->view_subregions.swap(view_info.view_subregions);
+  return RET_SUCCESS;
+}
+
 } // namespace
 
 RetCode MyApp::read_data_files()
 {
-  const std::string local = get_local_data_dir();
-  FormerData::put_back(local); // had the program ended in the middle of unpacking
-  const std::string dir = choose_data_dir(local + "/data-files/", "data-files/");
+  const std::string own_dir = get_local_data_dir() + "/data-files";
+  const std::string local_dir = DataBackup::recover(local_data_dir).string();
+  const std::string dir = choose_data_dir(local_dir + "/", "data-files/");
   if (dir.empty())
     return RET_FAILURE;
-
-  data_file_info = kept_table<DataFileInfo>(dir);
-  if (!data_file_info->valid || !load(data_defs, dir) || !load(data_params, dir) ||
-      !load(region_info, dir) || !load(habitat_info, dir) || !load(abundance_choices, dir))
-    return RET_FAILURE;
-
-  SpeciesViewInfo view_info(dir, region_info);
-  if (!view_info.is_valid() || !load(species_views, dir))
-    return RET_FAILURE;
-  species_views->view_subregions.swap(view_info.view_subregions);
-  return RET_SUCCESS;
+  const RetCode result = load_tables(*this, dir);
+  // A program that was still installing data can have finished and removed its backup.
+  const bool has_gone = local_dir != own_dir && !std::filesystem::exists(local_dir);
+  return result != RET_SUCCESS && has_gone ? read_data_files() : result;
 }
 
 std::string MyApp::get_local_data_dir()

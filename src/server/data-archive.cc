@@ -2,19 +2,23 @@
 
 #include "core/c-resource.h"
 #include "core/report.h"
-#include "data/former-data.h"
+#include "data/data-backup.h"
+#include "data/data-file.h"
+
+#include <sys/resource.h>
 
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <utility>
-#include <vector>
-
-namespace fs = std::filesystem;
 
 namespace {
 
 // Stands for the status of a command that could not even be started.
 constexpr int not_started = -77;
+
+// How much of a command's output is kept. An archive can hold a great many long names.
+constexpr std::size_t most_output = std::size_t{16} << 20;
 
 // The status of this is that of tar, so what bzip2 has to say counts only through
 // what tar makes of its input.
@@ -28,53 +32,73 @@ struct CommandResult {
   std::string output;
 };
 
+// The status of a shell whose last command was ended for writing too large a file.
+constexpr int too_large = (128 + SIGXFSZ) << 8;
+
+// As long as it lives, a command that is started can make no file beyond that size. The
+// system ends it for that: tar would take a failure to extend a sparse file lightly.
+class FileSizeLimit
+{
+public:
+  explicit FileSizeLimit(rlim_t bytes) : old_handler(std::signal(SIGXFSZ, SIG_DFL))
+  {
+    getrlimit(RLIMIT_FSIZE, &old_limit);
+    if (old_limit.rlim_cur <= bytes) { // the user's own limit is a full disk
+      std::signal(SIGXFSZ, old_handler);
+      return;
+    }
+    const rlimit limit{bytes, old_limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit()
+  {
+    setrlimit(RLIMIT_FSIZE, &old_limit);
+    std::signal(SIGXFSZ, old_handler);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+  rlimit old_limit{};
+  void (*old_handler)(int);
+};
+
+// Starts a command whose output can be read; null if that fails.
+Pipe start(const std::string& command)
+{
+  const FileSizeLimit limit(largest_data_file);
+  return Pipe(popen(command.c_str(), "r"));
+}
+
 CommandResult run(const std::string& command)
 {
-  Pipe pipe(popen(command.c_str(), "r"));
+  Pipe pipe = start(command);
   if (!pipe)
     return {not_started, ""};
   std::string output;
   std::array<char, 1024> block;
-  while (!std::feof(pipe.get()) && !std::ferror(pipe.get()))
-    output.append(block.data(), std::fread(block.data(), 1, block.size(), pipe.get()));
+  while (!std::feof(pipe.get()) && !std::ferror(pipe.get())) {
+    const std::size_t size = std::fread(block.data(), 1, block.size(), pipe.get());
+    output.append(block.data(), output.size() < most_output ? size : 0);
+  }
   return {pclose(pipe.release()), output};
 }
 
 } // namespace
 
-std::error_code remove_links_and_pipes(const fs::path& directory)
-{
-  std::error_code failure;
-  if (!fs::is_directory(directory, failure))
-    return {}; // whoever writes there will say so
-  std::vector<fs::path> found;
-  for (fs::recursive_directory_iterator entry(directory, failure), end; !failure && entry != end;
-       entry.increment(failure)) {
-    const fs::file_status status = entry->symlink_status(failure);
-    if (!fs::is_regular_file(status) && !fs::is_directory(status))
-      found.push_back(entry->path());
-  }
-  for (const auto& path : found) {
-    if (!failure)
-      fs::remove(path, failure);
-  }
-  return failure;
-}
-
-Unpacked unpack_archive(const std::string& archive, const std::string& directory)
+Unpacked unpack_archive(const std::string& archive, const std::string& directory,
+                        DataBackup& backup)
 {
   Unpacked unpacked;
   unpacked.command = unpacking_command(archive, directory);
-  FormerData former(directory);
-  unpacked.failure = former.failure();
-  if (unpacked.failure)
-    return unpacked;
   if (debug_level > 0)
     std::printf("About to run: %s\n", unpacked.command.c_str());
   CommandResult result = run(unpacked.command);
   unpacked.status = result.status;
   unpacked.output = std::move(result.output);
+  if (unpacked.status == too_large)
+    unpacked.output += "This file has more than " + std::to_string(largest_data_file) + " bytes.\n";
   if (unpacked.status == 0)
-    unpacked.failure = former.let_go();
+    unpacked.failure = backup.discard();
   return unpacked;
 }

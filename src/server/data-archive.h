@@ -1,17 +1,16 @@
 #pragma once
 
-#include <filesystem>
+#include <cstddef>
 #include <string>
 #include <system_error>
 
-// What the installing of an archive of reference data does to the directory of
-// local data, without a word to the user.
+class DataBackup;
 
-// Removes all below a directory that is neither file nor directory. tar lets no
-// archive lead its own entries out of there, since it makes links last; but a
-// link that one archive has left would lead the entries of the next one out, and
-// a pipe would be waited for. The result is empty if none of them is left.
-std::error_code remove_links_and_pipes(const std::filesystem::path& directory);
+// What the installing of an archive of reference data does to the directory of
+// local data, without a message to the user.
+
+// The most bytes that an archive may have. A real one has less than 0.1 MB.
+constexpr std::size_t largest_data_archive = std::size_t{32} << 20;
 
 // How the unpacking of an archive ended: as it should only if there is neither a
 // status nor a failure.
@@ -19,9 +18,10 @@ struct Unpacked {
   std::string command;
   int status = 0;          // of the command, as the system encodes it (wait(2)); -77: not started
   std::string output;      // of the command
-  std::error_code failure; // why the former data could not be kept or let go
+  std::error_code failure; // why the backup could not be discarded
 };
 
-// Unpacks an archive into a directory with the system's commands. Unless that
-// ends as it should, the directory's data-files is what it was before.
-Unpacked unpack_archive(const std::string& archive, const std::string& directory);
+// Unpacks an archive into a directory with the system's commands, and discards the
+// backup of it if that ends as it should. No file becomes larger than a data file may be.
+Unpacked unpack_archive(const std::string& archive, const std::string& directory,
+                        DataBackup& backup);

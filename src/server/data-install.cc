@@ -2,12 +2,14 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/my-app.h"
+#include "data/data-backup.h"
 #include "server/data-archive.h"
 #include "server/http.h"
 #include "ui/survey-window.h"
 
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -62,9 +64,9 @@ void show_installed()
 RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
 {
   const std::string directory = my_app->get_local_data_dir();
-  const std::string archive = directory + "/current-offline-data.tar.bz2";
+  const std::string archive = directory + "/" + DataBackup::archive_name;
 
-  const HttpAnswer answer = http_get(*session, url);
+  const HttpAnswer answer = http_fetch(*session, url, largest_data_archive);
   const char* const type = answer.header("Content-Type");
   if (debug_level > 0)
     std::printf("data version query response code is %d, type %s\n", answer.status(),
@@ -77,12 +79,14 @@ RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
   if (debug_level > 0)
     std::printf("received body of %d bytes at %p\n", static_cast<int>(body.size()),
                 static_cast<const void*>(body.data()));
-  if (const std::error_code failure = remove_links_and_pipes(directory))
-    return report_unwritable(directory, failure);
+  std::optional<DataBackup> backup(directory);
+  if (const std::error_code failure = backup->failure())
+    return report_unwritable(backup->place().string(), failure);
   const RetCode written = write_file(archive, body.data(), body.size());
   if (written != RET_SUCCESS)
     return written;
-  const Unpacked unpacked = unpack_archive(archive, directory);
+  const Unpacked unpacked = unpack_archive(archive, directory, *backup);
+  backup.reset(); // restores the old data unless all went well
   if (unpacked.failure)
     return report_unwritable(directory, unpacked.failure);
   if (unpacked.status != 0)

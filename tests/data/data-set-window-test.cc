@@ -1,11 +1,14 @@
+#include "core/c-resource.h"
 #include "core/my-app.h"
 #include "data/survey-data.h"
 #include "support/application.h"
 #include "support/data-set.h"
 #include "support/output.h"
 
+#include <fcntl.h>
 #include <glibmm/miscutils.h>
 #include <gtkmm/application.h>
+#include <sys/file.h>
 
 #include <filesystem>
 
@@ -61,6 +64,12 @@ protected:
     for (const auto& entry : std::filesystem::directory_iterator(built_in.root + "/data-files"))
       write_file(local_dir + entry.path().filename().string(), read_file(entry.path().string()));
     write_file(local_dir + "data-file-info.txt", info);
+  }
+
+  std::string backup_of_local() const
+  {
+    const std::filesystem::path path = app->local_data_dir;
+    return path.parent_path() / ("." + path.filename().string() + "-before-update");
   }
 
   std::string read(RetCode expected)
@@ -244,4 +253,53 @@ TEST_F(ReadDataFiles, LivesWithoutADirectoryForTheUser)
   app->local_data_dir = local.dir + "file/MAVO-Survey";
   read(RET_SUCCESS);
   EXPECT_EQ(local.dir + "file/MAVO-Survey", app->get_local_data_dir());
+}
+
+// --- an install that has not ended ---
+
+TEST_F(ReadDataFiles, RestoresWhatABrokenOffInstallHasLeft)
+{
+  local_copy(metadata("20230303"));
+  const std::string backup = backup_of_local();
+  std::filesystem::create_directories(backup + "/kept");
+  std::filesystem::rename(local_dir, backup + "/kept/data-files");
+  write_file(local_dir + "data-file-info.txt", metadata("20240404"));
+  EXPECT_EQ("Restored the data in " + app->local_data_dir + " from a backup.\nUsing data in " +
+                local_dir + " (20230303).\n",
+            read(RET_SUCCESS));
+  EXPECT_EQ("Using data in " + local_dir + " (20230303).\n", read(RET_SUCCESS));
+  EXPECT_FALSE(file_exists(backup));
+}
+
+TEST_F(ReadDataFiles, UsesTheBackupWhileAnotherProgramInstallsData)
+{
+  local_copy(metadata("20230303"));
+  const std::string backup = backup_of_local();
+  std::filesystem::create_directories(backup + "/kept");
+  std::filesystem::copy(local_dir, backup + "/kept/data-files");
+  write_file(local_dir + "data-file-info.txt", "half a line");
+  {
+    const Descriptor other(open(app->local_data_dir.c_str(), O_RDONLY | O_DIRECTORY));
+    ASSERT_EQ(0, flock(other.number, LOCK_EX));
+    EXPECT_EQ("Another program is installing data in " + app->local_data_dir +
+                  "; waiting for up to 5 seconds.\nUsing data in " + backup +
+                  "/kept/data-files/ (20230303).\n",
+              read(RET_SUCCESS));
+  }
+  read(RET_SUCCESS);
+  EXPECT_FALSE(file_exists(backup));
+}
+
+TEST_F(ReadDataFiles, UsesTheProgramsDataWhileAnotherProgramInstallsAFirstCopy)
+{
+  const std::string backup = backup_of_local();
+  std::filesystem::create_directories(backup + "/kept/data-files");
+  write_file(local_dir + "data-file-info.txt", metadata("20230303"));
+  const Descriptor other(open(app->local_data_dir.c_str(), O_RDONLY | O_DIRECTORY));
+  ASSERT_EQ(0, flock(other.number, LOCK_EX));
+  const std::string said = read(RET_SUCCESS);
+  EXPECT_NE(std::string::npos,
+            said.find("No data in " + backup + "/kept/data-files/; using data in data-files/"))
+      << said;
+  std::filesystem::remove_all(backup);
 }

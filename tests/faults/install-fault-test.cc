@@ -53,7 +53,7 @@ public:
     before = data->now();
     output_of([this] { my_app->read_data_files(); });
     seen = answer_all_dialogs(ok, [&] {
-      FaultyCalls faulty(data->directory);
+      FaultyCalls faulty(application_dir.root); // with the backup, beside the data
       if (links_never_work)
         faulty.fail_always(Call::link, EPERM);
       let_fail(faulty);
@@ -69,12 +69,14 @@ public:
   {
     ASSERT_EQ(1U, seen.size());
     const std::string text = told().front();
-    const std::string unwritable = "Error occurred: FAILED to write to " + data->directory;
+    const std::string unwritable = "Error occurred: FAILED to write to ";
+    const bool names_place = text.rfind(unwritable + data->directory, 0) == 0 ||
+                             text.rfind(unwritable + data->backup(), 0) == 0;
     const std::string not_unpacked = "Error occurred: Failed to install data update! (";
     if (succeeded)
       EXPECT_EQ(installed, text);
     else
-      EXPECT_TRUE(text.rfind(unwritable, 0) == 0 || text.rfind(not_unpacked, 0) == 0) << text;
+      EXPECT_TRUE(names_place || text.rfind(not_unpacked, 0) == 0) << text;
     const bool uses_new = my_app->data_file_info->timestamp == LocalData::new_timestamp;
     EXPECT_EQ(succeeded, uses_new);
   }
@@ -197,13 +199,13 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
   RecordProperty("tried", tried);
 }
 
-TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsWhereTheOldOnesAreKept)
+TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsLeftOfABackup)
 {
-  for (const char* name : {"former-data-files.part", "former-data-files.part/a/b"}) {
+  for (const char* name : {"/copies/data-files/a.csv", "/torn/a/b", "/old/0/data-files/a.csv"}) {
     SCOPED_TRACE(name);
     prepare = [&] {
       data->start_with_old_data();
-      write_file(data->directory + "/" + name, "not mine");
+      write_file(data->backup() + name, "of an earlier install");
     };
     install([](FaultyCalls&) {});
     EXPECT_TRUE(succeeded);
@@ -211,4 +213,18 @@ TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsWhereTheOldOnesAreKept)
     expect_whole();
   }
   RecordProperty("tried", tried);
+}
+
+TEST_F(FaultsInAnInstall, LeaveTheOldDataIfSomethingElseIsInThePlaceOfTheBackup)
+{
+  prepare = [this] {
+    data->start_with_old_data();
+    write_file(data->backup(), "not mine");
+  };
+  install([](FaultyCalls&) {});
+  EXPECT_FALSE(succeeded);
+  expect_told();
+  EXPECT_EQ("not mine", read_file(data->backup()));
+  fs::remove(data->backup());
+  expect_whole();
 }

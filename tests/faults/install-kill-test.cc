@@ -1,8 +1,8 @@
 // The program, and each of the commands that it starts, is killed at each system
 // call of the installing of new data.
 #include "core/my-app.h"
+#include "data/data-backup.h"
 #include "data/data-file-info.h"
-#include "data/former-data.h"
 #include "support/output.h"
 #include "support/window-fixture.h"
 
@@ -132,7 +132,7 @@ TEST_F(KilledInAnInstall, AStartThatPutsTheOldDataBackLeavesThemToTheNext)
 {
   kill_everywhere(
       killed_at_system_call, [this] { data->start_with_torn_data(); },
-      [this] { FormerData::put_back(data->directory); });
+      [this] { DataBackup::recover(data->directory); });
   EXPECT_EQ(Sets{LocalData::OLD}, found);
   EXPECT_EQ(none, left);
 }

@@ -1,6 +1,7 @@
 #include "faults/local-data.h"
 
 #include "core/c-resource.h"
+#include "data/data-backup.h"
 #include "server/data-archive.h"
 #include "store/replace-file.h"
 #include "support/data-set.h"
@@ -15,7 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char* const archive_name = "current-offline-data.tar.bz2";
 const char* const not_in_archive = "own-notes.txt";
 const char* const large_file = "data-large.txt"; // in the middle of the archive, by name
 
@@ -81,18 +81,19 @@ void LocalData::start_with_old_data() const
 {
   start_with_nothing();
   write_files(old_set, directory + "/data-files");
-  write_file(directory + "/" + archive_name, "older");
+  write_file(directory + "/" + DataBackup::archive_name, "older");
 }
 
 void LocalData::start_with_nothing() const
 {
   fs::remove_all(directory);
+  fs::remove_all(backup());
 }
 
 void LocalData::start_with_torn_data() const
 {
   start_with_old_data();
-  write_files(old_set, directory + "/former-data-files");
+  write_files(old_set, backup() + "/kept/data-files");
   bool is_new = true; // every other one
   for (const auto& [path, text] : new_set) {
     if (is_new)
@@ -102,13 +103,20 @@ void LocalData::start_with_torn_data() const
   EXPECT_EQ(TORN, now());
 }
 
+std::string LocalData::backup() const
+{
+  const fs::path local = directory;
+  return local.parent_path() / ("." + local.filename().string() + "-before-update");
+}
+
 void LocalData::install(Archive which) const
 {
   const std::string body = read_file(archive(which));
   fs::create_directories(directory);
-  EXPECT_FALSE(remove_links_and_pipes(directory));
-  replace_file(directory + "/" + archive_name, body.data(), body.size(), "");
-  unpack_archive(directory + "/" + archive_name, directory);
+  DataBackup backup(directory);
+  EXPECT_FALSE(backup.failure());
+  replace_file(directory + "/" + DataBackup::archive_name, body.data(), body.size(), "");
+  unpack_archive(directory + "/" + DataBackup::archive_name, directory, backup);
 }
 
 LocalData::Set LocalData::now() const
@@ -125,13 +133,13 @@ LocalData::Set LocalData::now() const
 
 std::string LocalData::leftovers() const
 {
-  std::string names;
+  std::string names = fs::exists(backup()) ? "backup " : "";
   if (!fs::exists(directory))
     return names;
   for (const auto& entry : fs::directory_iterator(directory)) {
     const std::string name = entry.path().filename().string();
     const bool is_temporary = name.rfind(".goutputstream-", 0) == 0;
-    if (name != "data-files" && name != archive_name)
+    if (name != "data-files" && name != DataBackup::archive_name)
       names += (is_temporary ? ".goutputstream-" : name) + " ";
   }
   return names;

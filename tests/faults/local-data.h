@@ -34,8 +34,10 @@ public:
   // Which set is there, every byte of it.
   Set now() const;
   // The names of all that is there besides the set and the archive, temporary
-  // names made alike.
+  // names made alike; "backup" if there is one.
   std::string leftovers() const;
+
+  std::string backup() const; // the directory that the program uses for it
 
   std::string archive(Archive which) const { return which == WHOLE ? whole : cut; }
 

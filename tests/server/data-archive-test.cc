@@ -2,9 +2,12 @@
 #include "server/http.h"
 #include "server/tar-archive.h"
 #include "server/update-test.h"
+#include "store/full-disk.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <random>
 
 namespace fs = std::filesystem;
 
@@ -38,6 +41,14 @@ public:
   RetCode install(const Entries& entries)
   {
     write_archive(served, entries);
+    if (cut > 0)
+      fs::resize_file(served, cut);
+    return install_served();
+  }
+
+  // The same with the archive as it is.
+  RetCode install_served()
+  {
     const HttpSession session = open_http_session(false);
     const std::string url = server->address() + "/offline-data-entry/current-offline-data.tar.bz2";
     RetCode result = RET_INTERNAL_ERROR;
@@ -69,6 +80,7 @@ public:
 
   std::string outside;
   std::string served;
+  std::size_t cut = 0; // the size that archives are cut to, if any
 };
 
 using DataArchiveDeathTest = DataArchive;
@@ -77,6 +89,16 @@ const auto sym_link = TarEntry::LINK;
 const auto hard_link = TarEntry::HARD_LINK;
 const auto directory = TarEntry::DIRECTORY;
 const auto fifo = TarEntry::FIFO;
+
+// Bytes that cannot be packed.
+std::string noise(std::size_t size)
+{
+  std::mt19937 random;
+  std::string text(size, ' ');
+  for (char& c : text)
+    c = static_cast<char>(random() % 256);
+  return text;
+}
 
 TarEntry file(const std::string& name)
 {
@@ -207,6 +229,142 @@ TEST_F(DataArchive, PutsTheOldDataBackIfOneOfItsEntriesIsRefused)
   EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 }
+
+// --- forged backups ---
+
+TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
+{
+  offer_new_data();
+  install(whole_set());
+  const std::string backup = "../.local-before-update/kept/data-files/";
+  const Entries hostile[] = {
+      {file("former-data-files/data-file-info.txt"), file("former-data-files/habitat.csv")},
+      {{"former-data-files", directory, ""}},
+      {file("former-data-files.part/habitat.csv")},
+      {file("former-data-files")},
+      {file(backup + "habitat.csv")},
+      {{"l", sym_link, "../.local-before-update"}, file("l/kept/data-files/habitat.csv")},
+  };
+  for (Entries entries : hostile) {
+    SCOPED_TRACE(entries.back().name);
+    entries.insert(entries.begin(), {"data-files/data-file-info.txt", TarEntry::FILE,
+                                     "timestamp=20990101000000\nupdated=x\n"});
+    entries.push_back(file("../refused.txt")); // so that tar fails
+    EXPECT_EQ(RET_FAILURE, install(entries));
+    for (int start = 0; start < 2; ++start) {
+      EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
+      EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+    }
+    EXPECT_EQ(read_file(server->data + "habitat.csv"),
+              read_file(my_app->local_data_dir + "/data-files/habitat.csv"));
+  }
+  RecordProperty("tried", static_cast<int>(std::size(hostile)));
+}
+
+TEST_F(DataArchive, CannotForgeABackupByBreakingOff)
+{
+  offer_new_data();
+  install(whole_set());
+  Entries entries = whole_set();
+  for (auto& entry : entries)
+    entry = {"former-" + entry.name, TarEntry::FILE, "spoilt="};
+  entries.push_back({"data-files/more.csv", TarEntry::FILE, noise(100'000)});
+  write_archive(served, entries);
+  const std::string whole = read_file(served);
+  cut = whole.size() * 3 / 4;
+  EXPECT_EQ(RET_FAILURE, install(entries));
+  for (int start = 0; start < 2; ++start) {
+    EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
+    EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+  }
+}
+
+// --- links of the user ---
+
+TEST_F(DataArchive, LeavesAUsersLinkToADirectoryIfItCannotBeUnpacked)
+{
+  const std::string own = application_dir.root + "/own";
+  fs::copy(server->data, own);
+  write_file(own + "/data-file-info.txt", "timestamp=20210909\nupdated=x\n");
+  fs::create_directories(my_app->local_data_dir);
+  const std::string link = my_app->local_data_dir + "/data-files";
+  fs::create_directory_symlink(own, link);
+  EXPECT_EQ(RET_FAILURE, install({file("data-files/habitat.csv"), file("../refused.txt")}));
+  EXPECT_EQ(own, fs::read_symlink(link));
+  EXPECT_EQ(read_file(server->data + "habitat.csv"), read_file(own + "/habitat.csv"));
+  EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
+  EXPECT_EQ("20210909", my_app->data_file_info->timestamp);
+}
+
+TEST_F(DataArchive, LeavesAUsersLinksIfItCannotBeWritten)
+{
+  const std::string own = application_dir.root + "/own";
+  fs::copy(server->data, own);
+  const std::string local = my_app->local_data_dir + "/data-files";
+  fs::create_directories(my_app->local_data_dir);
+  fs::copy(server->data, local);
+  fs::remove(local + "/habitat.csv");
+  fs::create_symlink(own + "/habitat.csv", local + "/habitat.csv");
+  offer_new_data();
+  write_archive(served, whole_set());
+  {
+    const FullDisk full(100);
+    EXPECT_EQ(RET_FAILURE, install_served());
+  }
+  EXPECT_EQ(own + "/habitat.csv", fs::read_symlink(local + "/habitat.csv"));
+  EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
+}
+
+TEST_F(DataArchive, KeepsDataThatOnlyAUsersLinkLeadsTo)
+{
+  const std::string own = application_dir.root + "/habitat.csv";
+  fs::copy(server->data + "habitat.csv", own);
+  const std::string local = my_app->local_data_dir + "/data-files";
+  fs::create_directories(local);
+  fs::create_symlink(own, local + "/habitat.csv");
+  offer_new_data();
+  Entries entries = whole_set();
+  entries.erase(
+      std::remove_if(entries.begin(), entries.end(),
+                     [](const TarEntry& entry) { return entry.name == "data-files/habitat.csv"; }),
+      entries.end());
+  EXPECT_EQ(RET_DATA_INSTALLED, install(entries));
+  EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+  EXPECT_EQ(read_file(own), read_file(local + "/habitat.csv"));
+}
+
+// --- sizes ---
+
+TEST_F(DataArchive, IsRefusedIfAFileOfItIsTooLarge)
+{
+  offer_new_data();
+  install(whole_set());
+  const std::string set = application_dir.root + "/sparse/data-files";
+  fs::create_directories(application_dir.root + "/sparse");
+  fs::copy(server->data, set);
+  fs::resize_file(set + "/region-info.csv", std::uintmax_t{1} << 40);
+  const std::string pack =
+      "tar -C '" + application_dir.root + "/sparse' -S -cjf '" + served + "' data-files";
+  ASSERT_EQ(0, std::system(pack.c_str()));
+  EXPECT_GT(100'000U, fs::file_size(served));
+  EXPECT_EQ(RET_FAILURE, install_served());
+  const std::string reason =
+      "data-files/region-info.csv\nThis file has more than 33554432 bytes.\n";
+  EXPECT_NE(std::string::npos, seen.front().text.raw().find(reason)) << told().front();
+  EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
+  EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+}
+
+TEST_F(DataArchive, IsAFailedDownloadIfItIsTooLarge)
+{
+  write_file(served, "BZh9");
+  fs::resize_file(served, 33 << 20);
+  EXPECT_EQ(RET_FAILURE, install_served());
+  EXPECT_EQ(Names{"Error occurred: Failed to download data update! (200)"}, told());
+  EXPECT_TRUE(fs::is_empty(my_app->local_data_dir));
+}
+
+// --- pipes ---
 
 TEST_F(DataArchive, IsNotWaitedForWhereAPipeStandsForAFile)
 {

@@ -325,7 +325,7 @@ TEST_F(DataInstall, ShowsTheCommandItsOutputAndItsStatus)
     EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.at(0).message_type);
     EXPECT_NE(std::string::npos, seen.at(0).markup.raw().find("<a href=\"mailto:" SUPPORT_ADDRESS
                                                               "\">" SUPPORT_ADDRESS "</a>"));
-    EXPECT_EQ("output:\n\n\nPlease include", printed.substr(0, 24)) << "on standard output too";
+    EXPECT_NE(std::string::npos, printed.find("output:\n\n\nPlease include")) << printed;
     EXPECT_NE(std::string::npos, printed.find("Command: " + command() + "\n\n" + no_archive));
     EXPECT_TRUE(file_exists(archive()));
     EXPECT_TRUE(uses_old_data());
@@ -414,7 +414,7 @@ TEST_F(DataInstall, FailsIfTheCommandCannotBeStarted)
   http_get(*session, archive_url());
   RetCode result = RET_INTERNAL_ERROR;
   seen = answer_dialogs({ok}, [&] {
-    const FewFiles few(1);
+    const FewFiles few(2); // the second is the lock of the directory
     result = window->download_data_files(session.get(), archive_url().c_str());
   });
   EXPECT_EQ(RET_FAILURE, result);
