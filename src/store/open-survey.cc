@@ -13,6 +13,7 @@
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+#include "ui/tooltips.h"
 #include "ui/unlisted-panel.h"
 
 #include <cstdio>
@@ -99,4 +100,5 @@ void SurveyWindow::set_survey_is_uploaded()
   survey_panel1->disable_inputs();
   survey_panel2->disable_inputs();
   confirm_panel->confirm_bottom_time->set_sensitive(false);
+  show_current_tooltips(*this);
 }

@@ -13,6 +13,7 @@
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+#include "ui/tooltips.h"
 
 #include <ctime>
 #include <string>
@@ -228,4 +229,5 @@ void ConfirmPanel::show_verdict(bool ok)
   const bool may_go = ok && !survey.is_uploaded;
   window->upload_button->set_sensitive(may_go);
   window->ready_button->set_sensitive(may_go);
+  show_current_tooltips(*window);
 }

@@ -173,6 +173,26 @@ void StartPanel::show_actions_for(MyApp::WhichDir which)
   show_or_hide(mark_button, is_ready);
   upload_button->set_sensitive(is_ready);
   delete_button->set_sensitive(is_survey);
+  show_tooltips_for(which);
+}
+
+// What each button would do, or why it cannot do it.
+void StartPanel::show_tooltips_for(MyApp::WhichDir which)
+{
+  const char* open = "Open the selected survey";
+  const char* upload = "Send the selected survey to MAVO now";
+  const char* remove = "Delete the selected survey; you are asked before it is gone";
+  if (which == MyApp::WD_NOT_A_SURVEY)
+    open = upload = remove = "First select a survey in the list";
+  else if (which == MyApp::WD_IN_PROGRESS)
+    upload = "First open this survey and mark it for upload on its last page";
+  else if (which == MyApp::WD_UPLOADED) {
+    open = "Open the selected survey to read it";
+    upload = "This survey has been uploaded";
+  }
+  edit_view_button->set_tooltip_text(open);
+  upload_button->set_tooltip_text(upload);
+  delete_button->set_tooltip_text(remove);
 }
 
 void StartPanel::on_updates_button()

@@ -71,4 +71,5 @@ private:
   void add_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
                    const std::map<std::string, Glib::ustring>& surveys);
   void show_actions_for(MyApp::WhichDir which);
+  void show_tooltips_for(MyApp::WhichDir which);
 };

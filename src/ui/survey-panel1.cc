@@ -9,6 +9,7 @@
 #include "ui/listed-panel.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+#include "ui/tooltips.h"
 #include "ui/trigger-guard.h"
 #include "ui/unlisted-panel.h"
 
@@ -204,6 +205,7 @@ void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
     rebuild_zone_tree();
     for (auto* widget : std::initializer_list<Gtk::Widget*>{survey_subtype, zonecode, zone_search})
       widget->set_sensitive(true);
+    show_current_tooltips(*window);
   }
   on_survey_subtype_changed();
 }

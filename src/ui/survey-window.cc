@@ -11,6 +11,7 @@
 #include "ui/style.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
+#include "ui/tooltips.h"
 #include "ui/unlisted-panel.h"
 #include "ui/window-title.h"
 
@@ -190,6 +191,7 @@ void SurveyWindow::on_switch_page(Gtk::Widget*, unsigned int page_number)
     confirm_panel->refresh();
   back_button->set_sensitive(number != 0);
   next_button->set_sensitive(number < notebook->get_n_pages() - 1);
+  show_current_tooltips(*this);
 }
 
 void SurveyWindow::on_save_button()
