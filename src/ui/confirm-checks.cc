@@ -133,7 +133,8 @@ void ConfirmPanel::check_zone_code(bool& ok)
   show_checked(conf_label_zone_code, conf_zone_code, zone.text, zone.good, ok);
   if (!zone.good) // marked twice, as this field always was
     conf_zone_code->set_label(redbold(conf_zone_code->get_label()));
-  conf_zone_name->set_label(readable_markup(escape_ampersands(name)));
+  const Glib::ustring markup = escape_ampersands(name);
+  conf_zone_name->set_label(is_label_markup(markup) ? markup : escape_markup(name));
 }
 
 void ConfirmPanel::check_temperatures(bool& ok)

@@ -213,6 +213,13 @@ TEST_F(ConfirmPanelTest, WantsACompleteKnownZone)
             panel->conf_zone_code->get_label().raw());
 }
 
+TEST_F(ConfirmPanelTest, ShowsAZoneNameWithAnAmpersandAndALoneBracketAsItIs)
+{
+  application_dir.file("PAC-geog.csv", "geogid,name\n31020003,Hall & Oates <12 m\n");
+  open_complete_survey();
+  EXPECT_EQ("Hall & Oates <12 m", panel->conf_zone_name->get_text());
+}
+
 TEST_F(ConfirmPanelTest, JudgesBothTemperaturesInTheChosenUnit)
 {
   open_complete_survey();
