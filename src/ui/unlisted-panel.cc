@@ -113,7 +113,6 @@ void UnlistedPanel::attach_models()
   resize_matches();
   match_all();
   take_new_found_filter();
-  show_found();
 }
 
 void UnlistedPanel::setup_for_subregion(const Glib::ustring&)

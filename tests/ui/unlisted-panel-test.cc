@@ -414,6 +414,32 @@ TEST_F(UnlistedPanelTest, CountsEachSpeciesOnce)
   EXPECT_EQ("search found 3\n", output_of(1, [&] { panel().refilter(); }));
 }
 
+TEST_F(UnlistedPanelTest, ShowsNeitherHeadingBeforeTheFirstSearch)
+{
+  open_northwest_page();
+  EXPECT_EQ("", headings());
+  window->listed_panel->species_view->set_label("With invertebrates");
+  EXPECT_EQ("", headings());
+}
+
+TEST_F(UnlistedPanelTest, ChangesTheHeadingsByASearchOnly)
+{
+  open_northwest_page();
+  search("ling");
+  EXPECT_EQ("found", headings());
+  search("");
+  window->listed_panel->species_view->set_label("With invertebrates");
+  EXPECT_EQ("found", headings());
+  choose_survey_type("Northwest: species only");
+  EXPECT_EQ("found", headings());
+
+  search("no such fish");
+  EXPECT_EQ("none", headings());
+  search("");
+  window->listed_panel->species_view->set_label("Common");
+  EXPECT_EQ("none", headings());
+}
+
 TEST_F(UnlistedPanelTest, HidesTheResultsOfAnEmptySearchWithoutSearching)
 {
   open_northwest_page();
