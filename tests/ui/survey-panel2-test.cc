@@ -70,6 +70,22 @@ TEST_F(SurveyPanel2Test, OffersNothingWhereADefinitionIsMissing)
   EXPECT_EQ(1U, rows(panel->current));
 }
 
+TEST_F(SurveyPanel2Test, ChoosesTheFirstHabitatThatTheDefinitionFileOffers)
+{
+  open_panel();
+  EXPECT_EQ(-1, panel->habitat->get_active_row_number());
+
+  application_dir.use_own_resources("none");
+  std::string definition = read_file("resources/survey-ui.glade");
+  const std::string habitat = "<object class=\"GtkComboBoxText\" id=\"habitat\">";
+  ASSERT_NE(std::string::npos, definition.find(habitat));
+  definition.insert(definition.find(habitat) + habitat.size(),
+                    "<items><item>(please choose)</item><item>Kelp</item></items>");
+  write_file("resources/survey-ui.glade", definition);
+  open_panel();
+  EXPECT_EQ(0, panel->habitat->get_active_row_number());
+}
+
 // --- temperature units ---
 
 TEST_F(SurveyPanel2Test, TakesOnlyAnExactCForCelsius)
