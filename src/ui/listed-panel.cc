@@ -184,6 +184,8 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
                    {species.speciesid, species.commonname, species.scientificname,
                     species.spanishname, found == abundances.end() ? 0 : found->second,
                     item.in_view, species.rarefishind});
+    if (debug_level >= 25)
+      printf("Added %d %s\n", species.speciesid, species.commonname.c_str());
   }
 }
 

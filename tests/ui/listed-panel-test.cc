@@ -50,6 +50,21 @@ TEST_F(ListedPanelTest, StartsEmptyWithBothNamesChosen)
   EXPECT_EQ(-1, panel().species_view->no_value);
 }
 
+TEST_F(ListedPanelTest, TracesEachSpeciesThatEntersAStore)
+{
+  open_northwest();
+  const auto refill = [&] { panel().update_for_view(); };
+  const std::string traced = output_of(25, refill);
+  std::string added;
+  for (std::size_t at = traced.find("Added "); at != std::string::npos;
+       at = traced.find("Added ", at + 1))
+    added += traced.substr(at, traced.find('\n', at) + 1 - at);
+  EXPECT_EQ("Added 12 Kelp Greenling\nAdded 11 Lingcod\nAdded 10 Longfin Sculpin\n"
+            "Added 10 Longfin Sculpin\nAdded 11 Lingcod\n",
+            added);
+  EXPECT_EQ(std::string::npos, output_of(24, refill).find("Added "));
+}
+
 TEST_F(ListedPanelTest, AsksForASurveyTypeWhereNoneIsChosen)
 {
   open_window();
