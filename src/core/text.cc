@@ -10,3 +10,9 @@ Glib::ustring trim_ws(const Glib::ustring& s)
     return {};
   return bytes.substr(first, bytes.find_last_not_of(' ') - first + 1);
 }
+
+const char* find_or_end(const char* s, int c)
+{
+  const char* const found = std::strchr(s, c);
+  return found ? found : s + std::strlen(s);
+}

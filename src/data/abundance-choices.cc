@@ -4,6 +4,7 @@
 #include "core/report.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -83,4 +84,9 @@ AbundanceChoices::find_subtype(int survey_type_id) const
   if (survey_type_id < 0 || static_cast<std::size_t>(survey_type_id) >= subtypes.size())
     return nullptr;
   return &subtypes[static_cast<std::size_t>(survey_type_id)];
+}
+
+AbundanceChoices::SurveySubtypeChoiceInfo* AbundanceChoices::find_subtype(int survey_type_id)
+{
+  return const_cast<SurveySubtypeChoiceInfo*>(std::as_const(*this).find_subtype(survey_type_id));
 }

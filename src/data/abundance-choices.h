@@ -29,6 +29,7 @@ public:
 
   // The choices of a survey type; null if the data have no list of that id.
   const SurveySubtypeChoiceInfo* find_subtype(int survey_type_id) const;
+  SurveySubtypeChoiceInfo* find_subtype(int survey_type_id);
 
   std::vector<SurveySubtypeChoiceInfo> subtypes; // by survey type id, with gaps
 

@@ -24,11 +24,22 @@ public:
       return;
     }
     const auto place = std::lower_bound(ids.begin(), ids.end(), id);
-    if (*place != id)
+    if (*place != id) // there is one: the last id is not below `id`
       ids.insert(place, id);
   }
   // 1 if the id is there, otherwise 0.
   std::size_t count(int id) const { return std::binary_search(ids.begin(), ids.end(), id) ? 1 : 0; }
+  using const_iterator = std::vector<int>::const_iterator;
+
+  // The ids in ascending order.
+  const_iterator begin() const { return ids.begin(); }
+  const_iterator end() const { return ids.end(); }
+  // The place of the id, end() if it is not there.
+  const_iterator find(int id) const
+  {
+    const auto place = std::lower_bound(ids.begin(), ids.end(), id);
+    return place != ids.end() && *place == id ? place : ids.end();
+  }
   std::size_t size() const { return ids.size(); }
   bool empty() const { return ids.empty(); }
   bool operator==(const IdSet& other) const { return ids == other.ids; }

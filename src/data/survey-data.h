@@ -8,6 +8,8 @@
 #include "data/data-file.h"
 #include "data/data-params.h"
 #include "data/family-info.h"
+#include "data/file-lines.h"
+#include "data/former-data.h"
 #include "data/from-csv.h"
 #include "data/geog-info.h"
 #include "data/habitat-info.h"

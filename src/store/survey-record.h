@@ -22,7 +22,7 @@ struct SurveyData {
   RegionFishInfo* region_fish = nullptr;
   SubregionInfo* subregion_info = nullptr;
   Region* survey_subtype = nullptr; // null while none is chosen
-  const AbundanceChoices::SurveySubtypeChoiceInfo* abundance_choices = nullptr;
+  AbundanceChoices::SurveySubtypeChoiceInfo* abundance_choices = nullptr;
   int species_view_id = -1;
 
   std::string filename;  // where it was last saved to or opened from; empty: nowhere

@@ -1,11 +1,11 @@
-#include "store/survey-store.h"
-
 #include "core/c-resource.h"
 #include "core/markup.h"
 #include "core/my-app.h"
 #include "core/report.h"
 #include "store/file-identity.h"
 #include "store/replace-file.h"
+#include "store/survey-description.h"
+#include "store/survey-file-name.h"
 #include "store/thrown-text.h"
 
 #include <giomm/file.h>

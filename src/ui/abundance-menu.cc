@@ -78,7 +78,7 @@ Gtk::Menu* SurveyWindow::abundance_menu_for(int species_id) const
     return nullptr;
   if (species->invertebratetype != presence_only)
     return current_abundance_menu;
-  constexpr auto presence_list = static_cast<std::size_t>(AbundanceChoices::presence_subtype);
+  constexpr auto presence_list = static_cast<std::size_t>(PRESENCE_MENU_INDEX);
   return presence_list < abundance_menus.size() ? abundance_menus[presence_list] : nullptr;
 }
 

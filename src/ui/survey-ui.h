@@ -1,6 +1,8 @@
 #pragma once
 
-// The chief header of this folder.
+// The chief header of this folder; with the helpers on nodes of a survey document,
+// get_attr() and its siblings, which loading a survey into the panels needs.
+#include "store/survey-reader.h"
 #include "ui/confirm-panel.h"
 #include "ui/date-boxes.h"
 #include "ui/date-check.h"
@@ -9,18 +11,25 @@
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"
 #include "ui/next-window.h"
+#include "ui/plain-models.h"
+#include "ui/searched-species.h"
 #include "ui/species-columns.h"
 #include "ui/species-instructions.h"
 #include "ui/species-list.h"
 #include "ui/species-markup.h"
+#include "ui/species-search.h"
 #include "ui/species-tree.h"
 #include "ui/start-panel.h"
 #include "ui/style.h"
+#include "ui/survey-checks.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-tree-columns.h"
 #include "ui/survey-window.h"
+#include "ui/tooltips.h"
+#include "ui/tree-rows.h"
 #include "ui/trigger-guard.h"
+#include "ui/type-ahead.h"
 #include "ui/unlisted-panel.h"
 #include "ui/window-title.h"
 #include "ui/zone-tree.h"

@@ -37,6 +37,10 @@ class UnlistedPanel;
 // Of the HTTP library, see server/http.h.
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 
+// The place in SurveyWindow::abundance_menus of the menu for species of which only the
+// presence is noted.
+constexpr int PRESENCE_MENU_INDEX = AbundanceChoices::presence_subtype;
+
 // One survey in one window: a notebook of seven panels, a menu bar and the
 // buttons that walk through the panels and save. A window is made hidden, shown
 // once it is ready, and hidden when it is closed; it is never deleted.
@@ -207,7 +211,7 @@ public:
   Gtk::Widget* toolbar = nullptr;
 
   // What the menus offer. Those of the application may be of newer data by now.
-  const AbundanceChoices* abundance_choices = nullptr;
+  AbundanceChoices* abundance_choices = nullptr;
   std::vector<Gtk::Menu*> abundance_menus; // by survey type id; null for an empty list
   Gtk::Menu* current_abundance_menu = nullptr;
   int abundance_target = -1; // the species that the open menu acts on

@@ -1,3 +1,4 @@
+#include "core/file-contents.h"
 #include "core/version.h"
 #include "core/widget-helpers.h"
 #include "ui/listed-panel.h"
@@ -6,7 +7,7 @@
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
 
-#include <giomm/file.h>
+#include <glibmm/error.h>
 #include <gtkmm/stock.h>
 
 #include <cstdio>
@@ -124,12 +125,7 @@ void run_and_hide(Gtk::Dialog& dialog)
 bool load_text(const std::string& path, Glib::ustring& text)
 {
   try {
-    char* contents = nullptr;
-    gsize length = 0;
-    if (!Gio::File::create_for_path(path)->load_contents(contents, length))
-      return false;
-    text = std::string(contents, length);
-    g_free(contents);
+    text = read_file_contents(path);
     return true;
   } catch (const Glib::Error&) {
     return false;

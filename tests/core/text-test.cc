@@ -22,9 +22,15 @@ TEST(TrimWs, DropsBlanksAtBothEndsAndNothingElse)
     EXPECT_EQ(c.expected, trim_ws<Glib::ustring>(c.text).raw()) << c.why;
 }
 
-TEST(Strchrnul, GivesTheCharacterOrTheEnd)
+TEST(Strchrnul, GivesTheFirstSuchCharacterOrTheEnd)
 {
-  const char* const text = "abc";
-  EXPECT_EQ(text + 1, strchrnul(text, 'b'));
-  EXPECT_EQ(text + 3, strchrnul(text, 'x'));
+  const char* const text = "abcb";
+  for (const int c : std::initializer_list<int>{'a', 'b', 'x', '\0', 'b' + 256, 'x' + 256}) {
+    const auto byte = static_cast<unsigned char>(c);
+    const char* const expected = text + (byte == 'a' ? 0 : byte == 'b' ? 1 : 4);
+    EXPECT_EQ(expected, strchrnul(text, c)) << c;
+    EXPECT_EQ(expected, find_or_end(text, c)) << c; // what stands in where the former is missing
+  }
+  EXPECT_STREQ("", strchrnul("", 'a'));
+  EXPECT_STREQ("", find_or_end("", 'a'));
 }
