@@ -17,15 +17,6 @@ struct ParseContextFree {
   void operator()(GMarkupParseContext* context) const { g_markup_parse_context_free(context); }
 };
 
-// The toolkit draws nothing of a text that is not UTF-8 throughout.
-Glib::ustring valid_utf8(const Glib::ustring& text)
-{
-  if (text.validate())
-    return text;
-  const GMemory<char> mended(g_utf8_make_valid(text.data(), static_cast<gssize>(text.bytes())));
-  return mended.get();
-}
-
 std::string escaped(const char* text, std::size_t size)
 {
   return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
@@ -111,6 +102,14 @@ std::string without_links(const std::string& text)
 }
 
 } // namespace
+
+Glib::ustring valid_utf8(const Glib::ustring& text)
+{
+  if (text.validate())
+    return text;
+  const GMemory<char> valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.bytes())));
+  return valid.get();
+}
 
 Glib::ustring escape_markup(const Glib::ustring& text)
 {

@@ -4,6 +4,10 @@
 
 #include <string>
 
+// `text` with replacement characters in the place of bytes that are not UTF-8: the toolkit
+// draws nothing of a text that is not UTF-8 throughout.
+Glib::ustring valid_utf8(const Glib::ustring& text);
+
 // Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
 // show as replacement characters.
 Glib::ustring escape_markup(const Glib::ustring& text);

@@ -2,6 +2,7 @@
 
 // The chief header of this folder.
 #include "core/c-resource.h"
+#include "core/displayed-text.h"
 #include "core/exception-report.h"
 #include "core/file-contents.h"
 #include "core/launch.h"

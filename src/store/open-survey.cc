@@ -1,3 +1,4 @@
+#include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "store/file-identity.h"
@@ -55,7 +56,7 @@ void SurveyWindow::on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk
   const std::string description = my_app->get_survey_description(path, nullptr);
   if (description.empty())
     return;
-  preview->set_text(description);
+  preview->set_text(displayed_text(description));
   preview->show();
 }
 

@@ -1,3 +1,4 @@
+#include "core/displayed-text.h"
 #include "core/my-app.h"
 #include "core/report.h"
 #include "data/abundance-choices.h"
@@ -48,7 +49,7 @@ Gtk::Menu* SurveyWindow::make_abundance_menu(int subtype,
       continue;
     if (debug_level >= 30)
       printf("For %d, adding %d %s\n", subtype, choice.abun, choice.label.c_str());
-    auto* item = Gtk::make_managed<Gtk::MenuItem>(choice.label);
+    auto* item = Gtk::make_managed<Gtk::MenuItem>(displayed_line(choice.label));
     item->signal_activate().connect(
         sigc::bind(sigc::mem_fun(*this, &SurveyWindow::on_abundance_menu_item),
                    static_cast<std::uint16_t>(choice.abun)));

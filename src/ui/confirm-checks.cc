@@ -1,4 +1,5 @@
 // The checks of the Confirmation page: the one place where a survey is judged.
+#include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/my-app.h"
 #include "core/number.h"
@@ -57,7 +58,7 @@ bool ConfirmPanel::set_simple_field(Gtk::Label* name_label, Gtk::Label* value_la
     return false;
   }
   clear_redbold(name_label);
-  value_label->set_markup(readable_markup(value));
+  value_label->set_markup(displayed_markup(value));
   return true;
 }
 
@@ -83,7 +84,7 @@ void ConfirmPanel::clear_redbold(Gtk::Label* label) const
 void ConfirmPanel::show_checked(Gtk::Label* name_label, Gtk::Label* value_label,
                                 const Glib::ustring& text, bool good, bool& ok)
 {
-  const Glib::ustring readable = readable_markup(text);
+  const Glib::ustring readable = displayed_markup(text);
   if (good) {
     clear_redbold(name_label);
     value_label->set_label(readable);
@@ -107,7 +108,7 @@ void ConfirmPanel::check_survey_type(bool& ok)
   if (type.raw().find(NO_LONGER_AVAILABLE.raw()) != std::string::npos) {
     show_checked(conf_label_survey_type, conf_survey_type, type, false, ok);
   } else {
-    conf_survey_type->set_text(type); // turns the label's markup off
+    conf_survey_type->set_text(displayed_text(type)); // turns the label's markup off
     clear_redbold(conf_label_survey_type);
   }
 }
@@ -134,7 +135,8 @@ void ConfirmPanel::check_zone_code(bool& ok)
   if (!zone.good) // marked twice, as this field always was
     conf_zone_code->set_label(redbold(conf_zone_code->get_label()));
   const Glib::ustring markup = escape_ampersands(name);
-  conf_zone_name->set_label(is_label_markup(markup) ? markup : escape_markup(name));
+  conf_zone_name->set_label(is_label_markup(markup) ? displayed_markup(markup)
+                                                    : escape_markup(displayed_text(name)));
 }
 
 void ConfirmPanel::check_temperatures(bool& ok)
@@ -190,7 +192,7 @@ void ConfirmPanel::check_depths(bool& ok)
   if (max_is_there && conditions.max_depth->get_id() < conditions.avg_depth->get_id()) {
     ok = false;
     set_redbold(conf_label_max_depth);
-    conf_max_depth->set_markup(readable_markup(max_label) + " " +
+    conf_max_depth->set_markup(displayed_markup(max_label) + " " +
                                redbold(" Must be no less than Average Depth"));
   }
 }

@@ -1,5 +1,6 @@
 #include "ui/drop-down-box.h"
 
+#include "core/displayed-text.h"
 #include "core/report.h"
 
 #include <gtk/gtk-a11y.h>
@@ -97,7 +98,7 @@ void DropDownBox::init(const std::vector<int>& values, const std::vector<Glib::u
 void DropDownBox::add_item(int id, const Glib::ustring& label)
 {
   items.emplace_back(id, label);
-  append(label);
+  append(displayed_line(label));
   if (get_wrap_width() <= 1)
     let_text_be_cut(static_cast<int>(label.size()));
 }

@@ -1,7 +1,9 @@
 #include "ui/species-tree.h"
 
 #include "core/c-resource.h"
+#include "core/displayed-text.h"
 #include "core/report.h"
+#include "ui/displayed-cell.h"
 #include "ui/species-columns.h"
 #include "ui/species-markup.h"
 #include "ui/survey-window.h"
@@ -94,6 +96,7 @@ void append_spanish_column(Gtk::TreeView& tree, const SpeciesTreeColumns& column
   column->pack_start(*cell);
   column->add_attribute(cell->property_text(), columns.col_spanish);
   let_shrink(*column, *cell, 44);
+  limit_displayed(*column, *cell);
   tree.append_column(*column);
 }
 
@@ -118,8 +121,13 @@ void append_abundance_column(Gtk::TreeView& tree, const SpeciesTreeColumns& colu
   int width = 0;
   if (columns.choices)
     for (const auto& choice : *columns.choices)
-      width = std::max(width, width_for(tree, choice.label, 0));
-  column->set_min_width(width > 0 ? width : -1);
+      width = std::max(width, width_for(tree, displayed_line(choice.label), 0));
+  constexpr int widest = 400; // pixels; the names need their place
+  column->set_min_width(width > 0 ? std::min(width, widest) : -1);
+  if (auto* const cell = dynamic_cast<Gtk::CellRendererText*>(column->get_first_cell())) {
+    cell->property_ellipsize() = Pango::ELLIPSIZE_END;
+    limit_displayed(*column, *cell);
+  }
   tree.append_column(*column);
 }
 
@@ -189,6 +197,7 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.id_column.set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
   parts.name_column.pack_start(parts.name_cell, true);
   let_shrink(parts.name_column, parts.name_cell, 24);
+  limit_displayed(parts.name_column, parts.name_cell);
   tree.set_search_equal_func(sigc::ptr_fun(is_other_name));
   // Rows of one height need not be measured, which takes seconds for thousands.
   tree.set_fixed_height_mode();

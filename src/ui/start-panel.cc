@@ -3,6 +3,7 @@
 #include "core/report.h"
 #include "core/widget-helpers.h"
 #include "store/file-identity.h"
+#include "ui/displayed-cell.h"
 #include "ui/next-window.h"
 #include "ui/plain-models.h"
 #include "ui/survey-window.h"
@@ -56,6 +57,9 @@ void StartPanel::connect_tree()
 {
   survey_tree->set_model(store);
   survey_tree->append_column("Survey", columns.description);
+  auto* const column = survey_tree->get_column(0);
+  if (auto* const cell = dynamic_cast<Gtk::CellRendererText*>(column->get_first_cell()))
+    limit_displayed(*column, *cell);
   survey_tree->signal_button_press_event().connect(
       sigc::mem_fun(*this, &StartPanel::on_survey_clicked), false);
   survey_tree->signal_key_press_event().connect(

@@ -1,10 +1,12 @@
 // The part of the panel that finds and names the survey's zone.
 
+#include "core/displayed-text.h"
 #include "core/number.h"
 #include "core/report.h"
 #include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
+#include "ui/displayed-cell.h"
 #include "ui/plain-models.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
@@ -27,6 +29,7 @@ void SurveyPanel1::prepare_zone_tree()
   geog_tree->set_fixed_height_mode(true);
   auto* cell = dynamic_cast<Gtk::CellRendererText*>(column->get_first_cell());
   cell->property_ellipsize() = Pango::ELLIPSIZE_END;
+  limit_displayed(*column, *cell);
 
   // Folding a row takes along a cursor below it.
   geog_tree->signal_test_collapse_row().connect([this](const Gtk::TreeIter&, const Gtk::TreePath&) {
@@ -111,7 +114,7 @@ void SurveyPanel1::show_zone(const Glib::ustring& status, const Glib::ustring& n
                              const Glib::ustring& site)
 {
   zone_name_status->set_text(status);
-  zone_name->set_text(name);
+  zone_name->set_text(displayed_text(name));
   site_text = site;
   window->set_title_string();
 }

@@ -1,5 +1,6 @@
 #include "ui/survey-panel2.h"
 
+#include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/report.h"
 #include "core/widget-helpers.h"
@@ -23,17 +24,24 @@ bool shows_snorkel(const DropDownBox* depth)
   return depth->get_label().raw() == MAGIC_SNORKEL_DEPTH.raw();
 }
 
+// A habitat's name is a few words, its description some sentences.
+constexpr std::size_t longest_name = 100;
+constexpr std::size_t longest_description = 1000;
+constexpr std::size_t longest_list = 20000; // bytes of markup
+
 // One habitat in markup. Data may hold tags; a text that does not parse is
 // shown with its words, so that one bad entry does not blank out all.
 Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& description)
 {
-  Glib::ustring entry = "<b>" + name + "</b> " + description;
-  if (is_label_markup(entry))
-    return entry;
-  return "<b>" + readable_markup(name) + "</b> " + readable_markup(description);
+  const Glib::ustring entry = "<b>" + name + "</b> " + description;
+  if (entry.bytes() <= longest_description && is_label_markup(entry))
+    return displayed_markup(entry, longest_description); // tags may reach from one to the other
+  return "<b>" + displayed_markup(name, longest_name) + "</b> " +
+         displayed_markup(description, longest_description);
 }
 
-// All habitats of a region, a line each; gaps in its codes have none.
+// All habitats of a region, a line each, as far as there is room; gaps in its codes have
+// none.
 Glib::ustring habitats_markup(const HabitatInfo& info, const std::vector<int>& ids)
 {
   Glib::ustring text;
@@ -42,6 +50,8 @@ Glib::ustring habitats_markup(const HabitatInfo& info, const std::vector<int>& i
       continue;
     if (!text.empty())
       text += "\n";
+    if (text.bytes() > longest_list)
+      return text + "\u2026";
     const auto habitat = static_cast<std::size_t>(id);
     text += habitat_markup(info.names[habitat], info.descriptions[habitat]);
   }

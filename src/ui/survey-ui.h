@@ -6,6 +6,7 @@
 #include "ui/confirm-panel.h"
 #include "ui/date-boxes.h"
 #include "ui/date-check.h"
+#include "ui/displayed-cell.h"
 #include "ui/drop-down-box.h"
 #include "ui/geog-tree-columns.h"
 #include "ui/listed-panel.h"

@@ -1,5 +1,6 @@
 #include "ui/survey-window.h"
 
+#include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/version.h"
@@ -21,6 +22,7 @@
 
 namespace {
 
+constexpr std::size_t longest_site = 200; // characters of it in the title
 const char* const definition_file = "resources/survey-ui.glade";
 
 // Ends the program over what went wrong while a window was being made.
@@ -180,8 +182,9 @@ void SurveyWindow::set_title_string()
 {
   const auto& where_and_when = *survey_panel1;
   set_title(window_title(where_and_when.year->get_id(), where_and_when.month->get_id(),
-                         where_and_when.mday->get_id(), where_and_when.dive_start->get_label(),
-                         where_and_when.site_text, base_title));
+                         where_and_when.mday->get_id(),
+                         displayed_line(where_and_when.dive_start->get_label()),
+                         displayed_line(where_and_when.site_text, longest_site), base_title));
 }
 
 void SurveyWindow::on_switch_page(Gtk::Widget*, unsigned int page_number)
