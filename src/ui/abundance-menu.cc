@@ -27,6 +27,17 @@ bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
   return false;
 }
 
+// No wider than a screen, whatever letters the label has.
+Gtk::MenuItem* make_item(const Glib::ustring& label)
+{
+  auto* const item = Gtk::make_managed<Gtk::MenuItem>(displayed_line(label));
+  if (auto* const shown = dynamic_cast<Gtk::Label*>(item->get_child())) {
+    shown->set_ellipsize(Pango::ELLIPSIZE_END);
+    shown->set_max_width_chars(static_cast<int>(longest_displayed_line));
+  }
+  return item;
+}
+
 } // namespace
 
 void SurveyWindow::build_abundance_menus()
@@ -49,7 +60,7 @@ Gtk::Menu* SurveyWindow::make_abundance_menu(int subtype,
       continue;
     if (debug_level >= 30)
       printf("For %d, adding %d %s\n", subtype, choice.abun, choice.label.c_str());
-    auto* item = Gtk::make_managed<Gtk::MenuItem>(displayed_line(choice.label));
+    auto* item = make_item(choice.label);
     item->signal_activate().connect(
         sigc::bind(sigc::mem_fun(*this, &SurveyWindow::on_abundance_menu_item),
                    static_cast<std::uint16_t>(choice.abun)));

@@ -14,6 +14,9 @@
 
 namespace {
 
+// The widest that longer labels make a box, in the width of average letters.
+constexpr int most_letters = 60;
+
 // The button inside of a box, which takes the keyboard in its place; null if the
 // toolkit builds its boxes otherwise.
 Gtk::ToggleButton* inner_button(Gtk::Container& box)
@@ -114,6 +117,8 @@ void DropDownBox::let_text_be_cut(int length)
   cell->property_ellipsize() = Pango::ELLIPSIZE_END;
   const int shown = std::max(cell->property_width_chars().get_value(), length);
   cell->property_width_chars() = std::min(shown, least_shown);
+  if (length > most_letters)
+    cell->property_max_width_chars() = most_letters;
 }
 
 int DropDownBox::get_id() const
