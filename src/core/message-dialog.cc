@@ -1,5 +1,6 @@
 #include "core/message-dialog.h"
 
+#include "core/displayed-text.h"
 #include "core/long-text.h"
 #include "core/markup.h"
 #include "core/my-app.h"
@@ -7,6 +8,7 @@
 #include <gdk/gdk.h>
 #include <gdkmm/pixbuf.h>
 #include <gtkmm/box.h>
+#include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
 
@@ -50,7 +52,7 @@ Glib::ustring shown_text(const Message& message)
   const bool is_markup = message.text_is_markup && message.text.bytes() <= longest_markup &&
                          is_label_markup(message.text);
   if (is_markup)
-    return shorten_markup(message.text, longest_text);
+    return displayed_markup(shorten_markup(message.text, longest_text), Glib::ustring::npos);
   return escape_markup(shorten_text(message.text.raw(), longest_text));
 }
 
@@ -68,6 +70,39 @@ bool is_large(const std::string& text)
     lines += in_line == 0;
   }
   return lines > most_lines;
+}
+
+// The toolkit lays a run of letters out anew for each line that it breaks off, which takes
+// the square of the length. Every other piece of the text gets an attribute that changes
+// nothing but ends the run.
+void lay_out_in_pieces(Gtk::Label& label)
+{
+  constexpr std::size_t piece = 100; // characters
+  const std::string text = label.get_text();
+  const auto behind = [&](std::size_t at) {
+    const char* end = text.c_str() + at;
+    for (std::size_t i = 0; i < piece && *end; ++i)
+      end = g_utf8_next_char(end);
+    return static_cast<std::size_t>(end - text.c_str());
+  };
+  Pango::AttrList attributes;
+  for (std::size_t at = 0; at < text.size(); at = behind(behind(at))) {
+    auto end_of_run = Pango::Attribute::create_attr_fallback(true);
+    end_of_run.set_start_index(static_cast<unsigned int>(at));
+    end_of_run.set_end_index(static_cast<unsigned int>(behind(at)));
+    attributes.insert(end_of_run);
+  }
+  label.set_attributes(attributes);
+}
+
+// Words of any length are broken, so that none makes the dialog wide.
+void prepare_label(Gtk::Widget& widget)
+{
+  auto* const label = dynamic_cast<Gtk::Label*>(&widget);
+  if (!label)
+    return;
+  label->set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+  lay_out_in_pieces(*label);
 }
 
 // Puts scroll bars around the dialog's text.
@@ -104,13 +139,14 @@ int run_message(const Message& message)
   Gtk::Window* const parent = window_in_use();
   const Glib::ustring text = shown_text(message);
   Gtk::MessageDialog dialog(text, true, message.type, message.standard_buttons, message.modal);
+  dialog.get_message_area()->foreach (sigc::ptr_fun(prepare_label));
   if (is_large(text.raw()))
     make_scrollable(dialog);
   if (parent)
     dialog.set_transient_for(*parent);
   for (const auto& button : message.buttons)
     dialog.add_button(button.label, button.response);
-  dialog.set_title(message.title);
+  dialog.set_title(displayed_line(message.title));
   const auto icons = usable_icons();
   if (!icons.empty())
     dialog.set_icon_list(icons);

@@ -3,7 +3,11 @@
 #include "support/main-loop.h"
 
 #include <gtest/gtest.h>
+#include <gtkmm/label.h>
 #include <gtkmm/window.h>
+
+#include <algorithm>
+#include <functional>
 
 TEST(MessageDialog, ShowsTitleTextAndButtonsInOrder)
 {
@@ -62,6 +66,15 @@ TEST(MessageDialog, StaysOnTheScreenWithAnyText)
            lines += "a line\n";
          return lines;
        }()},
+      {"a very long line", std::string(19000, 'w')},
+      {"many empty lines", std::string(19000, '\n')},
+      {"wide letters",
+       [] {
+         std::string letters;
+         while (letters.size() < 19000)
+           letters += "\ufdfd";
+         return letters;
+       }()},
   };
   for (const auto& c : cases) {
     Message message;
@@ -80,6 +93,69 @@ TEST(MessageDialog, StaysOnTheScreenWithAnyText)
               answer_next_dialog(Gtk::RESPONSE_OK, [&] { run_message(message); }).text.raw())
         << c.why;
   }
+}
+
+TEST(MessageDialog, StaysOnTheScreenWithMarkupThatSetsSizes)
+{
+  for (const char* const markup :
+       {"<span size=\"100000000\">huge</span>", "<span rise=\"100000000\">raised</span>",
+        "<big><big><big><big><big><big><big><big><big><big><big><big><big><big><big><big><big>"
+        "huge</big></big></big></big></big></big></big></big></big></big></big></big></big></big>"
+        "</big></big></big>",
+        "<span letter_spacing=\"100000000\">wide</span>"}) {
+    Message message;
+    message.text = markup;
+    message.title = std::string(5000000, 'w');
+    message.standard_buttons = Gtk::BUTTONS_OK;
+    meet_next_dialog(
+        [&](Gtk::Dialog& dialog) {
+          int width = 0, height = 0;
+          dialog.get_size(width, height);
+          EXPECT_LT(height, 500) << markup;
+          EXPECT_LT(width, 900) << markup;
+          EXPECT_LT(dialog.get_title().size(), 500U);
+          dialog.response(Gtk::RESPONSE_OK);
+        },
+        [&] { run_message(message); });
+  }
+}
+
+// A run of letters is laid out anew for each line that is broken off it, so that the work
+// grows with the square of its length. The pieces keep that in bounds.
+TEST(MessageDialog, LaysALongTextOutInPieces)
+{
+  Message message;
+  message.text = std::string(10000, 'w');
+  meet_next_dialog(
+      [&](Gtk::Dialog& dialog) {
+        auto& area = *dynamic_cast<Gtk::MessageDialog&>(dialog).get_message_area();
+        int longest = 0;
+        int labels = 0;
+        const std::function<void(Gtk::Widget&)> visit = [&](Gtk::Widget& widget) {
+          if (auto* const container = dynamic_cast<Gtk::Container*>(&widget))
+            container->foreach ([&](Gtk::Widget& child) { visit(child); });
+          auto* const label = dynamic_cast<Gtk::Label*>(&widget);
+          if (!label || label->get_text().empty())
+            return;
+          ++labels;
+          const auto layout = Pango::Layout::create(label->get_pango_context());
+          layout->set_text(label->get_text());
+          auto attributes = label->get_attributes();
+          layout->set_attributes(attributes);
+          PangoLayoutIter* const runs = pango_layout_get_iter(layout->gobj());
+          do {
+            if (const auto* const run = pango_layout_iter_get_run_readonly(runs))
+              longest = std::max(longest, run->item->num_chars);
+          } while (pango_layout_iter_next_run(runs));
+          pango_layout_iter_free(runs);
+        };
+        visit(area);
+        EXPECT_EQ(1, labels);
+        EXPECT_GT(longest, 0);
+        EXPECT_LE(longest, 200);
+        dialog.response(Gtk::RESPONSE_OK);
+      },
+      [&] { run_message(message); });
 }
 
 TEST(MessageDialog, ShortensInTheMiddleATextThatWouldTakeMinutesToShow)
