@@ -72,6 +72,15 @@ class EnteringASurvey(Journey):
         self.assertTrue(document.looks_like_a_build_date(found["software_build"]))
         self.assertTrue(found["software_platform"].startswith("Linux "))
 
+    def test_survives_a_name_that_no_screen_can_show(self):
+        entry.enter_place_and_date(self.program, self.place)
+        name = 3500 * "W"
+        panel = self.program.open_panel("Member Info")
+        panel.find("text", "Last name").set_text(name)
+        self.program.open_panel("Confirmation")
+        _, path = self.save()
+        self.assertEqual(name, dict(document.values_of(path))["last_name"])
+
     def test_goes_on_with_the_next_one_for_the_same_member_and_place(self):
         entry.enter_member(self.program)
         entry.enter_place_and_date(self.program, self.place)
