@@ -4,6 +4,7 @@
 #include "core/long-text.h"
 #include "core/markup.h"
 #include "core/my-app.h"
+#include "core/widget-helpers.h"
 
 #include <gdk/gdk.h>
 #include <gdkmm/pixbuf.h>
@@ -101,8 +102,8 @@ void prepare_label(Gtk::Widget& widget)
   auto* const label = dynamic_cast<Gtk::Label*>(&widget);
   if (!label)
     return;
-  label->set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
   lay_out_in_pieces(*label);
+  break_anywhere(*label);
 }
 
 // Puts scroll bars around the dialog's text.

@@ -9,6 +9,8 @@
 class IdSet
 {
 public:
+  using const_iterator = std::vector<int>::const_iterator;
+
   IdSet() = default;
   IdSet(std::initializer_list<int> the_ids)
   {
@@ -29,7 +31,6 @@ public:
   }
   // 1 if the id is there, otherwise 0.
   std::size_t count(int id) const { return std::binary_search(ids.begin(), ids.end(), id) ? 1 : 0; }
-  using const_iterator = std::vector<int>::const_iterator;
 
   // The ids in ascending order.
   const_iterator begin() const { return ids.begin(); }

@@ -1,6 +1,7 @@
 #include "store/survey-file-dialog.h"
 
 #include "core/message-dialog.h"
+#include "core/widget-helpers.h"
 #include "ui/survey-window.h"
 
 #include <gdkmm/pixbuf.h>
@@ -20,7 +21,7 @@ SurveyFileDialog::SurveyFileDialog(SurveyWindow& window, const Glib::ustring& ti
   set_default_response(Gtk::RESPONSE_OK);
 
   preview.set_line_wrap(true);
-  preview.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+  break_anywhere(preview);
   set_extra_widget(preview);
   signal_update_preview().connect(
       sigc::bind(sigc::mem_fun(window, &SurveyWindow::on_filedlg_update_preview), this, &preview));

@@ -74,8 +74,11 @@ void ConfirmPanel::find_labels(const Glib::RefPtr<Gtk::Builder>& builder)
       {"conf_listed_species", &ConfirmPanel::conf_listed_species},
       {"conf_unlisted_species", &ConfirmPanel::conf_unlisted_species},
   };
-  for (const auto& row : labels)
+  for (const auto& row : labels) {
     builder->get_widget(row.id, this->*row.label);
+    if ((this->*row.label)->get_line_wrap())
+      break_anywhere(*(this->*row.label));
+  }
 }
 
 void ConfirmPanel::connect_trees()

@@ -3,6 +3,7 @@
 #include "core/message-dialog.h"
 #include "core/report.h"
 #include "core/text.h"
+#include "core/widget-helpers.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
 #include "ui/date-boxes.h"
@@ -60,6 +61,7 @@ void SurveyPanel1::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
   builder->get_widget("zonecode", zonecode);
   builder->get_widget("zone_name_status", zone_name_status);
   builder->get_widget("zone_name", zone_name);
+  break_anywhere(*zone_name);
   builder->get_widget("zone_search", zone_search);
   builder->get_widget("no_geog_matches", no_geog_matches);
   builder->get_widget("geog_tree", geog_tree);

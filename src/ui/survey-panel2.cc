@@ -98,6 +98,7 @@ void SurveyPanel2::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
   builder->get_widget_derived("current", current);
   builder->get_widget_derived("habitat", habitat);
   builder->get_widget("habitat_descr", habitat_descr);
+  break_anywhere(*habitat_descr);
 }
 
 void SurveyPanel2::fill_boxes()
