@@ -102,7 +102,7 @@ void DropDownBox::add_item(int id, const Glib::ustring& label)
 {
   items.emplace_back(id, label);
   append(displayed_line(label));
-  if (get_wrap_width() <= 1)
+  if (get_wrap_width() <= 1 || label.size() > std::size_t{most_letters})
     let_text_be_cut(static_cast<int>(label.size()));
 }
 

@@ -112,7 +112,7 @@ void SurveyPanel2::fill_boxes()
   fill_from(max_depth, defs["depth"]);
   fill_from(current, defs["current"]);
   habitat->opens_beside = true; // the descriptions below tell what to choose
-  habitat->set_active(0); // without effect, unless the definition file offers habitats
+  habitat->set_active(0);       // without effect, unless the definition file offers habitats
 }
 
 RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
