@@ -43,4 +43,3 @@ install(PROGRAMS ${launch_script} DESTINATION lib/mavo-survey/MacOS)
 install(DIRECTORY resources data-files DESTINATION lib/mavo-survey COMPONENT resources
   PATTERN survey-ui.glade EXCLUDE)
 install(FILES ${definition_file} DESTINATION lib/mavo-survey/resources COMPONENT resources)
-install(PROGRAMS packaging/mavo-survey DESTINATION bin)

@@ -3,12 +3,13 @@
 # packages; what `cpack` needs stands in tools/packages.
 set(app_id org.mavo.offline-survey-entry)
 set(packaging_dir ${PROJECT_BINARY_DIR}/packaging)
-foreach(file ${app_id}.metainfo.xml mavo-survey.1 debian/changelog debian/copyright)
+foreach(file mavo-survey ${app_id}.metainfo.xml mavo-survey.1 debian/changelog debian/copyright)
   configure_file(packaging/${file}.in ${packaging_dir}/${file} @ONLY)
 endforeach()
 
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
   GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+install(PROGRAMS ${packaging_dir}/mavo-survey DESTINATION bin)
 install(FILES packaging/${app_id}.desktop DESTINATION share/applications)
 install(FILES ${packaging_dir}/${app_id}.metainfo.xml DESTINATION share/metainfo)
 install(FILES packaging/${app_id}.mime.xml DESTINATION share/mime/packages

@@ -78,6 +78,14 @@ class Manual(unittest.TestCase):
         statuses = re.findall(r"^     (\d+) ", section, re.MULTILINE)
         self.assertEqual(["0", "1", "2", "7", "45", "47"], statuses)
 
+    def test_describes_the_options_that_the_command_lists(self):
+        listed = re.findall(r"^  (-\S+)  ", said(MADE / "mavo-survey", "--help"), re.MULTILINE)
+        self.assertEqual(["-dLEVEL", "--help", "--version", "--help-gtk"], listed)
+        section = re.sub(".\b", "", said("mandoc", "-T", "utf8", MANUAL))
+        section = section.split("OPTIONS")[1].split("ENVIRONMENT")[0]
+        described = re.findall(r"(?<!\S)-[-\w]+", section)
+        self.assertEqual([], [name for name in listed if name.lower() not in described])
+
 
 class Licence(unittest.TestCase):
     def test_is_the_same_in_the_package(self):

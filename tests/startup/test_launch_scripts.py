@@ -1,11 +1,13 @@
 """The launch script and the command in bin, with a stand-in for the executable."""
 
+import re
 import shutil
 import subprocess
 
-from .scratch import PROJECT, ScratchTest, environment
+from .scratch import BUILD, PROJECT, ScratchTest, environment
 
-PACKAGING = PROJECT / "packaging"
+LAUNCH_SCRIPT = PROJECT / "packaging" / "mavo-survey-env-setup.sh"
+COMMAND = BUILD / "packaging" / "mavo-survey"
 # Says what it was given, a line each.
 STAND_IN = '#!/bin/sh\npwd\nprintf "%s\\n" "$GTK_PATH" "$0" "$@"\n'
 
@@ -20,11 +22,11 @@ class LaunchTest(ScratchTest):
         self.executable.parent.mkdir(parents=True)
         self.executable.write_text(STAND_IN, encoding="utf-8")
         self.executable.chmod(0o755)
-        self.script = self.executable.parent / "mavo-survey-env-setup.sh"
-        shutil.copy(PACKAGING / self.script.name, self.script)
+        self.script = self.executable.parent / LAUNCH_SCRIPT.name
+        shutil.copy(LAUNCH_SCRIPT, self.script)
         self.command = self.scratch / "bin" / "mavo-survey"
         self.command.parent.mkdir()
-        shutil.copy(PACKAGING / self.command.name, self.command)
+        shutil.copy(COMMAND, self.command)
 
     def said(self, *command, directory="/", **changes):
         """(working directory, GTK_PATH, path, arguments) that the stand-in was started with."""
@@ -105,3 +107,58 @@ class InstalledCommand(LaunchTest):
         started_in, gtk_path, *_ = self.said(self.command, GTK_PATH="/of the user")
         self.assertEqual(str(self.application_dir), started_in)
         self.assertEqual("/of the user", gtk_path)
+
+
+class AskingTheInstalledCommand(LaunchTest):
+    """What it answers by itself: the program needs a display for that."""
+
+    def setUp(self):
+        super().setUp()
+        self.executable.unlink()
+
+    def answer(self, *arguments):
+        ended = subprocess.run(
+            [self.command, *arguments],
+            cwd="/",
+            env=environment(),
+            capture_output=True,
+            text=True,
+            check=True,
+        )
+        self.assertEqual("", ended.stderr)
+        return ended.stdout
+
+    def test_prints_the_version_of_the_program(self):
+        lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+        version = re.search(r"project\(.* VERSION ([\d.]+)", lists).group(1)
+        self.assertEqual(f"MAVO-Survey {version}", self.answer("--version").splitlines()[0])
+
+    def test_prints_its_options(self):
+        answer = self.answer("--help")
+        self.assertTrue(answer.startswith("Usage: mavo-survey "))
+        for option in ("-dLEVEL", "--help", "--version", "--help-gtk"):
+            self.assertIn(option, answer)
+        self.assertTrue(all(len(line) <= 80 for line in answer.splitlines()))
+
+    def test_answers_in_few_lines(self):
+        self.assertLess(len(self.answer("--version").splitlines()), 5)
+        self.assertLess(len(self.answer("--help").splitlines()), 20)
+
+    def test_answers_behind_other_arguments_too(self):
+        for option in ("--help", "--version"):
+            self.assertEqual(self.answer(option), self.answer("-d3", option))
+
+
+class OptionsLikeThoseOfTheInstalledCommand(LaunchTest):
+    def test_go_to_the_program(self):
+        for arguments in (
+            ["--help-all"],
+            ["--help-gtk"],
+            ["--versions"],
+            ["-h"],
+            ["help"],
+            ["--", "--help"],
+            ["--", "--version"],
+        ):
+            with self.subTest(arguments=arguments):
+                self.expect_start(self.said(self.command, *arguments), arguments)
