@@ -67,7 +67,7 @@ class Demo:
         entry.enter_member(self.program)
         self.panel_picture("Member Info")
         entry.enter_place_and_date(self.program, self.place)
-        entry.find_zone(self.program, self.place)
+        entry.find_zone(self.program, self.place, self.place.zone_name.lower())
         self.panel_picture("Survey Info Part 1")
         entry.enter_conditions(self.program, self.place)
         self.panel_picture("Survey Info Part 2")

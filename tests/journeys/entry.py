@@ -35,10 +35,11 @@ def in_other_case(text):
     return "".join(c if c in "Iiİı" else c.swapcase() for c in text)
 
 
-def find_zone(program, place):
-    """Searches the zone by its name and clicks it."""
+def find_zone(program, place, words=None):
+    """Searches the zone by its name, in other case if no words are given, and clicks it."""
     panel = program.open_panel("Survey Info Part 1")
-    panel.find("text", "Search names of zones").set_text(in_other_case(place.zone_name))
+    words = words or in_other_case(place.zone_name)
+    panel.find("text", "Search names of zones").set_text(words)
     row = tree_in(panel, "Geographic zones").find_row(f"{place.zone_code}: {place.zone_name}")
     row[0].scroll_to()
     row[0].click()

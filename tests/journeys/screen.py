@@ -247,21 +247,29 @@ class Thing:
 def press_key(name):
     """Presses and releases a key: a letter, one of KEYS, or as in "Alt+s"."""
     *modifiers, key = name.split("+")
-    codes = [code_of_key(MODIFIERS[modifier]) for modifier in modifiers]
-    for code in codes:
-        Atspi.generate_keyboard_event(code, None, Atspi.KeySynthType.PRESS)
     symbol = KEYS.get(key) or Gdk.unicode_to_keyval(ord(key))
-    Atspi.generate_keyboard_event(symbol, None, Atspi.KeySynthType.SYM)
-    for code in reversed(codes):
-        Atspi.generate_keyboard_event(code, None, Atspi.KeySynthType.RELEASE)
+    code, level = place_on_keyboard(symbol)
+    # The bus can hold Shift down by itself, but as a locked modifier: the X server
+    # drops that when another input device, such as the mouse, was used in between.
+    if level == 1 and "Shift" not in modifiers:
+        modifiers.append("Shift")
+    held = [place_on_keyboard(MODIFIERS[modifier])[0] for modifier in modifiers]
+    for modifier in held:
+        Atspi.generate_keyboard_event(modifier, None, Atspi.KeySynthType.PRESS)
+    Atspi.generate_keyboard_event(code, None, Atspi.KeySynthType.PRESSRELEASE)
+    for modifier in reversed(held):
+        Atspi.generate_keyboard_event(modifier, None, Atspi.KeySynthType.RELEASE)
 
 
-def code_of_key(symbol):
-    """Which key of the keyboard bears this symbol."""
+def place_on_keyboard(symbol):
+    """Code and level of the key that bears this symbol; level 1 needs Shift."""
     Gdk.init([])
     keymap = Gdk.Keymap.get_for_display(Gdk.Display.get_default())
-    _, keys = keymap.get_entries_for_keyval(symbol)
-    return keys[0].keycode
+    found, keys = keymap.get_entries_for_keyval(symbol)
+    assert found, f"no key bears {Gdk.keyval_name(symbol)}"
+    key = min(keys, key=lambda key: (key.group, key.level))
+    assert key.level <= 1, f"{Gdk.keyval_name(symbol)} needs more than Shift"
+    return key.keycode, key.level
 
 
 def application_of(pid):
