@@ -18,6 +18,7 @@ NextWindow::~NextWindow()
 
 void NextWindow::take_the_place_of(SurveyWindow& old)
 {
+  window->place.take_over(old.place);
   window->show();
   old.hide();
 }

@@ -14,7 +14,7 @@ public:
   NextWindow(const NextWindow&) = delete;
   NextWindow& operator=(const NextWindow&) = delete;
 
-  // Shows the new window and hides the old one.
+  // Shows the new window where the old one is, and hides the old one.
   void take_the_place_of(SurveyWindow& old);
 
   SurveyWindow* const window; // never deleted

@@ -5,6 +5,7 @@
 #include "store/survey-document.h"
 #include "store/survey-record.h"
 #include "ui/species-columns.h"
+#include "ui/window-place.h"
 
 #include <atkmm/object.h>
 #include <gtkmm/aboutdialog.h>
@@ -198,6 +199,7 @@ public:
   Gtk::Box* survey_window_box = nullptr;
   Gtk::Label* program_instructions = nullptr; // the text in instructions_dialog
   Glib::ustring base_title;                   // the program's own title
+  WindowPlace place{*this};
 
   SpeciesTreeColumns species_columns;
   Glib::RefPtr<Gtk::TreeStore> listed_model;   // the species of the view

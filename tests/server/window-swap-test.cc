@@ -192,6 +192,23 @@ TEST_F(WindowSwap, ShowsAnEmptyWindowWhereNothingWasSavedOrEntered)
   EXPECT_TRUE(only_window()->survey.filename.empty());
 }
 
+TEST_F(WindowSwap, ShowsTheNewWindowWhereTheOldOneWas)
+{
+  const auto place_of = [](const SurveyWindow& placed) {
+    std::pair<int, int> place;
+    placed.get_position(place.first, place.second);
+    return place;
+  };
+  const std::pair moved(123, 45);
+  old->move(moved.first, moved.second);
+  wait_until("the old window is where it was put", [&] { return place_of(*old) == moved; });
+  EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
+  auto* const shown = only_window();
+  ASSERT_TRUE(shown);
+  ASSERT_NE(old, shown);
+  wait_until("the new window is there, too", [&] { return place_of(*shown) == moved; });
+}
+
 TEST_F(WindowSwap, IsWhatAnUnknownChoiceMeans)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, static_cast<SurveyWindow::ResponseCode>(5)));
