@@ -94,6 +94,7 @@ void SurveyWindow::show_loaded_species()
 void SurveyWindow::set_survey_is_uploaded()
 {
   survey.is_uploaded = true;
+  uploaded_bar->show();
   for (auto* button : {save_button, upload_button, ready_button})
     button->set_sensitive(false);
   member_panel->member_id->set_sensitive(false);

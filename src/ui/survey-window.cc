@@ -116,6 +116,7 @@ void SurveyWindow::find_dialogs(const Glib::RefPtr<Gtk::Builder>& builder)
   builder->get_widget("instructions_dialog", instructions_dialog);
   builder->get_widget("program_instructions", program_instructions);
   builder->get_widget("survey_window_box", survey_window_box);
+  builder->get_widget("uploaded_bar", uploaded_bar);
 }
 
 void SurveyWindow::find_navigation(const Glib::RefPtr<Gtk::Builder>& builder)

@@ -13,6 +13,7 @@ from .waiting import wait_for
 START_PAGE = "Start/Open Survey"
 FIX_IT = "items marked in red need to be fixed."
 ALL_RIGHT = "Please check that all information is correct."
+UPLOADED = "This survey has been uploaded. You can look at it, but not change it."
 
 
 class SavedSurveys(Journey):
@@ -166,6 +167,9 @@ class ViewingAnUploadedSurvey(SavedSurveys):
         self.select(self.description())
         page = self.open_selected("View")
         self.assertIn(ALL_RIGHT, page.labels())
+        bar = self.program.window().find("info bar", "Uploaded survey", lambda b: b.is_shown)
+        self.assertEqual([UPLOADED], bar.labels())
+        self.assertEqual(UPLOADED, bar.accessible.get_description())
         for button in ("Save For Later", "Mark For Upload", "Upload"):
             self.assertFalse(self.button(button).is_sensitive, button)
         page = self.program.open_panel("Member Info")

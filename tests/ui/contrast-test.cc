@@ -154,9 +154,7 @@ TEST_P(Contrast, LetsWhatCanNoLongerBeChangedBeRead)
 {
   open_large_window();
   enter_what_can_be_entered();
-  window->survey_panel1->disable_inputs();
-  window->survey_panel2->disable_inputs();
-  window->member_panel->member_id->set_sensitive(false);
+  window->set_survey_is_uploaded();
   expect_all_pages_readable("uploaded");
 }
 

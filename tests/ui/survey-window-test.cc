@@ -181,6 +181,27 @@ TEST_F(SurveyWindowTest, IsTitledByDateStartAndSite)
             window->get_title().raw());
 }
 
+TEST_F(SurveyWindowTest, SaysAboveThePagesThatAnUploadedSurveyCannotBeChanged)
+{
+  open_window();
+  auto* const bar = find_widget(*window, "uploaded_bar");
+  ASSERT_NE(nullptr, bar);
+  EXPECT_FALSE(bar->get_visible());
+  window->set_survey_is_uploaded();
+  settle();
+  ASSERT_TRUE(bar->get_mapped());
+  EXPECT_EQ("This survey has been uploaded. You can look at it, but not change it.",
+            bar->get_accessible()->get_description());
+
+  for (int page = 0; page < window->notebook->get_n_pages(); ++page) {
+    go_to_page(page);
+    let_draw(*window);
+    const int lower_edge = bar->get_allocation().get_y() + bar->get_allocated_height();
+    EXPECT_GT(bar->get_allocated_height(), 20) << page;
+    EXPECT_LE(lower_edge, window->notebook->get_allocation().get_y()) << page;
+  }
+}
+
 TEST_F(SurveyWindowTest, CarriesOnlyIconsThatCouldBeLoaded)
 {
   create_window();
