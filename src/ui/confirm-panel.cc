@@ -6,8 +6,26 @@
 #include "ui/plain-models.h"
 #include "ui/survey-window.h"
 
+#include <gtkmm/scrolledwindow.h>
+
 #include <cstdio>
 #include <string>
+
+namespace {
+
+// Asks for as much width as a table takes with its names cut short, whatever the size
+// of text: where that leaves room for both tables, they stand side by side.
+void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
+{
+  int names = 0;
+  int natural = 0;
+  parts.name_cell.get_preferred_width(tree, names, natural);
+  const auto* const last = tree.get_column(static_cast<int>(tree.get_n_columns()) - 1);
+  auto& frame = dynamic_cast<Gtk::ScrolledWindow&>(*tree.get_parent());
+  frame.set_min_content_width(parts.id_column.get_min_width() + names + last->get_min_width());
+}
+
+} // namespace
 
 ConfirmPanel::ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::Grid(cobject)
@@ -120,6 +138,8 @@ void ConfirmPanel::update_columns()
   const auto& columns = window->species_columns;
   set_species_tree_columns(*conf_listed_tree, listed_parts, columns, names, "Number seen");
   set_species_tree_columns(*conf_unlisted_tree, unlisted_parts, columns, names, "Number seen");
+  ask_for_width(*conf_listed_tree, listed_parts);
+  ask_for_width(*conf_unlisted_tree, unlisted_parts);
   conf_listed_tree->expand_all();
   conf_unlisted_tree->expand_all();
 }

@@ -15,7 +15,6 @@
 #include <gtkmm/builder.h>
 #include <gtkmm/button.h>
 #include <gtkmm/filechooserdialog.h>
-#include <gtkmm/infobar.h>
 #include <gtkmm/label.h>
 #include <gtkmm/menu.h>
 #include <gtkmm/notebook.h>
@@ -198,7 +197,7 @@ public:
   Gtk::Dialog* contact_dialog = nullptr;
   Gtk::Dialog* instructions_dialog = nullptr; // shows instructions and release notes
   Gtk::Box* survey_window_box = nullptr;
-  Gtk::InfoBar* uploaded_bar = nullptr; // says why nothing can be changed; hidden until then
+  Gtk::Box* uploaded_bar = nullptr; // says why nothing can be changed; hidden until then
   Gtk::Label* program_instructions = nullptr; // the text in instructions_dialog
   Glib::ustring base_title;                   // the program's own title
   WindowPlace place{*this};

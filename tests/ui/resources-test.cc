@@ -59,7 +59,7 @@ TEST(HelpTexts, NameTheWidgetsAsTheyAreLabelled)
   const std::string definition = Glib::file_get_contents(resource("survey-ui.glade"));
   for (const std::string words :
        {"Next", "Back", "New Survey", "Edit", "Location", "Survey type", "Zone code",
-        "Search names", "Species view", "Show names", "Save For Later", "Mark For Upload",
+        "Search names", "View", "Show names", "Save For Later", "Mark For Upload",
         "Un-Mark For Upload", "Upload", "Upload All Ready Surveys", "Check For Updates",
         "Delete"}) {
     EXPECT_NE(text.find("<b>" + words + "</b>"), std::string::npos) << words;
