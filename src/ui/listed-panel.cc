@@ -8,6 +8,7 @@
 #include "data/subregion-info.h"
 #include "ui/confirm-panel.h"
 #include "ui/species-instructions.h"
+#include "ui/style.h"
 #include "ui/survey-window.h"
 #include "ui/unlisted-panel.h"
 
@@ -119,6 +120,7 @@ void ListedPanel::setup_instructions(RegionFishInfo& info)
   const bool type_chosen = window->survey.survey_subtype != nullptr;
   listed_instructions->set_label(
       species_instructions(type_chosen, info.max_rarefishind, info.has_spanish));
+  make_shades_readable(*listed_instructions);
 }
 
 void ListedPanel::update_for_view()

@@ -17,16 +17,37 @@ struct Wrapper {
   std::string_view back;
 };
 
+constexpr std::string_view family_tag = "<span weight=\"bold\" fgcolor=\"blue\">";
+constexpr std::string_view rare_tag = "<span background=\"#9cf\">";
+constexpr std::string_view rarest_tag = "<span background=\"#c60\">";
+
 Wrapper wrapper_for(int id, int rarity)
 {
   if (id < 0)
-    return {"<span weight=\"bold\" fgcolor=\"blue\">", "</span>"};
+    return {family_tag, "</span>"};
   if (rarity >= 2)
-    return {"<span background=\"#c60\">", "</span>"};
+    return {rarest_tag, "</span>"};
   if (rarity == 1)
-    return {"<span background=\"#9cf\">", "</span>"};
+    return {rare_tag, "</span>"};
   return {"", ""};
 }
+
+// What a tag is drawn as. The shades keep their colours, which the page explains.
+struct DrawnTag {
+  std::string_view stored;
+  std::string_view on_light;
+  std::string_view on_dark;
+};
+
+constexpr std::string_view drawn_rare =
+    "<span background=\"#9cf\" fgcolor=\"#111111\" underline=\"single\">";
+constexpr std::string_view drawn_rarest =
+    "<span background=\"#c60\" fgcolor=\"#111111\" underline=\"double\">";
+constexpr std::array drawn_tags{
+    DrawnTag{family_tag, family_tag, "<span weight=\"bold\" fgcolor=\"#99c1f1\">"},
+    DrawnTag{rare_tag, drawn_rare, drawn_rare},
+    DrawnTag{rarest_tag, drawn_rarest, drawn_rarest},
+};
 
 // Texts one behind the other, in memory that is taken once.
 std::string joined(std::initializer_list<std::string_view> texts)
@@ -80,6 +101,15 @@ SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::us
   };
   return {joined({front, shown_common, back}), joined({front, shown_scientific, back}), both(),
           joined({front, plain_markup(spanish), back})};
+}
+
+Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark)
+{
+  const std::string_view text = stored.raw();
+  for (const auto& tag : drawn_tags)
+    if (text.substr(0, tag.stored.size()) == tag.stored)
+      return joined({is_dark ? tag.on_dark : tag.on_light, text.substr(tag.stored.size())});
+  return stored;
 }
 
 Glib::ustring species_id_markup(int id)

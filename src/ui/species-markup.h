@@ -18,5 +18,10 @@ struct SpeciesMarkup {
 SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::ustring& scientific,
                              const Glib::ustring& spanish, int rarity);
 
+// Markup of a name or of the word "Family" as a cell draws it: its colours can be read
+// on the ground of a light theme or a dark one, and a line below the name tells its
+// shade apart, too: one for rarity 1, two for those above. Other markup stays as it is.
+Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark);
+
 // A species id as the "ID" column shows it: at least four digits and a colon.
 Glib::ustring species_id_markup(int id);

@@ -6,6 +6,7 @@
 #include "ui/displayed-cell.h"
 #include "ui/species-columns.h"
 #include "ui/species-markup.h"
+#include "ui/style.h"
 #include "ui/survey-window.h"
 
 #include <pango/pango.h>
@@ -131,6 +132,20 @@ void append_abundance_column(Gtk::TreeView& tree, const SpeciesTreeColumns& colu
   tree.append_column(*column);
 }
 
+// Draws the names in colours that fit the theme, over what the column's attribute has
+// put into the cell: the store keeps the colours of the data.
+void draw_names_for_theme(SpeciesTreeParts& parts, const SpeciesTreeColumns& columns,
+                          const Gtk::TreeModelColumn<Glib::ustring>& names)
+{
+  const auto draw = [&columns, &names](Gtk::CellRenderer* cell, const Gtk::TreeIter& row) {
+    const Glib::ustring stored = row->get_value(names);
+    if (!stored.empty() && stored.raw().front() == '<')
+      static_cast<Gtk::CellRendererText*>(cell)->property_markup() =
+          drawn_markup(stored, has_dark_theme(*columns.window));
+  };
+  parts.name_column.set_cell_data_func(parts.name_cell, draw);
+}
+
 } // namespace
 
 void trace_species_click(const GdkEventButton* event)
@@ -185,7 +200,8 @@ void render_id_cell(const SpeciesTreeColumns& columns, Gtk::CellRendererText& ce
   if (!iter)
     return;
   const int id = iter->get_value(columns.col_id);
-  cell.property_markup() = id < 0 ? family_markup : species_id_markup(id);
+  cell.property_markup() =
+      id < 0 ? drawn_markup(family_markup, has_dark_theme(*columns.window)) : species_id_markup(id);
 }
 
 void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
@@ -215,6 +231,7 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.name_column.clear_attributes(parts.name_cell);
   parts.name_column.set_title(shown.title);
   parts.name_column.add_attribute(parts.name_cell.property_markup(), shown.names);
+  draw_names_for_theme(parts, columns, shown.names);
   tree.append_column(parts.name_column);
   tree.set_search_column(shown.names.index());
 

@@ -105,6 +105,7 @@ void SurveyWindow::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyA
   start_panel->new_survey_button->grab_focus();
   member_panel->connect_focus_signals();
   label_windows();
+  follow_theme(*this);
   resize(900, 600);
   remember_as_unchanged();
 }

@@ -197,7 +197,7 @@ public:
   Gtk::Dialog* contact_dialog = nullptr;
   Gtk::Dialog* instructions_dialog = nullptr; // shows instructions and release notes
   Gtk::Box* survey_window_box = nullptr;
-  Gtk::Box* uploaded_bar = nullptr; // says why nothing can be changed; hidden until then
+  Gtk::Box* uploaded_bar = nullptr;           // says why nothing can be changed; hidden until then
   Gtk::Label* program_instructions = nullptr; // the text in instructions_dialog
   Glib::ustring base_title;                   // the program's own title
   WindowPlace place{*this};

@@ -1,5 +1,5 @@
-// Whether divers can read what the window shows, under the light theme and the
-// dark one: computed from the styles in force and the window as it is drawn.
+// Whether divers can read what the window shows, under light themes and dark ones:
+// computed from the styles in force and the window as it is drawn.
 
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
@@ -11,6 +11,7 @@
 #include "ui/species-markup.h"
 #include "ui/species-window.h"
 #include "ui/start-panel.h"
+#include "ui/style.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
@@ -53,18 +54,32 @@ void expect_readable(const std::vector<ShownText>& texts, const std::string& whe
   }
 }
 
-// Both themes, one after the other.
-class Contrast : public SpeciesWindowTest, public testing::WithParamInterface<bool>
+// The themes that come with the toolkit.
+struct Theme {
+  const char* name; // of the test
+  const char* toolkit_name;
+  bool is_dark;
+};
+
+constexpr Theme usual{"Adwaita", "Adwaita", false};
+constexpr Theme themes[] = {usual,
+                            {"AdwaitaDark", "Adwaita", true},
+                            {"HighContrast", "HighContrast", false},
+                            {"HighContrastInverse", "HighContrastInverse", true}};
+
+// All of them, one after the other.
+class Contrast : public SpeciesWindowTest, public testing::WithParamInterface<Theme>
 {
 protected:
   void SetUp() override { choose_theme(GetParam()); }
-  void TearDown() override { choose_theme(false); }
+  void TearDown() override { choose_theme(usual); }
 
-  static void choose_theme(bool dark)
+  static void choose_theme(const Theme& theme)
   {
     const auto settings = Gtk::Settings::get_default();
     settings->property_gtk_enable_animations() = false; // colours do not come by and by
-    settings->property_gtk_application_prefer_dark_theme() = dark;
+    settings->property_gtk_theme_name() = theme.toolkit_name;
+    settings->property_gtk_application_prefer_dark_theme() = theme.is_dark;
     settle();
   }
 
@@ -104,8 +119,9 @@ protected:
     for (const int id : {-1, 1})
       for (const int rarity : {0, 1, 2}) {
         const auto names = species_markup(id, "Common & more", "Scientific", "Spanish", rarity);
-        expect_readable(texts_of_markup(names.both, row.colour, row.ground),
-                        "row in state " + std::to_string(static_cast<unsigned int>(state)));
+        expect_readable(
+            texts_of_markup(drawn_markup(names.both, GetParam().is_dark), row.colour, row.ground),
+            "row in state " + std::to_string(static_cast<unsigned int>(state)));
       }
   }
 
@@ -169,6 +185,43 @@ TEST_P(Contrast, LetsRowsOfSpeciesBeReadInEveryState)
       expect_rows_readable(*view, state);
 }
 
+TEST_P(Contrast, DrawsListsAsLightOrDarkAsTheTheme)
+{
+  open_northwest();
+  EXPECT_EQ(GetParam().is_dark, has_dark_theme(*window));
+  for (const Gtk::Widget* const view :
+       {static_cast<Gtk::Widget*>(window->listed_panel->species_tree),
+        static_cast<Gtk::Widget*>(window->unlisted_panel->found_species_tree),
+        static_cast<Gtk::Widget*>(window->unlisted_panel->selected_species_tree),
+        static_cast<Gtk::Widget*>(window->confirm_panel->conf_listed_tree),
+        static_cast<Gtk::Widget*>(window->confirm_panel->conf_unlisted_tree),
+        static_cast<Gtk::Widget*>(window->start_panel->survey_tree),
+        static_cast<Gtk::Widget*>(window->survey_panel1->geog_tree)})
+    for (const auto state : {plain, behind}) {
+      const ShownText row = styled_text(*view, state);
+      const Gdk::RGBA white("white");
+      const bool is_dark = contrast(row.ground, white) > contrast(row.ground, Gdk::RGBA("black"));
+      EXPECT_EQ(GetParam().is_dark, is_dark) << row.ground.to_string();
+    }
+}
+
+// The data's own colours, as cells and the instructions draw them.
+TEST_P(Contrast, LetsTheDrawnRowsBeRead)
+{
+  application_dir.use_shipped_data();
+  open_survey("Florida and Gulf of Mexico", "Florida: species and abundance");
+  const ShownText row = styled_text(tree(), plain);
+  bool has_shade = false;
+  window->unlisted_model->foreach_iter([&](const Gtk::TreeIter& species) {
+    const auto stored = species->get_value(window->species_columns.col_both);
+    has_shade = has_shade || stored.find("background") != Glib::ustring::npos;
+    expect_readable(
+        texts_of_markup(drawn_markup(stored, GetParam().is_dark), row.colour, row.ground), "row");
+    return false;
+  });
+  EXPECT_TRUE(has_shade);
+}
+
 TEST_P(Contrast, LetsRowsOfSurveysAndZonesBeReadInEveryState)
 {
   open_northwest();
@@ -181,11 +234,12 @@ TEST_P(Contrast, LetsRowsOfSurveysAndZonesBeReadInEveryState)
 TEST_P(Contrast, LetsTheShadesInTheInstructionsBeRead)
 {
   open_northwest();
-  const ShownText label = styled_text(*window->listed_panel->listed_instructions, plain);
-  for (const int rarity : {0, 1, 2})
-    expect_readable(
-        texts_of_markup(species_instructions(true, rarity, true), label.colour, label.ground),
-        "instructions");
+  auto& label = *window->listed_panel->listed_instructions;
+  for (const int rarity : {0, 1, 2}) {
+    label.set_label(species_instructions(true, rarity, true));
+    make_shades_readable(label);
+    expect_readable(shown_texts(*window), "instructions");
+  }
 }
 
 TEST_P(Contrast, LetsMenusBeReadAlsoUnderThePointer)
@@ -221,6 +275,5 @@ TEST_P(Contrast, LetsDialogsBeRead)
   expect_dialog_readable(message, "message");
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, Contrast, testing::Bool(), [](const auto& theme) {
-  return std::string(theme.param ? "Dark" : "Light");
-});
+INSTANTIATE_TEST_SUITE_P(Themes, Contrast, testing::ValuesIn(themes),
+                         [](const auto& theme) { return std::string(theme.param.name); });

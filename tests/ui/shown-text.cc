@@ -170,6 +170,22 @@ Glib::ustring markup_of(Gtk::Widget& widget)
   return dynamic_cast<Gtk::CellView*>(&widget) ? "(chosen)" : "";
 }
 
+// Labels may have colours beside those of their markup: here only words that stand on a
+// ground of their own, all of them in one colour.
+Gdk::RGBA colour_over(Gtk::Widget& widget, const ShownText& text)
+{
+  auto* const label = dynamic_cast<Gtk::Label*>(&widget);
+  PangoAttrList* const added = label ? gtk_label_get_attributes(label->gobj()) : nullptr;
+  if (!added || !text.has_own_ground)
+    return text.colour;
+  const AttributeIterator iterator(pango_attr_list_get_iterator(added));
+  do {
+    if (const auto* own = pango_attr_iterator_get(iterator.get(), PANGO_ATTR_FOREGROUND))
+      return colour_of(own);
+  } while (pango_attr_iterator_next(iterator.get()));
+  return text.colour;
+}
+
 void add_texts(Gtk::Widget& widget, Gtk::Widget& toplevel, const Picture& picture,
                std::vector<ShownText>& texts)
 {
@@ -184,6 +200,7 @@ void add_texts(Gtk::Widget& widget, Gtk::Widget& toplevel, const Picture& pictur
   auto* const entry = dynamic_cast<Gtk::Entry*>(&widget);
   const Gdk::RGBA colour = entry ? text_colour(*entry) : text_colour(widget);
   for (auto& text : texts_of_markup(markup, colour, picture.ground(area))) {
+    text.colour = colour_over(widget, text);
     text.is_sensitive = widget.is_sensitive();
     text.is_value = entry || dynamic_cast<Gtk::CellView*>(&widget) ||
                     widget.get_style_context()->has_class("value");
@@ -240,7 +257,8 @@ std::vector<ShownText> texts_of_markup(const Glib::ustring& markup, const Gdk::R
     const auto length = static_cast<std::size_t>(std::max(0, end - start));
     const Gdk::RGBA below = shade ? colour_of(shade) : ground;
     texts.push_back({text.substr(static_cast<std::size_t>(start), length),
-                     own ? colour_of(own) : blend(colour, below), below, is_bold(iterator.get())});
+                     own ? colour_of(own) : blend(colour, below), below, is_bold(iterator.get()),
+                     shade != nullptr});
   } while (pango_attr_iterator_next(iterator.get()));
   return texts;
 }

@@ -13,7 +13,8 @@ struct ShownText {
   Gdk::RGBA colour;
   Gdk::RGBA ground;
   bool is_bold = false;
-  bool is_value = false; // of a field, which is to be read even if it is insensitive
+  bool has_own_ground = false; // from its markup
+  bool is_value = false;       // of a field, which is to be read even if it is insensitive
   bool is_sensitive = true;
 };
 

@@ -3,6 +3,33 @@
 
 #include <gtest/gtest.h>
 
+TEST(DrawnMarkup, FitsTheThemeAndTellsShadesApartByLinesToo)
+{
+  const struct {
+    const char* why;
+    const char* stored;
+    const char* on_light;
+    const char* on_dark;
+  } cases[] = {
+      {"plain", "Lingcod &amp; co", "Lingcod &amp; co", "Lingcod &amp; co"},
+      {"empty", "", "", ""},
+      {"family", "<span weight=\"bold\" fgcolor=\"blue\">Gobies</span>",
+       "<span weight=\"bold\" fgcolor=\"blue\">Gobies</span>",
+       "<span weight=\"bold\" fgcolor=\"#99c1f1\">Gobies</span>"},
+      {"rare", "<span background=\"#9cf\">Cero <i>(x)</i></span>",
+       "<span background=\"#9cf\" fgcolor=\"#111111\" underline=\"single\">Cero <i>(x)</i></span>",
+       "<span background=\"#9cf\" fgcolor=\"#111111\" underline=\"single\">Cero <i>(x)</i></span>"},
+      {"rarest", "<span background=\"#c60\">Cero</span>",
+       "<span background=\"#c60\" fgcolor=\"#111111\" underline=\"double\">Cero</span>",
+       "<span background=\"#c60\" fgcolor=\"#111111\" underline=\"double\">Cero</span>"},
+      {"tags of the data", "<i>Cero</i>", "<i>Cero</i>", "<i>Cero</i>"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.on_light, drawn_markup(c.stored, false).raw()) << c.why;
+    EXPECT_EQ(c.on_dark, drawn_markup(c.stored, true).raw()) << c.why;
+  }
+}
+
 TEST(SpeciesMarkup, ShowsBothNamesAsFarAsTheyDiffer)
 {
   const struct {
