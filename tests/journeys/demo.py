@@ -14,7 +14,7 @@ from . import entry
 from .entry import tree_in
 from .program import Program
 from .reference import a_place
-from .screen import press_key, take_picture, wait_until_still
+from .screen import move_pointer_away, press_key, take_picture, wait_until_still
 from .waiting import wait_for
 
 
@@ -31,6 +31,7 @@ class Demo:
         """Takes a picture of the window once it has been drawn."""
         path = self.picture_path(name)
         if path:
+            move_pointer_away()
             wait_until_still()
             take_picture(path, self.program.window())
             self.taken.append(path)

@@ -306,6 +306,11 @@ def take_picture(path, thing=None):
     picture_of(thing).savev(str(path), "png", ["compression"], ["9"])
 
 
+def move_pointer_away():
+    """Puts the mouse into a corner of the display, where it brings up no tooltip."""
+    Atspi.generate_mouse_event(0, 0, "abs")
+
+
 def wait_until_still():
     """Returns once everything is drawn: two looks a moment apart see the same."""
 
