@@ -4,6 +4,7 @@
 #include "core/widget-helpers.h"
 #include "ui/listed-panel.h"
 #include "ui/plain-models.h"
+#include "ui/rarity-notes.h"
 #include "ui/survey-window.h"
 
 #include <gtkmm/scrolledwindow.h>
@@ -106,12 +107,14 @@ void ConfirmPanel::connect_trees()
   listed_selection = conf_listed_tree->get_selection();
   prepare_species_tree(*conf_listed_tree, listed_parts,
                        sigc::mem_fun(*this, &ConfirmPanel::listed_render_id));
+  explain_rarity(*window, *conf_listed_tree);
 
   conf_unlisted_tree->signal_cursor_changed().connect(
       sigc::mem_fun(*this, &ConfirmPanel::on_unlisted_clicked));
   unlisted_selection = conf_unlisted_tree->get_selection();
   prepare_species_tree(*conf_unlisted_tree, unlisted_parts,
                        sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id));
+  explain_rarity(*window, *conf_unlisted_tree);
 }
 
 void ConfirmPanel::detach_models()

@@ -7,6 +7,7 @@
 #include "data/species-views.h"
 #include "data/subregion-info.h"
 #include "ui/confirm-panel.h"
+#include "ui/rarity-notes.h"
 #include "ui/species-instructions.h"
 #include "ui/style.h"
 #include "ui/survey-window.h"
@@ -94,6 +95,7 @@ void ListedPanel::connect_tree()
   species_selection = species_tree->get_selection();
   prepare_species_tree(*species_tree, species_parts,
                        sigc::mem_fun(*this, &ListedPanel::render_species_id));
+  explain_rarity(*window, *species_tree);
   listed_expand_all_button->signal_clicked().connect(
       sigc::mem_fun(*species_tree, &Gtk::TreeView::expand_all));
   listed_collapse_all_button->signal_clicked().connect(

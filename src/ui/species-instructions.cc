@@ -2,25 +2,28 @@
 
 namespace {
 
+// Meanings of the shades: of the only one of a region, and of the two of others.
+const char* const very_rare =
+    "very rare, often misidentified, and/or difficult to identify. Please select with care.";
+const char* const not_in_gulf =
+    "NOT-GC: NOT found in the Gulf of California, but may be found along Central American Coast "
+    "and/or the oceanic islands";
+const char* const on_islands =
+    "ISL: Limited to one or more of the oceanic islands, incl. Galapagos, Cocos, and/or Mapelo "
+    "Islands (either endemic or rare outside of the range)";
+
 const char* const bullet = "  <b>&#8226;</b>  ";
 
 Glib::ustring single_shade_text()
 {
-  return "\n\nSpecies that are shaded in " + rarecolor("blue") +
-         " are very rare, often misidentified, and/or difficult to identify. Please select with "
-         "care.\n";
+  return "\n\nSpecies that are shaded in " + rarecolor("blue") + " are " + very_rare + "\n";
 }
 
 Glib::ustring two_shades_text()
 {
   return Glib::ustring("\n\nSpecies that are shaded have limited geographic range. Please mark "
                        "with care. Codes indicate:\n\n") +
-         bullet +
-         rarecolor("NOT-GC: NOT found in the Gulf of California, but may be found along Central "
-                   "American Coast and/or the oceanic islands\n") +
-         bullet +
-         rarecolor2("ISL: Limited to one or more of the oceanic islands, incl. Galapagos, Cocos, "
-                    "and/or Mapelo Islands (either endemic or rare outside of the range)");
+         bullet + rarecolor(Glib::ustring(not_in_gulf) + "\n") + bullet + rarecolor2(on_islands);
 }
 
 Glib::ustring two_shades_text_spanish()
@@ -51,6 +54,16 @@ Glib::ustring rarecolor(const Glib::ustring& text)
 Glib::ustring rarecolor2(const Glib::ustring& text)
 {
   return "<span background=\"#c60\">" + text + "</span>";
+}
+
+Glib::ustring rarity_note(int rarity, int max_rarity)
+{
+  if (rarity < 1)
+    return "";
+  if (rarity >= 2)
+    return on_islands;
+  return max_rarity >= 2 ? Glib::ustring(not_in_gulf)
+                         : Glib::ustring("This species is ") + very_rare;
 }
 
 Glib::ustring species_instructions(bool type_chosen, int max_rarity, bool has_spanish)

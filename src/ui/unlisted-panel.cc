@@ -5,6 +5,7 @@
 #include "data/region-fish-info.h"
 #include "ui/listed-panel.h"
 #include "ui/plain-models.h"
+#include "ui/rarity-notes.h"
 #include "ui/survey-window.h"
 
 #include <algorithm>
@@ -76,6 +77,7 @@ void UnlistedPanel::connect_selected_tree()
   selected_selection = selected_species_tree->get_selection();
   prepare_species_tree(*selected_species_tree, selected_parts,
                        sigc::mem_fun(*this, &UnlistedPanel::render_selected_species_id));
+  explain_rarity(*window, *selected_species_tree);
 }
 
 void UnlistedPanel::connect_found_tree()
@@ -89,6 +91,7 @@ void UnlistedPanel::connect_found_tree()
   found_selection = found_species_tree->get_selection();
   prepare_species_tree(*found_species_tree, found_parts,
                        sigc::mem_fun(*this, &UnlistedPanel::render_found_species_id));
+  explain_rarity(*window, *found_species_tree);
 }
 
 void UnlistedPanel::detach_models()

@@ -73,3 +73,16 @@ TEST(RareColor, WrapsTextInTheShadeOfTheRows)
   EXPECT_EQ("<span background=\"#c60\">a &amp; b</span>", rarecolor2("a &amp; b"));
   EXPECT_EQ("<span background=\"#9cf\"></span>", rarecolor(""));
 }
+
+TEST(RarityNote, SaysWhatTheShadeMeansInItsRegion)
+{
+  EXPECT_EQ("", rarity_note(0, 2));
+  EXPECT_EQ("", rarity_note(-1, 1));
+  const auto starts = [](const char* words, int rarity, int max_rarity) {
+    EXPECT_EQ(0U, rarity_note(rarity, max_rarity).raw().find(words)) << rarity << max_rarity;
+  };
+  starts("This species is very rare, often misidentified", 1, 1);
+  starts("NOT-GC: NOT found in the Gulf of California", 1, 2);
+  starts("ISL: Limited to one or more of the oceanic islands", 2, 2);
+  starts("ISL: Limited to one or more of the oceanic islands", 3, 3);
+}
