@@ -23,8 +23,13 @@ NAMES = {
     "Saved surveys": "saved-surveys",
     "Uploaded": "uploaded",
 }
-# Nothing blinks or fades, so that two pictures of the same are alike.
-SETTINGS = "[Settings]\ngtk-cursor-blink=0\ngtk-enable-animations=0\n"
+# Nothing blinks or fades, and scroll bars do not come and go with the mouse, so that two
+# pictures of the same are alike.
+SETTINGS = """[Settings]
+gtk-cursor-blink=0
+gtk-enable-animations=0
+gtk-overlay-scrolling=0
+"""
 
 
 class Pictures(Demo):
