@@ -3,13 +3,16 @@
 #include "core/report.h"
 #include "data/abundance-choices.h"
 #include "data/region-fish-info.h"
+#include "ui/name-match.h"
 #include "ui/survey-window.h"
+#include "ui/tree-rows.h"
 #include "ui/unlisted-panel.h"
 
 #include <gtkmm/menuitem.h>
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 namespace {
 
@@ -36,6 +39,46 @@ Gtk::MenuItem* make_item(const Glib::ustring& label)
     shown->set_max_width_chars(static_cast<int>(longest_displayed_line));
   }
   return item;
+}
+
+// Below the place on the screen, or above it where there is no room below: what stands
+// there stays in sight.
+Gtk::Menu::SlotPositionCalc beside(const Gdk::Rectangle& place, Gtk::Menu& menu)
+{
+  return [place, &menu](int& x, int& y, bool& push_in) {
+    Gtk::Requisition least;
+    Gtk::Requisition natural;
+    menu.get_preferred_size(least, natural);
+    Gdk::Rectangle screen;
+    const auto display = menu.get_display();
+    display->get_monitor_at_point(place.get_x(), place.get_y())->get_workarea(screen);
+    const int below = place.get_y() + place.get_height();
+    const bool has_room = below + natural.height <= screen.get_y() + screen.get_height();
+    x = place.get_x();
+    y = has_room ? below : place.get_y() - natural.height;
+    push_in = true;
+  };
+}
+
+// Chooses the item whose label alone begins with the letter or digit that a key types.
+bool choose_by_first_character(GdkEventKey* event, Gtk::Menu& menu)
+{
+  const gunichar character = typed_character(event);
+  if (!character)
+    return false;
+  const std::string typed = folded_name(Glib::ustring(1, character));
+  Gtk::MenuItem* chosen = nullptr;
+  for (auto* child : menu.get_children()) {
+    auto* const item = dynamic_cast<Gtk::MenuItem*>(child);
+    if (!item || folded_name(item->get_label()).rfind(typed, 0) != 0)
+      continue;
+    if (chosen)
+      return false; // several labels begin with it
+    chosen = item;
+  }
+  if (chosen)
+    menu.activate_item(*chosen, true);
+  return chosen != nullptr;
 }
 
 } // namespace
@@ -66,15 +109,21 @@ Gtk::Menu* SurveyWindow::make_abundance_menu(int subtype,
                    static_cast<std::uint16_t>(choice.abun)));
     menu->append(*item);
   }
+  menu->signal_key_press_event().connect(
+      [menu](GdkEventKey* event) { return choose_by_first_character(event, *menu); }, false);
   menu->show_all();
   return menu;
 }
 
-void SurveyWindow::popup_abundance_menu(int species_id, int button, guint32 time)
+void SurveyWindow::popup_abundance_menu(int species_id, int button, guint32 time,
+                                        const Gdk::Rectangle& row)
 {
   abundance_target = species_id;
   if (auto* menu = abundance_menu_for(species_id)) {
-    menu->popup(static_cast<guint>(button), time);
+    if (row.has_zero_area())
+      menu->popup(static_cast<guint>(button), time);
+    else
+      menu->popup(beside(row, *menu), static_cast<guint>(button), time);
     return;
   }
   error("The number seen of species %04d cannot be chosen, because the data files lack the "

@@ -26,6 +26,9 @@ void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
   frame.set_min_content_width(parts.id_column.get_min_width() + names + last->get_min_width());
 }
 
+// Nothing opens in a summary: the cursor is on the row that was found.
+void only_go_there(const Gtk::TreePath&, guint32) {}
+
 } // namespace
 
 ConfirmPanel::ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
@@ -106,14 +109,14 @@ void ConfirmPanel::connect_trees()
       sigc::mem_fun(*this, &ConfirmPanel::on_listed_clicked));
   listed_selection = conf_listed_tree->get_selection();
   prepare_species_tree(*conf_listed_tree, listed_parts,
-                       sigc::mem_fun(*this, &ConfirmPanel::listed_render_id));
+                       sigc::mem_fun(*this, &ConfirmPanel::listed_render_id), only_go_there);
   explain_rarity(*window, *conf_listed_tree);
 
   conf_unlisted_tree->signal_cursor_changed().connect(
       sigc::mem_fun(*this, &ConfirmPanel::on_unlisted_clicked));
   unlisted_selection = conf_unlisted_tree->get_selection();
   prepare_species_tree(*conf_unlisted_tree, unlisted_parts,
-                       sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id));
+                       sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id), only_go_there);
   explain_rarity(*window, *conf_unlisted_tree);
 }
 

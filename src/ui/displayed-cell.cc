@@ -35,9 +35,7 @@ gboolean sets_size(PangoAttribute* attribute, gpointer)
   }
 }
 
-// In the toolkit's own way, since this runs for each row that is measured or drawn. The
-// toolkit has put the row's text and attributes into the cell.
-void limit_cell(GtkTreeViewColumn*, GtkCellRenderer* cell, GtkTreeModel*, GtkTreeIter*, gpointer)
+void limit_content(GtkCellRenderer* cell)
 {
   char* read_text = nullptr;
   PangoAttrList* read_attributes = nullptr;
@@ -53,6 +51,13 @@ void limit_cell(GtkTreeViewColumn*, GtkCellRenderer* cell, GtkTreeModel*, GtkTre
     g_object_set(cell, "attributes", attributes.get(), nullptr);
 }
 
+// In the toolkit's own way, since this runs for each row that is measured or drawn. The
+// toolkit has put the row's text and attributes into the cell.
+void limit_cell(GtkTreeViewColumn*, GtkCellRenderer* cell, GtkTreeModel*, GtkTreeIter*, gpointer)
+{
+  limit_content(cell);
+}
+
 } // namespace
 
 void limit_displayed(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell)
@@ -60,4 +65,9 @@ void limit_displayed(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell)
   cell.property_single_paragraph_mode() = true;
   gtk_tree_view_column_set_cell_data_func(column.gobj(), GTK_CELL_RENDERER(cell.gobj()), limit_cell,
                                           nullptr, nullptr);
+}
+
+void limit_displayed(Gtk::CellRendererText& cell)
+{
+  limit_content(GTK_CELL_RENDERER(cell.gobj()));
 }

@@ -1,6 +1,9 @@
 #include "ui/species-markup.h"
 
+#include "core/c-resource.h"
 #include "core/markup.h"
+
+#include <pango/pango.h>
 
 #include <array>
 #include <cstdio>
@@ -117,4 +120,15 @@ Glib::ustring species_id_markup(int id)
   std::array<char, 128> buffer;
   snprintf(buffer.data(), buffer.size(), "%04d:", id);
   return buffer.data();
+}
+
+Glib::ustring words_of_markup(const Glib::ustring& markup)
+{
+  if (markup.raw().find_first_of("<&") == std::string::npos)
+    return markup; // as most names are
+  char* words = nullptr;
+  if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr))
+    return markup;
+  const GMemory<char> owner(words);
+  return words;
 }

@@ -25,3 +25,6 @@ Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark);
 
 // A species id as the "ID" column shows it: at least four digits and a colon.
 Glib::ustring species_id_markup(int id);
+
+// What a cell shows of markup; the text itself if it cannot be parsed.
+Glib::ustring words_of_markup(const Glib::ustring& markup);

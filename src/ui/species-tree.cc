@@ -1,6 +1,5 @@
 #include "ui/species-tree.h"
 
-#include "core/c-resource.h"
 #include "core/displayed-text.h"
 #include "core/report.h"
 #include "ui/displayed-cell.h"
@@ -9,11 +8,10 @@
 #include "ui/style.h"
 #include "ui/survey-window.h"
 
-#include <pango/pango.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -41,26 +39,6 @@ std::string source_name(GdkDevice* device)
   if (source == GDK_SOURCE_TOUCHSCREEN)
     return "touchscreen";
   return "src " + std::to_string(source);
-}
-
-// What a cell shows of markup; the text itself if it cannot be parsed.
-Glib::ustring shown_words(const Glib::ustring& markup)
-{
-  char* words = nullptr;
-  if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr))
-    return markup;
-  const GMemory<char> owner(words);
-  return words;
-}
-
-// For type-ahead, where false means that the row is found: rows are markup, and
-// a diver may type any part of a name.
-bool is_other_name(const Glib::RefPtr<Gtk::TreeModel>&, int column, const Glib::ustring& key,
-                   const Gtk::TreeIter& iter)
-{
-  Glib::ustring markup;
-  iter->get_value(column, markup);
-  return shown_words(markup).casefold().find(key.casefold()) == Glib::ustring::npos;
 }
 
 struct NameColumn {
@@ -138,12 +116,25 @@ void draw_names_for_theme(SpeciesTreeParts& parts, const SpeciesTreeColumns& col
                           const Gtk::TreeModelColumn<Glib::ustring>& names)
 {
   const auto draw = [&columns, &names](Gtk::CellRenderer* cell, const Gtk::TreeIter& row) {
+    auto& name_cell = *static_cast<Gtk::CellRendererText*>(cell);
     const Glib::ustring stored = row->get_value(names);
     if (!stored.empty() && stored.raw().front() == '<')
-      static_cast<Gtk::CellRendererText*>(cell)->property_markup() =
-          drawn_markup(stored, has_dark_theme(*columns.window));
+      name_cell.property_markup() = drawn_markup(stored, has_dark_theme(*columns.window));
+    limit_displayed(name_cell);
   };
   parts.name_column.set_cell_data_func(parts.name_cell, draw);
+}
+
+// Where the last column of a row, which the menu fills in, is on the screen.
+Gdk::Rectangle place_on_screen(Gtk::TreeView& tree, const Gtk::TreePath& path)
+{
+  const int last = static_cast<int>(tree.get_n_columns()) - 1;
+  Gdk::Rectangle cell;
+  tree.get_cell_area(path, *tree.get_column(last), cell);
+  int x = 0;
+  int y = 0;
+  tree.get_bin_window()->get_root_coords(cell.get_x(), cell.get_y(), x, y);
+  return {x, y, cell.get_width(), cell.get_height()};
 }
 
 } // namespace
@@ -188,7 +179,11 @@ bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
       toggle_row(tree, path);
     return true;
   }
-  if (!window.survey.is_uploaded)
+  if (window.survey.is_uploaded)
+    return true;
+  if (button == 0) // no pointer is where the user looks
+    window.popup_abundance_menu(id, button, time, place_on_screen(tree, path));
+  else
     window.popup_abundance_menu(id, button, time);
   return true;
 }
@@ -205,7 +200,8 @@ void render_id_cell(const SpeciesTreeColumns& columns, Gtk::CellRendererText& ce
 }
 
 void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
-                          const Gtk::TreeViewColumn::SlotCellData& render_id)
+                          const Gtk::TreeViewColumn::SlotCellData& render_id,
+                          const NameFinder::OpenRow& open_found_row)
 {
   parts.id_column.set_title("ID");
   parts.id_column.pack_start(parts.id_cell, true);
@@ -214,7 +210,7 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.name_column.pack_start(parts.name_cell, true);
   let_shrink(parts.name_column, parts.name_cell, 24);
   limit_displayed(parts.name_column, parts.name_cell);
-  tree.set_search_equal_func(sigc::ptr_fun(is_other_name));
+  parts.name_finder.attach(tree, open_found_row);
   // Rows of one height need not be measured, which takes seconds for thousands.
   tree.set_fixed_height_mode();
 }
@@ -233,9 +229,12 @@ void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   parts.name_column.add_attribute(parts.name_cell.property_markup(), shown.names);
   draw_names_for_theme(parts, columns, shown.names);
   tree.append_column(parts.name_column);
-  tree.set_search_column(shown.names.index());
 
-  if (names.spanish)
+  std::vector<const NameFinder::NameColumn*> searched{&shown.names};
+  if (names.spanish) {
     append_spanish_column(tree, columns);
+    searched.push_back(&columns.col_spanish);
+  }
+  parts.name_finder.set_names(searched);
   append_abundance_column(tree, columns, abundance_title);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/tree-rows.h"
+#include "ui/name-finder.h"
 
 #include <glibmm/ustring.h>
 #include <gtkmm/cellrenderertext.h>
@@ -40,18 +41,21 @@ struct NameDisplay {
   bool spanish = false;
 };
 
-// The two columns of a tree that outlive a change of columns.
+// What of a tree outlives a change of columns: two of them, and the search.
 struct SpeciesTreeParts {
   Gtk::TreeViewColumn id_column;
   Gtk::CellRendererText id_cell;
   Gtk::TreeViewColumn name_column;
   Gtk::CellRendererText name_cell;
+  NameFinder name_finder;
 };
 
 // Packs the cells into their columns, once, and lets typing in the tree find
-// names. `render_id` fills the ID cell.
+// names. `render_id` fills the ID cell; `open_found_row` is what Return does with a row
+// that was found by typing.
 void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
-                          const Gtk::TreeViewColumn::SlotCellData& render_id);
+                          const Gtk::TreeViewColumn::SlotCellData& render_id,
+                          const NameFinder::OpenRow& open_found_row);
 
 // Gives the tree its columns anew.
 void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,

@@ -125,8 +125,10 @@ public:
   // --- abundances (src/ui/abundance-menu.cc) ---
 
   void build_abundance_menus();
-  // Opens the menu that fits the species; it acts on that species from then on.
-  void popup_abundance_menu(int species_id, int button, guint32 time);
+  // Opens the menu that fits the species; it acts on that species from then on. It
+  // appears beside that row, a place on the screen, or at the pointer if that is empty.
+  void popup_abundance_menu(int species_id, int button, guint32 time,
+                            const Gdk::Rectangle& row = {});
   void on_abundance_menu_item(int abundance);
   // Callbacks of TreeModel::foreach_iter: refresh the row of one species, or of
   // all. True ends the walk.

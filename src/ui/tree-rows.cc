@@ -5,6 +5,15 @@
 #include <gtkmm/treeview.h>
 
 #include <cstdio>
+#include <memory>
+
+namespace {
+
+struct EventFree {
+  void operator()(GdkEvent* event) const { gdk_event_free(event); }
+};
+
+} // namespace
 
 Gtk::TreePath clicked_row_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                const char* tree_name, int cursor_column)
@@ -45,6 +54,21 @@ Gtk::TreePath cursor_path(Gtk::TreeView& tree)
   Gtk::TreeViewColumn* column = nullptr;
   tree.get_cursor(path, column);
   return path;
+}
+
+gunichar typed_character(const GdkEventKey* event)
+{
+  constexpr guint command_keys = GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK;
+  const gunichar character = gdk_keyval_to_unicode(event->keyval);
+  const bool is_command = (event->state & command_keys) != 0;
+  return !is_command && g_unichar_isalnum(character) ? character : 0;
+}
+
+bool comes_from_keyboard()
+{
+  const std::unique_ptr<GdkEvent, EventFree> event(gtk_get_current_event());
+  return event && (event->type == GDK_KEY_PRESS || event->type == GDK_KEY_RELEASE ||
+                   event->type == GDK_FOCUS_CHANGE);
 }
 
 void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path)

@@ -17,6 +17,11 @@ Gtk::TreePath clicked_row_path(Gtk::TreeView& tree, const GdkEventButton* event,
 Gtk::TreePath key_row_path(Gtk::TreeView& tree, const GdkEventKey* event);
 // The cursor's row; empty if there is none.
 Gtk::TreePath cursor_path(Gtk::TreeView& tree);
+// The letter or digit that a key types; 0 for any other key, and with Ctrl or Alt held.
+gunichar typed_character(const GdkEventKey* event);
+// Whether what is being handled comes from the keyboard or from its moving to another
+// widget, so that a cursor that moves was not clicked.
+bool comes_from_keyboard();
 
 // Folds or unfolds one row.
 void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path);

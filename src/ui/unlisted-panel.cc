@@ -16,14 +16,6 @@ namespace {
 
 const char* const abundance_title = "Number seen (click to change)";
 
-// A tree forgets with its model which column typing in it searches.
-void take_model_away(Gtk::TreeView& tree)
-{
-  const int search_column = tree.get_search_column();
-  tree.unset_model();
-  tree.set_search_column(search_column);
-}
-
 } // namespace
 
 UnlistedPanel::UnlistedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
@@ -76,7 +68,10 @@ void UnlistedPanel::connect_selected_tree()
       sigc::mem_fun(*this, &UnlistedPanel::on_selected_species_kb_activated));
   selected_selection = selected_species_tree->get_selection();
   prepare_species_tree(*selected_species_tree, selected_parts,
-                       sigc::mem_fun(*this, &UnlistedPanel::render_selected_species_id));
+                       sigc::mem_fun(*this, &UnlistedPanel::render_selected_species_id),
+                       [this](const Gtk::TreePath& path, guint32 time) {
+                         do_selected_species_line_trigger(path, 0, time);
+                       });
   explain_rarity(*window, *selected_species_tree);
 }
 
@@ -90,15 +85,18 @@ void UnlistedPanel::connect_found_tree()
       sigc::mem_fun(*this, &UnlistedPanel::on_found_species_kb_activated));
   found_selection = found_species_tree->get_selection();
   prepare_species_tree(*found_species_tree, found_parts,
-                       sigc::mem_fun(*this, &UnlistedPanel::render_found_species_id));
+                       sigc::mem_fun(*this, &UnlistedPanel::render_found_species_id),
+                       [this](const Gtk::TreePath& path, guint32 time) {
+                         do_found_species_line_trigger(path, 0, time);
+                       });
   explain_rarity(*window, *found_species_tree);
 }
 
 void UnlistedPanel::detach_models()
 {
-  take_model_away(*selected_species_tree);
+  selected_species_tree->unset_model();
   selected_filter.reset();
-  take_model_away(*found_species_tree);
+  found_species_tree->unset_model();
   found_filter.reset();
 }
 
@@ -215,7 +213,7 @@ void UnlistedPanel::take_new_found_filter()
   Gtk::TreePath cursor = cursor_path(*found_species_tree);
   if (!cursor.empty())
     cursor = found_filter->convert_path_to_child_path(cursor);
-  take_model_away(*found_species_tree);
+  found_species_tree->unset_model();
   found_filter = plain_filter(window->unlisted_model,
                               sigc::mem_fun(*this, &UnlistedPanel::check_visible_found));
   found_species_tree->set_model(found_filter);

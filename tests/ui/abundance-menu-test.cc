@@ -1,6 +1,7 @@
 #include "core/my-app.h"
 #include "data/region-fish-info.h"
 #include "support/dialogs.h"
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "ui/listed-panel.h"
@@ -249,4 +250,48 @@ TEST_F(AbundanceMenuTest, TellsTheUserWhenTheDataLackTheList)
   window->current_abundance_menu = nullptr;
   without_list(lingcod);
   EXPECT_TRUE(window->survey.abundances.empty());
+}
+
+// --- keys in the menu ---
+
+namespace {
+
+class KeysInTheMenu : public AbundanceMenuTest
+{
+public:
+  // Opens the menu of the species, by keyboard, and types a letter or digit in it.
+  // Returns whether the menu has closed.
+  bool type_in_menu(int id, const char* text)
+  {
+    window->popup_abundance_menu(id, 0, GDK_CURRENT_TIME);
+    auto* const menu = window->current_abundance_menu;
+    wait_until("the menu is open", [&] { return menu->get_mapped(); });
+    type_text(*window, text);
+    return !close_open_menu();
+  }
+};
+
+} // namespace
+
+TEST_F(KeysInTheMenu, TheFirstLetterOfOneLabelChoosesIt)
+{
+  open_northwest();
+  const std::pair<const char*, int> letters[] = {{"s", 1}, {"F", 2}, {"m", 3}, {"n", 0}};
+  for (const auto& [letter, abundance] : letters) {
+    EXPECT_TRUE(type_in_menu(lingcod, letter)) << letter;
+    EXPECT_EQ((Abundances{{lingcod, abundance}}), window->survey.abundances) << letter;
+  }
+}
+
+TEST_F(KeysInTheMenu, ALetterOfNoLabelOrOfSeveralChoosesNothing)
+{
+  application_dir.file("abundance-choices.csv",
+                       "responseid,survey_subtype_id,label,abun\n"
+                       "101,1,1,1\n102,1,2-10,2\n103,1,11-100,3\n104,1,Some,4\n");
+  open_northwest();
+  for (const char* text : {"1", "x", "("})
+    EXPECT_FALSE(type_in_menu(lingcod, text)) << text;
+  EXPECT_TRUE(window->survey.abundances.empty());
+  EXPECT_TRUE(type_in_menu(lingcod, "2"));
+  EXPECT_EQ((Abundances{{lingcod, 2}}), window->survey.abundances);
 }

@@ -1,12 +1,13 @@
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "ui/listed-panel.h"
 #include "ui/species-tree.h"
 #include "ui/species-window.h"
 #include "ui/survey-window.h"
+#include "ui/unlisted-panel.h"
 
 #include <gtk/gtk.h>
-#include <gtkmm/entry.h>
 
 namespace {
 
@@ -227,22 +228,218 @@ TEST_F(SpeciesTreeTest, TheIdCellTellsFamiliesFromSpecies)
   EXPECT_EQ("0010:", cell.property_text().get_value()) << "no row, no change";
 }
 
-TEST_F(SpeciesTreeTest, TypingFindsAnyPartOfAShownName)
+// --- typing in the tree ---
+
+namespace {
+
+class TypingTest : public SpeciesWindowTest
 {
-  tree().expand_all();
-  Gtk::Entry entry;
-  tree().set_search_entry(entry);
-  const struct {
-    const char* typed;
-    const char* found;
-  } cases[] = {{"LINGCOD", "1:0"}, {"zonope", "0:0"}, {"span", ""}, {"greenl", "1"}};
-  for (const auto& c : cases) {
-    tree().get_selection()->unselect_all();
-    entry.set_text(c.typed);
-    settle();
-    const auto row = tree().get_selection()->get_selected();
-    EXPECT_EQ(c.found, row ? window->listed_model->get_path(row).to_string() : "") << c.typed;
+public:
+  void start_at(const char* path)
+  {
+    put_cursor(Gtk::TreePath(path));
+    wait_until("the tree has the keyboard", [this] { return tree().has_focus(); });
   }
+  void type(const char* text) { type_text(*window, text); }
+  void press(unsigned int keyval) { press_key(*window, keyval); }
+  // The row that has been found by this text, typed anew; then the search is over.
+  std::string found_by(const char* text)
+  {
+    start_at("0");
+    type(text);
+    const auto row = cursor();
+    press(GDK_KEY_Escape);
+    return row;
+  }
+  Gtk::SearchEntry* field() { return window->listed_panel->species_parts.name_finder.entry; }
+  bool is_searching() { return field() && field()->get_mapped(); }
+  std::string cursor() const { return cursor_path(tree()).to_string(); }
+};
+
+// The two species of SpeciesTreeTest.
+class TypingInATree : public TypingTest
+{
+public:
+  TypingInATree() { open_northwest(); }
+};
+
+// More species, of which some share beginnings and words.
+class TypingAmongMany : public TypingTest
+{
+public:
+  TypingAmongMany()
+  {
+    application_dir.file("PAC-species-info.csv",
+                         "speciesid,scientificname,commonname,familyid,invertebratetype,"
+                         "rarefishind,spanishname\n"
+                         "10,Aaa,Red Perch,F1,0,0,Ángel rojo\n11,Bbb,Perch,F1,0,0,\n"
+                         "12,Ccc,Kelp Perch,F2,0,1,\n13,Ddd,Perch-Eel,F2,0,0,\n");
+    application_dir.file("species-views.csv",
+                         "viewid,speciesid,familyid\n1,10,F1\n1,11,F1\n1,12,F2\n1,13,F2\n");
+    open_northwest();
+    tree().collapse_all();
+  }
+};
+
+} // namespace
+
+TEST_F(TypingInATree, FindsTheBeginningsOfWordsOfTheNamesShown)
+{
+  EXPECT_EQ("1:0", found_by("LINGCOD"));
+  EXPECT_EQ("0:0", found_by("zonope"));
+  EXPECT_EQ("1", found_by("greenl"));
+  EXPECT_EQ("0", found_by("span")) << "tags are no words; the cursor stays";
+  EXPECT_EQ("0", found_by("ingcod")) << "the middle of a word";
+}
+
+TEST_F(TypingInATree, FollowsTheNamesThatAreShown)
+{
+  window->listed_panel->name_display_common->set_active();
+  EXPECT_EQ("0", found_by("zonope"));
+  window->listed_panel->name_display_scientific->set_active();
+  EXPECT_EQ("0:0", found_by("zonope"));
+  EXPECT_EQ("0", found_by("lingcod"));
+}
+
+TEST_F(TypingInATree, SaysThatNothingIsFound)
+{
+  start_at("0");
+  type("zzz");
+  EXPECT_TRUE(field()->get_style_context()->has_class("error"));
+  EXPECT_EQ("No name begins with this", field()->get_accessible()->get_description());
+  press(GDK_KEY_Return);
+  EXPECT_EQ(nullptr, close_open_menu());
+  EXPECT_FALSE(is_searching());
+  type("l");
+  EXPECT_FALSE(field()->get_style_context()->has_class("error"));
+}
+
+TEST_F(TypingInATree, LeavesTheKeyboardToTheTreeAfterwards)
+{
+  for (const guint key : {guint{GDK_KEY_Escape}, guint{GDK_KEY_Return}}) {
+    start_at("0");
+    type("greenl");
+    EXPECT_TRUE(is_searching());
+    EXPECT_TRUE(field()->is_focus());
+    press(key);
+    EXPECT_FALSE(is_searching());
+    EXPECT_TRUE(tree().is_focus());
+    EXPECT_EQ("1", cursor());
+    EXPECT_EQ(nullptr, close_open_menu());
+  }
+}
+
+TEST_F(TypingInATree, BeginsWithAnEmptyTextOnCtrlF)
+{
+  start_at("0");
+  press_key(*window, GDK_KEY_f, GDK_CONTROL_MASK);
+  EXPECT_TRUE(is_searching());
+  EXPECT_EQ("", field()->get_text());
+  EXPECT_FALSE(field()->get_style_context()->has_class("error"));
+  type("ling");
+  EXPECT_EQ("1:0", cursor());
+}
+
+TEST_F(TypingInATree, EndsWithTheTabKeyOrAnotherPage)
+{
+  start_at("0");
+  type("ling");
+  press(GDK_KEY_Tab);
+  EXPECT_FALSE(is_searching());
+  EXPECT_FALSE(tree().is_focus());
+
+  start_at("0");
+  type("ling");
+  go_to_page(window->unlisted_panel->page);
+  settle();
+  EXPECT_FALSE(is_searching());
+}
+
+TEST_F(TypingInATree, LeavesPlusAndMinusToFamilies)
+{
+  start_at("1");
+  press(GDK_KEY_plus);
+  EXPECT_EQ("0 1", unfolded());
+  press(GDK_KEY_minus);
+  EXPECT_EQ("0 0", unfolded());
+  EXPECT_FALSE(is_searching());
+}
+
+TEST_F(TypingAmongMany, PrefersNamesThatBeginWithTheText)
+{
+  start_at("0");
+  type("perch");
+  EXPECT_EQ("0:1", cursor());
+  press(GDK_KEY_Down);
+  EXPECT_EQ("1:1", cursor());
+  press(GDK_KEY_Down);
+  EXPECT_EQ("0:0", cursor());
+  press(GDK_KEY_Down);
+  EXPECT_EQ("1:0", cursor());
+  press(GDK_KEY_Down);
+  EXPECT_EQ("0:1", cursor()) << "round again";
+  press(GDK_KEY_Up);
+  EXPECT_EQ("1:0", cursor());
+}
+
+TEST_F(TypingAmongMany, UnfoldsOnlyTheFamilyOfTheRowThatIsFound)
+{
+  start_at("0");
+  EXPECT_EQ("0 0", unfolded());
+  type("k");
+  EXPECT_EQ("0 1", unfolded());
+  press(GDK_KEY_BackSpace);
+  type("red");
+  EXPECT_EQ("1 0", unfolded());
+  press(GDK_KEY_Escape);
+  EXPECT_EQ("1 0", unfolded());
+  type("k");
+  EXPECT_EQ("1 1", unfolded()) << "what an earlier search has found stays unfolded";
+}
+
+TEST_F(TypingAmongMany, FindsSpanishNamesWhileTheyAreShown)
+{
+  window->listed_panel->spanish_enable->set_active(false);
+  EXPECT_EQ("0", found_by("angel"));
+  window->listed_panel->spanish_enable->set_active();
+  EXPECT_EQ("0:0", found_by("angel"));
+}
+
+TEST_F(TypingAmongMany, ReturnOpensTheMenuOfTheRowThatWasFoundBesideIt)
+{
+  start_at("0");
+  type("kelp");
+  press(GDK_KEY_Return);
+  EXPECT_EQ(12, window->abundance_target);
+  auto* const menu = window->current_abundance_menu;
+  wait_until("the menu is open", [&] { return menu->get_mapped(); });
+
+  Gdk::Rectangle cell;
+  tree().get_cell_area(Gtk::TreePath("1:0"), *tree().get_column(2), cell);
+  int x = 0;
+  int y = 0;
+  tree().get_bin_window()->get_root_coords(cell.get_x(), cell.get_y(), x, y);
+  int menu_x = 0;
+  int menu_y = 0;
+  menu->get_window()->get_origin(menu_x, menu_y);
+  EXPECT_EQ(x, menu_x);
+  EXPECT_EQ(y + cell.get_height(), menu_y);
+
+  type("m");
+  EXPECT_EQ((std::map<int, int>{{12, 3}}), window->survey.abundances);
+  EXPECT_FALSE(menu->get_mapped());
+  EXPECT_TRUE(tree().is_focus());
+  EXPECT_EQ("1:0", cursor());
+}
+
+TEST_F(TypingAmongMany, AnUploadedSurveyFindsRowsAndOpensNoMenu)
+{
+  window->survey.is_uploaded = true;
+  start_at("0");
+  type("kelp");
+  press(GDK_KEY_Return);
+  EXPECT_EQ("1:0", cursor());
+  EXPECT_EQ(nullptr, close_open_menu());
 }
 
 TEST_F(SpeciesTreeTest, ShowsScientificNamesWhereNoneAreAskedFor)

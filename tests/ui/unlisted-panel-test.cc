@@ -1,4 +1,5 @@
 #include "support/dialogs.h"
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "ui/listed-panel.h"
@@ -722,10 +723,15 @@ TEST_F(UnlistedPanelTest, ShowsTheNamesThatTheListedPageAsksForAtOnce)
 TEST_F(UnlistedPanelTest, TypingInATreeStillSearchesNamesOnceTheStoresAreRebuilt)
 {
   open_northwest_page();
-  const int names = window->species_columns.col_both.index();
   choose(*window->listed_panel->species_view, "With invertebrates");
-  EXPECT_EQ(names, panel().found_species_tree->get_search_column());
-  EXPECT_EQ(names, panel().selected_species_tree->get_search_column());
+  search("__all__");
+  auto& tree = *panel().found_species_tree;
+  tree.grab_focus();
+  wait_until("the tree has the keyboard", [&] { return tree.has_focus(); });
+  type_text(*window, "kelp");
+  const auto row = tree.get_model()->get_iter(cursor_path(tree));
+  ASSERT_TRUE(row);
+  EXPECT_EQ(12, row->get_value(window->species_columns.col_id));
 }
 
 // --- changes of view, type and place ---
