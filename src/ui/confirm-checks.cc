@@ -15,6 +15,7 @@
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 #include "ui/tooltips.h"
+#include "ui/verdict.h"
 
 #include <ctime>
 #include <string>
@@ -43,6 +44,11 @@ void ConfirmPanel::refresh()
   check_species(ok);
   show_verdict(ok);
   show_summaries();
+}
+
+bool ConfirmPanel::is_marked(const Gtk::Label* label) const
+{
+  return label->get_label().raw().rfind(red_begin.raw(), 0) == 0;
 }
 
 bool ConfirmPanel::set_simple_field(Gtk::Label* name_label, Gtk::Label* value_label,
@@ -77,7 +83,7 @@ void ConfirmPanel::clear_redbold(Gtk::Label* label) const
 {
   const std::string text = label->get_label();
   const std::size_t marks = red_begin.bytes() + red_end.bytes();
-  if (text.rfind(red_begin.raw(), 0) == 0 && text.size() >= marks)
+  if (is_marked(label) && text.size() >= marks)
     label->set_label(text.substr(red_begin.bytes(), text.size() - marks));
 }
 
@@ -229,6 +235,7 @@ void ConfirmPanel::show_verdict(bool ok)
       ok ? Glib::ustring("Please check that all information is correct.")
          : "Please check that all information is correct; items " + redbold("marked in red") +
                " need to be fixed.");
+  confirm_verdict->set_label(verdict_on(marked_entries().size()));
   const bool may_go = ok && !survey.is_uploaded;
   window->upload_button->set_sensitive(may_go);
   window->ready_button->set_sensitive(may_go);

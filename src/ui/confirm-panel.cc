@@ -5,6 +5,7 @@
 #include "ui/listed-panel.h"
 #include "ui/plain-models.h"
 #include "ui/rarity-notes.h"
+#include "ui/reading-order.h"
 #include "ui/survey-window.h"
 
 #include <gtkmm/scrolledwindow.h>
@@ -42,12 +43,16 @@ void ConfirmPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
   window = the_window;
   my_app = window->my_app;
   find_labels(builder);
+  builder->get_widget("confirm_verdict", confirm_verdict);
   builder->get_widget("confirm_bottom_time", confirm_bottom_time);
   builder->get_widget("conf_listed_box", conf_listed_box);
   builder->get_widget("conf_listed_tree", conf_listed_tree);
   builder->get_widget("conf_unlisted_box", conf_unlisted_box);
   builder->get_widget("conf_unlisted_tree", conf_unlisted_tree);
   confirm_bottom_time->signal_toggled().connect(sigc::mem_fun(*this, &ConfirmPanel::refresh));
+  confirm_verdict->signal_clicked().connect(
+      sigc::mem_fun(*this, &ConfirmPanel::on_verdict_clicked));
+  read_in_visual_order(*this);
   conf_listed_box->hide();
   conf_unlisted_box->hide();
   connect_trees();
@@ -188,7 +193,7 @@ void ConfirmPanel::on_unlisted_clicked()
   on_summary_clicked(*conf_unlisted_tree);
 }
 
-// Families fold; species only show here.
+// Families fold, unless the cursor only passes by; species only show here.
 void ConfirmPanel::on_summary_clicked(Gtk::TreeView& tree)
 {
   const auto selection = tree.get_selection();
@@ -197,7 +202,8 @@ void ConfirmPanel::on_summary_clicked(Gtk::TreeView& tree)
     return;
   trace_selected(*row);
   const auto paths = selection->get_selected_rows();
-  if ((*row)[window->species_columns.col_id] < 0 && !paths.empty())
+  if ((*row)[window->species_columns.col_id] < 0 && !paths.empty() &&
+      !comes_from_keyboard())
     toggle_row(tree, paths.front());
 }
 

@@ -4,11 +4,14 @@
 
 #include <gtkmm/box.h>
 #include <gtkmm/builder.h>
+#include <gtkmm/button.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
 #include <gtkmm/treemodelfilter.h>
 #include <gtkmm/treeview.h>
+
+#include <vector>
 
 namespace Gtk {
 class Entry;
@@ -54,6 +57,7 @@ public:
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
   int page = -1; // in the notebook
+  Gtk::Button* confirm_verdict = nullptr; // tells how many entries are marked; goes there
   // Each value stands beside the label that names it.
   Gtk::Label* confirm_instructions = nullptr;
   Gtk::Label* conf_label_member_id = nullptr;
@@ -104,6 +108,13 @@ public:
   SpeciesTreeParts unlisted_parts;
 
 private:
+  // An entry of the summary, and where it is put right.
+  struct Entry {
+    const Gtk::Label* name;
+    int page; // in the notebook
+    Gtk::Widget* field;
+  };
+
   void find_labels(const Glib::RefPtr<Gtk::Builder>& builder);
   void connect_trees();
 
@@ -119,6 +130,12 @@ private:
   void check_habitat(bool& ok);
   void check_species(bool& ok);
   void show_verdict(bool ok);
+  // All entries in the order in which the page shows them, and those that are marked.
+  std::vector<Entry> entries() const;
+  std::vector<Entry> marked_entries() const;
+  bool is_marked(const Gtk::Label* label) const;
+  // To the first marked entry; in a complete survey, to what comes next.
+  void on_verdict_clicked();
   void show_summaries();
 
   // Shows a value that may be wrong, with its name marked if it is.

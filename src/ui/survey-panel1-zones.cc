@@ -8,6 +8,7 @@
 #include "data/region-fish-info.h"
 #include "ui/displayed-cell.h"
 #include "ui/plain-models.h"
+#include "ui/search-field.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
 #include "ui/tree-rows.h"
@@ -39,6 +40,7 @@ void SurveyPanel1::prepare_zone_tree()
   geog_tree->signal_row_collapsed().connect(
       [this](const Gtk::TreeIter&, const Gtk::TreePath&) { folding = false; });
   geog_tree->signal_cursor_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_geog_clicked));
+  prepare_search_field(*zone_search, [this] { go_to_first_zone(); });
 }
 
 void SurveyPanel1::on_zone_search_changed()
@@ -61,9 +63,31 @@ void SurveyPanel1::rebuild_zone_tree()
   geog_columns.fill(geog_store, rows);
   geog_tree->set_model(geog_store);
   geog_tree->set_search_column(search_column);
-  if (!trim_ws(zone_search->get_text()).empty())
+  if (is_searching_zones())
     geog_tree->expand_all(); // every row with children leads to a match
   show_or_hide(no_geog_matches, rows.empty());
+}
+
+bool SurveyPanel1::is_searching_zones() const
+{
+  return !trim_ws(zone_search->get_text()).empty();
+}
+
+// The first row whose own name matches, not a level that only leads to it.
+void SurveyPanel1::go_to_first_zone()
+{
+  const auto wanted = trim_ws(zone_search->get_text().lowercase());
+  Gtk::TreePath first;
+  geog_store->foreach ([&](const Gtk::TreePath& path, const Gtk::TreeIter& row) {
+    const Glib::ustring name = row->get_value(geog_columns.col_name).lowercase();
+    if (name.raw().find(wanted.raw()) != std::string::npos)
+      first = path;
+    return !first.empty();
+  });
+  if (first.empty())
+    return;
+  geog_tree->set_cursor(first); // before the keyboard goes there, which sets one, too
+  geog_tree->grab_focus();
 }
 
 void SurveyPanel1::on_geog_clicked()
@@ -80,10 +104,12 @@ void SurveyPanel1::on_geog_clicked()
   const int id = row->get_value(geog_columns.col_id);
   if (debug_level >= 30)
     std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
-  if (id < first_complete_zone)
-    toggle_row(*geog_tree, path);
-  else if (!window->survey.is_uploaded)
+  if (id < first_complete_zone) {
+    if (!(is_searching_zones() && comes_from_keyboard())) // keys leave results unfolded
+      toggle_row(*geog_tree, path);
+  } else if (!window->survey.is_uploaded) {
     zonecode->set_text(std::to_string(id));
+  }
 }
 
 void SurveyPanel1::on_zonecode_changed()

@@ -81,6 +81,8 @@ private:
   bool may_clear_species(int count);
   void take_what_type_offers(int id);
   void show_species_of_type();
+  bool is_searching_zones() const;
+  void go_to_first_zone();
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
   ZoneTree zones;       // of the survey's subregion

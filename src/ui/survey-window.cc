@@ -101,6 +101,7 @@ void SurveyWindow::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyA
   find_navigation(builder);
   make_panels(builder);
   notebook->signal_switch_page().connect(sigc::mem_fun(*this, &SurveyWindow::on_switch_page));
+  signal_key_press_event().connect(sigc::mem_fun(*this, &SurveyWindow::on_page_key), false);
   notebook->set_current_page(start_panel->page);
   start_panel->new_survey_button->grab_focus();
   member_panel->connect_focus_signals();
@@ -197,6 +198,23 @@ void SurveyWindow::on_switch_page(Gtk::Widget*, unsigned int page_number)
   back_button->set_sensitive(number != 0);
   next_button->set_sensitive(number < notebook->get_n_pages() - 1);
   show_current_tooltips(*this);
+}
+
+// Before the widget that has the keyboard gets the key: trees would take it for a long
+// way to the side.
+bool SurveyWindow::on_page_key(GdkEventKey* event)
+{
+  if ((event->state & gtk_accelerator_get_default_mod_mask()) != GDK_CONTROL_MASK)
+    return false;
+  if (event->keyval == GDK_KEY_Page_Down || event->keyval == GDK_KEY_KP_Page_Down)
+    notebook->next_page();
+  else if (event->keyval == GDK_KEY_Page_Up || event->keyval == GDK_KEY_KP_Page_Up)
+    notebook->prev_page();
+  else
+    return false;
+  if (!get_focus()) // what had the keyboard went with its page
+    notebook->get_nth_page(notebook->get_current_page())->child_focus(Gtk::DIR_TAB_FORWARD);
+  return true;
 }
 
 void SurveyWindow::on_save_button()

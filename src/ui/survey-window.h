@@ -95,6 +95,8 @@ public:
   void set_title_string();
 
   void on_switch_page(Gtk::Widget* page, unsigned int page_number);
+  // Ctrl+Page Down and Ctrl+Page Up turn the page, wherever the keyboard is.
+  bool on_page_key(GdkEventKey* event);
   void on_save_button();
   void on_ready_button();
   void on_upload_button();

@@ -6,6 +6,7 @@
 #include "ui/listed-panel.h"
 #include "ui/plain-models.h"
 #include "ui/rarity-notes.h"
+#include "ui/search-field.h"
 #include "ui/survey-window.h"
 
 #include <algorithm>
@@ -38,6 +39,7 @@ void UnlistedPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
   selected_species_box->hide();
   found_species_box->hide();
   species_search_by->set_active(0);
+  prepare_search_field(*species_search, [this] { go_to_first_result(); });
   species_search->signal_changed().connect(sigc::mem_fun(*this, &UnlistedPanel::on_search_changed));
   species_search_by->signal_changed().connect(
       sigc::mem_fun(*this, &UnlistedPanel::on_search_changed));
@@ -171,6 +173,17 @@ void UnlistedPanel::show_results_from_the_top()
   found_species_tree->get_vadjustment()->set_value(0);
 }
 
+// The first species, not the family above it, which opens no menu.
+void UnlistedPanel::go_to_first_result()
+{
+  if (!found_species_box->get_visible() || found_filter->children().empty())
+    return;
+  const Gtk::TreePath first("0:0");
+  found_species_tree->expand_to_path(first);
+  found_species_tree->set_cursor(first);
+  found_species_tree->grab_focus();
+}
+
 void UnlistedPanel::refilter()
 {
   refilter_selected();
@@ -203,6 +216,8 @@ void UnlistedPanel::refilter_found()
 void UnlistedPanel::show_selected()
 {
   selected_species_tree->expand_all();
+  if (num_selected == 0 && selected_species_tree->is_focus())
+    species_search->grab_focus(); // from a tree that goes
   show_or_hide(selected_species_box, num_selected >= 1);
 }
 

@@ -103,6 +103,7 @@ private:
   std::vector<int> species_to_select() const;
   void take_new_found_filter();
   void show_results_from_the_top();
+  void go_to_first_result();
   void resize_matches();
   void match_all();
   void note_match(int id);

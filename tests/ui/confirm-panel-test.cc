@@ -1,4 +1,5 @@
 #include "core/my-app.h"
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "support/window-fixture.h"
@@ -8,6 +9,8 @@
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -481,4 +484,117 @@ TEST_F(ConfirmPanelTest, NeverWantsAFieldThatIsNotRequired)
   EXPECT_TRUE(
       panel->set_simple_field(panel->conf_label_member_id, panel->conf_member_id, "", ok, 0));
   EXPECT_TRUE(ok);
+}
+
+// --- without a mouse ---
+
+TEST_F(ConfirmPanelTest, CountsWhatIsMissingInOneLine)
+{
+  open_complete_survey();
+  EXPECT_EQ("Complete", panel->confirm_verdict->get_label());
+  window->member_panel->last_name->set_text("");
+  refresh();
+  EXPECT_EQ("1 entry is missing or needs a look", panel->confirm_verdict->get_label());
+  window->survey_panel2->bottom_temp->set_text("900");
+  window->survey_panel1->zonecode->set_text("3");
+  window->survey_panel2->max_depth->set_label("Shallow");
+  window->survey_panel2->avg_depth->set_label("Deep");
+  refresh();
+  EXPECT_EQ("4 entries are missing or need a look", panel->confirm_verdict->get_label());
+}
+
+TEST_F(ConfirmPanelTest, BeginsWithTheVerdictForTheKeyboard)
+{
+  open_complete_survey();
+  window->set_focus(*window->notebook);
+  panel->child_focus(Gtk::DIR_TAB_FORWARD);
+  EXPECT_TRUE(panel->confirm_verdict->is_focus());
+}
+
+TEST_F(ConfirmPanelTest, LeadsFromTheVerdictToTheFirstEntryThatIsMarked)
+{
+  open_complete_survey();
+  const auto expect_field = [this](int page, const Gtk::Widget* field, const char* what) {
+    go_to_page(panel->page);
+    refresh();
+    panel->confirm_verdict->grab_focus();
+    press_key(*window, GDK_KEY_Return);
+    EXPECT_EQ(page, window->notebook->get_current_page()) << what;
+    const auto* focus = window->get_focus();
+    EXPECT_TRUE(focus && (focus == field || focus->is_ancestor(*const_cast<Gtk::Widget*>(field))))
+        << what;
+  };
+  auto& conditions = *window->survey_panel2;
+  conditions.bottom_time->set_text("2");
+  go_to_page(panel->page);
+  expect_field(panel->page, panel->confirm_bottom_time, "to be confirmed here");
+  conditions.bottom_time->set_text("");
+  expect_field(conditions.page, conditions.bottom_time, "missing");
+  window->survey_panel1->mday->set_id(0);
+  expect_field(window->survey_panel1->page, window->survey_panel1->mday, "part of the date");
+  window->member_panel->member_id->set_text("");
+  expect_field(window->member_panel->page, window->member_panel->member_id, "the first of all");
+}
+
+TEST_F(ConfirmPanelTest, LeadsFromACompleteSurveyToMarkingIt)
+{
+  open_complete_survey();
+  panel->confirm_verdict->grab_focus();
+  press_key(*window, GDK_KEY_Return);
+  EXPECT_EQ(panel->page, window->notebook->get_current_page());
+  EXPECT_TRUE(window->ready_button->is_focus());
+}
+
+TEST_F(ConfirmPanelTest, FoldsNoFamilyByTabOrArrows)
+{
+  open_complete_survey();
+  auto& tree = *panel->conf_listed_tree;
+  panel->confirm_verdict->grab_focus();
+  for (int tabs = 0; tabs < 5 && !tree.is_focus(); ++tabs)
+    press_key(*window, GDK_KEY_Tab);
+  ASSERT_TRUE(tree.is_focus());
+  EXPECT_TRUE(tree.row_expanded(Gtk::TreePath("0")));
+  for (const guint key : {guint{GDK_KEY_Down}, guint{GDK_KEY_Up}, guint{GDK_KEY_Home}}) {
+    press_key(*window, key);
+    EXPECT_TRUE(tree.row_expanded(Gtk::TreePath("0"))) << key;
+  }
+  press_key(*window, GDK_KEY_minus);
+  EXPECT_FALSE(tree.row_expanded(Gtk::TreePath("0")));
+  go_to_page(window->member_panel->page);
+  go_to_page(panel->page);
+  EXPECT_TRUE(tree.row_expanded(Gtk::TreePath("0"))) << "unfolded at each turn to the page";
+}
+
+namespace {
+
+// The labels below a thing as a screen reader walks through them.
+void add_labels(const Glib::RefPtr<Atk::Object>& thing, std::vector<std::string>& labels)
+{
+  const auto role = thing->get_role();
+  if (role == Atk::ROLE_LABEL || role == Atk::ROLE_STATIC)
+    labels.push_back(thing->get_name());
+  for (int i = 0; i < thing->get_n_accessible_children(); ++i)
+    add_labels(thing->get_accessible_child(i), labels);
+}
+
+} // namespace
+
+TEST_F(ConfirmPanelTest, IsReadInTheOrderInWhichItIsSeen)
+{
+  open_complete_survey();
+  std::vector<std::string> labels;
+  add_labels(panel->get_accessible(), labels);
+  const auto number = [&](const char* label) {
+    return std::find(labels.begin(), labels.end(), label) - labels.begin();
+  };
+  const char* const seen[] = {please_check, "Survey",     "Member number:", "1234",
+                              "Last name:", "Miller",     "Zone code:",     "31020003",
+                              "Conditions", "Surface temperature:",         "Habitat:",
+                              "Kelp"};
+  std::ptrdiff_t before = -1;
+  for (const char* label : seen) {
+    EXPECT_GT(number(label), before) << label;
+    EXPECT_LT(number(label), std::ptrdiff_t(labels.size())) << label;
+    before = number(label);
+  }
 }

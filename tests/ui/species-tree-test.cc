@@ -272,7 +272,7 @@ public:
     application_dir.file("PAC-species-info.csv",
                          "speciesid,scientificname,commonname,familyid,invertebratetype,"
                          "rarefishind,spanishname\n"
-                         "10,Aaa,Red Perch,F1,0,0,Ángel rojo\n11,Bbb,Perch,F1,0,0,\n"
+                         "10,Xxx,Red Perch,F1,0,0,Ángel rojo\n11,Bbb,Perch,F1,0,0,\n"
                          "12,Ccc,Kelp Perch,F2,0,1,\n13,Ddd,Perch-Eel,F2,0,0,\n");
     application_dir.file("species-views.csv",
                          "viewid,speciesid,familyid\n1,10,F1\n1,11,F1\n1,12,F2\n1,13,F2\n");

@@ -1,8 +1,10 @@
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "support/window-fixture.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-window.h"
+#include "ui/tree-rows.h"
 
 namespace {
 
@@ -290,4 +292,96 @@ TEST_F(ZoneTest, FoldsALevelAboveTheChosenZone)
 
   click("0"); // where the cursor was left; a click is one again
   EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
+}
+
+// --- without a mouse ---
+
+namespace {
+
+class ZoneKeysTest : public ZoneTest
+{
+public:
+  // Types a text into the search field, which then has the keyboard.
+  void search_by_keys(const char* text)
+  {
+    panel->zone_search->grab_focus();
+    wait_until("the search has the keyboard", [this] { return panel->zone_search->has_focus(); });
+    type_text(*window, text);
+  }
+  void press(unsigned int keyval) { press_key(*window, keyval); }
+  std::string cursor() const { return cursor_path(*panel->geog_tree).to_string(); }
+};
+
+const char* const all_found = "3: Washington\n"
+                              "  3102: San Juan Islands\n"
+                              "    31020003: Rosario Wall\n"
+                              "    31020004: Deception Pass\n";
+
+} // namespace
+
+TEST_F(ZoneKeysTest, ReturnAndDownGoToTheFirstZoneFound)
+{
+  open_panel();
+  for (const guint key : {guint{GDK_KEY_Return}, guint{GDK_KEY_Down}}) {
+    panel->zonecode->set_text("");
+    search_by_keys("deception");
+    press(key);
+    EXPECT_TRUE(panel->geog_tree->is_focus());
+    EXPECT_EQ("0:0:0", cursor());
+    EXPECT_EQ("31020004", panel->zonecode->get_text());
+    panel->zone_search->set_text("");
+  }
+}
+
+TEST_F(ZoneKeysTest, ALevelThatIsFoundStaysUnfolded)
+{
+  open_panel();
+  search_by_keys("s");
+  const std::string found = visible_rows();
+  press(GDK_KEY_Return);
+  EXPECT_EQ("0", cursor());
+  EXPECT_EQ(found, visible_rows());
+}
+
+TEST_F(ZoneKeysTest, TabAndArrowsFoldNoResult)
+{
+  open_panel();
+  search_by_keys("a");
+  ASSERT_EQ(all_found, visible_rows());
+  for (int tabs = 0; tabs < 5 && !panel->geog_tree->is_focus(); ++tabs)
+    press(GDK_KEY_Tab);
+  ASSERT_TRUE(panel->geog_tree->is_focus());
+  EXPECT_EQ(all_found, visible_rows());
+  for (const guint key : {GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Up, GDK_KEY_Up,
+                          GDK_KEY_Up, GDK_KEY_Down})
+    press(key);
+  EXPECT_EQ("0:0", cursor());
+  EXPECT_EQ(all_found, visible_rows());
+}
+
+TEST_F(ZoneKeysTest, TheKeyboardStaysWhereNothingIsFound)
+{
+  open_panel();
+  search_by_keys("zzz");
+  press(GDK_KEY_Return);
+  press(GDK_KEY_Down);
+  EXPECT_TRUE(panel->zone_search->is_focus());
+}
+
+TEST_F(ZoneKeysTest, EscapeAndAButtonEmptyTheSearch)
+{
+  open_panel();
+  EXPECT_EQ("", panel->zone_search->get_icon_name(Gtk::ENTRY_ICON_SECONDARY));
+  search_by_keys("wall");
+  EXPECT_EQ("edit-clear-symbolic", panel->zone_search->get_icon_name(Gtk::ENTRY_ICON_SECONDARY));
+  EXPECT_NE("", panel->zone_search->get_icon_tooltip_text(Gtk::ENTRY_ICON_SECONDARY));
+  press(GDK_KEY_Escape);
+  EXPECT_EQ("", panel->zone_search->get_text());
+  EXPECT_TRUE(panel->zone_search->is_focus());
+  EXPECT_EQ("", panel->zone_search->get_icon_name(Gtk::ENTRY_ICON_SECONDARY));
+
+  type_text(*window, "wall");
+  GdkEvent click{};
+  g_signal_emit_by_name(panel->zone_search->gobj(), "icon-press", GTK_ENTRY_ICON_SECONDARY, &click);
+  EXPECT_EQ("", panel->zone_search->get_text());
 }

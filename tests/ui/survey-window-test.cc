@@ -1,5 +1,6 @@
 #include "core/version.h"
 #include "support/dialogs.h"
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "support/output.h"
 #include "support/window-fixture.h"
@@ -314,4 +315,48 @@ TEST_F(SurveyWindowTest, SelectsNoSavedSurveyAtStart)
   for (const auto* button :
        {start.edit_view_button, start.mark_button, start.upload_button, start.delete_button})
     EXPECT_FALSE(button->get_sensitive()) << button->get_label();
+}
+
+TEST_F(SurveyWindowTest, TurnsThePageByKeysFromEverywhere)
+{
+  open_window();
+  choose_subregion("Northwest");
+  choose_survey_type("Northwest: abundance");
+  Gtk::Widget* const places[] = {window->survey_panel1->geog_tree, window->survey_panel1->zonecode,
+                                 window->listed_panel->species_tree, window->next_button};
+  for (auto* place : places) {
+    const bool is_zone = place == places[0] || place == places[1];
+    const int page = is_zone ? window->survey_panel1->page : window->listed_panel->page;
+    for (const auto& [key, step] : {std::pair{GDK_KEY_Page_Down, 1}, {GDK_KEY_KP_Page_Up, -1}}) {
+      go_to_page(page);
+      place->grab_focus();
+      press_key(*window, static_cast<guint>(key), GDK_CONTROL_MASK);
+      EXPECT_EQ(page + step, window->notebook->get_current_page());
+      EXPECT_NE(nullptr, window->get_focus());
+    }
+  }
+}
+
+TEST_F(SurveyWindowTest, TurnsThePageByKeysWhileANameIsTyped)
+{
+  open_window();
+  choose_subregion("Northwest");
+  choose_survey_type("Northwest: abundance");
+  go_to_page(window->listed_panel->page);
+  window->listed_panel->species_tree->grab_focus();
+  settle();
+  type_text(*window, "ling");
+  press_key(*window, GDK_KEY_Page_Down, GDK_CONTROL_MASK);
+  EXPECT_EQ(window->unlisted_panel->page, window->notebook->get_current_page());
+  EXPECT_EQ(window->unlisted_panel->species_search, window->get_focus());
+}
+
+TEST_F(SurveyWindowTest, StaysOnTheLastPageAndTheFirstOne)
+{
+  open_window();
+  press_key(*window, GDK_KEY_Page_Up, GDK_CONTROL_MASK);
+  EXPECT_EQ(0, window->notebook->get_current_page());
+  go_to_page(window->confirm_panel->page);
+  press_key(*window, GDK_KEY_Page_Down, GDK_CONTROL_MASK);
+  EXPECT_EQ(window->confirm_panel->page, window->notebook->get_current_page());
 }

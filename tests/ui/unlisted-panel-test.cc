@@ -892,3 +892,85 @@ TEST_F(UnlistedPanelTest, SearchesTheShippedSpecies)
     EXPECT_GT(species, 0) << place;
   }
 }
+
+// --- without a mouse ---
+
+namespace {
+
+class UnlistedKeysTest : public UnlistedPanelTest
+{
+public:
+  void search_by_keys(const char* text)
+  {
+    auto& field = *panel().species_search;
+    field.grab_focus();
+    wait_until("the search has the keyboard", [&] { return field.has_focus(); });
+    type_text(*window, text);
+  }
+  void press(unsigned int keyval) { press_key(*window, keyval); }
+  Gtk::TreeView& results() { return *panel().found_species_tree; }
+};
+
+} // namespace
+
+TEST_F(UnlistedKeysTest, ReturnAndDownGoToTheFirstSpeciesFound)
+{
+  open_northwest_page();
+  for (const guint key : {guint{GDK_KEY_Return}, guint{GDK_KEY_Down}}) {
+    search_by_keys("kelp");
+    press(key);
+    EXPECT_TRUE(results().is_focus());
+    EXPECT_EQ("0:0", cursor_path(results()).to_string());
+    EXPECT_TRUE(results().row_expanded(Gtk::TreePath("0")));
+    search("");
+  }
+}
+
+TEST_F(UnlistedKeysTest, AFoundSpeciesIsMarkedByTwoMoreKeys)
+{
+  open_northwest_page();
+  search_by_keys("kelp");
+  press(GDK_KEY_Return);
+  press(GDK_KEY_Return);
+  wait_until("the menu is open", [&] { return window->current_abundance_menu->get_mapped(); });
+  press(GDK_KEY_f);
+  EXPECT_EQ((std::map<int, int>{{kelp_greenling, 2}}), window->survey.abundances);
+  EXPECT_TRUE(results().is_focus());
+}
+
+TEST_F(UnlistedKeysTest, TheKeyboardStaysWhereNothingIsFound)
+{
+  open_northwest_page();
+  for (const char* text : {"", "zzz"}) {
+    search_by_keys(text);
+    press(GDK_KEY_Down);
+    press(GDK_KEY_Return);
+    EXPECT_TRUE(panel().species_search->is_focus()) << text;
+  }
+}
+
+TEST_F(UnlistedKeysTest, EscapeEmptiesTheSearch)
+{
+  open_northwest_page();
+  search_by_keys("kelp");
+  EXPECT_EQ("edit-clear-symbolic",
+            panel().species_search->get_icon_name(Gtk::ENTRY_ICON_SECONDARY));
+  press(GDK_KEY_Escape);
+  EXPECT_EQ("", panel().species_search->get_text());
+  EXPECT_FALSE(results_are_shown());
+}
+
+TEST_F(UnlistedKeysTest, TheKeyboardGoesToTheSearchWhenTheLastMarkedSpeciesGoes)
+{
+  open_northwest_page();
+  mark(kelp_greenling, 1);
+  auto& tree = *panel().selected_species_tree;
+  tree.set_cursor(Gtk::TreePath("0:0"));
+  tree.grab_focus();
+  settle();
+  press(GDK_KEY_Return);
+  wait_until("the menu is open", [&] { return window->current_abundance_menu->get_mapped(); });
+  press(GDK_KEY_n);
+  EXPECT_FALSE(selection_is_shown());
+  EXPECT_TRUE(panel().species_search->is_focus());
+}
