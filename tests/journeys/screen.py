@@ -33,6 +33,7 @@ KEYS = {
     "Tab": Gdk.KEY_Tab,
     "Menu": Gdk.KEY_Menu,
     "Page_Down": Gdk.KEY_Page_Down,
+    "Page_Up": Gdk.KEY_Page_Up,
     "plus": Gdk.KEY_plus,
     "minus": Gdk.KEY_minus,
     "space": Gdk.KEY_space,
