@@ -202,8 +202,7 @@ void ConfirmPanel::on_summary_clicked(Gtk::TreeView& tree)
     return;
   trace_selected(*row);
   const auto paths = selection->get_selected_rows();
-  if ((*row)[window->species_columns.col_id] < 0 && !paths.empty() &&
-      !comes_from_keyboard())
+  if ((*row)[window->species_columns.col_id] < 0 && !paths.empty() && !comes_from_keyboard())
     toggle_row(tree, paths.front());
 }
 

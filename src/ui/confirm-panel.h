@@ -56,7 +56,7 @@ public:
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1; // in the notebook
+  int page = -1;                          // in the notebook
   Gtk::Button* confirm_verdict = nullptr; // tells how many entries are marked; goes there
   // Each value stands beside the label that names it.
   Gtk::Label* confirm_instructions = nullptr;

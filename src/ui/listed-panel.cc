@@ -93,11 +93,9 @@ void ListedPanel::connect_tree()
   species_tree->signal_popup_menu().connect(
       sigc::mem_fun(*this, &ListedPanel::on_species_kb_activated));
   species_selection = species_tree->get_selection();
-  prepare_species_tree(*species_tree, species_parts,
-                       sigc::mem_fun(*this, &ListedPanel::render_species_id),
-                       [this](const Gtk::TreePath& path, guint32 time) {
-                         do_species_line_trigger(path, 0, time);
-                       });
+  prepare_species_tree(
+      *species_tree, species_parts, sigc::mem_fun(*this, &ListedPanel::render_species_id),
+      [this](const Gtk::TreePath& path, guint32 time) { do_species_line_trigger(path, 0, time); });
   explain_rarity(*window, *species_tree);
   listed_expand_all_button->signal_clicked().connect(
       sigc::mem_fun(*species_tree, &Gtk::TreeView::expand_all));

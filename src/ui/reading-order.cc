@@ -22,8 +22,8 @@ std::vector<Cell> cells_of(Gtk::Grid& grid)
   for (auto* child : grid.get_children()) {
     Cell cell{child, 0, 0, 0, 0};
     gtk_container_child_get(GTK_CONTAINER(grid.gobj()), child->gobj(), "top-attach", &cell.top,
-                            "left-attach", &cell.left, "width", &cell.width, "height",
-                            &cell.height, nullptr);
+                            "left-attach", &cell.left, "width", &cell.width, "height", &cell.height,
+                            nullptr);
     cells.push_back(cell);
   }
   return cells;

@@ -134,6 +134,85 @@ class UsingTheKeyboardOnly(KeyboardJourney):
             self.assertEqual(panel, self.program.wait_for_other_panel(before))
 
 
+class SavingKeystrokes(KeyboardJourney):
+    def open_tree(self):
+        """The tree of listed species, which has the keyboard."""
+        entry.enter_place_and_date(self.program, self.place)
+        panel = self.program.open_panel("Listed Species")
+        self.keyboard.press("Alt+p", then="Species of this view")
+        return tree_in(panel, "Species of this view")
+
+    def test_marks_a_species_by_letters_of_its_name_and_of_its_number(self):
+        tree = self.open_tree()
+        number, name = list(self.place.families.values())[-1][-1]
+        label = self.place.abundances[1][1]
+        self.keyboard.press(name[0].lower(), then="Find a name")
+        for letter in name[1:].lower():
+            self.keyboard.press("space" if letter == " " else letter)
+        self.keyboard.press("Return")
+        self.program.popup_menu()
+        self.keyboard.press(label[0].lower())
+        entry.wait_until_marked(tree, number, label)
+        self.keyboard.wait_for_focus("Species of this view")
+
+    def test_turns_the_page_inside_a_tree(self):
+        self.open_tree()
+        self.keyboard.press("Ctrl+Page_Down", then="Search for a species")
+        self.keyboard.press("Ctrl+Page_Up")
+        self.assertEqual("Listed Species", self.program.wait_for_other_panel("Unlisted Species"))
+
+    def test_goes_from_the_search_for_zones_to_the_first_one_found(self):
+        entry.enter_place_and_date(self.program, self.place)
+        panel = self.program.panel_shown()
+        self.keyboard.press("Alt+a", then="Search names of zones")
+        search = panel.find("text", "Search names of zones")
+        self.keyboard.type_text(self.place.zone_name.lower(), search)
+        self.keyboard.press("Down", then="Geographic zones")
+        code = panel.find("text", "Zone code")
+        wait_for("the zone's code is filled in", lambda: code.text == self.place.zone_code)
+        self.keyboard.press("Alt+a", then="Search names of zones")
+        self.keyboard.press("Escape")
+        wait_for("the search is empty", lambda: search.text == "")
+
+    def test_marks_a_species_that_a_search_has_found(self):
+        entry.enter_place_and_date(self.program, self.place)
+        panel = self.program.open_panel("Unlisted Species")
+        number, name = list(self.place.families.values())[-1][-1]
+        label = self.place.abundances[0][1]
+        self.keyboard.press("Alt+c", then="Search for a species")
+        self.keyboard.type_text(name.lower(), panel.find("text", "Search for a species"))
+        self.keyboard.press("Return", then="Matching species")
+        self.keyboard.press("Return")
+        self.program.popup_menu()
+        self.keyboard.press(label[0].lower())
+        entry.wait_until_marked(tree_in(panel, "Matching species"), number, label)
+
+    def test_goes_from_the_verdict_to_what_is_missing(self):
+        self.open_tree()
+        self.keyboard.press("Ctrl+Page_Down", then="Search for a species")
+        self.keyboard.press("Ctrl+Page_Down")
+        wait_for("the verdict has the keyboard", self.verdict_has_the_keyboard)
+        self.keyboard.press("Return", then="Member number")
+        self.assertEqual("Member Info", self.program.panel_shown().name)
+
+    def verdict_has_the_keyboard(self):
+        role, name = self.keyboard.station() or ("", "")
+        return role == "push button" and name.endswith(" entries are missing or need a look")
+
+    def test_goes_through_the_summary_without_folding_a_family(self):
+        entry.enter_all(self.program, self.place)
+        panel = self.program.open_panel("Confirmation")
+        tree = tree_in(panel, "Listed species that you have marked")
+        numbers = [number for number, _ in entry.species_to_mark(self.place)]
+        self.assertEqual(2 * len(numbers), len(list(tree.rows())))
+        panel.find("push button", "Complete").focus()
+        self.keyboard.press("Tab", then="Listed species that you have marked")
+        for key in ["Home"] + ["Down"] * 5 + ["Up"] * 5:
+            self.keyboard.press(key)
+        for number in numbers:
+            tree.find_row(code_of(number))
+
+
 class ListeningToAScreenReader(KeyboardJourney):
     def test_meets_a_name_wherever_the_keyboard_goes(self):
         entry.enter_all(self.program, self.place)

@@ -133,6 +133,20 @@ class ComingBackToASurvey(SavedSurveys):
         self.program.activate_menu("File", "Close Survey")
         self.expect_end()
 
+    def test_its_summary_is_unfolded_as_in_a_new_one(self):
+        entry.enter_all(self.program, self.place)
+        self.assert_unfolded(self.program.open_panel("Confirmation"))
+        self.save_for_later()
+        self.start_again()
+        self.select(self.description())
+        self.assert_unfolded(self.open_selected())
+
+    def assert_unfolded(self, page):
+        """The summary shows each marked species below its family."""
+        tree = entry.tree_in(page, "Listed species that you have marked")
+        for number, _ in entry.species_to_mark(self.place):
+            tree.find_row(entry.code_of(number))
+
     def test_one_that_cannot_be_read_is_told_and_disturbs_nothing(self):
         entry.enter_all(self.program, self.place)
         path = self.save_for_later()

@@ -587,10 +587,12 @@ TEST_F(ConfirmPanelTest, IsReadInTheOrderInWhichItIsSeen)
   const auto number = [&](const char* label) {
     return std::find(labels.begin(), labels.end(), label) - labels.begin();
   };
-  const char* const seen[] = {please_check, "Survey",     "Member number:", "1234",
-                              "Last name:", "Miller",     "Zone code:",     "31020003",
-                              "Conditions", "Surface temperature:",         "Habitat:",
-                              "Kelp"};
+  const char* const seen[] = {please_check,     "Survey",
+                              "Member number:", "1234",
+                              "Last name:",     "Miller",
+                              "Zone code:",     "31020003",
+                              "Conditions",     "Surface temperature:",
+                              "Habitat:",       "Kelp"};
   std::ptrdiff_t before = -1;
   for (const char* label : seen) {
     EXPECT_GT(number(label), before) << label;

@@ -352,8 +352,8 @@ TEST_F(ZoneKeysTest, TabAndArrowsFoldNoResult)
     press(GDK_KEY_Tab);
   ASSERT_TRUE(panel->geog_tree->is_focus());
   EXPECT_EQ(all_found, visible_rows());
-  for (const guint key : {GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Up, GDK_KEY_Up,
-                          GDK_KEY_Up, GDK_KEY_Down})
+  for (const guint key :
+       {GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Up, GDK_KEY_Up, GDK_KEY_Up, GDK_KEY_Down})
     press(key);
   EXPECT_EQ("0:0", cursor());
   EXPECT_EQ(all_found, visible_rows());
