@@ -157,20 +157,23 @@ int NameFinder::quality(const Gtk::TreeIter& row, const std::string& text) const
   return best;
 }
 
-// Of the families that a search unfolds on its way, only the last one stays unfolded.
+// A family that is found shows its species, too. Of the families that a search unfolds on its
+// way, only the last one stays unfolded.
 void NameFinder::show_row(const Gtk::TreePath& path)
 {
   found = path;
   Gtk::TreePath family = path;
-  const bool is_folded = family.size() > 1 && family.up() && !tree->row_expanded(family);
-  const bool is_in_own_family = !own_family.empty() && own_family.is_ancestor(path);
-  const Gtk::TreePath left = is_in_own_family ? Gtk::TreePath() : own_family;
-  tree->expand_to_path(path);
+  if (family.size() > 1)
+    family.up();
+  Gtk::TreePath left_family;
+  if (own_family.empty() || family != own_family) {
+    left_family = own_family;
+    own_family = tree->row_expanded(family) ? Gtk::TreePath() : family;
+  }
+  tree->expand_row(family, false);
   tree->set_cursor(path);
-  if (!is_in_own_family)
-    own_family = is_folded ? family : Gtk::TreePath();
-  if (!left.empty())
-    tree->collapse_row(left);
+  if (!left_family.empty())
+    tree->collapse_row(left_family);
   tree->scroll_to_row(path, 0.5);
 }
 

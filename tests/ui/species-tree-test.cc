@@ -397,6 +397,19 @@ TEST_F(TypingAmongMany, UnfoldsOnlyTheFamilyOfTheRowThatIsFound)
   EXPECT_EQ("1 1", unfolded()) << "what an earlier search has found stays unfolded";
 }
 
+TEST_F(TypingAmongMany, UnfoldsAFamilyThatIsFoundAsLongAsItIs)
+{
+  start_at("0");
+  type("greenl");
+  EXPECT_EQ("1", cursor());
+  EXPECT_EQ("0 1", unfolded());
+  for (int letters = 0; letters < 6; ++letters)
+    press(GDK_KEY_BackSpace);
+  type("red");
+  EXPECT_EQ("0:0", cursor());
+  EXPECT_EQ("1 0", unfolded());
+}
+
 TEST_F(TypingAmongMany, FindsSpanishNamesWhileTheyAreShown)
 {
   window->listed_panel->spanish_enable->set_active(false);
