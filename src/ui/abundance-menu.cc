@@ -41,7 +41,7 @@ Gtk::MenuItem* make_item(const Glib::ustring& label)
   return item;
 }
 
-// Below the place on the screen, or above it where there is no room below: what stands
+// Below the place on the screen, or above it where there is no room below: what is
 // there stays in sight.
 Gtk::Menu::SlotPositionCalc beside(const Gdk::Rectangle& place, Gtk::Menu& menu)
 {

@@ -12,7 +12,7 @@
 namespace {
 
 // The first part of the date that is not chosen; the first of all if it is a wrong date.
-Gtk::Widget* date_to_mend(const SurveyPanel1& when)
+Gtk::Widget* date_to_correct(const SurveyPanel1& when)
 {
   for (auto* part : {when.month, when.mday, when.year})
     if (part->get_id() == part->no_value)
@@ -36,7 +36,7 @@ std::vector<ConfirmPanel::Entry> ConfirmPanel::entries() const
       {conf_label_member_id, member.page, member.member_id},
       {conf_label_last_name, member.page, member.last_name},
       {conf_label_survey_type, where.page, where.survey_subtype},
-      {conf_label_survey_date, where.page, date_to_mend(where)},
+      {conf_label_survey_date, where.page, date_to_correct(where)},
       {conf_label_dive_start, where.page, where.dive_start},
       {conf_label_zone_code, where.page, where.zonecode},
       {conf_label_total_species, listed.page, listed.species_tree},

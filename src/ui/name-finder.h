@@ -12,7 +12,7 @@
 #include <vector>
 
 // Finds rows of a tree of two levels by their names while somebody types in it. The text
-// stands in a small field above the tree's corner, which has the keyboard meanwhile. Names
+// appears in a small field above the tree's corner, which has the keyboard meanwhile. Names
 // that begin with the text come first, then those with a word that begins with it; folded
 // families count as well. Up and Down go to the other matches, Return opens the row that
 // was found, and Escape, Tab or a click elsewhere ends the search.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/tree-rows.h"
 #include "ui/name-finder.h"
+#include "ui/tree-rows.h"
 
 #include <glibmm/ustring.h>
 #include <gtkmm/cellrenderertext.h>
