@@ -29,4 +29,4 @@ class Instructions(unittest.TestCase):
             self.assertNotIn(mark, words)
 
     def test_tell_how_to_fold_families_by_keyboard(self):
-        self.assertIn("<b>+</b> unfolds a family or a level and <b>-</b> folds it", generated())
+        self.assertIn("<b>+</b> unfolds a family and <b>-</b> folds it", generated())
