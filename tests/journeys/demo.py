@@ -85,6 +85,7 @@ class Demo:
         row = wait_for("a shark is found", lambda: next((r for r in tree.rows() if r[-1].text), None))
         label = self.place.abundances[0][1]
         entry.mark_by_click(self.program, tree, int(row[0].text.rstrip(":")), label)
+        next(tree.rows())[0].scroll_to()  # the click may have left the list at any place
 
     def save(self):
         self.press("Save For Later")
