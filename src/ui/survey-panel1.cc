@@ -46,6 +46,7 @@ void SurveyPanel1::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
   no_geog_matches->hide();
 
   prepare_zone_tree();
+  place_zones();
   connect_signals();
   triggers_suppressed = false;
 }
@@ -65,6 +66,7 @@ void SurveyPanel1::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
   builder->get_widget("zone_search", zone_search);
   builder->get_widget("no_geog_matches", no_geog_matches);
   builder->get_widget("geog_tree", geog_tree);
+  builder->get_widget("zones", zone_list);
 }
 
 void SurveyPanel1::fill_boxes()
@@ -81,6 +83,7 @@ void SurveyPanel1::fill_boxes()
 
 void SurveyPanel1::connect_signals()
 {
+  signal_style_updated().connect(sigc::mem_fun(*this, &SurveyPanel1::place_zones));
   for (auto* box : {month, mday, year, dive_start})
     box->signal_changed().connect(sigc::mem_fun(*window, &SurveyWindow::set_title_string));
   subregion->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_subregion_changed));
@@ -89,6 +92,20 @@ void SurveyPanel1::connect_signals()
   zonecode->signal_changed().connect(sigc::mem_fun(*this, &SurveyPanel1::on_zonecode_changed));
   zone_search->signal_changed().connect(
       sigc::mem_fun(*this, &SurveyPanel1::on_zone_search_changed));
+}
+
+void SurveyPanel1::place_zones()
+{
+  constexpr int width_in_characters = 82; // of form and list side by side
+  constexpr int usual_width = 900;        // pixels
+  const auto context = get_pango_context();
+  const auto metrics = context->get_metrics(context->get_font_description());
+  const bool is_beside =
+      metrics.get_approximate_char_width() * width_in_characters <= usual_width * Pango::SCALE;
+  child_property_left_attach(*zone_list) = is_beside ? 2 : 0;
+  child_property_top_attach(*zone_list) = is_beside ? 3 : 10;
+  child_property_width(*zone_list) = is_beside ? 1 : 3;
+  child_property_height(*zone_list) = is_beside ? 7 : 1;
 }
 
 void SurveyPanel1::disable_inputs()

@@ -73,6 +73,9 @@ private:
   void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
   void fill_boxes();
   void prepare_zone_tree();
+  // Places the list of zones beside the form, or below it where the text is too large for
+  // both in a window of the usual width.
+  void place_zones();
   void connect_signals();
   // Shows a subregion in its box; nothing if the box does not offer it.
   void show_subregion(const Glib::ustring& code);
@@ -85,6 +88,7 @@ private:
   void go_to_first_zone();
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
-  ZoneTree zones;       // of the survey's subregion
+  Gtk::Grid* zone_list = nullptr; // the search and the tree of zones
+  ZoneTree zones;                 // of the survey's subregion
   bool folding = false; // a row of the tree is being folded: a cursor that moves is no click
 };
