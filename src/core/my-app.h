@@ -5,6 +5,7 @@
 #include <glibmm/refptr.h>
 #include <glibmm/ustring.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -62,10 +63,12 @@ public:
   // The directory of a state, without trailing slash, made if need be. A
   // failure to make it is not reported.
   std::string get_survey_dir(WhichDir which);
-  // Full paths of all that lies in the directory of a state, in byte order.
-  // Throws a Glib::Error if the directory cannot be read.
-  std::vector<std::string> list_surveys(WhichDir which);
-  // The same of Ready To Upload.
+  // Calls `visit` with the full path of each entry in the directory of a state,
+  // in the order in which the directory lists them. Throws a Glib::Error if the
+  // directory cannot be read.
+  void visit_surveys(WhichDir which, const std::function<void(const std::string&)>& visit);
+  // The full paths of all entries of Ready To Upload, in byte order. Throws as
+  // visit_surveys() does.
   std::vector<std::string> get_ready_survey_list();
   // One line for each path: its description, or the path where there is none.
   // `current` is the path of the survey in the window and is marked so. Plain
@@ -76,8 +79,10 @@ public:
   // `member_id` the member is left out of the line and stored there instead:
   // -1 if the file could not be read so far, 0 if the survey names none.
   std::string get_survey_description(const std::string& path, int* member_id);
-  // Moves the survey at `path` and sets `path` to its new place. Failures have
-  // been shown on return; `path` is then unchanged.
+  // Moves the survey at `path` and sets `path` to its new place. In Uploaded, a file
+  // of the same name is replaced. Elsewhere it stays, and the moved survey takes
+  // the next free number. Failures have been shown on return; `path` is then
+  // unchanged.
   RetCode move_survey_to(WhichDir which, std::string& path);
 
   // The tables are read-only after loading and never freed.

@@ -22,8 +22,9 @@ namespace {
 
 const char* const upload_failed = "Upload Failed!";
 
-// The file's bytes; none if it cannot be loaded. What the library throws passes
-// through. A pipe would be waited for without end, so nothing special is read.
+// The file's bytes; none if it cannot be loaded or is empty, since there is nothing
+// to send then. What the library throws passes through. A pipe would be waited for
+// without end, so nothing special is read.
 std::optional<std::string> load_survey_file(const std::string& path)
 {
   const auto file = Gio::File::create_for_path(path);
@@ -32,7 +33,23 @@ std::optional<std::string> load_survey_file(const std::string& path)
   if (file->query_file_type() == Gio::FILE_TYPE_SPECIAL || !file->load_contents(loaded, size))
     return std::nullopt;
   const GMemory<char> owner(loaded);
+  if (size == 0)
+    return std::nullopt;
   return std::string(loaded, size);
+}
+
+// Whether the file still is the one that was sent. Says so if another program
+// has changed it. A file that is gone is not told of here: moving it fails.
+bool is_unchanged(const std::string& path, const std::string& sent)
+{
+  const bool is_gone = !Gio::File::create_for_path(path)->query_exists();
+  if (is_gone || file_holds(path, sent))
+    return true;
+  titled_error("Survey File Changed",
+               "The survey was uploaded, but another program changed its file meanwhile:\n%s\n"
+               "The server does not have these changes. The file stays in Ready To Upload.",
+               escape_markup(path).c_str());
+  return false;
 }
 
 // What the user still has to do, in the words of both success messages.
@@ -149,7 +166,8 @@ RetCode SurveyWindow::do_upload_file(const std::string& path)
   if (is_open)
     set_survey_is_uploaded();
   std::string moved = path;
-  my_app->move_survey_to(MyApp::WD_UPLOADED, moved); // a failure has been shown; the server has it
+  if (is_unchanged(path, *contents)) // a failure to move is shown; the server has the survey
+    my_app->move_survey_to(MyApp::WD_UPLOADED, moved);
   start_panel->build_survey_model();
   if (is_open)
     survey.filename = moved;
@@ -255,8 +273,9 @@ void SurveyWindow::on_action_FileUploadAll(const std::string&)
   // Only what lies in the queue already goes out, and then as it is on the screen.
   const bool is_queued =
       belongs_to(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
-  if (is_queued && file_needs_saving())
-    do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET);
+  if (is_queued && file_needs_saving() &&
+      do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) != RET_SUCCESS)
+    return; // what is on the screen could never be saved once its old file has gone out
 
   const auto ready = my_app->get_ready_survey_list();
   if (ready.empty()) {

@@ -14,6 +14,19 @@ std::string date_part(const SurveyFileNameParts& parts)
   return text.data();
 }
 
+// The stem without the number that first_free_path() gave it.
+std::string without_number(const std::string& stem)
+{
+  constexpr std::size_t most_digits = 3;
+  const std::size_t hyphen = stem.rfind('-');
+  if (hyphen == std::string::npos || hyphen == 0)
+    return stem;
+  const std::string number = stem.substr(hyphen + 1);
+  const bool is_number = !number.empty() && number.size() <= most_digits &&
+                         number.find_first_not_of("0123456789") == std::string::npos;
+  return is_number ? stem.substr(0, hyphen) : stem;
+}
+
 } // namespace
 
 std::string survey_base_name(const SurveyFileNameParts& parts)
@@ -43,4 +56,14 @@ std::string first_free_path(const std::string& stem, const std::string& own_path
 std::string base_name(const std::string& path)
 {
   return path.substr(path.rfind('/') + 1); // npos + 1 is 0: all of it
+}
+
+std::string renumbered_name(const std::string& name, unsigned int number)
+{
+  const std::size_t dot = name.rfind('.');
+  const std::size_t end = dot == std::string::npos || dot == 0 ? name.size() : dot;
+  std::string renumbered = without_number(name.substr(0, end));
+  if (number > 0)
+    renumbered.append("-").append(std::to_string(number));
+  return renumbered + name.substr(end);
 }

@@ -29,3 +29,8 @@ std::string first_free_path(const std::string& stem, const std::string& own_path
 
 // What follows the last "/" of `path`; all of it without one.
 std::string base_name(const std::string& path);
+
+// The file name `name` with another number: 1 gives "stem-1.extension" and 0, no
+// number, "stem.extension". A number of up to three digits that the name ends in
+// is replaced; zone codes are longer.
+std::string renumbered_name(const std::string& name, unsigned int number);

@@ -8,6 +8,8 @@
 #include "store/survey-file-name.h"
 #include "store/thrown-text.h"
 
+#include <fcntl.h>
+#include <giomm/error.h>
 #include <giomm/file.h>
 #include <giomm/fileenumerator.h>
 #include <glibmm/miscutils.h>
@@ -63,6 +65,19 @@ bool is_regular_file(const std::string& path)
   return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
+bool is_taken(const std::string& path)
+{
+  struct stat info {
+  };
+  return lstat(path.c_str(), &info) == 0;
+}
+
+// Whether a move keeps or replaces a file of the same name.
+enum class Existing { keep, replace };
+
+// An entity tag that no file has: nothing is written over an existing file.
+const char* const of_no_file = "none";
+
 void remove_copied_source(const std::string& path)
 {
   if (unlink(path.c_str()) != 0) {
@@ -72,9 +87,12 @@ void remove_copied_source(const std::string& path)
 }
 
 // Moves a file where rename() cannot: to another file system. Throws if the
-// copy fails; the source is then untouched.
-void copy_and_remove(const std::string& path, const std::string& target)
+// copy fails; the source is then untouched. Refuses a pipe or a device, whose
+// reading might never end.
+void copy_and_remove(const std::string& path, const std::string& target, Existing existing)
 {
+  if (is_taken(path) && !is_regular_file(path))
+    throw Glib::ustring("Not a regular file");
   char* loaded = nullptr;
   gsize size = 0;
   if (!Gio::File::create_for_path(path)->load_contents(loaded, size))
@@ -87,7 +105,8 @@ void copy_and_remove(const std::string& path, const std::string& target)
   // A survey is text: the library ends the buffer with a zero byte of its own,
   // and what stands behind an earlier one is not copied.
   const std::string contents(buffer.get());
-  replace_file(target, contents.data(), contents.size(), "");
+  replace_file(target, contents.data(), contents.size(),
+               existing == Existing::keep ? of_no_file : "");
   if (debug_level > 0)
     std::printf("wrote %d bytes to %s; about to unlink %s\n", static_cast<int>(contents.size()),
                 target.c_str(), path.c_str());
@@ -97,6 +116,39 @@ void copy_and_remove(const std::string& path, const std::string& target)
   else
     std::printf("%s stays, as only its first %d of %d bytes could be copied\n", path.c_str(),
                 static_cast<int>(contents.size()), static_cast<int>(size));
+}
+
+// Sets errno if it fails: EEXIST for an existing file that is to be kept, and
+// EINVAL on a file system that cannot keep it (rename(2), RENAME_NOREPLACE).
+bool rename_file(const std::string& path, const std::string& target, Existing existing)
+{
+  if (existing == Existing::replace)
+    return std::rename(path.c_str(), target.c_str()) == 0;
+  return renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0;
+}
+
+// Moves the file, if need be by a copy. False if the target is taken and is to
+// be kept, also if another program has just taken it. Throws if the move fails.
+bool move_file(const std::string& path, const std::string& target, Existing existing)
+{
+  if (existing == Existing::keep && is_taken(target))
+    return false;
+  if (rename_file(path, target, existing))
+    return true;
+  const int number = errno;
+  if (existing == Existing::keep && number == EEXIST)
+    return false;
+  if (debug_level > 0)
+    std::printf("rename() of %s to %s failed: %d = %s\n", path.c_str(), target.c_str(), number,
+                std::strerror(number));
+  try {
+    copy_and_remove(path, target, existing);
+    return true;
+  } catch (const Gio::Error& error) {
+    if (existing == Existing::keep && error.code() == Gio::Error::WRONG_ETAG)
+      return false;
+    throw;
+  }
 }
 
 // Why the copy failed, with a prefix that tells who said so. To be called in a
@@ -122,23 +174,24 @@ std::string MyApp::get_survey_dir(WhichDir which)
   return path;
 }
 
-std::vector<std::string> MyApp::list_surveys(WhichDir which)
+void MyApp::visit_surveys(WhichDir which, const std::function<void(const std::string&)>& visit)
 {
   const std::string directory = get_survey_dir(which);
   const auto children = Gio::File::create_for_path(directory)->enumerate_children("standard::name");
-  std::vector<std::string> paths;
   while (const auto child = children->next_file()) {
-    paths.push_back(directory + "/" + child->get_name());
+    const std::string path = directory + "/" + child->get_name();
     if (debug_level > 0)
-      std::printf("child filename = %s\n", paths.back().c_str());
+      std::printf("child filename = %s\n", path.c_str());
+    visit(path);
   }
-  std::sort(paths.begin(), paths.end());
-  return paths;
 }
 
 std::vector<std::string> MyApp::get_ready_survey_list()
 {
-  return list_surveys(WD_READY_TO_UPLOAD);
+  std::vector<std::string> paths;
+  visit_surveys(WD_READY_TO_UPLOAD, [&](const std::string& path) { paths.push_back(path); });
+  std::sort(paths.begin(), paths.end());
+  return paths;
 }
 
 std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,
@@ -172,20 +225,19 @@ std::string MyApp::get_survey_description(const std::string& path, int* member_i
 
 RetCode MyApp::move_survey_to(WhichDir which, std::string& path)
 {
-  const std::string target = get_survey_dir(which) + "/" + base_name(path);
+  const std::string directory = get_survey_dir(which);
+  const std::string name = base_name(path);
+  std::string target = directory + "/" + name;
   if (target == path)
     return RET_SUCCESS;
-  if (std::rename(path.c_str(), target.c_str()) == 0) {
+  if (same_file(Glib::path_get_dirname(path), directory)) { // one directory under two names
     path = target;
     return RET_SUCCESS;
   }
-
-  const int number = errno;
-  if (debug_level > 0)
-    std::printf("rename() of %s to %s failed: %d = %s\n", path.c_str(), target.c_str(), number,
-                std::strerror(number));
+  const Existing existing = which == WD_UPLOADED ? Existing::replace : Existing::keep;
   try {
-    copy_and_remove(path, target);
+    for (unsigned int number = 0; !move_file(path, target, existing); ++number)
+      target = directory + "/" + renumbered_name(name, number);
     path = target;
     return RET_SUCCESS;
   } catch (...) {

@@ -86,7 +86,7 @@ void StartPanel::build_survey_model()
 StartPanel::SurveysByMember StartPanel::read_surveys(MyApp::WhichDir which) const
 {
   SurveysByMember surveys;
-  for (const auto& path : my_app->list_surveys(which)) {
+  my_app->visit_surveys(which, [&](const std::string& path) {
     int member_id = -1;
     Glib::ustring description = my_app->get_survey_description(path, &member_id);
     if (description.empty()) {
@@ -94,7 +94,7 @@ StartPanel::SurveysByMember StartPanel::read_surveys(MyApp::WhichDir which) cons
       member_id = -1; // whatever was read before the reading failed
     }
     surveys[member_id][path] = description;
-  }
+  });
   return surveys;
 }
 

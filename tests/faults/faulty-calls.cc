@@ -179,6 +179,13 @@ int rename(const char* old_path, const char* new_path) noexcept
   return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, old_path, AT_FDCWD, new_path, 0));
 }
 
+int renameat2(int from, const char* old_path, int to, const char* new_path, unsigned flags) noexcept
+{
+  if (fails(Call::rename, path_at(to, new_path)))
+    return -1;
+  return static_cast<int>(syscall(SYS_renameat2, from, old_path, to, new_path, flags));
+}
+
 int unlink(const char* path) noexcept
 {
   return remove_at(AT_FDCWD, path, 0);

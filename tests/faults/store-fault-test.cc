@@ -201,17 +201,27 @@ TEST_F(FaultsInTheStore, LeaveTheOldDocumentOrTheNewWhenItsStateChanges)
 
 TEST_F(FaultsInTheStore, LeaveAMovedSurveyInOneOfItsPlaces)
 {
-  for (const bool across_file_systems : {false, true}) {
+  const struct {
+    const char* name;
+    bool across_file_systems;
+    MyApp::WhichDir to;
+  } cases[] = {
+      {"moving", false, MyApp::WD_UPLOADED},
+      {"moving by a copy", true, MyApp::WD_UPLOADED},
+      {"moving without replacing", false, MyApp::WD_READY_TO_UPLOAD},
+      {"moving by a copy without replacing", true, MyApp::WD_READY_TO_UPLOAD},
+  };
+  for (const auto& c : cases) {
     Job job;
-    job.name = across_file_systems ? "moving by a copy" : "moving";
-    job.rename_never_works = across_file_systems;
+    job.name = c.name;
+    job.rename_never_works = c.across_file_systems;
     job.prepare = [&] {
       save_and_change();
       window->survey.xml_current = old_text; // no new one here
     };
     job.act = [&] {
       std::string path = window->survey.filename;
-      const bool moved = my_app->move_survey_to(MyApp::WD_UPLOADED, path) == RET_SUCCESS;
+      const bool moved = my_app->move_survey_to(c.to, path) == RET_SUCCESS;
       EXPECT_EQ(moved, path != window->survey.filename);
       EXPECT_EQ(old_text, read_file(path));
       return moved;

@@ -152,3 +152,23 @@ TEST_F(KilledInTheMiddle, AMoveByACopyLeavesTheDocumentWhole)
     my_app->move_survey_to(MyApp::WD_UPLOADED, path);
   });
 }
+
+TEST_F(KilledInTheMiddle, AMoveThatReplacesNothingLeavesTheDocumentWhole)
+{
+  save_and_change();
+  kill_everywhere([&] {
+    std::string path = window->survey.filename;
+    my_app->move_survey_to(MyApp::WD_READY_TO_UPLOAD, path);
+  });
+}
+
+TEST_F(KilledInTheMiddle, AMoveByACopyThatReplacesNothingLeavesTheDocumentWhole)
+{
+  save_and_change();
+  kill_everywhere([&] {
+    FaultyCalls faulty(root.string());
+    faulty.fail_always(Call::rename, EXDEV);
+    std::string path = window->survey.filename;
+    my_app->move_survey_to(MyApp::WD_READY_TO_UPLOAD, path);
+  });
+}

@@ -88,3 +88,21 @@ TEST_F(BetweenTwoSystemCalls, ASurveyWhoseStateTheOtherChangesIsWhole)
                  [&] { save_quietly(*mine, in_progress); },
                  [&] { EXPECT_EQ(Texts{their_text}, texts_in(ready)); });
 }
+
+TEST_F(BetweenTwoSystemCalls, ASurveyThatIsUnMarkedReplacesNoneThatTheOtherSaves)
+{
+  const auto un_mark = [&] {
+    std::string path = mine->survey.filename;
+    EXPECT_EQ(RET_SUCCESS, my_app->move_survey_to(in_progress, path));
+  };
+  const auto expect_both = [&] {
+    Texts both = {my_text, their_text};
+    std::sort(both.begin(), both.end());
+    EXPECT_EQ(both, texts_in(in_progress));
+    EXPECT_EQ(Texts(), texts_in(ready));
+  };
+  try_everywhere([&] { save_quietly(*mine, ready); }, [&] { save_quietly(*theirs, in_progress); },
+                 un_mark, expect_both);
+  try_everywhere([&] { save_quietly(*mine, ready); }, un_mark,
+                 [&] { save_quietly(*theirs, in_progress); }, expect_both);
+}

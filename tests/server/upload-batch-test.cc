@@ -136,6 +136,7 @@ TEST_F(UploadAll, GoesOnWithTheOthersOnYes)
 TEST_F(UploadAll, StopsOnAnyOtherAnswer)
 {
   for (const int answer : {no, closed, cancel, ok}) {
+    fs::remove_all(my_app->get_survey_dir(in_progress)); // of the answer before
     serve_refusing({2}, 4);
     put_ready(4);
     const auto seen = upload_ready({ok, answer, ok, ok});
@@ -168,6 +169,7 @@ TEST_F(UploadAll, SaysNothingOfASecondStepIfAllFailed)
   EXPECT_EQ(4U, seen[1].buttons.size());
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen[1].message_type);
 
+  fs::remove_all(my_app->get_survey_dir(in_progress));
   put_ready(2);
   seen = upload_ready({ok, yes, ok, ok, ok});
   EXPECT_EQ((Titles{file_failed, go_on, file_failed, all_failed, up_to_date}), titles_of(seen));
@@ -367,16 +369,35 @@ TEST_F(UploadAll, NeitherSavesNorSendsAnOpenSurveyThatIsNotReady)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UploadAll, SendsWhatWasSavedIfTheOpenSurveyCannotBeSavedNow)
+TEST_F(UploadAll, SendsNothingIfTheOpenSurveyCannotBeSavedFirst)
 {
   serve();
   save_ready();
-  const std::string saved = read_file(window->survey.filename);
+  put_ready(1);
+  const std::string path = window->survey.filename;
   window->survey_panel2->bottom_time->set_text("51");
+  write_file(path, "of another program");
   window->survey.file_etag = "of another time";
   const auto seen =
-      answer_dialogs({ok, yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
-  EXPECT_EQ((Titles{"ERROR: Survey NOT Saved!!!", upload_all, succeeded, up_to_date}),
-            titles_of(seen));
-  EXPECT_EQ(saved, read_file(server->uploads + natural_name + ".MAVO-Survey"));
+      answer_next_dialog(ok, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
+  EXPECT_EQ("ERROR: Survey NOT Saved!!!", seen.title);
+  EXPECT_EQ(Names(), server->log());
+  EXPECT_EQ("of another program", read_file(path));
+  EXPECT_EQ(2U, names_in(ready).size());
+  EXPECT_FALSE(window->survey.is_uploaded);
+  EXPECT_EQ("51", window->survey_panel2->bottom_time->get_text());
+  EXPECT_TRUE(window->file_needs_saving());
+}
+
+TEST_F(UploadAll, TakesAFailedSurveyBackUnderAFreeNameIfItsOwnIsTaken)
+{
+  serve({"--upload", "status=500", "--upload", "ok"});
+  save_ready();
+  const std::string text = read_file(window->survey.filename);
+  put(in_progress, natural_name + ".MAVO-Survey", "another survey");
+  upload_ready({ok, ok, ok});
+  EXPECT_EQ("another survey", read_file(path_of(in_progress, natural_name)));
+  EXPECT_EQ(path_of(in_progress, natural_name + "-1"), window->survey.filename);
+  EXPECT_EQ(text, read_file(window->survey.filename));
+  EXPECT_EQ(Names(), names_in(ready));
 }

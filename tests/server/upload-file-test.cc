@@ -9,8 +9,10 @@
 #include <giomm/error.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -38,6 +40,22 @@ public:
     panel.do_survey_line_trigger(panel.store->get_path(row), 1, 0);
     meanwhile();
     press(*panel.upload_button);
+  }
+
+  // Runs `upload` while the server answers the first request late, and runs
+  // `change` in between: after the survey has been received.
+  void change_while_server_is_asked(const std::function<void()>& change,
+                                    const std::function<void()>& upload)
+  {
+    const std::string received = serve({"--upload", "delay=1500"}).requests + "1-upload.txt";
+    std::thread other_program([&] {
+      for (int i = 0; i < 1000 && !file_exists(received); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      change();
+    });
+    upload();
+    other_program.join();
+    EXPECT_TRUE(file_exists(received));
   }
 
   const std::string survey = SurveyFile().text();
@@ -129,6 +147,24 @@ TEST_F(UploadFromABadDisk, TakesAPipeOutOfTheQueueAndGoesOn)
   EXPECT_EQ(Names{"2"}, names_in(uploaded));
 }
 
+TEST_F(UploadFromABadDisk, TakesAnEmptyFileForOneThatCannotBeRead)
+{
+  serve();
+  const std::string path = put(ready, "1 <&>", "");
+  put(ready, "2", survey);
+  testing::internal::CaptureStderr();
+  const auto seen = answer_dialogs(
+      {ok, yes, ok, ok}, [&] { window->do_upload_all_ready(my_app->get_ready_survey_list()); });
+  const std::string errors = testing::internal::GetCapturedStderr();
+  EXPECT_EQ((Titles{"Error occurred", "Continue uploading surveys?", "Upload Partially Successful",
+                    up_to_date}),
+            titles_of(seen));
+  EXPECT_EQ("Failed to read survey file " + path, seen[0].text);
+  EXPECT_EQ(std::string::npos, errors.find("CRITICAL")) << errors;
+  EXPECT_EQ(Names{"1 <&>"}, names_in(in_progress));
+  EXPECT_EQ(Names{"2"}, names_in(uploaded));
+}
+
 TEST_F(UploadFromABadDisk, EndsABatchAtAFileThatCannotBeReadAndLeavesTheRestReady)
 {
   serve();
@@ -142,6 +178,40 @@ TEST_F(UploadFromABadDisk, EndsABatchAtAFileThatCannotBeReadAndLeavesTheRestRead
   EXPECT_EQ(Names{"1"}, names_in(uploaded));
   EXPECT_EQ((Names{"2", "3"}), names_in(ready));
   EXPECT_TRUE(window->get_visible());
+}
+
+TEST_F(UploadFromABadDisk, LeavesAFileThatChangedMeanwhileInTheQueue)
+{
+  const std::string path = put(ready, "7 <&>.MAVO-Survey", survey);
+  SeenDialog seen;
+  RetCode result = RET_FAILURE;
+  change_while_server_is_asked(
+      [&] { write_file(path, "changed"); },
+      [&] { seen = answer_next_dialog(ok, [&] { result = window->do_upload_file(path); }); });
+  EXPECT_EQ(RET_SUCCESS, result) << "the server has what was sent";
+  EXPECT_EQ("Survey File Changed", seen.title);
+  EXPECT_EQ("The survey was uploaded, but another program changed its file meanwhile:\n" + path +
+                "\nThe server does not have these changes. The file stays in Ready To Upload.",
+            seen.text);
+  EXPECT_EQ("changed", read_file(path));
+  EXPECT_EQ(Names(), names_in(uploaded));
+  EXPECT_EQ(survey, read_file(server->uploads + "7 <&>.MAVO-Survey"));
+}
+
+TEST_F(UploadFromABadDisk, DoesNotTakeAChangedFileBackToWorkInABatch)
+{
+  put(ready, "1", survey);
+  const std::string path = my_app->get_survey_dir(ready) + "/1";
+  std::vector<SeenDialog> seen;
+  change_while_server_is_asked([&] { write_file(path, survey + "\n"); },
+                               [&] {
+                                 seen = answer_dialogs({ok, ok, ok}, [&] {
+                                   window->do_upload_all_ready(my_app->get_ready_survey_list());
+                                 });
+                               });
+  EXPECT_EQ((Titles{"Survey File Changed", succeeded, up_to_date}), titles_of(seen));
+  EXPECT_EQ(Names{"1"}, names_in(ready));
+  EXPECT_EQ(Names(), names_in(in_progress));
 }
 
 TEST_F(UploadFromABadDisk, CountsAsDoneIfTheFileCannotBeMoved)

@@ -86,3 +86,26 @@ TEST(BaseName, IsWhatFollowsTheLastSlash)
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, base_name(c.path));
 }
+
+TEST(RenumberedName, ReplacesTheNumberBeforeTheExtension)
+{
+  const struct {
+    const char* name;
+    unsigned int number;
+    const char* expected;
+  } cases[] = {
+      {"7-PNW-20210630-0900.MAVO-Survey", 1, "7-PNW-20210630-0900-1.MAVO-Survey"},
+      {"7-PNW-20210630-0900-1.MAVO-Survey", 0, "7-PNW-20210630-0900.MAVO-Survey"},
+      {"7-PNW-20210630-0900-12.MAVO-Survey", 13, "7-PNW-20210630-0900-13.MAVO-Survey"},
+      {"7-PNW-20210630-0900-31020003.MAVO-Survey", 2, "7-PNW-20210630-0900-31020003-2.MAVO-Survey"},
+      {"a", 1, "a-1"},
+      {"a-", 1, "a--1"},
+      {"a-b", 1, "a-b-1"},
+      {"-1", 2, "-1-2"},
+      {".hidden", 1, ".hidden-1"},
+      {"a.b.txt", 1, "a.b-1.txt"},
+      {"", 1, "-1"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(c.expected, renumbered_name(c.name, c.number)) << c.name;
+}

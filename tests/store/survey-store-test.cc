@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <gtkmm/application.h>
 #include <gtkmm/dialog.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -317,6 +318,104 @@ TEST_F(SurveyStore, ReplacesAFileOfThatNameWhenMoving)
   std::string path = add(MyApp::WD_READY_TO_UPLOAD, "a");
   EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_UPLOADED, path));
   EXPECT_EQ(survey(), read_file(path));
+}
+
+TEST_F(SurveyStore, MovesToTheNextFreeNumberWhereASurveyOfThatNameLies)
+{
+  const std::string others = "1234-PNW-20210630-0900";
+  const struct {
+    MyApp::WhichDir which;
+    std::string name;
+    std::vector<std::string> taken;
+    std::string expected;
+  } cases[] = {
+      {MyApp::WD_IN_PROGRESS, others, {others}, others + "-1"},
+      {MyApp::WD_READY_TO_UPLOAD, others, {others}, others + "-1"},
+      {MyApp::WD_IN_PROGRESS, others, {others, others + "-1", others + "-2"}, others + "-3"},
+      {MyApp::WD_IN_PROGRESS, others, {others + "-1"}, others},
+      {MyApp::WD_IN_PROGRESS, others + "-1", {others + "-2"}, others + "-1"},
+      {MyApp::WD_IN_PROGRESS, others + "-1", {others, others + "-1"}, others + "-2"},
+      {MyApp::WD_IN_PROGRESS, others + "-1", {others + "-1"}, others},
+      {MyApp::WD_IN_PROGRESS, others + "-31020003", {others + "-31020003"}, others + "-31020003-1"},
+  };
+  for (const auto& c : cases) {
+    fs::remove_all(app.survey_root);
+    std::vector<std::string> in_the_way;
+    for (const auto& name : c.taken)
+      in_the_way.push_back(add(c.which, name + ".MAVO-Survey", "other"));
+    std::string path = add(MyApp::WD_UPLOADED, c.name + ".MAVO-Survey");
+    const std::string from = path;
+    EXPECT_EQ("", output_of([&] { EXPECT_EQ(RET_SUCCESS, app.move_survey_to(c.which, path)); }));
+    EXPECT_EQ(directory(c.which) + "/" + c.expected + ".MAVO-Survey", path);
+    EXPECT_EQ(survey(), read_file(path));
+    EXPECT_FALSE(file_exists(from));
+    for (const auto& other : in_the_way)
+      EXPECT_EQ("other", read_file(other)) << other;
+  }
+}
+
+TEST_F(SurveyStore, NumbersAnyNameThatIsTaken)
+{
+  for (const std::string& name : {std::string("a"), std::string(".a"), std::string("a.b.txt")}) {
+    add(MyApp::WD_IN_PROGRESS, name, "other");
+    std::string path = add(MyApp::WD_READY_TO_UPLOAD, name);
+    EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_IN_PROGRESS, path));
+    EXPECT_EQ("other", read_file(directory(MyApp::WD_IN_PROGRESS) + "/" + name));
+    EXPECT_EQ(survey(), read_file(path)) << path;
+  }
+  EXPECT_TRUE(file_exists(directory(MyApp::WD_IN_PROGRESS) + "/a-1"));
+  EXPECT_TRUE(file_exists(directory(MyApp::WD_IN_PROGRESS) + "/.a-1"));
+  EXPECT_TRUE(file_exists(directory(MyApp::WD_IN_PROGRESS) + "/a.b-1.txt"));
+}
+
+TEST_F(SurveyStore, LeavesASurveyWhoseTwoStatesAreOneDirectory)
+{
+  const std::string from = add(MyApp::WD_READY_TO_UPLOAD, "a");
+  fs::create_directory_symlink(directory(MyApp::WD_READY_TO_UPLOAD),
+                               app.survey_root + "/In Progress");
+  std::string path = from;
+  EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_IN_PROGRESS, path));
+  EXPECT_EQ(app.survey_root + "/In Progress/a", path);
+  EXPECT_EQ(survey(), read_file(from));
+}
+
+TEST_F(SurveyStore, CopiesToTheNextFreeNumberWhereASurveyOfThatNameLies)
+{
+  const std::string other = directory_on_another_file_system(application_dir.root);
+  ASSERT_NE("", other) << "this machine has no second file system that the test can write to";
+  std::string path = other + "/a.MAVO-Survey";
+  write_file(path, survey());
+  add(MyApp::WD_IN_PROGRESS, "a.MAVO-Survey", "other");
+  add(MyApp::WD_IN_PROGRESS, "a-1.MAVO-Survey", "other");
+  EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_IN_PROGRESS, path));
+  EXPECT_EQ(directory(MyApp::WD_IN_PROGRESS) + "/a-2.MAVO-Survey", path);
+  EXPECT_EQ(survey(), read_file(path));
+  EXPECT_EQ("other", read_file(directory(MyApp::WD_IN_PROGRESS) + "/a.MAVO-Survey"));
+  EXPECT_EQ("other", read_file(directory(MyApp::WD_IN_PROGRESS) + "/a-1.MAVO-Survey"));
+  EXPECT_FALSE(file_exists(other + "/a.MAVO-Survey"));
+  fs::remove_all(other);
+}
+
+TEST_F(SurveyStore, CopiesNothingButRegularFilesToAnotherFileSystem)
+{
+  const std::string other = directory_on_another_file_system(application_dir.root);
+  ASSERT_NE("", other) << "this machine has no second file system that the test can write to";
+  ASSERT_EQ(0, mkfifo((other + "/pipe").c_str(), 0600));
+  fs::create_symlink("/dev/zero", other + "/zeros");
+  for (const char* name : {"/pipe", "/zeros"}) {
+    std::string path = other + name;
+    RetCode result = RET_SUCCESS;
+    const SeenDialog seen = answer_next_dialog(
+        Gtk::RESPONSE_OK, [&] { result = app.move_survey_to(MyApp::WD_IN_PROGRESS, path); });
+    EXPECT_EQ(RET_FAILURE, result);
+    EXPECT_EQ(other + name, path);
+    EXPECT_EQ("Failed to move survey file from " + path + " to " + app.survey_root +
+                  "/In Progress" + name + ": (via ustr) Not a regular file",
+              seen.text);
+    EXPECT_EQ(fs::file_type::not_found,
+              fs::symlink_status(directory(MyApp::WD_IN_PROGRESS) + name).type());
+  }
+  fs::remove_all(other);
 }
 
 TEST_F(SurveyStore, CopiesToAnotherFileSystemAndRemovesTheSource)

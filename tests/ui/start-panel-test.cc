@@ -7,6 +7,8 @@
 #include "ui/start-panel.h"
 #include "ui/survey-window.h"
 
+#include <giomm/file.h>
+#include <giomm/fileenumerator.h>
 #include <gtkmm/messagedialog.h>
 #include <sys/stat.h>
 
@@ -150,6 +152,27 @@ TEST_F(StartPanelTest, ShowsWhatItCannotDescribeAsCorruptedOfNoMember)
   EXPECT_EQ("In Progress\n  Member ID -1\n" + corrupted + "  Member ID 1234\n    " + description +
                 "\nReady To Upload (none)\nUploaded (none)\n",
             rows());
+}
+
+TEST_F(StartPanelTest, TracesAndDescribesOneEntryAfterTheOtherInDirectoryOrder)
+{
+  for (const char* name : {"b", "e", "a", "d", "c"})
+    write_file(path_of(in_progress, name), "no survey");
+  const std::string directory = my_app->get_survey_dir(in_progress);
+  std::string expected = "selected_dir: " + directory + "\n";
+  const auto entries = Gio::File::create_for_path(directory)->enumerate_children("standard::name");
+  while (const auto entry = entries->next_file()) {
+    const std::string path = directory + "/" + entry->get_name();
+    expected.append("child filename = ").append(path).append("\n");
+    expected += output_of([&] { my_app->get_survey_description(path, nullptr); });
+  }
+  const std::string said = output_of(1, [&] { rebuild(); });
+  EXPECT_EQ(0U, said.find(expected + "selected_dir: ")) << said << "\nis not\n" << expected;
+  const auto row = [&](unsigned number) {
+    return panel->store->children()[0].children()[number].get_value(panel->columns.path);
+  };
+  EXPECT_EQ(path_of(in_progress, "a"), row(0)) << "the rows are sorted";
+  EXPECT_EQ(path_of(in_progress, "e"), row(4));
 }
 
 TEST_F(StartPanelTest, SaysThatADirectoryCannotBeReadAndShowsTheOthers)
@@ -312,6 +335,27 @@ TEST_F(StartPanelTest, UnMarksASurveyAndKeepsTheOpenOnesPathRight)
   EXPECT_EQ(nothing_selected, actions());
   save_quietly(*window, in_progress);
   EXPECT_EQ(1U, names_in(in_progress).size());
+}
+
+TEST_F(StartPanelTest, UnMarksASurveyWithoutOverwritingAnotherOfThatName)
+{
+  enter_survey();
+  save_quietly(*window, ready);
+  const std::string marked = read_file(window->survey.filename);
+  const std::string other = put(in_progress, natural_name, "7");
+  const std::string others_text = read_file(other);
+  rebuild();
+  panel->survey_tree->set_cursor(Gtk::TreePath("1:0"));
+  expect_no_dialog([&] { panel->on_mark_button(); });
+  EXPECT_EQ(others_text, read_file(other));
+  EXPECT_EQ(path_of(in_progress, natural_name + "-1"), window->survey.filename);
+  EXPECT_EQ(marked, read_file(window->survey.filename));
+  EXPECT_TRUE(names_in(ready).empty());
+
+  window->survey.abundances = {{10, 3}};
+  save_quietly(*window, in_progress);
+  EXPECT_EQ(path_of(in_progress, natural_name + "-1"), window->survey.filename);
+  EXPECT_EQ(2U, names_in(in_progress).size()) << "no copy is left behind";
 }
 
 TEST_F(StartPanelTest, DoesNotMarkFromHere)
