@@ -63,7 +63,7 @@ void open_element(const xmlpp::Node& element, OpenedSurvey& survey)
 
 OpenedSurvey open_survey(const std::string& path)
 {
-  xmlpp::DomParser parser;
+  SurveyParser parser;
   const xmlpp::Node* const element = parse_survey_file(parser, path);
   OpenedSurvey survey;
   for (const xmlpp::Node* node = element->get_first_child(); node; node = node->get_next_sibling())

@@ -63,7 +63,7 @@ void SurveyWindow::on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk
 RetCode SurveyWindow::do_open(std::string path)
 {
   try {
-    xmlpp::DomParser parser;
+    SurveyParser parser;
     const xmlpp::Node* const survey_element = parse_survey_file(parser, path);
     survey = SurveyData();
     SurveyLoader(*this).load(survey_element);

@@ -61,6 +61,34 @@ Glib::ustring start_label(int dive_start, const DataDefs& defs)
   return {};
 }
 
+// Characters that a line of text has room for: of what a file says, and in all.
+constexpr int longest_field = 60;
+constexpr int longest_line = 300;
+
+bool has_no_width(gunichar c)
+{
+  return g_unichar_iszerowidth(c) || g_unichar_ismark(c);
+}
+
+// `text` in one line, whose width and number of marks are bounded, with an ellipsis
+// where something is missing. The toolkit takes minutes for thousands of marks.
+Glib::ustring shortened(const Glib::ustring& text, int most)
+{
+  constexpr int most_marks = 4; // on one character
+  Glib::ustring line;
+  int width = 0;
+  int marks = 0;
+  for (const gunichar c : text) {
+    marks = has_no_width(c) ? marks + 1 : 0;
+    if (width == most || marks > most_marks)
+      return line + "\u2026";
+    width += marks == 0 ? 1 : 0;
+    const bool is_gap = g_unichar_isspace(c) || g_unichar_iscntrl(c);
+    line += is_gap ? gunichar{' '} : c;
+  }
+  return line;
+}
+
 void take_field(const xmlpp::Node& node, SurveySummary& summary)
 {
   const std::string name = node.get_name().raw();
@@ -103,19 +131,20 @@ Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& re
 {
   Glib::ustring line;
   if (with_member && !summary.member_id.empty())
-    line = "Member " + summary.member_id + " - ";
+    line = "Member " + shortened(summary.member_id, longest_field) + " - ";
 
   const RegionFishInfo& fish = fish_of(summary.subregion, regions);
   line += summary.survey_subtype >= 0 ? subtype_name(summary.survey_subtype, regions)
                                       : subregion_name(summary.subregion, regions);
 
   if (summary.month != 0 || summary.mday != 0 || !summary.year.empty())
-    line += " - " + summary.year + month_and_day(summary.month, summary.mday);
+    line +=
+        " - " + shortened(summary.year, longest_field) + month_and_day(summary.month, summary.mday);
   if (summary.dive_start > 0)
     line += " at " + start_label(summary.dive_start, defs);
 
   const auto zone = fish.geog_names.find(summary.zonecode);
   if (zone != fish.geog_names.end() && !zone->second.empty())
     line += " - " + zone->second;
-  return line;
+  return shortened(line, longest_line);
 }

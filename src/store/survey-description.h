@@ -24,8 +24,8 @@ struct SurveySummary {
 // known, so that it stands even if something after it turns out to be wrong.
 SurveySummary read_survey_summary(const std::string& path, int* member_id);
 
-// The description, as plain text: the member if `with_member`, then survey type, date, start
-// and zone as far as they are known. Throws a text if the reference data do not
-// know the subregion or the survey type.
+// The description, as one line of plain text of at most 300 characters: the member if
+// `with_member`, then survey type, date, start and zone as far as they are known. Throws a text if
+// the reference data do not know the subregion or the survey type.
 Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,
                               const DataDefs& defs, bool with_member);

@@ -34,6 +34,8 @@ struct SurveyHeadParser::Handlers {
                             const xmlChar* uri, int namespace_count, const xmlChar** namespaces,
                             int count, int defaulted, const xmlChar** attributes)
   {
+    if (!parser_of(context).admits(context, namespace_count + count))
+      return;
     int& depth = parser_of(context).depth;
     if (depth == 0) {
       xmlSAX2StartElementNs(context, name, prefix, uri, namespace_count, namespaces, count,
@@ -69,7 +71,7 @@ struct SurveyHeadParser::Handlers {
 
 void SurveyHeadParser::initialize_context()
 {
-  DomParser::initialize_context();
+  SurveyParser::initialize_context();
   depth = 0;
   context_->sax->startElementNs = &Handlers::start_element;
   context_->sax->endElementNs = &Handlers::end_element;

@@ -17,6 +17,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <optional>
 
 namespace {
@@ -24,10 +25,7 @@ namespace {
 // The root tag of surveys that an older program wrote.
 const char* const older_root_tag = "MAVO_Fish_Survey";
 
-// Many times a survey of all species that there are. A document takes dozens of
-// times its size in memory: what some other program has left among the surveys
-// must not be able to take all of it.
-constexpr off_t largest_survey = 4L * 1024 * 1024;
+const char* const too_large = "Not a valid saved MAVO Survey (too large)";
 
 // Reads that many bytes, or as many as there are left. Returns their number.
 std::size_t read_bytes(const Descriptor& file, char* bytes, std::size_t size)
@@ -54,8 +52,8 @@ std::string file_contents(const std::string& path)
     throw Glib::strerror(errno);
   if (!S_ISREG(info.st_mode))
     throw Glib::ustring("Not a file");
-  if (info.st_size > largest_survey)
-    throw Glib::ustring("Not a valid saved MAVO Survey (too large)");
+  if (info.st_size > survey_limits::file_size)
+    throw Glib::ustring(too_large);
 
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.number < 0)
@@ -93,15 +91,28 @@ private:
   static inline bool refused = false;
 };
 
-void parse(xmlpp::DomParser& parser, const std::string& path)
+void parse_bytes(SurveyParser& parser, const std::string& contents)
+{
+  try {
+    parser.set_substitute_entities(true);
+    parser.parse_memory_raw(reinterpret_cast<const unsigned char*>(contents.data()),
+                            static_cast<xmlpp::Parser::size_type>(contents.size()));
+  } catch (const std::exception&) {
+    if (!parser.has_stopped())
+      throw;
+  }
+  if (parser.has_stopped())
+    throw Glib::ustring(too_large);
+}
+
+void parse(SurveyParser& parser, const std::string& path)
 {
   const std::string contents = file_contents(path);
   if (contents.empty())
     throw Glib::ustring("Failed to parse survey");
+  check_survey_source(contents);
   const NoOtherFiles guard;
-  parser.set_substitute_entities(true);
-  parser.parse_memory_raw(reinterpret_cast<const unsigned char*>(contents.data()),
-                          static_cast<xmlpp::Parser::size_type>(contents.size()));
+  parse_bytes(parser, contents);
   if (!parser || !parser.get_document()->get_root_node())
     throw Glib::ustring("Failed to parse survey");
   if (guard.refused_one())
@@ -181,6 +192,14 @@ const xmlpp::Node* main_child(const xmlpp::Element* root)
   return main;
 }
 
+// A longer text would not fit into the field that it is for.
+void check_texts(const xmlpp::Node& survey)
+{
+  for (const xmlpp::Node* node = survey.get_first_child(); node; node = node->get_next_sibling())
+    if (get_content(node).bytes() > survey_limits::text)
+      throw Glib::ustring(too_large);
+}
+
 // Whether a number is beyond the range of int: as an id it would become that of
 // another species.
 bool loses_digits(const Glib::ustring& number)
@@ -230,7 +249,7 @@ bool is_white_space(const xmlpp::Node* node)
   return text && text->is_white_space();
 }
 
-const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path)
+const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path)
 {
   parse(parser, path);
   const xmlpp::Element* const root = parser.get_document()->get_root_node();
@@ -238,6 +257,7 @@ const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string
   const xmlpp::Node* const survey = main_child(root);
   if (!survey || survey->get_name().raw() != "survey")
     throw Glib::ustring("MAVO Survey has a problem - missing 'survey' tag");
+  check_texts(*survey);
   return survey;
 }
 

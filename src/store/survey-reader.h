@@ -1,8 +1,9 @@
 #pragma once
 
+#include "store/survey-parser.h"
+
 #include <glibmm/ustring.h>
 #include <libxml++/nodes/element.h>
-#include <libxml++/parsers/domparser.h>
 
 #include <map>
 #include <string>
@@ -24,8 +25,8 @@ bool is_white_space(const xmlpp::Node* node);
 // or an exception of the parser, if the file is not a survey of a version that
 // this program reads. Nothing but the file itself is read: a document that
 // draws text from other files is refused, as it could only be read in part. So
-// is a file of several megabytes, and what is no plain file at all.
-const xmlpp::Node* parse_survey_file(xmlpp::DomParser& parser, const std::string& path);
+// is a file that holds more than survey_limits allows, and what is no plain file.
+const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path);
 
 // Enters what the children of the "ids" element say into `abundances`, species
 // id to abundance; a species that comes twice has the last one. Throws a text

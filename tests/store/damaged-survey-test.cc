@@ -129,7 +129,7 @@ Contents contents_of(const std::string& path)
 {
   Contents contents;
   try {
-    xmlpp::DomParser parser;
+    SurveyParser parser;
     const xmlpp::Node* const survey = parse_survey_file(parser, path);
     contents.is_survey = true;
     bool has_place = false;

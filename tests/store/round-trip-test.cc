@@ -31,7 +31,7 @@ struct ReadSurvey {
 
 ReadSurvey read_survey(const std::string& path)
 {
-  xmlpp::DomParser parser;
+  SurveyParser parser;
   const xmlpp::Node* const survey = parse_survey_file(parser, path);
   const auto text = [&](const char* name) { return get_content(survey->get_first_child(name)); };
   const auto number = [&](const char* name) { return to_int(text(name)); };

@@ -126,3 +126,44 @@ TEST_F(DescribeSurvey, DescribesWithoutTheListOfStarts)
   load();
   EXPECT_EQ("Northwest: abundance - 2021-06-30 at ", describe({"", "PNW", 1, "2021", 6, 30, 9, 0}));
 }
+
+TEST_F(DescribeSurvey, ShortensWhatAFileSaysToOneLine)
+{
+  const std::string name = " - Northwest: abundance - ";
+  const std::string dots = "\u2026";
+  std::string marks;
+  for (int i = 0; i < 10'000; ++i)
+    marks += "\u0301";
+  const struct {
+    const char* why;
+    std::string text;
+    std::string expected;
+  } cases[] = {
+      {"line feeds", "1\n\n2\r\t3", "1  2  3"},
+      {"separators",
+       "1\u2028"
+       "2\u00853",
+       "1 2 3"},
+      {"a long word", std::string(60'000, 'x'), std::string(60, 'x') + dots},
+      {"just short enough", std::string(60, 'x'), std::string(60, 'x')},
+      {"combining characters", "e" + marks + "x", "e\u0301\u0301\u0301\u0301" + dots},
+      {"accents", "Nu\u0301n\u0303ez", "Nu\u0301n\u0303ez"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ("Member " + c.expected + name + "2021-06-30",
+              describe({c.text, "PNW", 1, "2021", 6, 30, 0, 0}))
+        << c.why;
+    EXPECT_EQ("Northwest: abundance - " + c.expected + "-06-30",
+              describe({"", "PNW", 1, c.text, 6, 30, 0, 0}))
+        << c.why;
+  }
+}
+
+TEST_F(DescribeSurvey, ShortensWhatTheDataSay)
+{
+  data.file("PAC-geog.csv", "geogid,name\n3,Washington\n31020003," + std::string(5000, 'z') + "\n");
+  load();
+  const Glib::ustring line = describe({"", "PNW", 1, "2021", 6, 30, 9, 31020003});
+  EXPECT_EQ(301U, line.size());
+  EXPECT_EQ("\u2026", line.substr(300));
+}

@@ -91,7 +91,7 @@ TEST(SurveyDocument, KeepsCarriageReturnsThroughAFile)
   form.last_name = "a\r\nb\rc";
   DataSet directory;
   directory.file("survey", survey_document(form, {}, "").raw());
-  xmlpp::DomParser parser;
+  SurveyParser parser;
   const xmlpp::Node* survey = parse_survey_file(parser, directory.dir + "survey");
   EXPECT_EQ("a\r\nb\rc", get_content(survey->get_first_child("last_name")));
 }
