@@ -4,6 +4,8 @@
 
 #include "server/http.h"
 
+#include "core/blocking-call.h"
+
 #include <libsoup/soup.h>
 
 #include <algorithm>
@@ -73,6 +75,7 @@ HttpAnswer send(SoupSession& session, SoupMessage* message, std::size_t body_lim
 {
   BodyLimit limit{session, body_limit};
   const gulong handler = g_signal_connect(message, "got-chunk", G_CALLBACK(on_got_chunk), &limit);
+  const BlockingCall call;
   soup_session_send_message(&session, message);
   g_signal_handler_disconnect(message, handler);
   if (limit.is_exceeded) // the library has put the reason for the end in its place

@@ -7,7 +7,8 @@
 
 // The one place that knows the HTTP library: another version or library can be
 // put in its place in http.cc. All calls block until the exchange is over; there
-// is no time limit and no way to cancel.
+// is no time limit and no way to cancel. See core/blocking-call.h for what the user
+// sees meanwhile.
 
 using SoupMessage = struct _SoupMessage; // NOLINT(bugprone-reserved-identifier): the library's
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)

@@ -1,6 +1,9 @@
 #include "server/server-test.h"
 #include "store/survey-file.h"
+#include "support/main-loop.h"
 #include "ui/survey-window.h"
+
+#include <gdk/gdkkeysyms.h>
 
 namespace {
 
@@ -105,6 +108,34 @@ TEST_F(UploadOverABadNetwork, WaitsForAnAnswerThatTakesItsTime)
   serve_in_turn(specs);
   for (const auto& spec : specs)
     expect_success(spec);
+}
+
+TEST_F(UploadOverABadNetwork, ForgetsTheKeysThatWerePressedMeanwhile)
+{
+  int keys = 0;
+  window->signal_key_press_event().connect(
+      [&keys](GdkEventKey*) {
+        ++keys;
+        return true;
+      },
+      false);
+  const auto press_return = [this] {
+    GdkDisplay* const display = gdk_display_get_default();
+    GdkEvent* const event = gdk_event_new(GDK_KEY_PRESS);
+    event->key.window = GDK_WINDOW(g_object_ref(window->get_window()->gobj()));
+    event->key.keyval = GDK_KEY_Return;
+    gdk_event_set_device(event, gdk_seat_get_keyboard(gdk_display_get_default_seat(display)));
+    gdk_display_put_event(display, event);
+    gdk_event_free(event);
+  };
+  serve({"--upload", "delay=100"});
+  press_return();
+  expect_success("a key in the queue of events");
+  settle();
+  EXPECT_EQ(0, keys);
+  press_return();
+  settle();
+  EXPECT_EQ(1, keys) << "a later one counts";
 }
 
 TEST_F(UploadOverABadNetwork, TakesAnAnswerWithALongHeader)
