@@ -1,6 +1,7 @@
 #pragma once
 
 // The chief header of this folder.
+#include "core/blocking-call.h"
 #include "core/c-resource.h"
 #include "core/displayed-text.h"
 #include "core/exception-report.h"

@@ -9,6 +9,7 @@
 #include "store/survey-file-name.h"
 #include "store/survey-head-parser.h"
 #include "store/survey-loader.h"
+#include "store/survey-parser.h"
 #include "store/survey-reader.h"
 #include "store/survey-record.h"
 #include "store/survey-xml-info.h"
