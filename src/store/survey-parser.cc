@@ -5,7 +5,6 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
-#include <cctype>
 #include <string>
 #include <string_view>
 
@@ -24,8 +23,7 @@ std::string declared_encoding(std::string_view bytes)
     return {};
   std::string name(declaration.substr(start + 1));
   name.resize(std::min(name.size(), name.find_first_of("\"'")));
-  std::transform(name.begin(), name.end(), name.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::transform(name.begin(), name.end(), name.begin(), g_ascii_tolower);
   return name;
 }
 

@@ -312,7 +312,7 @@ TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheList)
       {"9998", "9998"},
       {"1992", "1992"},
       {"&lt;b&gt;21 &amp; 22", "<b>21 & 22"},
-      {std::string(100'000, '7'), std::string(20, '7') + "…"},
+      {std::string(60'000, '7'), std::string(20, '7') + "…"},
   };
   for (const auto& c : cases) {
     const std::string path =
