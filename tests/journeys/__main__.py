@@ -15,6 +15,7 @@ from . import (  # noqa: E402
     test_keyboard,
     test_pictures,
     test_saved_surveys,
+    test_screen,
     test_server,
     test_startup,
 )
@@ -25,6 +26,7 @@ MODULES = (
     test_keyboard,
     test_pictures,
     test_saved_surveys,
+    test_screen,
     test_server,
     test_startup,
 )

@@ -20,6 +20,8 @@ DIALOGS = ("dialog", "alert", "file chooser")
 WINDOWS = ("frame", *DIALOGS)
 TREES = ("tree table", "table")
 TEXTS = ("label", "static")
+# Roles that newer releases of AT-SPI have renamed, and the names that they have here.
+RENAMED_ROLES = {"button": "push button"}
 # Places come in the program's pixels, of which each may be several of the screen.
 SCALE = int(os.environ.get("GDK_SCALE", "1"))
 KEYS = {
@@ -54,7 +56,8 @@ class Thing:
 
     @property
     def role(self):
-        return self.accessible.get_role_name()
+        name = self.accessible.get_role_name()
+        return RENAMED_ROLES.get(name, name)
 
     @property
     def name(self):
