@@ -11,6 +11,14 @@ build() {
   (cd "$top" && cmake --preset "$1" >/dev/null && cmake --build --preset "$1")
 }
 
+# Two runs with a server may start at the same time; only one of them builds.
+build_test_server() (
+  mkdir -p "$top/build/test-server"
+  exec 9<"$top/build/test-server"
+  flock 9
+  build test-server
+)
+
 # Asks the toolkit itself whether it could show a window.
 has_display() {
   [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] &&
@@ -25,25 +33,28 @@ program() {
 
 # A home of its own, so that no survey of the user's goes to a server that only plays.
 with_test_server() {
-  build test-server
+  build_test_server
   local own=$top/build/test-server/home
   mkdir -p "$own"
   export XAUTHORITY=${XAUTHORITY:-$HOME/.Xauthority}
+  # shellcheck disable=SC2016 # the shell inside expands it
   exec "$top/tools/with-test-server" "$top/build/test-server" "$top/build/test-server/server" \
     env -u XDG_DATA_HOME -u XDG_CACHE_HOME -u XDG_DOCUMENTS_DIR -u XDG_CONFIG_HOME HOME="$own" \
-    "$top/build/test-server/MAVO-Survey/MacOS/mavo-survey" "$@"
+    sh -c 'exec "$MAVO_APPLICATION_DIR/MacOS/mavo-survey" "$@"' mavo-survey "$@"
 }
 
 demo() {
   "$top/tools/install-packages" test
-  build test-server
+  build_test_server
   rm -rf "$top/build/demo"
   mkdir -p "$top/build/demo"
   cd "$top"
+  # shellcheck disable=SC2016 # the shell inside expands it
   NO_AT_BRIDGE=0 MAVO_TEST_HOME=$top/build/demo/home PYTHONPATH=$top/tests \
     exec tools/with-test-server build/test-server build/demo/server \
-    tests/with-home tests/with-display /usr/bin/python3 -B -m journeys.demo \
-    build/test-server/MAVO-Survey build/demo build/demo/server/uploads
+    tests/with-home tests/with-display sh -c \
+    'exec /usr/bin/python3 -B -m journeys.demo "$MAVO_APPLICATION_DIR" "$@"' demo \
+    build/demo build/demo/server/uploads
 }
 
 "$top/tools/install-packages" build run

@@ -71,15 +71,18 @@ class Installing(ScratchTest):
 class AddressesOfTheBuild(ScratchTest):
     """The definition of the window that a build with addresses of its own installs."""
 
-    def installed_definition(self, *options):
+    def configured(self, *options):
         build = self.scratch / "build"
-        prefix = self.scratch / "prefix"
         generator = ["-G", "Ninja", "-DMAVO_TESTS=OFF", "-DMAVO_PCH=OFF"]
-        for command in (
-            ["cmake", "-S", PROJECT, "-B", build, *generator, *options],
-            ["cmake", "--install", build, "--prefix", prefix, "--component", "resources"],
-        ):
-            subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
+        command = ["cmake", "-S", PROJECT, "-B", build, *generator, *options]
+        subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
+        return build
+
+    def installed_definition(self, *options):
+        build = self.configured(*options)
+        prefix = self.scratch / "prefix"
+        command = ["cmake", "--install", build, "--prefix", prefix, "--component", "resources"]
+        subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
         definition = prefix / "lib" / "mavo-survey" / "resources" / "survey-ui.glade"
         return ElementTree.parse(definition)
 
@@ -105,6 +108,31 @@ class AddressesOfTheBuild(ScratchTest):
         for text in definition.getroot().itertext():
             self.assertNotIn("mavo.example", text)
             self.assertNotIn("@MAVO_", text)
+
+    def test_are_those_of_another_port_in_a_second_program_only(self):
+        build = self.configured(
+            "-DMAVO_TEST_SERVER=ON",
+            "-DMAVO_WEB_HOST=127.0.0.1:28704",
+            "-DMAVO_TEST_SERVER_PORT=28799",
+        )
+        second = build / "port-28799" / "MAVO-Survey"
+        definition = ElementTree.parse(second / "resources" / "survey-ui.glade")
+        self.assertEqual(["http://127.0.0.1:28799"], self.properties(definition, "website"))
+        self.assertEqual(
+            (PROJECT / "resources" / "instructions.txt").read_bytes(),
+            (second / "resources" / "instructions.txt").read_bytes(),
+        )
+        commands = subprocess.run(
+            ["ninja", "-C", build, "-t", "commands", "mavo-survey-test-server"],
+            capture_output=True,
+            text=True,
+            check=True,
+        ).stdout.splitlines()
+        compiled = [line for line in commands if "127.0.0.1:28799" in line]
+        self.assertEqual(2, len(compiled), "main.cc and my-app.cc")
+        usual = (build / "generated" / "survey-ui.glade").read_text(encoding="utf-8")
+        self.assertIn("127.0.0.1:28704", usual)
+        self.assertNotIn("127.0.0.1:28799", usual)
 
     def test_come_with_the_licence(self):
         definition = self.installed_definition()

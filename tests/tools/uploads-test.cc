@@ -208,3 +208,28 @@ TEST(SurveyServerUploads, WritesDownWhatCame)
   EXPECT_EQ(0U, kept.find("POST /dataentry/upload-survey.php HTTP/1.1\r\nHost: 127.0.0.1\r\n"));
   EXPECT_EQ(body_of(upload.request()), body_of(kept));
 }
+
+TEST(SurveyServerUploads, NumbersRequestsAfterThoseOfFormerRuns)
+{
+  const DataSet kept;
+  for (const char* bytes : {"first", "second"}) {
+    const TestServer server({"--requests", kept.dir});
+    Upload upload;
+    upload.bytes = Upload::survey(bytes);
+    send_upload(server, upload);
+  }
+  EXPECT_EQ((std::set<std::string>{"1-upload.txt", "2-upload.txt"}), names_in(kept.dir));
+  EXPECT_NE(std::string::npos, read_file(kept.dir + "1-upload.txt").find("first"));
+}
+
+TEST(SurveyServerUploads, OverwritesNoRequestOfAnotherServerAtTheSameTime)
+{
+  const DataSet kept;
+  const TestServer one({"--requests", kept.dir});
+  const TestServer other({"--requests", kept.dir});
+  send_upload(one);
+  send_upload(other);
+  send_upload(one);
+  EXPECT_EQ((std::set<std::string>{"1-upload.txt", "2-upload.txt", "3-upload.txt"}),
+            names_in(kept.dir));
+}

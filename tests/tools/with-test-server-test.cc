@@ -11,13 +11,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A build directory whose program looks for its server at `host`.
+// A build directory whose program looks for its server at `host`. In it, a
+// stand-in for cmake writes down what it should do, and fails if "fails" exists.
 class WithTestServer : public testing::Test
 {
 public:
-  void build_for(const std::string& host) const
+  void build_for(const std::string& address)
   {
+    host = address;
     scratch.file("build/CMakeCache.txt", "OTHER:STRING=1\nMAVO_WEB_HOST:STRING=" + host + "\n");
+    scratch.file("bin/cmake", "#!/bin/sh\necho \"$*\" >>'" + scratch.dir + "cmake.log'\n" +
+                                  "[ ! -e '" + scratch.dir +
+                                  "fails' ] || "
+                                  "{ echo cannot link; exit 1; }\n");
+    fs::permissions(scratch.dir + "bin/cmake", fs::perms::owner_all);
     fs::create_directories(scratch.dir + "build/survey-server");
     fs::create_symlink(MAVO_SURVEY_SERVER, scratch.dir + "build/survey-server/survey-server");
   }
@@ -25,8 +32,9 @@ public:
   // Runs the command with a server; gives its status.
   int run(const std::string& command)
   {
-    const std::string script = "'" MAVO_SOURCE_DIR "/tools/with-test-server' '" + scratch.dir +
-                               "build' '" + scratch.dir + "own' " + command + " 2>&1";
+    const std::string script = "PATH='" + scratch.dir +
+                               "bin':\"$PATH\" '" MAVO_SOURCE_DIR "/tools/with-test-server' '" +
+                               scratch.dir + "build' '" + scratch.dir + "own' " + command + " 2>&1";
     Pipe pipe(popen(script.c_str(), "r"));
     output.clear();
     for (int c = 0; (c = std::fgetc(pipe.get())) != EOF;)
@@ -42,6 +50,7 @@ public:
   }
 
   const DataSet scratch;
+  std::string host;
   std::string output;
 };
 
@@ -71,12 +80,61 @@ TEST_F(WithTestServer, KeepsTheDataSetThatWasChanged)
   EXPECT_EQ("changed", read_file(scratch.dir + "own/data-files/data-file-info.txt"));
 }
 
-TEST_F(WithTestServer, RunsNothingWithoutAServer)
+TEST_F(WithTestServer, HandsOnTheDirectoryOfTheProgramThatLooksThere)
+{
+  build_for("127.0.0.1:" + std::to_string(free_port()));
+  EXPECT_EQ(0, run("printenv MAVO_APPLICATION_DIR"));
+  EXPECT_NE(std::string::npos, output.find(scratch.dir + "build/MAVO-Survey\n")) << output;
+}
+
+TEST_F(WithTestServer, TakesAFreePortAndLinksAProgramForItWhereTheUsualOneIsInUse)
 {
   const TestServer other;
   build_for("127.0.0.1:" + std::to_string(other.port));
+  EXPECT_EQ(0, run("printenv MAVO_APPLICATION_DIR"));
+  const std::string greeting = "Listening on 127.0.0.1:";
+  ASSERT_NE(std::string::npos, output.find(greeting)) << output;
+  const std::string port = std::to_string(std::stoi(output.substr(output.find(greeting) + 23)));
+  EXPECT_NE(std::to_string(other.port), port);
+  EXPECT_NE(std::string::npos, output.find("build/port-" + port + "/MAVO-Survey\n")) << output;
+  EXPECT_EQ("-DMAVO_TEST_SERVER_PORT=" + port + " " + scratch.dir + "build\n--build " +
+                scratch.dir + "build --target mavo-survey-test-server\n",
+            read_file(scratch.dir + "cmake.log"));
+}
+
+TEST_F(WithTestServer, RunsNothingIfThatProgramCannotBeLinked)
+{
+  const TestServer other;
+  build_for("127.0.0.1:" + std::to_string(other.port));
+  scratch.file("fails", "");
   EXPECT_EQ(1, run("echo started"));
   EXPECT_EQ(std::string::npos, output.find("started")) << output;
+  EXPECT_NE(std::string::npos, output.find("cannot link")) << output;
+}
+
+TEST_F(WithTestServer, RunsNothingWithoutAServer)
+{
+  build_for("127.0.0.1:" + std::to_string(free_port()));
+  fs::remove(scratch.dir + "build/survey-server/survey-server");
+  EXPECT_EQ(1, run("echo started"));
+  EXPECT_EQ(std::string::npos, output.find("started")) << output;
+}
+
+TEST_F(WithTestServer, KeepsTheRecordsOfEachRunApart)
+{
+  build_for("127.0.0.1:" + std::to_string(free_port()));
+  const std::string port = host.substr(host.find(':') + 1);
+  const std::string ask = "bash -c 'exec 4<>/dev/tcp/127.0.0.1/" + port +
+                          " && printf \"GET /x HTTP/1.0\\r\\n\\r\\n\" >&4 && cat <&4'";
+  for (int time = 0; time < 2; ++time)
+    EXPECT_EQ(0, run(ask)) << output;
+  int runs = 0;
+  for (const auto& run : fs::directory_iterator(scratch.dir + "own/runs")) {
+    ++runs;
+    EXPECT_EQ("GET /x 404\n", read_file(run.path() / "log"));
+    EXPECT_TRUE(fs::exists(run.path() / "requests" / "1-elsewhere.txt")) << run.path();
+  }
+  EXPECT_EQ(2, runs);
 }
 
 TEST_F(WithTestServer, RefusesAProgramThatLooksElsewhere)

@@ -1,18 +1,56 @@
 #include "request-record.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
 #include "c-owner.h"
 
-RequestRecord::RequestRecord(std::string dir_) : dir(std::move(dir_)) {}
+namespace fs = std::filesystem;
+
+namespace {
+
+// The highest number that a file of the directory begins with; 0 if there is none.
+int highest_number(const std::string& dir)
+{
+  int highest = 0;
+  std::error_code unreadable;
+  for (const auto& file : fs::directory_iterator(dir, unreadable))
+    highest = std::max(highest, std::atoi(file.path().filename().c_str()));
+  return highest;
+}
+
+// Makes the file unless there is one: another server may write to the same directory.
+bool is_taken(const std::string& path)
+{
+  const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+  if (descriptor >= 0)
+    close(descriptor);
+  return descriptor < 0 && errno == EEXIST;
+}
+
+} // namespace
+
+RequestRecord::RequestRecord(std::string dir_)
+    : dir(std::move(dir_)), count(dir.empty() ? 0 : highest_number(dir))
+{
+}
 
 void RequestRecord::keep(SoupMessage* message, const std::string& road)
 {
-  ++count;
   if (dir.empty())
     return;
-  std::ofstream file(dir + "/" + std::to_string(count) + "-" + road + ".txt", std::ios::binary);
+  std::string path;
+  do
+    path = dir + "/" + std::to_string(++count) + "-" + road + ".txt";
+  while (is_taken(path));
+  std::ofstream file(path, std::ios::binary);
   file << message->method << ' ' << target_of(message) << " HTTP/1."
        << static_cast<int>(soup_message_get_http_version(message)) << "\r\n";
 

@@ -4,7 +4,9 @@
 
 #include <string>
 
-// Writes down each request as it came, one file each: "1-upload.txt", ...
+// Writes down each request as it came, one file each: "1-upload.txt", ... The
+// numbers go on after those that the directory has from former runs, and no
+// file is overwritten.
 class RequestRecord
 {
 public:
