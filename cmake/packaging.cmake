@@ -77,11 +77,10 @@ until a survey is sent; until then it is a file in the user's documents.
 Places, species and limits come with the program; newer ones are downloaded
 when the user agrees.")
 # The libraries are computed. Archives of data are unpacked by bzip2 and tar; the
-# latter is essential, so it must not be named.
+# latter is essential, so it must not be named. The toolkit takes its icons from
+# a theme; they are SVGs, which librsvg2-common lets it load.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS bzip2)
-# Icons of the themes are SVGs, and web addresses need a program to open them.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "librsvg2-common, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "adwaita-icon-theme, bzip2, librsvg2-common")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_THREADS 1)
 include(CPack)

@@ -10,7 +10,7 @@ import unittest
 
 from startup.scratch import BUILD
 
-from .checks import APP_ID, SOURCE, said
+from .checks import APP_ID, PROJECT, SOURCE, said
 
 TIME = datetime.datetime(2021, 12, 18, 19, 29, tzinfo=datetime.timezone.utc)
 
@@ -91,10 +91,24 @@ class Package(unittest.TestCase):
         ):
             self.assertIn(path, paths)
 
+    def depends(self):
+        return [name.split()[0] for name in self.field("Depends").split(", ")]
+
     def test_depends_on_its_libraries_and_on_what_unpacks_data(self):
-        depends = [name.split()[0] for name in self.field("Depends").split(", ")]
-        for name in ("libgtkmm-3.0-1v5", "libxml++2.6-2v5", "libsoup2.4-1", "bzip2"):
-            self.assertIn(name, depends)
+        # Releases of Debian name the packages of the same libraries differently.
+        libraries = ("libgtkmm-3.0.so.1", "libxml++-2.6.so.2", "libsoup-2.4.so.1")
+        owners = [said("dpkg-query", "--search", f"*/{name}").split(":")[0] for name in libraries]
+        for name in (*owners, "bzip2"):
+            self.assertIn(name, self.depends())
+
+    def test_depends_on_the_icons_of_the_toolkit_and_on_what_draws_them(self):
+        packages = (PROJECT / "tools" / "packages").read_text(encoding="utf-8")
+        for name in ("adwaita-icon-theme", "librsvg2-common"):
+            self.assertIn(name, self.depends())
+            self.assertRegex(packages, rf"(?m)^run +{name}$")
+
+    def test_recommends_no_package(self):
+        self.assertEqual("", self.field("Recommends"))
 
     def test_runs_nothing_when_it_comes_or_goes(self):
         listing = subprocess.run(
