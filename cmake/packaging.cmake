@@ -16,8 +16,9 @@ install(FILES packaging/${app_id}.mime.xml DESTINATION share/mime/packages
   RENAME ${app_id}.xml)
 install(FILES ${packaging_dir}/mavo-survey.1 DESTINATION share/man/man1)
 
-# install_icon(PLACE IMAGE...): the SVG and PNGs of an icon; PLACE is the
-# directory of the theme and the icon's name in it.
+# install_icon(PLACE IMAGE...): the SVGs and PNGs of an icon; PLACE is the
+# directory of the theme and the icon's name in it. A symbolic SVG gets the
+# directory and the name that the theme wants for it.
 function(install_icon place)
   cmake_path(GET place PARENT_PATH context)
   cmake_path(GET place FILENAME name)
@@ -25,16 +26,19 @@ function(install_icon place)
     string(REGEX MATCH "-([0-9]+)\\.png$" size ${image})
     if(size)
       set(size ${CMAKE_MATCH_1}x${CMAKE_MATCH_1})
-      set(extension png)
+      set(extension .png)
+    elseif(image MATCHES "-symbolic\\.svg$")
+      set(size symbolic)
+      set(extension -symbolic.svg)
     else()
       set(size scalable)
-      set(extension svg)
+      set(extension .svg)
     endif()
     install(FILES ${image} DESTINATION share/icons/hicolor/${size}/${context}
-      RENAME ${name}.${extension})
+      RENAME ${name}${extension})
   endforeach()
 endfunction()
-file(GLOB logos CONFIGURE_DEPENDS resources/MAVO-logo*.??g packaging/icons/MAVO-logo*.png)
+file(GLOB logos CONFIGURE_DEPENDS resources/MAVO-logo*.??g packaging/icons/MAVO-logo*.??g)
 file(GLOB documents CONFIGURE_DEPENDS packaging/icons/MAVO-document*.??g)
 install_icon(apps/${app_id} ${logos})
 install_icon(mimetypes/application-vnd.mavo.survey+xml ${documents})

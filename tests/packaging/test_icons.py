@@ -8,7 +8,7 @@ from .checks import APP_ID, PROJECT, said
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
 
-SIZES = (16, 24, 32, 48, 64, 128, 256)
+SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 ICONS = (f"apps/{APP_ID}", "mimetypes/application-vnd.mavo.survey+xml")
 
 
@@ -42,3 +42,13 @@ class Icons(ScratchTest):
                     image = picture(theme / f"{size}x{size}" / f"{icon}.png")
                     self.assertEqual((size, size), (image.get_width(), image.get_height()))
             self.assertTrue((theme / "scalable" / f"{icon}.svg").exists())
+        self.assertTrue((theme / "symbolic" / f"{ICONS[0]}-symbolic.svg").exists())
+
+    def test_have_a_symbolic_form_of_one_colour(self):
+        drawing = PROJECT / "packaging" / "icons" / "MAVO-logo-symbolic.svg"
+        self.assertIn('viewBox="0 0 16 16"', drawing.read_text(encoding="utf-8"))
+        said("rsvg-convert", "--width", "64", "--output", self.scratch / "icon.png", drawing)
+        pixels = picture(self.scratch / "icon.png").get_pixels()
+        opaque = [pixels[n : n + 3] for n in range(0, len(pixels), 4) if pixels[n + 3] == 255]
+        self.assertGreater(len(opaque), 1000)
+        self.assertEqual({bytes((0x2E, 0x34, 0x36))}, set(opaque))
