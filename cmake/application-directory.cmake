@@ -30,6 +30,10 @@ foreach(folder resources data-files)
   list(APPEND stamps ${stamp})
 endforeach()
 
+# macOS takes a directory NAME.app for a program if Contents in it has this form:
+# what is to know about it in Info.plist, the executable in MacOS.
+configure_file(packaging/Info.plist.in ${application_dir}/Info.plist @ONLY)
+
 set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)
 add_custom_command(OUTPUT ${script_copy}
   COMMAND ${CMAKE_COMMAND} -E copy ${launch_script} ${script_copy}
@@ -40,6 +44,7 @@ add_dependencies(application_directory application_files mavo-survey)
 
 install(TARGETS mavo-survey DESTINATION lib/mavo-survey/MacOS)
 install(PROGRAMS ${launch_script} DESTINATION lib/mavo-survey/MacOS)
+install(FILES ${application_dir}/Info.plist DESTINATION lib/mavo-survey COMPONENT resources)
 install(DIRECTORY resources data-files DESTINATION lib/mavo-survey COMPONENT resources
   PATTERN survey-ui.glade EXCLUDE)
 install(FILES ${definition_file} DESTINATION lib/mavo-survey/resources COMPONENT resources)

@@ -17,7 +17,7 @@ function(survey_server_program directory port)
   # All files but the program and the definition of the window are those of the real one.
   add_dependencies(mavo-survey-test-server application_directory)
   file(MAKE_DIRECTORY ${directory}/MacOS)
-  foreach(part data-files MacOS/mavo-survey-env-setup.sh)
+  foreach(part data-files Info.plist MacOS/mavo-survey-env-setup.sh)
     file(CREATE_LINK ${application_dir}/${part} ${directory}/${part} SYMBOLIC)
   endforeach()
   file(REMOVE_RECURSE ${directory}/resources)

@@ -52,3 +52,12 @@ class Icons(ScratchTest):
         opaque = [pixels[n : n + 3] for n in range(0, len(pixels), 4) if pixels[n + 3] == 255]
         self.assertGreater(len(opaque), 1000)
         self.assertEqual({bytes((0x2E, 0x34, 0x36))}, set(opaque))
+
+    def test_are_the_same_in_the_icons_of_macos(self):
+        for name in ("MAVO-logo", "MAVO-document"):
+            with self.subTest(icon=name):
+                icon = (PROJECT / "resources" / f"{name}.icns").read_bytes()
+                pictures = [*PROJECT.glob(f"resources/{name}-*.png")]
+                pictures += PROJECT.glob(f"packaging/icons/{name}-*.png")
+                missing = [path.name for path in pictures if path.read_bytes() not in icon]
+                self.assertEqual([f"{name}-24.png", f"{name}-48.png"], sorted(missing))

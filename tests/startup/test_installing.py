@@ -1,8 +1,11 @@
 """The application directory of the build, and what installing makes of it."""
 
 import os
+import plistlib
+import re
 import subprocess
 import time
+import unittest
 from datetime import datetime
 from xml.etree import ElementTree
 
@@ -28,7 +31,7 @@ def without_definition(files):
 class ApplicationDirectory(ScratchTest):
     def test_holds_program_script_resources_and_data(self):
         names = {path.parts[0] for path in files_below(APPLICATION_DIR)}
-        self.assertEqual({"MacOS", "resources", "data-files"}, names)
+        self.assertEqual({"Info.plist", "MacOS", "resources", "data-files"}, names)
         for folder in ("resources", "data-files"):
             files = files_below(APPLICATION_DIR / folder)
             self.assertEqual(
@@ -39,6 +42,56 @@ class ApplicationDirectory(ScratchTest):
             ["mavo-survey", "mavo-survey-env-setup.sh"], sorted(str(path) for path in programs)
         )
         self.assertTrue(all(executable for _, executable in programs.values()))
+
+
+class Bundle(unittest.TestCase):
+    """The application directory as the contents of a bundle of macOS."""
+
+    def setUp(self):
+        self.info = plistlib.loads((APPLICATION_DIR / "Info.plist").read_bytes())
+
+    def test_has_the_identifier_of_the_program(self):
+        self.assertEqual("org.mavo.offline-survey-entry", self.info["CFBundleIdentifier"])
+        self.assertEqual("APPL", self.info["CFBundlePackageType"])
+
+    def test_has_the_version_of_the_program(self):
+        lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+        version = re.search(r"project\(.* VERSION ([\d.]+)", lists).group(1)
+        self.assertEqual(version, self.info["CFBundleShortVersionString"])
+        self.assertEqual(version, self.info["CFBundleVersion"])
+
+    def test_starts_the_program(self):
+        program = APPLICATION_DIR / "MacOS" / self.info["CFBundleExecutable"]
+        self.assertTrue(os.access(program, os.X_OK), program)
+
+    def test_shows_the_icons_that_are_in_it(self):
+        (document,) = self.info["CFBundleDocumentTypes"]
+        for name in (self.info["CFBundleIconFile"], document["CFBundleTypeIconFile"]):
+            with self.subTest(name=name):
+                # By default, file systems of macOS take Resources for the same directory.
+                icon = (APPLICATION_DIR / "resources" / name).read_bytes()
+                self.assertEqual(b"icns" + len(icon).to_bytes(4, "big"), icon[:8])
+                self.assertEqual([16, 32, 64, 128, 256, 512], list(widths_in(icon)))
+
+    def test_knows_surveys_and_takes_none_from_the_desktop(self):
+        (document,) = self.info["CFBundleDocumentTypes"]
+        (declared,) = self.info["UTExportedTypeDeclarations"]
+        self.assertEqual([declared["UTTypeIdentifier"]], document["LSItemContentTypes"])
+        self.assertEqual("None", document["CFBundleTypeRole"])
+        desktop = PROJECT / "packaging" / "org.mavo.offline-survey-entry.mime.xml"
+        patterns = re.findall(r'glob pattern="\*\.([^"]+)"', desktop.read_text(encoding="utf-8"))
+        tags = declared["UTTypeTagSpecification"]
+        self.assertEqual(patterns, tags["public.filename-extension"])
+        self.assertEqual(["application/vnd.mavo.survey+xml"], tags["public.mime-type"])
+
+
+def widths_in(icon):
+    """The widths of the PNGs in an icon of macOS, as their own heads tell them."""
+    place = 8
+    while place < len(icon):
+        length = int.from_bytes(icon[place + 4 : place + 8], "big")
+        yield int.from_bytes(icon[place + 24 : place + 28], "big")
+        place += length
 
 
 class Installing(ScratchTest):
