@@ -10,6 +10,6 @@ import sys
 from journeys.results import run
 
 os.environ["MAVO_TEST_RESULTS"] = os.path.abspath(sys.argv[1])
-from . import test_instructions, test_links, test_survey_schema  # noqa: E402  they read the variable
+from . import test_instructions, test_links, test_readme, test_survey_schema  # noqa: E402  they read the variable
 
-sys.exit(run((test_instructions, test_links, test_survey_schema), sys.argv[2], sys.argv[3:]))
+sys.exit(run((test_instructions, test_links, test_readme, test_survey_schema), sys.argv[2], sys.argv[3:]))

@@ -1,0 +1,47 @@
+"""The README says first what the program is and how to get it, and stays short."""
+
+import pathlib
+import re
+import unittest
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+README = (PROJECT / "README.md").read_text(encoding="utf-8")
+SECURITY = (PROJECT / "SECURITY.md").read_text(encoding="utf-8")
+
+
+class Readme(unittest.TestCase):
+    def test_fits_two_screens(self):
+        self.assertLessEqual(len(README.splitlines()), 90)
+
+    def test_begins_with_what_divers_want_to_know(self):
+        self.assertEqual(
+            [
+                "Install",
+                "Two commands for developers",
+                "Platforms",
+                "Bugs and security problems",
+                "Documents",
+            ],
+            re.findall(r"^## (.*)$", README, re.MULTILINE),
+        )
+
+    def test_names_commands_and_files_that_exist(self):
+        pattern = r"(?<![\w/-])(?:\./(?:run|test)\.sh|(?:tools|src|packaging)/[\w./-]*\w)"
+        for document in (README, SECURITY):
+            names = set(re.findall(pattern, document))
+            self.assertEqual([], [name for name in names if not (PROJECT / name).exists()])
+
+    def test_names_settings_and_presets_that_exist(self):
+        lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+        presets = (PROJECT / "CMakePresets.json").read_text(encoding="utf-8")
+        for setting in re.findall(r"-D(MAVO_\w+)=", README):
+            self.assertIn(f"set({setting} ", lists)
+        (others,) = re.findall(r"# also ([\w, -]+)$", README, re.MULTILINE)
+        for preset in ("release", *others.split(", ")):
+            self.assertIn(f'"name": "{preset}"', presets)
+
+    def test_says_where_to_write_to(self):
+        lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+        address = re.search(r'MAVO_SUPPORT_ADDRESS "([^"]+)"', lists).group(1)
+        for document in (README, SECURITY):
+            self.assertIn(address, document)
