@@ -10,6 +10,12 @@ import sys
 from journeys.results import run
 
 os.environ["MAVO_TEST_RESULTS"] = os.path.abspath(sys.argv[1])
-from . import test_instructions, test_links, test_readme, test_survey_schema  # noqa: E402  they read the variable
+from . import (  # noqa: E402  they read the variable
+    test_instructions,
+    test_links,
+    test_readme,
+    test_survey_schema,
+)
 
-sys.exit(run((test_instructions, test_links, test_readme, test_survey_schema), sys.argv[2], sys.argv[3:]))
+MODULES = (test_instructions, test_links, test_readme, test_survey_schema)
+sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))
