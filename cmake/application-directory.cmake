@@ -30,8 +30,8 @@ foreach(folder resources data-files)
   list(APPEND stamps ${stamp})
 endforeach()
 
-# macOS takes a directory NAME.app for a program if Contents in it has this form:
-# what is to know about it in Info.plist, the executable in MacOS.
+# macOS starts a directory NAME.app as a program if the directory Contents in it has
+# this form: Info.plist describes the program, and MacOS holds the executable.
 configure_file(packaging/Info.plist.in ${application_dir}/Info.plist @ONLY)
 
 set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)

@@ -58,8 +58,7 @@ public:
 
 TEST_F(WithTestServer, RunsACommandWhileTheServerListensWhereItsProgramLooks)
 {
-  const std::string host = "127.0.0.1:" + std::to_string(free_port());
-  build_for(host);
+  build_for("127.0.0.1:" + std::to_string(free_port()));
   EXPECT_EQ(0, run("test -f '" + scratch.dir + "own/data-files/data-file-info.txt'"));
   EXPECT_EQ("Listening on " + host + "\n", output);
   EXPECT_TRUE(fs::is_directory(scratch.dir + "own/uploads"));

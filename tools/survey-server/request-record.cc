@@ -26,13 +26,15 @@ int highest_number(const std::string& dir)
   return highest;
 }
 
-// Makes the file unless there is one: another server may write to the same directory.
-bool is_taken(const std::string& path)
+// Makes the file. False if it exists: another server may write to the same
+// directory. Other failures are not reported: a server works without a record.
+bool make_new_file(const std::string& path)
 {
   const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-  if (descriptor >= 0)
-    close(descriptor);
-  return descriptor < 0 && errno == EEXIST;
+  if (descriptor < 0)
+    return errno != EEXIST;
+  close(descriptor);
+  return true;
 }
 
 } // namespace
@@ -49,7 +51,7 @@ void RequestRecord::keep(SoupMessage* message, const std::string& road)
   std::string path;
   do
     path = dir + "/" + std::to_string(++count) + "-" + road + ".txt";
-  while (is_taken(path));
+  while (!make_new_file(path));
   std::ofstream file(path, std::ios::binary);
   file << message->method << ' ' << target_of(message) << " HTTP/1."
        << static_cast<int>(soup_message_get_http_version(message)) << "\r\n";
