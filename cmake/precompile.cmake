@@ -1,6 +1,6 @@
 # Headers of the libraries, compiled once and used by many. A source file still
 # includes what it names: tools/lint builds without any of this.
-# The tables of reference data see no GTK header here either.
+# The plain libraries see no GTK header here either.
 if(NOT MAVO_PCH)
   return()
 endif()
@@ -22,8 +22,8 @@ endfunction()
 survey_precompile(plain_headers
   HEADERS <giomm.h> <glibmm.h> <functional> <map> <string> <vector>
   LIBRARIES PkgConfig::GIOMM
-  TARGETS survey_data)
+  TARGETS survey_core survey_data survey_store_plain)
 survey_precompile(toolkit_headers
   HEADERS <gtkmm.h> <libxml++/libxml++.h> <functional> <map> <string> <vector>
   LIBRARIES PkgConfig::GTKMM PkgConfig::LIBXMLPP
-  TARGETS survey_core survey_store survey_server survey_ui)
+  TARGETS survey_app survey_store survey_server survey_ui)

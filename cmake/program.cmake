@@ -1,9 +1,9 @@
-# The folders call each other through the members of MyApp and SurveyWindow,
-# each written in the folder of its subject. Headers only look downward; the
-# linker has to look both ways.
+# The plain libraries (survey_core, survey_data, survey_store_plain) and survey_app each link
+# only what is below them. The three above depend on each other: the members of SurveyWindow
+# are written in all three folders, each in the folder of its subject, and call each other.
 add_library(survey_program INTERFACE)
 target_link_libraries(survey_program INTERFACE
-  $<LINK_GROUP:RESCAN,survey_core,survey_data,survey_store,survey_ui,survey_server,survey_build_info>)
+  $<LINK_GROUP:RESCAN,survey_store,survey_ui,survey_server>)
 
 add_executable(mavo-survey src/core/main.cc)
 target_link_libraries(mavo-survey PRIVATE survey_flags survey_program)

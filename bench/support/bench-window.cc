@@ -1,6 +1,7 @@
 #include "support/bench-window.h"
 
 #include "core/my-app.h"
+#include "core/report-dialog.h"
 #include "support/temporary-directory.h"
 #include "ui/survey-window.h"
 
@@ -22,6 +23,7 @@ Glib::RefPtr<Gtk::Application> registered_application()
         Gtk::Application::create("org.mavo.offline-survey-entry", Gio::APPLICATION_NON_UNIQUE);
     if (!created->register_application())
       std::exit(2);
+    install_report_dialog();
     return created;
   }();
   return application;

@@ -1,6 +1,7 @@
 #include "core/exception-report.h"
 #include "core/launch.h"
 #include "core/my-app.h"
+#include "core/report-dialog.h"
 #include "core/version.h"
 #include "ui/survey-window.h"
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv)
     puts("Failed to register!");
     return status_not_registered;
   }
+  install_report_dialog();
   install_exception_report();
   return run_program(app);
 }

@@ -13,6 +13,8 @@
 #include "core/message-dialog.h"
 #include "core/my-app.h"
 #include "core/number.h"
+#include "core/report-dialog.h"
+#include "core/report-presenter.h"
 #include "core/report.h"
 #include "core/ret-code.h"
 #include "core/text.h"

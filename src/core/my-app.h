@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ret-code.h"
+#include "store/survey-files.h"
 
 #include <glibmm/refptr.h>
 #include <glibmm/ustring.h>
@@ -22,6 +23,7 @@ class DataParams;
 class HabitatInfo;
 class RegionInfo;
 class SpeciesViews;
+struct ReferenceData;
 
 // The depth that makes a survey a snorkel survey: a label of the depth list.
 extern const Glib::ustring MAGIC_SNORKEL_DEPTH;
@@ -35,13 +37,12 @@ class MyApp
 {
 public:
   // The state of a saved survey, that is the directory that its file lies in.
-  enum WhichDir {
-    WD_IN_PROGRESS = 1,
-    WD_READY_TO_UPLOAD = 2,
-    WD_UPLOADED = 3,
-    WD_ROOT = 4,         // the store as a whole
-    WD_NOT_A_SURVEY = 5, // a heading of the list of surveys, or nothing selected
-  };
+  using WhichDir = SurveyState;
+  static constexpr WhichDir WD_IN_PROGRESS = SurveyState::IN_PROGRESS;
+  static constexpr WhichDir WD_READY_TO_UPLOAD = SurveyState::READY_TO_UPLOAD;
+  static constexpr WhichDir WD_UPLOADED = SurveyState::UPLOADED;
+  static constexpr WhichDir WD_ROOT = SurveyState::ROOT;
+  static constexpr WhichDir WD_NOT_A_SURVEY = SurveyState::NOT_A_SURVEY;
 
   // Reads the reference data and loads the icons. Does not return if the data
   // cannot be read.
@@ -50,15 +51,17 @@ public:
   MyApp(const MyApp&) = delete;
   MyApp& operator=(const MyApp&) = delete;
 
-  // --- reference data (src/data) ---
+  // --- reference data (data/reference-data.h) ---
 
   // Chooses the newer data set and loads all its tables. Old tables stay alive
   // for windows that still use them. Result: RET_SUCCESS or RET_FAILURE.
   RetCode read_data_files();
+  // The tables in use, for a new window.
+  ReferenceData reference_data() const;
   // This user's directory of downloaded data, made if need be; no trailing slash.
   std::string get_local_data_dir();
 
-  // --- the survey store (src/store) ---
+  // --- the survey store (store/survey-files.h) ---
 
   // The directory of a state, without trailing slash, made if need be. A
   // failure to make it is not reported.

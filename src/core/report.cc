@@ -1,7 +1,7 @@
 #include "core/report.h"
 
 #include "core/markup.h"
-#include "core/message-dialog.h"
+#include "core/report-presenter.h"
 
 #include <glibmm/stringutils.h>
 #include <glibmm/ustring.h>
@@ -17,6 +17,7 @@ namespace {
 
 std::string error_context; // in front of every message
 int error_count = 0;
+ReportPresenter present = nullptr;
 
 std::string format_message(const char* fmt, va_list args)
 {
@@ -65,14 +66,10 @@ void print_error(const std::string& text, bool is_fatal)
           unescape_markup(text).c_str());
 }
 
-void show_error(const std::string& text, bool is_fatal, const Glib::ustring* title)
+void present_error(const std::string& text, bool is_fatal, const Glib::ustring* title)
 {
-  Message dialog;
-  dialog.title = title && !title->empty() ? *title : "Error occurred";
-  dialog.text = text;
-  dialog.type = is_fatal ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING;
-  dialog.standard_buttons = is_fatal ? Gtk::BUTTONS_CLOSE : Gtk::BUTTONS_OK;
-  run_message(dialog);
+  if (present)
+    present({title && !title->empty() ? *title : "Error occurred", text, is_fatal});
 }
 
 RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
@@ -81,7 +78,7 @@ RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
   const std::string text = error_context + message_prefix(code) + message +
                            (error_number ? errno_text(*error_number) : std::string());
   print_error(text, is_fatal);
-  show_error(text, is_fatal, title);
+  present_error(text, is_fatal, title);
   return code;
 }
 
@@ -120,7 +117,7 @@ RetCode titled_error(const Glib::ustring& title, const char* fmt, ...)
 RetCode long_error(const std::string& message, const std::string& shown)
 {
   print_error(error_context + message, false);
-  show_error(error_context + shown, false, nullptr);
+  present_error(error_context + shown, false, nullptr);
   return RET_FAILURE;
 }
 
@@ -169,6 +166,11 @@ void ErrnoReport::fatal(RetCode code, const char* fmt, ...) const
 void assert_failure(const char* expression, const char* file, int line)
 {
   fatal(RET_ASSERTION, "Assertion failed at %s line %d: %s", file, line, expression);
+}
+
+void set_report_presenter(ReportPresenter presenter)
+{
+  present = presenter;
 }
 
 void set_error_context(const std::string& text)

@@ -9,12 +9,12 @@ namespace Glib {
 class ustring;
 }
 
-// Telling the user that something went wrong: one line on standard error and a
-// modal dialog that has to be dismissed before the call returns. The message is
-// a printf format, and the text that results is Pango markup: put plain words
-// through escape_markup() first. Text that is not valid markup is shown as it
-// stands. Before GTK is initialised, or without a display, there is only the line.
-// The line holds the characters that were escaped, and the tags as they are.
+// Telling the user that something went wrong: one line on standard error and then
+// what the presenter of report-presenter.h does; in the program, it shows a modal dialog
+// that has to be dismissed before the call returns. The message is a printf format, and
+// the text that results is Pango markup: put plain words through escape_markup() first.
+// Text that is not valid markup is shown as it stands. Without a presenter there is only
+// the line. It holds the characters that were escaped, and the tags as they are.
 //
 // What the names add: `_errno` appends the system's text for errno, `titled_`
 // gives the dialog a title, and `fatal` ends the process once the dialog has

@@ -18,6 +18,7 @@
 #include "data/habitat-info.h"
 #include "data/habitat-region-info.h"
 #include "data/id-set.h"
+#include "data/reference-data.h"
 #include "data/region-fish-info.h"
 #include "data/region-info.h"
 #include "data/region.h"

@@ -7,6 +7,7 @@
 #include "store/survey-document.h"
 #include "store/survey-file-dialog.h"
 #include "store/survey-file-name.h"
+#include "store/survey-files.h"
 #include "store/survey-head-parser.h"
 #include "store/survey-loader.h"
 #include "store/survey-parser.h"

@@ -1,4 +1,5 @@
 #include "core/markup.h"
+#include "core/report-presenter.h"
 #include "core/report.h"
 
 #include <glibmm/stringutils.h>
@@ -7,6 +8,7 @@
 
 #include <cerrno>
 #include <functional>
+#include <iostream>
 
 // Without a display a report is its line on standard error.
 
@@ -126,6 +128,59 @@ TEST(Report, HasTheErrorContextInFront)
   set_error_context("while testing: ");
   EXPECT_EQ("*** ERROR: while testing: a\n", reported([] { error("a"); }));
   set_error_context("");
+}
+
+namespace {
+
+// Writes what it gets behind the line on standard error.
+void write_report(const Report& report)
+{
+  std::cerr << "[" << report.title << "|" << report.text << "|" << report.is_fatal << "]\n";
+}
+
+// Presents reports as long as it lives.
+class WrittenReports
+{
+public:
+  WrittenReports() { set_report_presenter(&write_report); }
+  ~WrittenReports() { set_report_presenter(nullptr); }
+  WrittenReports(const WrittenReports&) = delete;
+  WrittenReports& operator=(const WrittenReports&) = delete;
+};
+
+} // namespace
+
+TEST(ReportPresenter, GetsEachReportAsMarkupAfterItsLine)
+{
+  const WrittenReports presented;
+  EXPECT_EQ("*** ERROR: a & <b>b</b>\n[Error occurred|a &amp; <b>b</b>|0]\n",
+            reported([] { error("%s", "a &amp; <b>b</b>"); }));
+  EXPECT_EQ("*** ERROR: Uh oh, a\n[Error occurred|Uh oh, a|0]\n",
+            reported([] { error(RET_ASSERTION, "a"); }));
+  EXPECT_EQ("*** ERROR: long\n[Error occurred|short|0]\n",
+            reported([] { long_error("long", "short"); }));
+}
+
+TEST(ReportPresenter, GetsTheTitleThatWasGiven)
+{
+  const WrittenReports presented;
+  EXPECT_EQ("*** ERROR: a\n[Oh no|a|0]\n", reported([] { titled_error("Oh no", "a"); }));
+  EXPECT_EQ("*** ERROR: a\n[Error occurred|a|0]\n", reported([] { titled_error("", "a"); }));
+}
+
+TEST(ReportPresenter, GetsAFatalReportBeforeTheProcessEnds)
+{
+  const WrittenReports presented;
+  EXPECT_EXIT(fatal(RET_ASSERTION, "all is lost"), testing::ExitedWithCode(47),
+              "FATAL ERROR: Uh oh, all is lost\n.Error occurred.Uh oh, all is lost.1.\n");
+}
+
+TEST(ReportPresenter, IsCalledNoMoreOnceItIsRemoved)
+{
+  {
+    const WrittenReports presented;
+  }
+  EXPECT_EQ("*** ERROR: a\n", reported([] { error("a"); }));
 }
 
 TEST(TranslateCode, GivesEachCodeItsStatus)

@@ -1,4 +1,5 @@
 #include "core/exception-report.h"
+#include "core/report-dialog.h"
 #include "support/application.h"
 
 #include <gdk/gdk.h>
@@ -48,6 +49,7 @@ int main(int argc, char** argv)
                                                     Gio::APPLICATION_NON_UNIQUE);
   if (!registered_application->register_application())
     return 7;
+  install_report_dialog();
   install_exception_report();
   if (!wait_for_window_manager())
     return 1;

@@ -1,6 +1,7 @@
+#include "store/survey-files.h"
+
 #include "core/c-resource.h"
 #include "core/markup.h"
-#include "core/my-app.h"
 #include "core/report.h"
 #include "store/file-identity.h"
 #include "store/replace-file.h"
@@ -31,18 +32,18 @@ std::string default_survey_root()
   return documents + "/MAVO-Survey";
 }
 
-const char* directory_suffix(MyApp::WhichDir which)
+const char* directory_suffix(SurveyState state)
 {
-  switch (which) {
-  case MyApp::WD_IN_PROGRESS:
+  switch (state) {
+  case SurveyState::IN_PROGRESS:
     return "/In Progress";
-  case MyApp::WD_READY_TO_UPLOAD:
+  case SurveyState::READY_TO_UPLOAD:
     return "/Ready To Upload";
-  case MyApp::WD_UPLOADED:
+  case SurveyState::UPLOADED:
     return "/Uploaded";
-  case MyApp::WD_ROOT:
+  case SurveyState::ROOT:
     return "";
-  case MyApp::WD_NOT_A_SURVEY:
+  case SurveyState::NOT_A_SURVEY:
     break;
   }
   return "/OOPS"; // no state of a survey: whoever asks gets a place that does no harm
@@ -163,20 +164,20 @@ std::string copy_failure()
 
 } // namespace
 
-std::string MyApp::get_survey_dir(WhichDir which)
+std::string survey_directory(std::string& root, SurveyState state)
 {
-  if (survey_root.empty())
-    survey_root = default_survey_root();
-  std::string path = survey_root + directory_suffix(which);
+  if (root.empty())
+    root = default_survey_root();
+  std::string path = root + directory_suffix(state);
   make_directory(path);
   if (debug_level > 0)
     std::printf("selected_dir: %s\n", path.c_str());
   return path;
 }
 
-void MyApp::visit_surveys(WhichDir which, const std::function<void(const std::string&)>& visit)
+void visit_survey_files(const std::string& directory,
+                        const std::function<void(const std::string&)>& visit)
 {
-  const std::string directory = get_survey_dir(which);
   const auto children = Gio::File::create_for_path(directory)->enumerate_children("standard::name");
   while (const auto child = children->next_file()) {
     const std::string path = directory + "/" + child->get_name();
@@ -186,20 +187,36 @@ void MyApp::visit_surveys(WhichDir which, const std::function<void(const std::st
   }
 }
 
-std::vector<std::string> MyApp::get_ready_survey_list()
+std::vector<std::string> list_survey_files(const std::string& directory)
 {
   std::vector<std::string> paths;
-  visit_surveys(WD_READY_TO_UPLOAD, [&](const std::string& path) { paths.push_back(path); });
+  visit_survey_files(directory, [&](const std::string& path) { paths.push_back(path); });
   std::sort(paths.begin(), paths.end());
   return paths;
 }
 
-std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,
-                                        const std::string& current)
+std::string describe_survey_file(const std::string& path, const RegionInfo& regions,
+                                 const DataDefs& defs, int* member_id)
+{
+  try {
+    if (member_id)
+      *member_id = -1;
+    if (!is_regular_file(path))
+      return {};
+    const SurveySummary summary = read_survey_summary(path, member_id);
+    return describe_survey(summary, regions, defs, !member_id).raw();
+  } catch (...) {
+    std::printf("File scan: %s: %s\n", path.c_str(), thrown_text("Unknown error", "").c_str());
+    return {};
+  }
+}
+
+std::string describe_survey_files(const std::vector<std::string>& paths, const std::string& current,
+                                  const RegionInfo& regions, const DataDefs& defs)
 {
   std::string text;
-  for (const auto& path : list) {
-    const std::string description = get_survey_description(path, nullptr);
+  for (const auto& path : paths) {
+    const std::string description = describe_survey_file(path, regions, defs, nullptr);
     text += description.empty() ? path : description;
     if (same_place(path, current))
       text += " (current survey)";
@@ -208,24 +225,9 @@ std::string MyApp::prettify_survey_list(const std::vector<std::string>& list,
   return text;
 }
 
-std::string MyApp::get_survey_description(const std::string& path, int* member_id)
+RetCode move_survey_file(std::string& path, std::string& root, SurveyState state)
 {
-  try {
-    if (member_id)
-      *member_id = -1;
-    if (!is_regular_file(path))
-      return {};
-    const SurveySummary summary = read_survey_summary(path, member_id);
-    return describe_survey(summary, *region_info, *data_defs, !member_id).raw();
-  } catch (...) {
-    std::printf("File scan: %s: %s\n", path.c_str(), thrown_text("Unknown error", "").c_str());
-    return {};
-  }
-}
-
-RetCode MyApp::move_survey_to(WhichDir which, std::string& path)
-{
-  const std::string directory = get_survey_dir(which);
+  const std::string directory = survey_directory(root, state);
   const std::string name = base_name(path);
   std::string target = directory + "/" + name;
   if (target == path)
@@ -234,7 +236,7 @@ RetCode MyApp::move_survey_to(WhichDir which, std::string& path)
     path = target;
     return RET_SUCCESS;
   }
-  const Existing existing = which == WD_UPLOADED ? Existing::replace : Existing::keep;
+  const Existing existing = state == SurveyState::UPLOADED ? Existing::replace : Existing::keep;
   try {
     for (unsigned int number = 0; !move_file(path, target, existing); ++number)
       target = directory + "/" + renumbered_name(name, number);

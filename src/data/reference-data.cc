@@ -1,5 +1,5 @@
-// Which copy of the reference data is used, and the loading of all its tables.
-#include "core/my-app.h"
+#include "data/reference-data.h"
+
 #include "core/report.h"
 #include "data/abundance-choices.h"
 #include "data/data-backup.h"
@@ -64,37 +64,37 @@ bool load(Table*& table, const std::string& dir)
   return table->is_valid();
 }
 
-RetCode load_tables(MyApp& app, const std::string& dir)
+} // namespace
+
+RetCode read_data_set(const std::string& dir, ReferenceData& data)
 {
-  app.data_file_info = kept_table<DataFileInfo>(dir);
-  if (!app.data_file_info->valid || !load(app.data_defs, dir) || !load(app.data_params, dir) ||
-      !load(app.region_info, dir) || !load(app.habitat_info, dir) ||
-      !load(app.abundance_choices, dir))
+  data.data_file_info = kept_table<DataFileInfo>(dir);
+  if (!data.data_file_info->valid || !load(data.data_defs, dir) || !load(data.data_params, dir) ||
+      !load(data.region_info, dir) || !load(data.habitat_info, dir) ||
+      !load(data.abundance_choices, dir))
     return RET_FAILURE;
 
-  SpeciesViewInfo view_info(dir, app.region_info);
-  if (!view_info.is_valid() || !load(app.species_views, dir))
+  SpeciesViewInfo view_info(dir, data.region_info);
+  if (!view_info.is_valid() || !load(data.species_views, dir))
     return RET_FAILURE;
-  app.species_views->view_subregions.swap(view_info.view_subregions);
+  data.species_views->view_subregions.swap(view_info.view_subregions);
   return RET_SUCCESS;
 }
 
-} // namespace
-
-RetCode MyApp::read_data_files()
+RetCode read_newest_data_set(std::string& local_data_dir, ReferenceData& data)
 {
-  const std::string own_dir = get_local_data_dir() + "/data-files";
+  const std::string own_dir = prepare_local_data_dir(local_data_dir) + "/data-files";
   const std::string local_dir = DataBackup::recover(local_data_dir).string();
   const std::string dir = choose_data_dir(local_dir + "/", "data-files/");
   if (dir.empty())
     return RET_FAILURE;
-  const RetCode result = load_tables(*this, dir);
+  const RetCode result = read_data_set(dir, data);
   // A program that was still installing data can have finished and removed its backup.
   const bool has_gone = local_dir != own_dir && !std::filesystem::exists(local_dir);
-  return result != RET_SUCCESS && has_gone ? read_data_files() : result;
+  return result != RET_SUCCESS && has_gone ? read_newest_data_set(local_data_dir, data) : result;
 }
 
-std::string MyApp::get_local_data_dir()
+std::string prepare_local_data_dir(std::string& local_data_dir)
 {
   if (local_data_dir.empty())
     local_data_dir = Glib::get_user_config_dir() + "/MAVO-Survey";
