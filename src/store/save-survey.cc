@@ -248,7 +248,7 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
       form.last_name.clear();
     }
     const Glib::ustring platform = software_platform();
-    const auto sightings = species_sightings(survey, *abundance_choices);
+    const auto sightings = species_sightings(survey, *reference_data.abundance_choices);
     survey.xml_current = survey_document(form, sightings, platform);
     return RET_SUCCESS;
   } catch (...) {

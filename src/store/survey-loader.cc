@@ -110,7 +110,7 @@ void SurveyLoader::load_subregion(const Glib::ustring& content)
     printf("loading subregion %s\n", content.c_str());
   if (content.empty())
     throw "MAVO Survey names no location";
-  if (window.my_app->region_info->subregion_regions.count(content) == 0)
+  if (window.reference_data.region_info->subregion_regions.count(content) == 0)
     throw "MAVO Survey is from a location that your data files do not know (" + content +
         "); please check for updates of the data files";
   if (!window.survey.abundances.empty()) // a change of place forgets the species

@@ -85,8 +85,7 @@ bool choose_by_first_character(GdkEventKey* event, Gtk::Menu& menu)
 
 void SurveyWindow::build_abundance_menus()
 {
-  abundance_choices = my_app->abundance_choices;
-  const auto& subtypes = abundance_choices->subtypes;
+  const auto& subtypes = reference_data.abundance_choices->subtypes;
   for (std::size_t i = 0; i < subtypes.size(); ++i)
     abundance_menus.push_back(make_abundance_menu(static_cast<int>(i), subtypes[i].choices));
 }

@@ -165,7 +165,7 @@ void ConfirmPanel::show_temperature(Gtk::Label* name_label, Gtk::Label* value_la
 // A limit that the data lack is 0.
 int ConfirmPanel::limit(const Glib::ustring& parameter) const
 {
-  return my_app->data_params->params[parameter];
+  return window->reference_data.data_params->params[parameter];
 }
 
 void ConfirmPanel::check_bottom_time(bool& ok)
@@ -217,7 +217,7 @@ void ConfirmPanel::check_habitat(bool& ok)
 void ConfirmPanel::check_species(bool& ok)
 {
   const SurveyData& survey = window->survey;
-  const auto& view = my_app->species_views->species_set(survey.species_view_id);
+  const auto& view = window->reference_data.species_views->species_set(survey.species_view_id);
   num_listed = 0;
   num_unlisted = 0;
   for (const auto& [id, abundance] : survey.abundances)

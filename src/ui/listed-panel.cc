@@ -151,7 +151,7 @@ void ListedPanel::fill_models()
     printf("Using view id %d; show_fish=%d, show_inverts=%d\n", view_id, survey.show_fish,
            survey.show_inverts);
   const ShownKinds shown{survey.show_fish, survey.show_inverts};
-  const SpeciesViews& views = *my_app->species_views;
+  const SpeciesViews& views = *window->reference_data.species_views;
   build_species_model(
       window->unlisted_model,
       all_species_list(*survey.region_fish, views.species_set(view_id), shown, species_order));
@@ -196,7 +196,7 @@ void ListedPanel::build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
 
 void ListedPanel::set_species_view_carefully(int view_id)
 {
-  const auto& view_subregions = my_app->species_views->view_subregions;
+  const auto& view_subregions = window->reference_data.species_views->view_subregions;
   const SurveyData& survey = window->survey;
   if (view_id < 0 || view_id == survey.species_view_id ||
       static_cast<std::size_t>(view_id) >= view_subregions.size() ||

@@ -71,13 +71,13 @@ void SurveyPanel1::find_widgets(const Glib::RefPtr<Gtk::Builder>& builder)
 
 void SurveyPanel1::fill_boxes()
 {
-  const auto& hours = my_app->data_defs->defs["divestart"];
+  const auto& hours = window->reference_data.data_defs->defs["divestart"];
   dive_start->set_wrap_width(dive_start_columns);
   dive_start->init(hours.values, hours.labels, -1, dive_start_first);
   fill_month_box(*month);
   fill_mday_box(*mday);
   fill_year_box(*year);
-  const auto& places = my_app->region_info->subregion_list;
+  const auto& places = window->reference_data.region_info->subregion_list;
   subregion->init(places.values, places.labels, -1, 0);
 }
 
@@ -157,9 +157,9 @@ void SurveyPanel1::on_subregion_changed()
   if (subregion->get_active_row_number() < 0)
     return; // only the program unsets the box, to show a place that it does not offer
 
-  const auto& codes = my_app->region_info->subregion_codes;
+  const auto& codes = window->reference_data.region_info->subregion_codes;
   const auto chosen = codes.find(subregion->get_label());
-  if (chosen == codes.end()) { // newer data may have been installed since the box was filled
+  if (chosen == codes.end()) {
     if (debug_level >= -1)
       std::printf("Subregion \"%s\" is not in the data\n", subregion->get_label().c_str());
     show_subregion(window->survey.subregion);
@@ -197,7 +197,7 @@ bool SurveyPanel1::may_clear_species(int count)
 
 void SurveyPanel1::show_subregion(const Glib::ustring& code)
 {
-  const auto& names = my_app->region_info->subregion_names;
+  const auto& names = window->reference_data.region_info->subregion_names;
   const auto found = names.find(code);
   if (found == names.end())
     subregion->unset_active();
@@ -216,7 +216,7 @@ void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
     if (code.raw() != window->survey.subregion.raw())
       move_survey_to_subregion(code);
 
-    const auto& types = my_app->region_info->survey_types[code];
+    const auto& types = window->reference_data.region_info->survey_types[code];
     survey_subtype->init(types.values, types.labels, -1, 0);
     window->survey_panel2->setup_for_subregion(code);
     window->listed_panel->setup_for_subregion(code);
@@ -231,7 +231,7 @@ void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
 
 void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
 {
-  RegionInfo& info = *my_app->region_info;
+  RegionInfo& info = *window->reference_data.region_info;
   if (info.subregion_regions.count(code) == 0 && debug_level >= -1)
     std::printf("Subregion %s is not in the data\n", code.c_str());
 
@@ -263,7 +263,7 @@ void SurveyPanel1::on_survey_subtype_changed()
     return;
   const int id = survey_subtype->get_id();
   SurveyData& survey = window->survey;
-  auto& types = my_app->region_info->regions;
+  auto& types = window->reference_data.region_info->regions;
   if (id == -1) {
     if (debug_level >= 1)
       std::puts("survey subtype cleared");
@@ -294,7 +294,7 @@ void SurveyPanel1::on_survey_subtype_changed()
 void SurveyPanel1::take_what_type_offers(int id)
 {
   SurveyData& survey = window->survey;
-  survey.abundance_choices = window->abundance_choices->find_subtype(id);
+  survey.abundance_choices = window->reference_data.abundance_choices->find_subtype(id);
   const bool has_choices = survey.abundance_choices && !survey.abundance_choices->choices.empty();
   if (!has_choices && debug_level >= -1)
     std::printf("Survey type %d has no abundance choices\n", id);
@@ -324,7 +324,7 @@ void SurveyPanel1::set_survey_subtype_even_invisible(const Glib::ustring& subreg
   if (subregion_code.empty())
     fatal("Can't load survey - empty subregion!");
 
-  const auto& hidden = my_app->region_info->hidden_survey_types;
+  const auto& hidden = window->reference_data.region_info->hidden_survey_types;
   const auto hidden_here = hidden.find(subregion_code);
   if (hidden_here != hidden.end()) {
     const auto type = hidden_here->second.find(id);

@@ -106,7 +106,7 @@ void SurveyPanel2::fill_boxes()
   temp_units->init({{0, "Fahrenheit"}, {1, "Celsius"}}, -1);
   temp_units->set_active(0);
 
-  auto& defs = my_app->data_defs->defs;
+  auto& defs = window->reference_data.data_defs->defs;
   fill_from(visibility, defs["visibility"]);
   fill_from(avg_depth, defs["depth"]);
   fill_from(max_depth, defs["depth"]);
@@ -121,7 +121,7 @@ RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
   if (region.empty())
     return RET_INTERNAL_ERROR;
 
-  HabitatInfo& info = *my_app->habitat_info;
+  HabitatInfo& info = *window->reference_data.habitat_info;
   fill_from(habitat, info.region_habitats[region]);
   habitat_descr->set_markup(habitats_markup(info, info.region_habitat_ids[region]));
   return RET_SUCCESS;

@@ -92,6 +92,7 @@ SurveyWindow::~SurveyWindow() = default;
 void SurveyWindow::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyApp* app)
 {
   my_app = app;
+  reference_data = my_app->reference_data();
   base_title = get_title();
   find_dialogs(builder);
   create_actions();

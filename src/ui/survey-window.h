@@ -2,6 +2,7 @@
 
 #include "core/my-app.h"
 #include "core/report.h"
+#include "data/reference-data.h"
 #include "store/survey-document.h"
 #include "store/survey-record.h"
 #include "ui/species-columns.h"
@@ -183,6 +184,9 @@ public:
   RetCode download_data_files(SoupSession* session, const char* url);
 
   MyApp* my_app = nullptr;
+  // The tables that this window was created with: all that it shows comes from one data set.
+  // Those of the application are of newer data once an update has been installed.
+  ReferenceData reference_data;
   SurveyData survey;
   Gtk::Notebook* notebook = nullptr;
   Gtk::Button* save_button = nullptr;
@@ -217,8 +221,6 @@ public:
   Gtk::Widget* menubar = nullptr;
   Gtk::Widget* toolbar = nullptr;
 
-  // What the menus offer. Those of the application may be of newer data by now.
-  AbundanceChoices* abundance_choices = nullptr;
   std::vector<Gtk::Menu*> abundance_menus; // by survey type id; null for an empty list
   Gtk::Menu* current_abundance_menu = nullptr;
   int abundance_target = -1; // the species that the open menu acts on
