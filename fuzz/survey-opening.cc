@@ -2,9 +2,9 @@
 // a window and written as it is from one. What was written can be read again
 // and comes back the same.
 #include "core/number.h"
+#include "core/thrown-text.h"
 #include "store/survey-document.h"
 #include "store/survey-reader.h"
-#include "store/thrown-text.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 // The describing road: a file among the surveys, up to its line in the list.
+#include "core/thrown-text.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
 #include "store/survey-description.h"
-#include "store/thrown-text.h"
 #include "support/data-set.h"
 
 #include <memory>

@@ -147,7 +147,7 @@ Glib::ustring displayed_text(const Glib::ustring& text, std::size_t most)
 {
   if (text.bytes() <= most) // no text has more characters than bytes
     return text;
-  const Glib::ustring valid = valid_utf8(text);
+  const Glib::ustring valid = text.make_valid();
   const char* stop = valid.c_str();
   for (std::size_t i = 0; i < most && *stop; ++i)
     stop = g_utf8_next_char(stop);

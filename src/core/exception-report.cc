@@ -2,38 +2,17 @@
 
 #include "core/markup.h"
 #include "core/report.h"
+#include "core/thrown-text.h"
 
-#include <glibmm/exception.h>
 #include <glibmm/exceptionhandler.h>
-
-#include <exception>
 
 namespace {
 
-void report(const Glib::ustring& what)
+void report_current_exception()
 {
   error("Something unexpected went wrong: %s\nWhat you have entered is still there; please save "
         "your survey.",
-        escape_markup(what).c_str());
-}
-
-void report_current_exception()
-{
-  try {
-    throw;
-  } catch (const Glib::Exception& e) {
-    report(e.what());
-  } catch (const std::exception& e) {
-    report(e.what());
-  } catch (const Glib::ustring& text) {
-    report(text);
-  } catch (const std::string& text) {
-    report(text);
-  } catch (const char* text) {
-    report(text);
-  } catch (...) {
-    report("unknown error");
-  }
+        escape_markup(thrown_text("unknown error", "")).c_str());
 }
 
 } // namespace

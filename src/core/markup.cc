@@ -103,17 +103,9 @@ std::string without_links(const std::string& text)
 
 } // namespace
 
-Glib::ustring valid_utf8(const Glib::ustring& text)
-{
-  if (text.validate())
-    return text;
-  const GMemory<char> valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.bytes())));
-  return valid.get();
-}
-
 Glib::ustring escape_markup(const Glib::ustring& text)
 {
-  const Glib::ustring valid = valid_utf8(text);
+  const Glib::ustring valid = text.make_valid();
   return escaped(valid.data(), valid.bytes());
 }
 

@@ -4,12 +4,8 @@
 
 #include <string>
 
-// `text` with replacement characters in the place of bytes that are not UTF-8: the toolkit
-// draws nothing of a text that is not UTF-8 throughout.
-Glib::ustring valid_utf8(const Glib::ustring& text);
-
 // Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
-// show as replacement characters.
+// show as replacement characters: the toolkit draws nothing of a text that has any.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
 // The inverse of escape_markup(): each escape that it makes becomes its character again,

@@ -1,4 +1,4 @@
-#include "store/thrown-text.h"
+#include "core/thrown-text.h"
 
 #include <giomm/error.h>
 

@@ -1,7 +1,5 @@
 #include "data/csv-line.h"
 
-#include "core/c-resource.h"
-
 #include <glib.h>
 
 #include <algorithm>
@@ -160,8 +158,7 @@ void mend(std::string& text)
 {
   if (is_valid(text))
     return;
-  const GMemory<char> mended(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-  text = mended.get();
+  text = Glib::ustring(text).make_valid().raw();
 }
 
 // The fields of one line; the strings of the line before are used again.

@@ -1,12 +1,11 @@
 #include "data/file-tree.h"
 
 #include "core/c-resource.h"
+#include "core/file-flush.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cerrno>
 
 namespace fs = std::filesystem;
 
@@ -67,14 +66,12 @@ std::vector<fs::path> names_in(const fs::path& directory, std::error_code& failu
 
 namespace {
 
-// Waits until the disk has a file or directory. Some file systems cannot; the
-// file is no worse for it.
-std::error_code flush_to_disk(const fs::path& path)
+// Flushes what lies at a path. Follows no link and waits for no pipe; what may not be
+// read cannot be flushed.
+std::error_code flush_path(const fs::path& path)
 {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  if (file.number >= 0 && fsync(file.number) != 0 && errno != EINVAL)
-    return {errno, std::system_category()};
-  return {};
+  return file.number >= 0 ? flush_to_disk(file) : std::error_code();
 }
 
 } // namespace
@@ -87,9 +84,9 @@ std::error_code flush_tree(const fs::path& directory)
   const auto readable = fs::directory_options::skip_permission_denied;
   for (fs::recursive_directory_iterator entry(directory, readable, failure), end;
        !failure && entry != end; entry.increment(failure)) {
-    failure = flush_to_disk(entry->path());
+    failure = flush_path(entry->path());
     if (failure)
       return failure;
   }
-  return failure ? failure : flush_to_disk(directory);
+  return failure ? failure : flush_path(directory);
 }

@@ -1,4 +1,4 @@
-#include "core/c-resource.h"
+#include "core/file-contents.h"
 #include "core/long-text.h"
 #include "core/markup.h"
 #include "core/message-dialog.h"
@@ -27,15 +27,12 @@ const char* const upload_failed = "Upload Failed!";
 // without end, so nothing special is read.
 std::optional<std::string> load_survey_file(const std::string& path)
 {
-  const auto file = Gio::File::create_for_path(path);
-  char* loaded = nullptr;
-  gsize size = 0;
-  if (file->query_file_type() == Gio::FILE_TYPE_SPECIAL || !file->load_contents(loaded, size))
+  if (Gio::File::create_for_path(path)->query_file_type() == Gio::FILE_TYPE_SPECIAL)
     return std::nullopt;
-  const GMemory<char> owner(loaded);
-  if (size == 0)
+  std::optional<std::string> contents = load_file(path);
+  if (contents && contents->empty())
     return std::nullopt;
-  return std::string(loaded, size);
+  return contents;
 }
 
 // Whether the file still is the one that was sent. Says so if another program

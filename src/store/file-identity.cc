@@ -1,39 +1,13 @@
 #include "store/file-identity.h"
 
 #include "core/c-resource.h"
+#include "core/file-contents.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
-
-namespace {
-
-// Reads to the end of the file, or one byte more than `limit`, by which the
-// caller sees that there is too much. Nothing if reading fails.
-std::optional<std::string> read_up_to(const Descriptor& file, std::size_t limit)
-{
-  std::string contents;
-  std::array<char, 65536> block{};
-  while (contents.size() <= limit) {
-    const std::size_t wanted = std::min(block.size(), limit + 1 - contents.size());
-    const ssize_t count = read(file.number, block.data(), wanted);
-    if (count == 0)
-      break;
-    if (count > 0)
-      contents.append(block.data(), static_cast<std::size_t>(count));
-    else if (errno != EINTR)
-      return std::nullopt;
-  }
-  return contents;
-}
-
-} // namespace
 
 std::string resolved_path(const std::string& path)
 {
@@ -76,7 +50,7 @@ std::optional<std::string> file_bytes(const std::string& path, std::size_t limit
   if (file.number < 0 || fstat(file.number, &info) != 0 || !S_ISREG(info.st_mode) ||
       info.st_size > static_cast<off_t>(limit))
     return std::nullopt;
-  auto contents = read_up_to(file, limit);
+  auto contents = read_bytes(file, limit + 1);
   if (contents && contents->size() > limit)
     return std::nullopt; // it has grown meanwhile
   return contents;

@@ -1,6 +1,8 @@
 #include "store/replace-file.h"
 
 #include "core/c-resource.h"
+#include "core/file-contents.h"
+#include "core/file-flush.h"
 
 #include <fcntl.h>
 #include <giomm/cancellable.h>
@@ -13,8 +15,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <limits>
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -57,33 +61,21 @@ bool write_all(const Descriptor& file, const char* data, std::size_t size)
   return true;
 }
 
-// Whether a flush that failed with this errno means that data are lost. Others
-// come from file systems that cannot flush such a file or directory (fsync(2),
-// EINVAL): the file is no worse for it.
-bool means_loss(int number)
-{
-  return number == EIO || number == ENOSPC || number == EDQUOT;
-}
-
 // Waits until the disk has the file or directory. Throws a Gio::Error if it
 // refuses what was written, in the words that the library has for its own writes.
-void flush_to_disk(const Descriptor& file)
+void flush_or_throw(const Descriptor& file)
 {
-  int result = fsync(file.number);
-  while (result != 0 && errno == EINTR)
-    result = fsync(file.number);
-  const int number = errno;
-  if (result != 0 && means_loss(number))
-    throw Gio::Error(static_cast<Gio::Error::Code>(g_io_error_from_errno(number)),
-                     "Error writing to file: " + Glib::strerror(number));
+  if (const std::error_code loss = flush_to_disk(file))
+    throw Gio::Error(static_cast<Gio::Error::Code>(g_io_error_from_errno(loss.value())),
+                     "Error writing to file: " + Glib::strerror(loss.value()));
 }
 
 // The same for what lies at a path. What may not be read cannot be flushed.
-void flush_to_disk(const std::string& path)
+void flush_or_throw(const std::string& path)
 {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.number >= 0)
-    flush_to_disk(file);
+    flush_or_throw(file);
 }
 
 // Writes a file that gets its name last: whoever looks, and whatever happens
@@ -97,7 +89,7 @@ bool write_new_file(const std::string& path, const char* data, std::size_t size)
   const Descriptor file(open(directory.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
   if (file.number < 0 || !write_all(file, data, size))
     return false;
-  flush_to_disk(file);
+  flush_or_throw(file);
   const std::string nameless = "/proc/self/fd/" + std::to_string(file.number);
   return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
@@ -124,25 +116,14 @@ public:
       return;
     const timespec times[] = {status.st_atim, status.st_mtim};
     if (lseek(file.number, 0, SEEK_SET) == 0 && write_all(file, text->data(), text->size()) &&
-        ftruncate(file.number, static_cast<off_t>(text->size())) == 0 && fsync(file.number) == 0)
+        ftruncate(file.number, static_cast<off_t>(text->size())) == 0 && !flush_to_disk(file))
       futimens(file.number, times);
   }
 
 private:
   std::optional<std::string> read_all() const
   {
-    std::string contents;
-    char block[65536];
-    while (true) {
-      const ssize_t size =
-          pread(file.number, block, sizeof block, static_cast<off_t>(contents.size()));
-      if (size == 0)
-        return contents;
-      if (size > 0)
-        contents.append(block, static_cast<std::size_t>(size));
-      else if (errno != EINTR)
-        return std::nullopt;
-    }
+    return read_bytes(file, std::numeric_limits<std::size_t>::max());
   }
 
   const Descriptor file;
@@ -160,7 +141,7 @@ std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* 
   const auto stream = file->replace(etag);
   try {
     write_and_close(stream, data, size);
-    flush_to_disk(file->get_path());
+    flush_or_throw(file->get_path());
   } catch (...) {
     if (is_new)
       unlink(file->get_path().c_str());
@@ -184,7 +165,7 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
                              : replace_by_library(file, data, size, etag);
   // A caller that now removes another copy must not lose both to a power cut.
   try {
-    flush_to_disk(Glib::path_get_dirname(path));
+    flush_or_throw(Glib::path_get_dirname(path));
   } catch (...) {
     if (is_new)
       unlink(path.c_str());

@@ -1,13 +1,13 @@
 #include "store/survey-files.h"
 
-#include "core/c-resource.h"
+#include "core/file-contents.h"
 #include "core/markup.h"
 #include "core/report.h"
+#include "core/thrown-text.h"
 #include "store/file-identity.h"
 #include "store/replace-file.h"
 #include "store/survey-description.h"
 #include "store/survey-file-name.h"
-#include "store/thrown-text.h"
 
 #include <fcntl.h>
 #include <giomm/error.h>
@@ -21,6 +21,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace {
 
@@ -94,18 +95,16 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
 {
   if (is_taken(path) && !is_regular_file(path))
     throw Glib::ustring("Not a regular file");
-  char* loaded = nullptr;
-  gsize size = 0;
-  if (!Gio::File::create_for_path(path)->load_contents(loaded, size))
+  const std::optional<std::string> loaded = load_file(path);
+  if (!loaded)
     throw "load_contents() failed";
-  const GMemory<char> buffer(loaded);
+  const std::size_t size = loaded->size();
   if (debug_level > 0)
     std::printf("read %d bytes from %s; about to write them to %s\n", static_cast<int>(size),
                 path.c_str(), target.c_str());
 
-  // A survey is text: the library ends the buffer with a zero byte of its own,
-  // and what stands behind an earlier one is not copied.
-  const std::string contents(buffer.get());
+  // A survey is text: what stands behind a zero byte is not copied.
+  const std::string contents(loaded->c_str());
   replace_file(target, contents.data(), contents.size(),
                existing == Existing::keep ? of_no_file : "");
   if (debug_level > 0)

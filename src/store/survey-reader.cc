@@ -1,6 +1,7 @@
 #include "store/survey-reader.h"
 
 #include "core/c-resource.h"
+#include "core/file-contents.h"
 #include "core/number.h"
 #include "core/report.h"
 #include "store/survey-xml-info.h"
@@ -19,6 +20,7 @@
 #include <cstdlib>
 #include <exception>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -26,21 +28,6 @@ namespace {
 const char* const older_root_tag = "MAVO_Fish_Survey";
 
 const char* const too_large = "Not a valid saved MAVO Survey (too large)";
-
-// Reads that many bytes, or as many as there are left. Returns their number.
-std::size_t read_bytes(const Descriptor& file, char* bytes, std::size_t size)
-{
-  std::size_t length = 0;
-  while (length < size) {
-    const ssize_t count = read(file.number, bytes + length, size - length);
-    if (count < 0 && errno != EINTR)
-      throw Glib::strerror(errno);
-    if (count == 0)
-      break;
-    length += count > 0 ? static_cast<std::size_t>(count) : 0;
-  }
-  return length;
-}
 
 // The file's bytes. Nothing but a plain file is opened, since opening a pipe
 // would wait for whoever writes into it.
@@ -58,9 +45,10 @@ std::string file_contents(const std::string& path)
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.number < 0)
     throw Glib::strerror(errno);
-  std::string contents(static_cast<std::size_t>(info.st_size), '\0');
-  contents.resize(read_bytes(file, contents.data(), contents.size()));
-  return contents;
+  auto contents = read_bytes(file, static_cast<std::size_t>(info.st_size));
+  if (!contents)
+    throw Glib::strerror(errno);
+  return std::move(*contents);
 }
 
 // While it lives, the parser can open no file, neither on disk nor elsewhere. A

@@ -14,5 +14,4 @@
 #include "store/survey-reader.h"
 #include "store/survey-record.h"
 #include "store/survey-xml-info.h"
-#include "store/thrown-text.h"
 #include "store/unlisted-year.h"
