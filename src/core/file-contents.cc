@@ -3,7 +3,6 @@
 #include <giomm/file.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 
 std::optional<std::string> load_file(const std::string& path)
@@ -24,18 +23,20 @@ Glib::ustring read_file_contents(const std::string& path)
 
 std::optional<std::string> read_bytes(const Descriptor& file, std::size_t most)
 {
+  constexpr std::size_t block = 65536;
   std::string contents;
-  std::array<char, 65536> block;
-  while (contents.size() < most) {
-    const std::size_t wanted = std::min(block.size(), most - contents.size());
-    const ssize_t count =
-        pread(file.number, block.data(), wanted, static_cast<off_t>(contents.size()));
+  std::size_t length = 0;
+  while (length < most) {
+    contents.resize(length + std::min(block, most - length));
+    const ssize_t count = pread(file.number, contents.data() + length, contents.size() - length,
+                                static_cast<off_t>(length));
     if (count == 0)
       break;
     if (count > 0)
-      contents.append(block.data(), static_cast<std::size_t>(count));
+      length += static_cast<std::size_t>(count);
     else if (errno != EINTR)
       return std::nullopt;
   }
+  contents.resize(length);
   return contents;
 }
