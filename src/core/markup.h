@@ -5,7 +5,7 @@
 #include <string>
 
 // Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
-// show as replacement characters: the toolkit draws nothing of a text that has any.
+// show as replacement characters: the toolkit draws nothing of a text that has such bytes.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
 // The inverse of escape_markup(): each escape that it makes becomes its character again,

@@ -25,8 +25,8 @@ const std::array<Layer, 3> layers{
     {{"core", {"pango/"}}, {"data", {}}, {"store", {"libxml++/", "libxml/"}}}};
 
 // Prefixes of headers that only some layers, or none, may include.
-const std::array<const char*, 9> restricted = {"gtk",   "gdk",   "libsoup/", "libxml++/", "libxml/",
-                                               "pango", "cairo", "atk",      "soup"};
+const std::array<const char*, 8> restricted = {"gtk",     "gdk",   "libsoup/", "libxml++/",
+                                               "libxml/", "pango", "cairo",    "atk"};
 
 bool begins_with(const std::string& text, const std::string& prefix)
 {
