@@ -17,7 +17,7 @@ class Program:
     `application_dir` is the directory that holds MacOS, resources and data-files.
     `home` is where it keeps surveys; a fresh one, removed at the end, if not given.
     `executable` is how its path is written, if not in full; `environment` adds to
-    what this process has.
+    what this process has. `errors_apart` keeps standard error out of the output.
     """
 
     def __init__(
@@ -28,19 +28,21 @@ class Program:
         executable=None,
         environment=None,
         working_directory=None,
+        errors_apart=False,
     ):
         self.application_dir = application_dir
         self.own_home = home is None
         self.home = pathlib.Path(home or tempfile.mkdtemp(prefix="mavo-journey-"))
         self.output_path = self.home / "output.txt"
+        self.errors_path = self.home / "errors.txt" if errors_apart else self.output_path
         found = pathlib.Path(application_dir).resolve() / "MacOS" / "mavo-survey"
-        with open(self.output_path, "wb") as output:
+        with open(self.output_path, "wb") as output, open(self.errors_path, "ab") as errors:
             self.process = subprocess.Popen(
                 [executable or found, *arguments],
                 cwd=working_directory,
                 env=self.environment(environment or {}),
                 stdout=output,
-                stderr=subprocess.STDOUT,
+                stderr=errors if errors_apart else subprocess.STDOUT,
             )
 
     def environment(self, additional):
@@ -66,6 +68,10 @@ class Program:
     def output(self):
         """All that it has printed so far."""
         return self.output_path.read_text(errors="replace")
+
+    def errors(self):
+        """All that it has printed on standard error so far."""
+        return self.errors_path.read_text(errors="replace")
 
     def version(self):
         """The version that it says it is."""

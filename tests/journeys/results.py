@@ -28,6 +28,9 @@ class Recorder(unittest.TextTestResult):
             status="run",
             time=f"{time.monotonic() - self.started:.3f}",
         )
+        if hasattr(test, "tried"):  # how many things, for the table of reliability
+            properties = ElementTree.SubElement(case, "properties")
+            ElementTree.SubElement(properties, "property", name="tried", value=str(test.tried))
         for reason in (reason for which, reason in failed if which is test):
             ElementTree.SubElement(case, "failure").text = reason
         super().stopTest(test)

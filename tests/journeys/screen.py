@@ -4,6 +4,7 @@ A thin layer over AT-SPI. Things change under the hands of who looks at them, so
 every look asks the program anew and none of them is kept for long.
 """
 
+import functools
 import os
 import time
 
@@ -36,6 +37,11 @@ KEYS = {
     "Menu": Gdk.KEY_Menu,
     "Page_Down": Gdk.KEY_Page_Down,
     "Page_Up": Gdk.KEY_Page_Up,
+    "BackSpace": Gdk.KEY_BackSpace,
+    "Delete": Gdk.KEY_Delete,
+    "F1": Gdk.KEY_F1,
+    "F4": Gdk.KEY_F4,
+    "F10": Gdk.KEY_F10,
     "plus": Gdk.KEY_plus,
     "minus": Gdk.KEY_minus,
     "space": Gdk.KEY_space,
@@ -54,7 +60,7 @@ class Thing:
 
     # --- what it is ---
 
-    @property
+    @functools.cached_property
     def role(self):
         name = self.accessible.get_role_name()
         return RENAMED_ROLES.get(name, name)
@@ -190,8 +196,12 @@ class Thing:
     def set_text(self, text):
         """Replaces what an entry holds."""
         wait_for(f"{self!r} can be used", lambda: self.is_sensitive)
-        Atspi.EditableText.set_text_contents(self.accessible.get_editable_text_iface(), text)
+        self.write(text)
         wait_for(f"{self!r} holds {text!r}", lambda: self.text == text)
+
+    def write(self, text):
+        """The same of an entry that may refuse it."""
+        Atspi.EditableText.set_text_contents(self.accessible.get_editable_text_iface(), text)
 
     def choices(self):
         """The labels that a combo box offers."""
