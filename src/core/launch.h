@@ -6,7 +6,7 @@
 // Where a program of the bundle's form (<dir>/MacOS/<exec_name>) was started
 // from, as far as its argv[0] tells.
 struct LaunchPath {
-  std::string dir;       // what stands before the second-to-last '/', "/" if nothing does;
+  std::string dir;       // the part before the second-to-last '/', "/" if that is empty;
                          // all of argv[0] without one
   std::string exec_name; // what follows the last '/'; all of argv[0] without one
   bool has_dir = false;  // there is a second-to-last '/'

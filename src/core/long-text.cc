@@ -59,7 +59,7 @@ Gap find_gap(const std::string& text, std::size_t most)
   return {end_of_beginning(text, most / 2), start_of_end(text, most / 2)};
 }
 
-// What stands in the place of the gap.
+// The text that replaces the gap.
 std::string notice(const std::string& text, const Gap& gap)
 {
   const auto first = text.begin() + static_cast<std::ptrdiff_t>(gap.start);
@@ -78,7 +78,7 @@ struct ParseContextFree {
 
 const char* const root = "markup";
 
-// Calls the handlers for all that stands in the text.
+// Calls the handlers for each tag and text of the markup.
 void parse(const GMarkupParser& handlers, gpointer data, const std::string& text)
 {
   const std::unique_ptr<GMarkupParseContext, ParseContextFree> context(
@@ -144,7 +144,7 @@ struct GapWriter {
   }
 
   const Gap gap;
-  const std::string instead; // stands in the gap's place
+  const std::string instead; // replaces the gap
   std::size_t position = 0;  // in the plain text
   bool noticed = false;
   std::string out;

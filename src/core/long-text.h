@@ -6,7 +6,7 @@
 #include <string>
 
 // Texts that are too long to be shown as a whole: the beginning and the end stay, and
-// between them stands how many lines were left out, those in part included. Where only
+// a notice between them says how many lines were left out, partial ones included. Where only
 // part of one line was left out, there is just an ellipsis.
 
 // The most bytes of a list, or of a command's output, that a message holds. What is longer

@@ -35,7 +35,7 @@ RetCode long_error(const std::string& message, const std::string& shown);
 
 // The reports about errno: error_errno, titled_error_errno and fatal_errno are used like
 // the functions above. They read errno before their arguments are computed, which could
-// change it: what stands in front of a call's parentheses is evaluated first.
+// change it: the expression before the parentheses of a call is evaluated first.
 struct ErrnoReport {
   // `this` counts as the first argument.
   RetCode error(const char* fmt, ...) const MAVO_PRINTF(2, 3);

@@ -121,7 +121,7 @@ std::error_code copy_entry(const Places& at, const fs::path& from, const fs::pat
 
 // --- restoring ---
 
-// Puts one original entry back in the place of what stands there.
+// Restores one original entry in the place of what is there.
 std::error_code restore_entry(const Places& at, const fs::path& name)
 {
   if (is_archive(at.local, name))

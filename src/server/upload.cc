@@ -36,7 +36,7 @@ std::optional<std::string> load_survey_file(const std::string& path)
 }
 
 // Whether the file still is the one that was sent. Says so if another program
-// has changed it. A file that is gone is not told of here: moving it fails.
+// has changed it. A file that is gone counts as unchanged: the move reports it.
 bool is_unchanged(const std::string& path, const std::string& sent)
 {
   const bool is_gone = !Gio::File::create_for_path(path)->query_exists();

@@ -159,7 +159,7 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
 {
   const auto file = Gio::File::create_for_path(path);
   const bool is_new = !file->query_exists();
-  // All else that hinders the first way is met again, and reported, by the second one.
+  // The second way meets and reports every other obstacle of the first one.
   std::string new_etag = is_new && write_new_file(path, data, size)
                              ? entity_tag(path)
                              : replace_by_library(file, data, size, etag);

@@ -103,7 +103,7 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
     std::printf("read %d bytes from %s; about to write them to %s\n", static_cast<int>(size),
                 path.c_str(), target.c_str());
 
-  // A survey is text: what stands behind a zero byte is not copied.
+  // A survey is text: what follows a zero byte is not copied.
   const std::string contents(loaded->c_str());
   replace_file(target, contents.data(), contents.size(),
                existing == Existing::keep ? of_no_file : "");
@@ -151,7 +151,7 @@ bool move_file(const std::string& path, const std::string& target, Existing exis
   }
 }
 
-// Why the copy failed, with a prefix that tells who said so. To be called in a
+// Why the copy failed, with a prefix that names the source. To be called in a
 // catch block. The line number is a fixed one: support knows the text by it.
 std::string copy_failure()
 {

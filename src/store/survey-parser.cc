@@ -27,7 +27,7 @@ std::string declared_encoding(std::string_view bytes)
   return name;
 }
 
-// Whether all of the markup stands in the bytes as it does in ASCII.
+// Whether the encoding writes all markup with the bytes that ASCII has for it.
 bool has_plain_markup(std::string_view bytes)
 {
   constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
@@ -59,8 +59,8 @@ int count_attributes(std::string_view bytes)
   return count;
 }
 
-// "<" stands nowhere but at the start of markup, and where it is mere text of a
-// comment, too much is counted rather than too little.
+// In XML, "<" only starts markup. Inside a comment it is text; the count is then too high,
+// never too low.
 bool has_large_tag(std::string_view bytes)
 {
   std::size_t start = bytes.find('<');
