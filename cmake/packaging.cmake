@@ -3,7 +3,8 @@
 # packages; what `cpack` needs stands in tools/packages.
 set(app_id org.mavo.offline-survey-entry)
 set(packaging_dir ${PROJECT_BINARY_DIR}/packaging)
-foreach(file mavo-survey ${app_id}.metainfo.xml mavo-survey.1 debian/changelog debian/copyright)
+foreach(file mavo-survey ${app_id}.metainfo.xml mavo-survey.1 mavo-data.1 mavo-surveys.1
+    debian/changelog debian/copyright)
   configure_file(packaging/${file}.in ${packaging_dir}/${file} @ONLY)
 endforeach()
 
@@ -14,7 +15,10 @@ install(FILES packaging/${app_id}.desktop DESTINATION share/applications)
 install(FILES ${packaging_dir}/${app_id}.metainfo.xml DESTINATION share/metainfo)
 install(FILES packaging/${app_id}.mime.xml DESTINATION share/mime/packages
   RENAME ${app_id}.xml)
-install(FILES ${packaging_dir}/mavo-survey.1 DESTINATION share/man/man1)
+install(FILES ${packaging_dir}/mavo-survey.1 ${packaging_dir}/mavo-data.1
+  ${packaging_dir}/mavo-surveys.1 DESTINATION share/man/man1)
+install(FILES packaging/bash-completion/mavo-data packaging/bash-completion/mavo-surveys
+  DESTINATION share/bash-completion/completions)
 
 # install_icon(PLACE IMAGE...): the SVGs and PNGs of an icon; PLACE is the
 # directory of the theme and the icon's name in it. A symbolic SVG gets the
@@ -44,7 +48,7 @@ install_icon(apps/${app_id} ${logos})
 install_icon(mimetypes/application-vnd.mavo.survey+xml ${documents})
 
 # Only of the Debian package, and installed after all else: Debian wants its
-# documents, and the manual page, compressed as far as can be.
+# documents, and the manual pages, compressed as far as can be.
 set(debian_only COMPONENT debian EXCLUDE_FROM_ALL)
 install(FILES ${packaging_dir}/debian/changelog DESTINATION share/doc/mavo-survey
   RENAME changelog.Debian ${debian_only})
@@ -54,6 +58,8 @@ install(FILES packaging/debian/lintian-overrides DESTINATION share/lintian/overr
 install(CODE [[
   execute_process(COMMAND gzip -9 --no-name --force
       $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/man/man1/mavo-survey.1
+      $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/man/man1/mavo-data.1
+      $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/man/man1/mavo-surveys.1
       $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/share/doc/mavo-survey/changelog.Debian
     COMMAND_ERROR_IS_FATAL ANY)
 ]] ${debian_only})

@@ -22,7 +22,7 @@ endfunction()
 survey_precompile(plain_headers
   HEADERS <giomm.h> <glibmm.h> <functional> <map> <string> <vector>
   LIBRARIES PkgConfig::GIOMM
-  TARGETS survey_core survey_data survey_store_plain)
+  TARGETS survey_core survey_data survey_store_plain survey_cli)
 survey_precompile(toolkit_headers
   HEADERS <gtkmm.h> <libxml++/libxml++.h> <functional> <map> <string> <vector>
   LIBRARIES PkgConfig::GTKMM PkgConfig::LIBXMLPP

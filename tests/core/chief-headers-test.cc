@@ -21,11 +21,9 @@ struct Folder {
   const char* chief;
 };
 
-constexpr Folder folders[] = {{"core", "misc.h"},
-                              {"data", "survey-data.h"},
-                              {"server", "server.h"},
-                              {"store", "survey-store.h"},
-                              {"ui", "survey-ui.h"}};
+constexpr Folder folders[] = {
+    {"cli", "cli.h"},       {"core", "misc.h"},          {"data", "survey-data.h"},
+    {"server", "server.h"}, {"store", "survey-store.h"}, {"ui", "survey-ui.h"}};
 
 } // namespace
 

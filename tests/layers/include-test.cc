@@ -21,8 +21,10 @@ struct Layer {
   const char* folder;
   std::vector<const char*> libraries;
 };
-const std::array<Layer, 3> layers{
-    {{"core", {"pango/"}}, {"data", {}}, {"store", {"libxml++/", "libxml/"}}}};
+const std::array<Layer, 4> layers{{{"core", {"pango/"}},
+                                   {"data", {}},
+                                   {"store", {"libxml++/", "libxml/"}},
+                                   {"cli", {"libxml++/", "libxml/"}}}};
 
 // Prefixes of headers that only some layers, or none, may include.
 const std::array<const char*, 8> restricted = {"gtk",     "gdk",   "libsoup/", "libxml++/",

@@ -77,6 +77,8 @@ class Package(unittest.TestCase):
         paths = {path for *_, path in self.contents()}
         for path in (
             "usr/bin/mavo-survey",
+            "usr/bin/mavo-data",
+            "usr/bin/mavo-surveys",
             "usr/lib/mavo-survey/MacOS/mavo-survey",
             "usr/lib/mavo-survey/MacOS/mavo-survey-env-setup.sh",
             "usr/lib/mavo-survey/resources/survey-ui.glade",
@@ -86,6 +88,10 @@ class Package(unittest.TestCase):
             f"usr/share/mime/packages/{APP_ID}.xml",
             f"usr/share/icons/hicolor/scalable/apps/{APP_ID}.svg",
             "usr/share/man/man1/mavo-survey.1.gz",
+            "usr/share/man/man1/mavo-data.1.gz",
+            "usr/share/man/man1/mavo-surveys.1.gz",
+            "usr/share/bash-completion/completions/mavo-data",
+            "usr/share/bash-completion/completions/mavo-surveys",
             "usr/share/doc/mavo-survey/copyright",
             "usr/share/doc/mavo-survey/changelog.Debian.gz",
         ):
