@@ -3,9 +3,8 @@
 #include "core/message-dialog.h"
 #include "core/thrown-text.h"
 #include "store/file-identity.h"
+#include "store/show-survey.h"
 #include "store/survey-file-dialog.h"
-#include "store/survey-loader.h"
-#include "store/survey-reader.h"
 #include "store/unlisted-year.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
@@ -63,10 +62,9 @@ void SurveyWindow::on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk
 RetCode SurveyWindow::do_open(std::string path)
 {
   try {
-    SurveyParser parser;
-    const xmlpp::Node* const survey_element = parse_survey_file(parser, path);
+    const SurveyReading reading = read_survey_elements(path);
     survey = SurveyData();
-    SurveyLoader(*this).load(survey_element);
+    show_survey(reading, *this);
     remember_as_unchanged(); // whatever format or program the file is from
     show_loaded_species();
     notebook->set_current_page(confirm_panel->page);
@@ -97,8 +95,7 @@ void SurveyWindow::set_survey_is_uploaded()
   uploaded_bar->show();
   for (auto* button : {save_button, upload_button, ready_button})
     button->set_sensitive(false);
-  member_panel->member_id->set_sensitive(false);
-  member_panel->last_name->set_sensitive(false);
+  fields.lock(*member_panel);
   survey_panel1->disable_inputs();
   survey_panel2->disable_inputs();
   confirm_panel->confirm_bottom_time->set_sensitive(false);

@@ -5,6 +5,7 @@
 #include "store/file-identity.h"
 #include "store/replace-file.h"
 #include "store/survey-document.h"
+#include "store/survey-fields.h"
 #include "store/survey-file-name.h"
 #include "store/unlisted-year.h"
 #include "ui/confirm-panel.h"
@@ -34,35 +35,6 @@ Glib::ustring failure_text()
 bool same_bytes(const Glib::ustring& a, const Glib::ustring& b)
 {
   return a.raw() == b.raw(); // == of ustring collates: slow, and for other purposes
-}
-
-void take_member_and_place(SurveyForm& form, const SurveyWindow& window)
-{
-  const SurveyPanel1& panel = *window.survey_panel1;
-  form.member_id = window.member_panel->get_member_id();
-  form.last_name = window.member_panel->get_last_name();
-  form.subregion = window.survey.subregion;
-  form.survey_subtype = panel.survey_subtype->get_id();
-  form.year = panel.year->get_id();
-  form.month = panel.month->get_id();
-  form.mday = panel.mday->get_id();
-  form.dive_start = panel.dive_start->get_id();
-  form.zonecode = panel.get_zonecode();
-}
-
-void take_conditions(SurveyForm& form, const SurveyWindow& window)
-{
-  const SurveyPanel2& panel = *window.survey_panel2;
-  form.surface_temp = trim_ws(panel.surface_temp->get_text());
-  form.bottom_temp = trim_ws(panel.bottom_temp->get_text());
-  form.temp_units = panel.get_temp_units_short();
-  form.bottom_time = trim_ws(panel.bottom_time->get_text());
-  form.bottom_time_confirmed = window.confirm_panel->confirm_bottom_time->get_active();
-  form.visibility = panel.visibility->get_id();
-  form.avg_depth = panel.avg_depth->get_id();
-  form.max_depth = panel.max_depth->get_id();
-  form.current = panel.current->get_id();
-  form.habitat = panel.habitat->get_id();
 }
 
 std::string natural_base_name(const SurveyWindow& window)
@@ -229,27 +201,29 @@ int ask_about_unsaved_changes(const Glib::ustring& doing_what)
 
 } // namespace
 
-SurveyForm SurveyWindow::survey_form() const
+Survey SurveyWindow::entered_survey() const
 {
-  SurveyForm form;
-  take_member_and_place(form, *this);
-  take_conditions(form, *this);
-  form.species_view = listed_panel->species_view->get_id();
-  return form;
+  Survey entered;
+  for (const SurveyField& field : survey_fields()) {
+    const bool has_input = field.kind != FieldKind::location;
+    set_field_text(field, has_input ? fields.text(field) : survey.subregion, entered);
+  }
+  entered.bottom_time_confirmed = confirm_panel->confirm_bottom_time->get_active();
+  return entered;
 }
 
 RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_member)
 {
   error_text.clear();
   try {
-    SurveyForm form = survey_form();
+    Survey entered = entered_survey();
     if (omit_member) {
-      form.member_id.clear();
-      form.last_name.clear();
+      entered.member_id.clear();
+      entered.last_name.clear();
     }
     const Glib::ustring platform = software_platform();
-    const auto sightings = species_sightings(survey, *reference_data.abundance_choices);
-    survey.xml_current = survey_document(form, sightings, platform);
+    entered.species = species_sightings(survey, *reference_data.abundance_choices);
+    survey.xml_current = survey_document(entered, platform);
     return RET_SUCCESS;
   } catch (...) {
     error_text = thrown_text("Unknown xml-generation error (sorry!)",
@@ -260,12 +234,10 @@ RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_m
 
 Glib::ustring SurveyWindow::entered_text() const
 {
-  std::vector<SpeciesSighting> species;
-  for (const auto& [id, abundance] : survey.abundances) {
-    if (abundance != 0)
-      species.push_back({id, abundance, 0});
-  }
-  return survey_document(survey_form(), species, "");
+  Survey entered = entered_survey();
+  for (const auto& [id, abundance] : survey.abundances)
+    entered.species.push_back({id, abundance, 0});
+  return survey_document(entered, "");
 }
 
 RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)

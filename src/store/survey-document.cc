@@ -4,12 +4,12 @@
 #include "core/version.h"
 #include "data/region-fish-info.h"
 #include "data/region.h"
+#include "store/survey-fields.h"
 #include "store/survey-xml-info.h"
 
 #include <libxml++/document.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <string>
 
@@ -65,24 +65,12 @@ Glib::ustring xml_text(const Glib::ustring& text)
   return kept;
 }
 
-Glib::ustring padded(int number, int width)
-{
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%0*d", width, number);
-  return text.data();
-}
-
 xmlpp::Element* add_text(xmlpp::Element* parent, const Glib::ustring& name,
                          const Glib::ustring& text)
 {
   xmlpp::Element* const element = parent->add_child(name);
   element->add_child_text(xml_text(text));
   return element;
-}
-
-void add_id(xmlpp::Element* parent, const Glib::ustring& name, int id)
-{
-  add_text(parent, name, std::to_string(id));
 }
 
 xmlpp::Element* add_root(xmlpp::Document& document, const Glib::ustring& platform)
@@ -96,36 +84,20 @@ xmlpp::Element* add_root(xmlpp::Document& document, const Glib::ustring& platfor
   return root;
 }
 
-void add_member_place_and_time(xmlpp::Element* element, const SurveyForm& form)
+void add_fields(xmlpp::Element* element, const Survey& survey)
 {
-  add_text(element, "member_id", form.member_id);
-  add_text(element, "last_name", form.last_name);
-  add_text(element, "subregion", form.subregion);
-  add_id(element, "survey_subtype", form.survey_subtype);
-  add_text(element, "year", padded(form.year, 4));
-  add_text(element, "month", padded(form.month, 2));
-  add_text(element, "mday", padded(form.mday, 2));
-  add_id(element, "dive_start", form.dive_start);
-  add_text(element, "zonecode", form.zonecode);
-}
-
-void add_conditions(xmlpp::Element* element, const SurveyForm& form)
-{
-  add_text(element, "surface_temp", form.surface_temp);
-  add_text(element, "bottom_temp", form.bottom_temp);
-  add_text(element, "temp_units", form.temp_units.empty() ? "F" : form.temp_units);
-  add_text(element, "bottom_time", form.bottom_time)
-      ->set_attribute("confirmed", form.bottom_time_confirmed ? "1" : "0");
-  add_id(element, "visibility", form.visibility);
-  add_id(element, "avg_depth", form.avg_depth);
-  add_id(element, "max_depth", form.max_depth);
-  add_id(element, "current", form.current);
-  add_id(element, "habitat", form.habitat);
+  for (const SurveyField& field : survey_fields()) {
+    xmlpp::Element* const added = add_text(element, field.name, field_text(field, survey));
+    if (field.kind == FieldKind::bottom_time)
+      added->set_attribute("confirmed", survey.bottom_time_confirmed ? "1" : "0");
+  }
 }
 
 void add_species(xmlpp::Element* ids, const std::vector<SpeciesSighting>& sightings)
 {
   for (const SpeciesSighting& sighting : sightings) {
+    if (sighting.abun == 0)
+      continue;
     xmlpp::Element* const element = ids->add_child("species");
     element->set_attribute("id", padded(sighting.id, 4));
     element->set_attribute("abun", std::to_string(sighting.abun));
@@ -163,14 +135,11 @@ Glib::ustring software_platform()
   return line;
 }
 
-Glib::ustring survey_document(const SurveyForm& form, const std::vector<SpeciesSighting>& species,
-                              const Glib::ustring& platform)
+Glib::ustring survey_document(const Survey& survey, const Glib::ustring& platform)
 {
   xmlpp::Document document("1.0");
-  xmlpp::Element* const survey = add_root(document, platform)->add_child("survey");
-  add_member_place_and_time(survey, form);
-  add_conditions(survey, form);
-  add_id(survey, "species_view", form.species_view);
-  add_species(survey->add_child("ids"), species);
+  xmlpp::Element* const element = add_root(document, platform)->add_child("survey");
+  add_fields(element, survey);
+  add_species(element->add_child("ids"), survey.species);
   return document.write_to_string_formatted("UTF-8");
 }

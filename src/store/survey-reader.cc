@@ -3,7 +3,6 @@
 #include "core/c-resource.h"
 #include "core/file-contents.h"
 #include "core/number.h"
-#include "core/report.h"
 #include "store/survey-xml-info.h"
 
 #include <fcntl.h>
@@ -16,8 +15,6 @@
 
 #include <cctype>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <optional>
 #include <utility>
@@ -188,29 +185,6 @@ void check_texts(const xmlpp::Node& survey)
       throw Glib::ustring(too_large);
 }
 
-// Whether a number is beyond the range of int: as an id it would become that of
-// another species.
-bool loses_digits(const Glib::ustring& number)
-{
-  return std::strtol(number.c_str(), nullptr, 10) != to_int(number);
-}
-
-void read_sighting(const xmlpp::Node& species, std::map<int, int>& abundances)
-{
-  if (species.get_name().raw() != "species")
-    throw "MAVO Survey has a problem - unknown tag \"" + species.get_name() + "\" in ids section";
-  const int id = get_numeric_attr(&species, "id");
-  const int abundance = get_numeric_attr(&species, "abun");
-  // A number that cannot be read is 0, too.
-  const bool is_zero = abundance == 0 && get_attr(&species, "abun").raw() == "0";
-  if (id <= 0 || loses_digits(get_attr(&species, "id")) || (abundance <= 0 && !is_zero))
-    throw "MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
-        std::to_string(abundance) + ") for species";
-  if (debug_level > 2)
-    printf("loading: species id %d abun %d\n", id, abundance);
-  abundances[id] = abundance;
-}
-
 } // namespace
 
 Glib::ustring get_attr(const xmlpp::Node* node, const Glib::ustring& name)
@@ -247,11 +221,4 @@ const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& pa
     throw Glib::ustring("MAVO Survey has a problem - missing 'survey' tag");
   check_texts(*survey);
   return survey;
-}
-
-void read_sightings(const xmlpp::Node& ids, std::map<int, int>& abundances)
-{
-  for (const xmlpp::Node* node = ids.get_first_child(); node; node = node->get_next_sibling())
-    if (!is_white_space(node))
-      read_sighting(*node, abundances);
 }

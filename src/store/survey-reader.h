@@ -5,7 +5,6 @@
 #include <glibmm/ustring.h>
 #include <libxml++/nodes/element.h>
 
-#include <map>
 #include <string>
 
 // Small helpers on nodes of a survey document. A null node gives the empty value.
@@ -27,8 +26,3 @@ bool is_white_space(const xmlpp::Node* node);
 // draws text from other files is refused, as it could only be read in part. So
 // is a file that holds more than survey_limits allows, and what is no plain file.
 const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path);
-
-// Enters what the children of the "ids" element say into `abundances`, species
-// id to abundance; a species that comes twice has the last one. Throws a text
-// at the first child that is wrong.
-void read_sightings(const xmlpp::Node& ids, std::map<int, int>& abundances);

@@ -110,12 +110,10 @@ void SurveyPanel1::place_zones()
 
 void SurveyPanel1::disable_inputs()
 {
-  Gtk::Widget* const widgets[] = {subregion, survey_subtype, month,           mday,
-                                  year,      dive_start,     zonecode,        zone_name_status,
-                                  zone_name, zone_search,    no_geog_matches, geog_tree};
-  for (auto* widget : widgets)
-    widget->set_sensitive(false);
-  zone_search->set_sensitive(true);
+  window->fields.lock(*this);
+  for (auto* label : {zone_name_status, zone_name, no_geog_matches})
+    label->set_sensitive(false);
+  zone_search->set_sensitive(true); // insensitive while there is no location
   geog_tree->set_sensitive(true);
 }
 

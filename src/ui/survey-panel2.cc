@@ -14,11 +14,6 @@
 
 namespace {
 
-void fill_from(DropDownBox* box, const FromCSV::Def& choices)
-{
-  box->init(choices.values, choices.labels, -1, 0);
-}
-
 bool shows_snorkel(const DropDownBox* depth)
 {
   return depth->get_label().raw() == MAGIC_SNORKEL_DEPTH.raw();
@@ -106,11 +101,7 @@ void SurveyPanel2::fill_boxes()
   temp_units->init({{0, "Fahrenheit"}, {1, "Celsius"}}, -1);
   temp_units->set_active(0);
 
-  auto& defs = window->reference_data.data_defs->defs;
-  fill_from(visibility, defs["visibility"]);
-  fill_from(avg_depth, defs["depth"]);
-  fill_from(max_depth, defs["depth"]);
-  fill_from(current, defs["current"]);
+  window->fields.fill_boxes(*window->reference_data.data_defs);
   habitat->opens_beside = true; // the descriptions below tell what to choose
   habitat->set_active(0);       // without effect, unless the definition file offers habitats
 }
@@ -122,7 +113,8 @@ RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
     return RET_INTERNAL_ERROR;
 
   HabitatInfo& info = *window->reference_data.habitat_info;
-  fill_from(habitat, info.region_habitats[region]);
+  const auto& offered = info.region_habitats[region];
+  habitat->init(offered.values, offered.labels, -1, 0);
   habitat_descr->set_markup(habitats_markup(info, info.region_habitat_ids[region]));
   return RET_SUCCESS;
 }
@@ -151,12 +143,9 @@ Glib::ustring SurveyPanel2::get_temp_units_short() const
 
 void SurveyPanel2::disable_inputs()
 {
-  Gtk::Widget* const widgets[] = {sp2_instructions, surface_temp, optional1,       bottom_temp,
-                                  optional2,        temp_units,   bottom_time,     visibility,
-                                  label_avg_depth,  avg_depth,    label_max_depth, max_depth,
-                                  current,          habitat,      habitat_descr};
-  for (auto* widget : widgets)
-    widget->set_sensitive(false);
+  window->fields.lock(*this);
+  for (auto* label : {optional1, optional2, label_avg_depth, label_max_depth})
+    label->set_sensitive(false);
   sp2_instructions->set_sensitive(true); // still to be read
   habitat_descr->set_sensitive(true);
 }

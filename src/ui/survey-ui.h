@@ -8,6 +8,7 @@
 #include "ui/date-check.h"
 #include "ui/displayed-cell.h"
 #include "ui/drop-down-box.h"
+#include "ui/field-widgets.h"
 #include "ui/geog-tree-columns.h"
 #include "ui/listed-panel.h"
 #include "ui/member-panel.h"

@@ -142,6 +142,7 @@ void SurveyWindow::make_panels(const Glib::RefPtr<Gtk::Builder>& builder)
 {
   while (notebook->get_n_pages() > 0)
     notebook->remove_page(0);
+  fields.find(builder);
   // Before the notebook itself turns the page.
   notebook->signal_switch_page().connect(sigc::ptr_fun(show_contents), false);
   make_panel(builder, start_panel, "start_panel", "Start/Open Survey");

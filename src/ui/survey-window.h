@@ -3,8 +3,9 @@
 #include "core/my-app.h"
 #include "core/report.h"
 #include "data/reference-data.h"
-#include "store/survey-document.h"
 #include "store/survey-record.h"
+#include "store/survey.h"
+#include "ui/field-widgets.h"
 #include "ui/species-columns.h"
 #include "ui/window-place.h"
 
@@ -140,8 +141,8 @@ public:
 
   // --- document and store (src/store) ---
 
-  // What the panels hold now.
-  SurveyForm survey_form() const;
+  // What the panels hold now, without the species.
+  Survey entered_survey() const;
   // Writes the document of the panels' state into survey.xml_current. On
   // failure the reason is in `error_text`, and xml_current stays.
   RetCode generate_xml_string(Glib::ustring& error_text, bool omit_member);
@@ -188,6 +189,7 @@ public:
   // Those of the application are of newer data once an update has been installed.
   ReferenceData reference_data;
   SurveyData survey;
+  FieldWidgets fields; // of the panels below
   Gtk::Notebook* notebook = nullptr;
   Gtk::Button* save_button = nullptr;
   Gtk::Button* ready_button = nullptr;

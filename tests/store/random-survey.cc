@@ -3,6 +3,7 @@
 #include "data/data-defs.h"
 #include "data/habitat-info.h"
 #include "data/region-info.h"
+#include "store/survey-fields.h"
 
 #include <algorithm>
 #include <iterator>
@@ -64,11 +65,11 @@ void RandomSurveys::choose_type(RandomSurvey& survey)
   survey.data.abundance_choices = tables.abundances.find_subtype(survey.form.survey_subtype);
 }
 
-void RandomSurveys::choose_time(SurveyForm& form)
+void RandomSurveys::choose_time(Survey& form)
 {
   form.member_id = words(6);
   form.last_name = words(12);
-  form.year = seldom() ? 0 : 1993 + below(28); // years that the box offers
+  form.year = padded(seldom() ? 0 : 1993 + below(28), 4); // years that the box offers
   form.month = below(13);
   form.mday = below(32);
   form.dive_start = one_of(tables.defs.defs["divestart"].values, -1);
@@ -76,7 +77,7 @@ void RandomSurveys::choose_time(SurveyForm& form)
 
 void RandomSurveys::choose_conditions(RandomSurvey& survey)
 {
-  SurveyForm& form = survey.form;
+  Survey& form = survey.form;
   form.surface_temp = seldom() ? words(3) : Glib::ustring(std::to_string(below(90)));
   form.bottom_temp = seldom() ? words(3) : Glib::ustring(std::to_string(below(90)));
   form.temp_units = below(2) == 0 ? "F" : "C";

@@ -20,7 +20,7 @@ struct SurveyTables {
 
 // A survey that a user could have entered.
 struct RandomSurvey {
-  SurveyForm form;
+  Survey form;
   SurveyData data; // place, type and species
 };
 
@@ -42,7 +42,7 @@ private:
   int one_of(const std::vector<int>& ids, int none);
   void choose_place(RandomSurvey& survey);
   void choose_type(RandomSurvey& survey);
-  void choose_time(SurveyForm& form);
+  void choose_time(Survey& form);
   void choose_conditions(RandomSurvey& survey);
   void see_species(RandomSurvey& survey);
   std::vector<int> classes_of(const RandomSurvey& survey, int invertebratetype) const;

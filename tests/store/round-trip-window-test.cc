@@ -37,19 +37,19 @@ Glib::ustring file_name_part(const Glib::ustring& text)
   return bytes;
 }
 
-void enter_place_and_time(SurveyWindow& window, const SurveyForm& form)
+void enter_place_and_time(SurveyWindow& window, const Survey& form)
 {
   SurveyPanel1& panel = *window.survey_panel1;
   panel.setup_for_subregion(form.subregion);
   panel.survey_subtype->set_id(form.survey_subtype);
-  panel.year->set_id(form.year);
+  panel.year->set_label(form.year);
   panel.month->set_id(form.month);
   panel.mday->set_id(form.mday);
   panel.dive_start->set_id(form.dive_start);
   panel.zonecode->set_text(file_name_part(form.zonecode));
 }
 
-void enter_conditions(SurveyWindow& window, const SurveyForm& form)
+void enter_conditions(SurveyWindow& window, const Survey& form)
 {
   SurveyPanel2& panel = *window.survey_panel2;
   panel.surface_temp->set_text(form.surface_temp);

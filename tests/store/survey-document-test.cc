@@ -12,14 +12,14 @@
 
 namespace {
 
-SurveyForm full_form()
+Survey full_form()
 {
-  SurveyForm form;
+  Survey form;
   form.member_id = "1234";
   form.last_name = "Núñez";
   form.subregion = "PNW";
   form.survey_subtype = 3;
-  form.year = 2021;
+  form.year = "2021";
   form.month = 6;
   form.mday = 30;
   form.dive_start = 9;
@@ -60,20 +60,20 @@ Glib::ustring platform_on(const std::string& search_path)
 
 TEST(SurveyDocument, OfAnEmptyFormHasEveryElement)
 {
-  EXPECT_EQ(expected_document("empty.xml"), survey_document({}, {}, "").raw());
+  EXPECT_EQ(expected_document("empty.xml"), survey_document({}, "").raw());
 }
 
 TEST(SurveyDocument, HoldsEverythingInItsOrder)
 {
+  Survey survey = full_form();
+  survey.species = {{10, 2, 302}, {11, 0, 0}, {21, 1, 990}, {12345, 1, 301}};
   EXPECT_EQ(expected_document("full.xml"),
-            survey_document(full_form(), {{10, 2, 302}, {21, 1, 990}, {12345, 1, 301}},
-                            "Linux reef 6.1.0 #1 SMP x86_64")
-                .raw());
+            survey_document(survey, "Linux reef 6.1.0 #1 SMP x86_64").raw());
 }
 
 TEST(SurveyDocument, HoldsAnyTextThatXmlCanHoldAndDropsTheRest)
 {
-  SurveyForm form;
+  Survey form;
   form.member_id = "1&2";
   form.last_name = "<b>O'Hara \"Jo\"</b>\tx";
   form.zonecode = "a\nb";
@@ -81,16 +81,15 @@ TEST(SurveyDocument, HoldsAnyTextThatXmlCanHoldAndDropsTheRest)
   form.bottom_temp = "\xff"
                      "1"; // not UTF-8
   form.bottom_time = "\xf0\x9f\x90\x9f";
-  EXPECT_EQ(expected_document("odd-characters.xml"),
-            survey_document(form, {}, "a <b> & \"c\"").raw());
+  EXPECT_EQ(expected_document("odd-characters.xml"), survey_document(form, "a <b> & \"c\"").raw());
 }
 
 TEST(SurveyDocument, KeepsCarriageReturnsThroughAFile)
 {
-  SurveyForm form;
+  Survey form;
   form.last_name = "a\r\nb\rc";
   DataSet directory;
-  directory.file("survey", survey_document(form, {}, "").raw());
+  directory.file("survey", survey_document(form, "").raw());
   SurveyParser parser;
   const xmlpp::Node* survey = parse_survey_file(parser, directory.dir + "survey");
   EXPECT_EQ("a\r\nb\rc", get_content(survey->get_first_child("last_name")));
@@ -99,16 +98,15 @@ TEST(SurveyDocument, KeepsCarriageReturnsThroughAFile)
 TEST(SurveyDocument, IsTheSameTextForTheSameSurvey)
 {
   const Glib::ustring platform = software_platform();
-  EXPECT_EQ(survey_document(full_form(), {}, platform).raw(),
-            survey_document(full_form(), {}, software_platform()).raw());
+  EXPECT_EQ(survey_document(full_form(), platform).raw(),
+            survey_document(full_form(), software_platform()).raw());
 }
 
 TEST(SurveyDocument, IsFahrenheitWithoutAUnit)
 {
-  SurveyForm form;
+  Survey form;
   form.temp_units = "";
-  EXPECT_NE(std::string::npos,
-            survey_document(form, {}, "").raw().find("<temp_units>F</temp_units>"));
+  EXPECT_NE(std::string::npos, survey_document(form, "").raw().find("<temp_units>F</temp_units>"));
 }
 
 TEST(SoftwarePlatform, IsTheFirstLineOfUname)

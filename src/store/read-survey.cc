@@ -1,0 +1,144 @@
+#include "store/read-survey.h"
+
+#include "core/number.h"
+#include "store/survey-reader.h"
+
+#include <cstdlib>
+#include <map>
+
+namespace {
+
+// Whether a number is beyond the range of int: as an id it would become that of
+// another species.
+bool loses_digits(const Glib::ustring& number)
+{
+  return std::strtol(number.c_str(), nullptr, 10) != to_int(number);
+}
+
+SpeciesSighting read_sighting(const xmlpp::Node& node)
+{
+  if (node.get_name().raw() != "species")
+    throw "MAVO Survey has a problem - unknown tag \"" + node.get_name() + "\" in ids section";
+  const int id = get_numeric_attr(&node, "id");
+  const int abundance = get_numeric_attr(&node, "abun");
+  // A number that cannot be read is 0, too.
+  const bool is_zero = abundance == 0 && get_attr(&node, "abun").raw() == "0";
+  if (id <= 0 || loses_digits(get_attr(&node, "id")) || (abundance <= 0 && !is_zero))
+    throw Glib::ustring("MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
+                        std::to_string(abundance) + ") for species");
+  return {id, abundance, get_numeric_attr(&node, "resp")};
+}
+
+// Collects what the children of the "survey" element say.
+class ElementReader
+{
+public:
+  explicit ElementReader(std::vector<SurveyElement>& the_elements) : elements(the_elements) {}
+
+  // Throws a text if the element is wrong.
+  void read(const xmlpp::Node& node)
+  {
+    const Glib::ustring name = node.get_name();
+    if (name.raw() == "ids")
+      read_species(node);
+    else if (name.raw() == "depth")
+      read_single_depth(node);
+    else if (const SurveyField* const field = find_survey_field(name))
+      read_field(node, *field);
+    else
+      throw "MAVO Survey has unknown tag '" + name + "'";
+  }
+
+private:
+  void read_field(const xmlpp::Node& node, const SurveyField& field)
+  {
+    SurveyElement element;
+    element.field = &field;
+    element.text = get_content(&node);
+    if (field.kind == FieldKind::bottom_time)
+      element.confirmed = get_numeric_attr(&node, "confirmed") != 0;
+    if (field.kind == FieldKind::location)
+      single_depth_is_maximum = element.text.raw() == "PNW" || element.text.raw() == "CAL";
+    elements.push_back(element);
+  }
+
+  void read_single_depth(const xmlpp::Node& node)
+  {
+    SurveyElement element;
+    element.field = find_survey_field(single_depth_is_maximum ? "max_depth" : "avg_depth");
+    element.emptied = find_survey_field(single_depth_is_maximum ? "avg_depth" : "max_depth");
+    element.text = get_content(&node);
+    elements.push_back(element);
+  }
+
+  void read_species(const xmlpp::Node& ids)
+  {
+    for (const xmlpp::Node* node = ids.get_first_child(); node; node = node->get_next_sibling()) {
+      if (is_white_space(node))
+        continue;
+      SurveyElement element;
+      element.species = read_sighting(*node);
+      elements.push_back(element);
+    }
+  }
+
+  std::vector<SurveyElement>& elements;
+  bool single_depth_is_maximum = false; // in the location that was read last
+};
+
+// Enters the value of a field. Throws a text if a location is wrong.
+void enter(const SurveyElement& element, bool follows_species, Survey& survey)
+{
+  const SurveyField& field = *element.field;
+  if (field.kind == FieldKind::location)
+    check_location(element.text, follows_species);
+  if (element.emptied)
+    set_field_text(*element.emptied, "-1", survey);
+  set_field_text(field, element.text, survey);
+  if (field.kind == FieldKind::bottom_time)
+    survey.bottom_time_confirmed = element.confirmed;
+}
+
+} // namespace
+
+SurveyReading read_survey_elements(const std::string& path)
+{
+  SurveyParser parser;
+  const xmlpp::Node* const survey = parse_survey_file(parser, path);
+  SurveyReading reading;
+  ElementReader reader(reading.elements);
+  try {
+    for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling())
+      if (!is_white_space(node))
+        reader.read(*node);
+  } catch (const Glib::ustring& fault) {
+    reading.fault = fault;
+  }
+  return reading;
+}
+
+void check_location(const Glib::ustring& code, bool follows_species)
+{
+  if (code.empty())
+    throw Glib::ustring("MAVO Survey names no location");
+  if (follows_species)
+    throw Glib::ustring("MAVO Survey has species in front of its location");
+}
+
+Survey read_survey(const std::string& path)
+{
+  const SurveyReading reading = read_survey_elements(path);
+  Survey survey;
+  std::map<int, SpeciesSighting> species; // one that comes twice has the last abundance
+  for (const SurveyElement& element : reading.elements) {
+    if (element.field)
+      enter(element, !species.empty(), survey);
+    else
+      species[element.species.id] = element.species;
+  }
+  if (!reading.fault.empty())
+    throw Glib::ustring(reading.fault);
+  for (const auto& [id, sighting] : species)
+    survey.species.push_back(sighting);
+  return survey;
+}
