@@ -7,11 +7,16 @@
 #include "core/widget-helpers.h"
 
 #include <gdk/gdk.h>
+#include <gdkmm/display.h>
+#include <gdkmm/monitor.h>
 #include <gdkmm/pixbuf.h>
 #include <gtkmm/box.h>
+#include <gtkmm/buttonbox.h>
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,6 +31,13 @@ constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
 constexpr int scrolled_width = 500; // pixels
 constexpr int scrolled_height = 300;
+constexpr int least_scrolled_height = 80;
+// Room for what a window manager draws around a dialog, in pixels.
+constexpr int frame_width = 20;
+constexpr int frame_height = 60;
+// Characters in a line of the text.
+constexpr int widest_line = 60;
+constexpr int narrowest_line = 20;
 
 // The window that the user works in: the newest modal one, which shuts off all
 // others, else the active one, else the newest. Null if none is shown.
@@ -106,20 +118,74 @@ void prepare_label(Gtk::Widget& widget)
   break_anywhere(*label);
 }
 
-// Puts scroll bars around the dialog's text.
-void make_scrollable(Gtk::MessageDialog& dialog)
+struct Size {
+  int width;
+  int height;
+};
+
+Size least_size(const Gtk::Widget& widget)
+{
+  Gtk::Requisition least;
+  Gtk::Requisition natural;
+  widget.get_preferred_size(least, natural);
+  return {least.width, least.height};
+}
+
+Size natural_size(const Gtk::Widget& widget)
+{
+  Gtk::Requisition least;
+  Gtk::Requisition natural;
+  widget.get_preferred_size(least, natural);
+  return {natural.width, natural.height};
+}
+
+// How large a dialog of that window can be.
+Size room_on_screen(Gtk::Window* parent)
+{
+  const auto display = Gdk::Display::get_default();
+  const bool has_place = parent && parent->get_window();
+  const auto monitor =
+      has_place ? display->get_monitor_at_window(parent->get_window()) : display->get_monitor(0);
+  Gdk::Rectangle area;
+  monitor->get_workarea(area);
+  return {area.get_width() - frame_width, area.get_height() - frame_height};
+}
+
+// Puts scroll bars around the dialog's text, which gets the room that the rest leaves.
+void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
 {
   Gtk::Box* const area = dialog.get_message_area();
   auto* const texts = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL);
   for (auto* label : area->get_children())
     label->reparent(*texts);
   auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
-  scrolled->set_min_content_width(scrolled_width);
-  scrolled->set_min_content_height(scrolled_height);
-  scrolled->add(*texts);
   area->pack_start(*scrolled);
   texts->show();
   scrolled->show();
+  scrolled->set_min_content_width(std::min(scrolled_width, room.width / 2));
+  scrolled->set_min_content_height(least_scrolled_height);
+  const int left = room.height - least_size(dialog).height; // without the text, which takes long
+  scrolled->add(*texts);
+  scrolled->set_min_content_height(
+      std::clamp(least_scrolled_height + left, least_scrolled_height, scrolled_height));
+}
+
+// Buttons that do not fit side by side go below each other, lines become shorter, and a text
+// that is still too high is scrolled. All this happens with large letters on small screens.
+void fit_to_screen(Gtk::MessageDialog& dialog, const Size& room, bool needs_scrolling)
+{
+  if (least_size(*dialog.get_action_area()).width > room.width)
+    dialog.get_action_area()->set_orientation(Gtk::ORIENTATION_VERTICAL);
+  if (needs_scrolling)
+    return make_scrollable(dialog, room);
+  for (int characters = widest_line;
+       characters >= narrowest_line && natural_size(dialog).width > room.width; characters -= 5)
+    dialog.get_message_area()->foreach ([characters](Gtk::Widget& widget) {
+      if (auto* const label = dynamic_cast<Gtk::Label*>(&widget))
+        label->set_max_width_chars(characters);
+    });
+  if (natural_size(dialog).height > room.height)
+    make_scrollable(dialog, room);
 }
 
 } // namespace
@@ -141,12 +207,11 @@ int run_message(const Message& message)
   const Glib::ustring text = shown_text(message);
   Gtk::MessageDialog dialog(text, true, message.type, message.standard_buttons, message.modal);
   dialog.get_message_area()->foreach (sigc::ptr_fun(prepare_label));
-  if (is_large(text.raw()))
-    make_scrollable(dialog);
   if (parent)
     dialog.set_transient_for(*parent);
   for (const auto& button : message.buttons)
     dialog.add_button(button.label, button.response);
+  fit_to_screen(dialog, room_on_screen(parent), is_large(text.raw()));
   dialog.set_title(displayed_line(message.title));
   const auto icons = usable_icons();
   if (!icons.empty())

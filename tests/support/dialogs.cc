@@ -24,6 +24,17 @@ void collect_labels(Gtk::Widget& widget, Glib::ustring& text)
   }
 }
 
+// Fails the test if the dialog does not fit the screen, with its frame.
+void expect_on_screen(Gtk::Dialog& dialog)
+{
+  Gdk::Rectangle frame;
+  dialog.get_window()->get_frame_extents(frame);
+  Gdk::Rectangle screen;
+  dialog.get_display()->get_monitor_at_window(dialog.get_window())->get_workarea(screen);
+  EXPECT_LE(frame.get_width(), screen.get_width()) << dialog.get_title();
+  EXPECT_LE(frame.get_height(), screen.get_height()) << dialog.get_title();
+}
+
 // Hands on each dialog that comes up as long as it lives, once it has been laid
 // out and drawn. It is told of them by the toolkit and does not look around all
 // the time: a source that is always due would keep settle() from ending.
@@ -65,8 +76,10 @@ private:
     g_object_ref(shown);
     Glib::signal_idle().connect_once(
         [meet = meet, shown] {
-          if (*meet && gtk_widget_get_visible(GTK_WIDGET(shown)))
+          if (*meet && gtk_widget_get_visible(GTK_WIDGET(shown))) {
+            expect_on_screen(*Glib::wrap(shown));
             (*meet)(*Glib::wrap(shown));
+          }
           g_object_unref(shown);
         },
         Glib::PRIORITY_LOW);
