@@ -7,6 +7,7 @@
 #include "core/exception-report.h"
 #include "core/file-contents.h"
 #include "core/file-flush.h"
+#include "core/late-keys.h"
 #include "core/launch.h"
 #include "core/link-opener.h"
 #include "core/long-text.h"

@@ -1,5 +1,6 @@
 #include "core/my-app.h"
 
+#include "core/late-keys.h"
 #include "core/link-opener.h"
 #include "core/report.h"
 #include "core/url-handlers.h"
@@ -44,6 +45,7 @@ MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
     load_icons(icon_list);
   check_url_handlers();
   install_link_opener();
+  forward_late_keys();
 }
 
 MyApp::~MyApp() = default;

@@ -9,6 +9,7 @@
 #include "ui/unlisted-panel.h"
 
 #include <gtkmm/menuitem.h>
+#include <gtkmm/treeview.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -41,23 +42,51 @@ Gtk::MenuItem* make_item(const Glib::ustring& label)
   return item;
 }
 
-// Below the place on the screen, or above it where there is no room below: what is
-// there stays in sight.
-Gtk::Menu::SlotPositionCalc beside(const Gdk::Rectangle& place, Gtk::Menu& menu)
+// Where the last column of a row, which the menu fills in, is on the screen.
+Gdk::Rectangle place_on_screen(Gtk::TreeView& tree, const Gtk::TreePath& row)
 {
-  return [place, &menu](int& x, int& y, bool& push_in) {
-    Gtk::Requisition least;
-    Gtk::Requisition natural;
-    menu.get_preferred_size(least, natural);
-    Gdk::Rectangle screen;
-    const auto display = menu.get_display();
-    display->get_monitor_at_point(place.get_x(), place.get_y())->get_workarea(screen);
-    const int below = place.get_y() + place.get_height();
-    const bool has_room = below + natural.height <= screen.get_y() + screen.get_height();
-    x = place.get_x();
-    y = has_room ? below : place.get_y() - natural.height;
-    push_in = true;
-  };
+  const int last = static_cast<int>(tree.get_n_columns()) - 1;
+  Gdk::Rectangle cell;
+  tree.get_cell_area(row, *tree.get_column(last), cell);
+  int x = 0;
+  int y = 0;
+  tree.get_bin_window()->get_root_coords(cell.get_x(), cell.get_y(), x, y);
+  return {x, y, cell.get_width(), cell.get_height()};
+}
+
+struct Row {
+  Gtk::TreeView* tree;
+  Gtk::TreePath path;
+};
+
+// Below the row, or above it where there is no room below: the row stays in sight.
+void put_beside(GtkMenu* menu, gint* x, gint* y, gboolean* push_in, gpointer data)
+{
+  const auto& row = *static_cast<const Row*>(data);
+  const Gdk::Rectangle place = place_on_screen(*row.tree, row.path);
+  GtkRequisition natural;
+  gtk_widget_get_preferred_size(GTK_WIDGET(menu), nullptr, &natural);
+  Gdk::Rectangle screen;
+  const auto display = row.tree->get_display();
+  display->get_monitor_at_point(place.get_x(), place.get_y())->get_workarea(screen);
+  const int below = place.get_y() + place.get_height();
+  const bool has_room = below + natural.height <= screen.get_y() + screen.get_height();
+  *x = place.get_x();
+  *y = has_room ? below : place.get_y() - natural.height;
+  *push_in = TRUE;
+}
+
+// gtkmm frees a slot that computes the place after the first call. This menu computes it again
+// when it moves, so that its row belongs to it.
+void popup_beside(Gtk::Menu& menu, const Row& row, guint32 time)
+{
+  constexpr guint no_button = 0;
+  auto* const kept = new Row(row);
+  const auto destroy = [](gpointer data) { delete static_cast<Row*>(data); };
+  g_object_set_data_full(G_OBJECT(menu.gobj()), "row", kept, destroy);
+  G_GNUC_BEGIN_IGNORE_DEPRECATIONS // the newer functions do not take a place on the screen
+      gtk_menu_popup(menu.gobj(), nullptr, nullptr, put_beside, kept, no_button, time);
+  G_GNUC_END_IGNORE_DEPRECATIONS
 }
 
 // Chooses the item whose label alone begins with the letter or digit that a key types.
@@ -114,20 +143,35 @@ Gtk::Menu* SurveyWindow::make_abundance_menu(int subtype,
   return menu;
 }
 
-void SurveyWindow::popup_abundance_menu(int species_id, int button, guint32 time,
-                                        const Gdk::Rectangle& row)
+void SurveyWindow::popup_abundance_menu(int species_id, int button, guint32 time)
 {
-  abundance_target = species_id;
-  if (auto* menu = abundance_menu_for(species_id)) {
-    if (row.has_zero_area())
-      menu->popup(static_cast<guint>(button), time);
-    else
-      menu->popup(beside(row, *menu), static_cast<guint>(button), time);
+  if (auto* menu = prepare_abundance_menu(species_id))
+    menu->popup(static_cast<guint>(button), time);
+}
+
+void SurveyWindow::popup_abundance_menu_beside(Gtk::TreeView& tree, const Gtk::TreePath& row,
+                                               int species_id, guint32 time)
+{
+  auto* const menu = prepare_abundance_menu(species_id);
+  if (!menu)
     return;
-  }
-  error("The number seen of species %04d cannot be chosen, because the data files lack the "
-        "choices for it. Nothing has been changed.",
-        species_id);
+  menu_follows_row = tree.signal_draw().connect([menu](const Cairo::RefPtr<Cairo::Context>&) {
+    menu->reposition(); // which does nothing once it is closed
+    return false;
+  });
+  popup_beside(*menu, {&tree, row}, time);
+}
+
+Gtk::Menu* SurveyWindow::prepare_abundance_menu(int species_id)
+{
+  menu_follows_row.disconnect();
+  abundance_target = species_id;
+  auto* const menu = abundance_menu_for(species_id);
+  if (!menu)
+    error("The number seen of species %04d cannot be chosen, because the data files lack the "
+          "choices for it. Nothing has been changed.",
+          species_id);
+  return menu;
 }
 
 // Null if the reference data have no list for the species.

@@ -40,7 +40,8 @@ void NameFinder::make_field()
   entry->signal_activate().connect(sigc::mem_fun(*this, &NameFinder::on_activate));
   entry->signal_key_press_event().connect(sigc::mem_fun(*this, &NameFinder::on_entry_key), false);
   entry->signal_focus_out_event().connect([this](GdkEventFocus*) {
-    hide();
+    if (!entry->is_focus()) // else the window lost the keyboard, for example to a menu
+      hide();
     return false;
   });
   bubble = std::make_unique<Gtk::Popover>(*tree);

@@ -125,18 +125,6 @@ void draw_names_for_theme(SpeciesTreeParts& parts, const SpeciesTreeColumns& col
   parts.name_column.set_cell_data_func(parts.name_cell, draw);
 }
 
-// Where the last column of a row, which the menu fills in, is on the screen.
-Gdk::Rectangle place_on_screen(Gtk::TreeView& tree, const Gtk::TreePath& path)
-{
-  const int last = static_cast<int>(tree.get_n_columns()) - 1;
-  Gdk::Rectangle cell;
-  tree.get_cell_area(path, *tree.get_column(last), cell);
-  int x = 0;
-  int y = 0;
-  tree.get_bin_window()->get_root_coords(cell.get_x(), cell.get_y(), x, y);
-  return {x, y, cell.get_width(), cell.get_height()};
-}
-
 } // namespace
 
 void trace_species_click(const GdkEventButton* event)
@@ -182,7 +170,7 @@ bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
   if (window.survey.is_uploaded)
     return true;
   if (button == 0) // no pointer is where the user looks
-    window.popup_abundance_menu(id, button, time, place_on_screen(tree, path));
+    window.popup_abundance_menu_beside(tree, path, id, time);
   else
     window.popup_abundance_menu(id, button, time);
   return true;

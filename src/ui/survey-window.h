@@ -23,6 +23,7 @@
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/toggleaction.h>
 #include <gtkmm/treestore.h>
+#include <gtkmm/treeview.h>
 #include <gtkmm/uimanager.h>
 #include <gtkmm/window.h>
 
@@ -130,9 +131,11 @@ public:
 
   void build_abundance_menus();
   // Opens the menu that fits the species; it acts on that species from then on. It
-  // appears beside that row, a place on the screen, or at the pointer if that is empty.
-  void popup_abundance_menu(int species_id, int button, guint32 time,
-                            const Gdk::Rectangle& row = {});
+  // appears at the pointer.
+  void popup_abundance_menu(int species_id, int button, guint32 time);
+  // The same beside a row of the tree, also if that is still to be scrolled into sight.
+  void popup_abundance_menu_beside(Gtk::TreeView& tree, const Gtk::TreePath& row, int species_id,
+                                   guint32 time);
   void on_abundance_menu_item(int abundance);
   // Callbacks of TreeModel::foreach_iter: refresh the row of one species, or of
   // all. True ends the walk.
@@ -261,7 +264,11 @@ private:
   void swap_window();
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
+  // The menu for the species, on which it will act. Null if there is none: the user knows then.
+  Gtk::Menu* prepare_abundance_menu(int species_id);
 
+  // Keeps the menu beside its row while the tree scrolls.
+  sigc::connection menu_follows_row;
   // What was on the screen when the user last chose not to save it.
   Glib::ustring given_up;
   // What a survey held when it was opened, if these data cannot write it again.

@@ -263,6 +263,38 @@ public:
   TypingInATree() { open_northwest(); }
 };
 
+// All species of a place, in a tree that scrolls.
+class TypingInALongTree : public TypingTest
+{
+public:
+  TypingInALongTree()
+  {
+    application_dir.use_shipped_data();
+    open_survey("Florida and Gulf of Mexico", "Florida: species and abundance");
+    tree().expand_all();
+    settle();
+  }
+  // The heights on the screen from where the cursor's row begins to where it ends.
+  std::pair<int, int> row_on_screen()
+  {
+    Gdk::Rectangle row;
+    tree().get_cell_area(cursor_path(tree()), *tree().get_column(0), row);
+    int x = 0;
+    int y = 0;
+    tree().get_bin_window()->get_root_coords(0, row.get_y(), x, y);
+    return {y, y + row.get_height()};
+  }
+  // The same of the menu that is open.
+  std::pair<int, int> menu_on_screen()
+  {
+    const auto surface = window->current_abundance_menu->get_window();
+    int x = 0;
+    int y = 0;
+    surface->get_origin(x, y);
+    return {y, y + surface->get_height()};
+  }
+};
+
 // More species, of which some share beginnings and words.
 class TypingAmongMany : public TypingTest
 {
@@ -363,6 +395,63 @@ TEST_F(TypingInATree, LeavesPlusAndMinusToFamilies)
   press(GDK_KEY_minus);
   EXPECT_EQ("0 0", unfolded());
   EXPECT_FALSE(is_searching());
+}
+
+TEST_F(TypingInATree, KeepsTheFieldWhileAMenuHasTheKeyboard)
+{
+  start_at("0");
+  type("li");
+  move_keyboard(*window, false);
+  EXPECT_TRUE(is_searching());
+  move_keyboard(*window, true);
+  type("ng");
+  EXPECT_EQ("ling", field()->get_text());
+  EXPECT_TRUE(field()->is_focus());
+  EXPECT_EQ("1:0", cursor());
+}
+
+// Until the program gives the keyboard back, the display sends what is typed to the menu.
+TEST_F(TypingInATree, GetsTheKeysThatTheMenuGetsAfterItHasClosed)
+{
+  start_at("1:0");
+  press(GDK_KEY_Return);
+  auto& menu = *window->current_abundance_menu;
+  const auto surface = menu.get_window();
+  press(GDK_KEY_s);
+  EXPECT_FALSE(menu.get_mapped());
+  EXPECT_EQ(1, window->survey.abundances[11]);
+  for (const char letter : {'m', 'o'}) // "Many" is in the menu, too
+    press_key_in_queue(surface, static_cast<guint>(letter));
+  EXPECT_EQ(1, window->survey.abundances[11]);
+  ASSERT_TRUE(is_searching());
+  EXPECT_EQ("mo", field()->get_text());
+}
+
+TEST_F(TypingInATree, LeavesTheMenuOpenWhenAnEarlierGrabEnds)
+{
+  start_at("1:0");
+  press(GDK_KEY_Return);
+  report_end_of_grab(window->current_abundance_menu->get_window());
+  EXPECT_EQ(window->current_abundance_menu, close_open_menu());
+}
+
+TEST_F(TypingInALongTree, OpensTheMenuBesideTheRowAlsoBeforeItIsScrolledIntoSight)
+{
+  using Keys = std::vector<unsigned int>;
+  for (const Keys& keys : {Keys{'w', 'h', 'i', GDK_KEY_Down, GDK_KEY_Return}, // a species
+                           Keys{'y', GDK_KEY_Return}}) {
+    start_at("0");
+    press_keys_at_once(*window, keys);
+    ASSERT_TRUE(window->current_abundance_menu->get_mapped());
+    let_draw(*window);
+    let_draw(*window);
+    const auto row = row_on_screen();
+    const auto menu = menu_on_screen();
+    EXPECT_TRUE(menu.first == row.second || menu.second == row.first)
+        << "row " << row.first << " to " << row.second << ", menu " << menu.first << " to "
+        << menu.second;
+    EXPECT_EQ(window->current_abundance_menu, close_open_menu());
+  }
 }
 
 TEST_F(TypingAmongMany, PrefersNamesThatBeginWithTheText)
