@@ -4,14 +4,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
-// The one place that knows the HTTP library: another version or library can be
-// put in its place in http.cc. All calls block until the exchange is over; there
-// is no time limit and no way to cancel. See core/blocking-call.h for what the user
-// sees meanwhile.
+// The exchange with a server, whichever version of the HTTP library the program is built
+// with. All calls block until the exchange is over; there is no time limit and no way to
+// cancel. See core/blocking-call.h for what the user sees meanwhile.
 
-using SoupMessage = struct _SoupMessage; // NOLINT(bugprone-reserved-identifier): the library's
-using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
+using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier): the library's
 
 // The answers that mean success: RFC 9110, 15.3.
 constexpr int status_ok = 200;
@@ -26,39 +26,48 @@ using HttpSession = std::unique_ptr<SoupSession, HttpSessionClose>;
 // With `log_bodies` all that is sent and received goes to standard output.
 HttpSession open_http_session(bool log_bodies);
 
+// Why there was no answer, in place of a status. Users and traces see the numbers: they are
+// those of libsoup 2.4.
+enum HttpFailure {
+  NAME_NOT_FOUND = 2,
+  NO_CONNECTION = 4,
+  NO_SECURE_CONNECTION = 6,
+  CONNECTION_LOST = 7,
+  NOT_HTTP = 8, // the address or the answer
+  TOO_MANY_REDIRECTS = 10
+};
+
 // What came of one request.
 class HttpAnswer
 {
 public:
-  // Takes over the message, which has been sent; null for an address that is none.
-  // `is_cut`: the body was longer than the limit of http_fetch().
-  explicit HttpAnswer(SoupMessage* sent, bool is_cut = false);
-  ~HttpAnswer();
-  HttpAnswer(HttpAnswer&& other) noexcept;
-  HttpAnswer& operator=(HttpAnswer&&) = delete;
+  // What the library received; the members below describe it.
+  struct Received {
+    int status = 0;
+    bool is_whole = false;
+    std::vector<std::pair<std::string, std::string>> headers; // name, value
+    std::string body;
+  };
+  explicit HttpAnswer(Received all);
 
-  // The HTTP status, or one below 100 if none came. The body may still have been
+  // The HTTP status, or one of HttpFailure if none came. The body may still have been
   // cut off.
-  int status() const;
+  int status() const { return received.status; }
   // Whether as much of the body came as the server had announced, and no more than
   // the limit of http_fetch().
-  bool is_whole() const;
-  // The value of a header of the answer, null if it is absent; valid as long as
-  // this object.
+  bool is_whole() const { return received.is_whole; }
+  // The value of a header of the answer, null if it is absent; of several with that name,
+  // the last one. Valid as long as this object.
   const char* header(const char* name) const;
   // All bytes of the body that were kept; valid as long as this object.
-  std::string_view body() const;
+  std::string_view body() const { return received.body; }
 
 private:
-  struct Release {
-    void operator()(SoupMessage* sent) const;
-  };
-  std::unique_ptr<SoupMessage, Release> message;
-  bool cut = false;
+  Received received;
 };
 
-// Only status and headers of the answer count. Its body is not kept, unless the session
-// logs it, and the connection is closed if it goes on beyond a megabyte.
+// Only status and headers of the answer count. Its body is not kept, and the connection
+// is closed if it goes on beyond a megabyte.
 HttpAnswer http_get(SoupSession& session, const std::string& url);
 // The same with the body. The connection is closed once that exceeds `limit` bytes; the
 // answer is not whole then.

@@ -1,5 +1,7 @@
 #include "answer.h"
 
+#include <libsoup/soup.h>
+
 #include <algorithm>
 
 namespace {
@@ -38,12 +40,4 @@ std::string Answer::head(std::size_t length) const
   for (const auto& [name, value] : headers)
     text.append(name).append(": ").append(value).append("\r\n");
   return text + "Content-Length: " + std::to_string(length) + "\r\nConnection: close\r\n\r\n";
-}
-
-void Answer::give_to(SoupMessage* message) const
-{
-  soup_message_set_status(message, static_cast<guint>(status));
-  for (const auto& [name, value] : headers)
-    soup_message_headers_append(message->response_headers, name.c_str(), value.c_str());
-  soup_message_body_append(message->response_body, SOUP_MEMORY_COPY, body.data(), body.size());
 }

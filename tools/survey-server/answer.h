@@ -1,7 +1,5 @@
 #pragma once
 
-#include <libsoup/soup.h>
-
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,8 +19,6 @@ struct Answer {
   // Status line, headers and the empty line, for a body of `length` bytes after
   // which the connection is closed.
   std::string head(std::size_t length) const;
-  // Hands it to the library, which sends it.
-  void give_to(SoupMessage* message) const;
 };
 
 // Thrown where a request is refused: the status, and the reason for the user.

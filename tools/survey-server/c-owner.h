@@ -27,11 +27,6 @@ struct GStringFree {
 };
 using GText = std::unique_ptr<char, GStringFree>;
 
-struct SoupBufferFree {
-  void operator()(SoupBuffer* buffer) const { soup_buffer_free(buffer); }
-};
-using SoupBufferPtr = std::unique_ptr<SoupBuffer, SoupBufferFree>;
-
 struct SoupMultipartFree {
   void operator()(SoupMultipart* multipart) const { soup_multipart_free(multipart); }
 };

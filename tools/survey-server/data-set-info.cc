@@ -1,5 +1,7 @@
 #include "data-set-info.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <fstream>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <libsoup/soup.h>
-
 #include <string>
+
+#include "request.h"
 
 // The one file of an upload.
 struct ReceivedSurvey {
@@ -12,4 +12,4 @@ struct ReceivedSurvey {
 
 // Takes the survey out of an upload. Throws a Refusal for anything but one form
 // file with the control name "survey-file" that is a survey document.
-ReceivedSurvey received_survey(SoupMessage* message);
+ReceivedSurvey received_survey(const Request& request);

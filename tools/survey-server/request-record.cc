@@ -10,8 +10,6 @@
 #include <fstream>
 #include <utility>
 
-#include "c-owner.h"
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -44,7 +42,7 @@ RequestRecord::RequestRecord(std::string dir_)
 {
 }
 
-void RequestRecord::keep(SoupMessage* message, const std::string& road)
+void RequestRecord::keep(const Request& request, const std::string& road)
 {
   if (dir.empty())
     return;
@@ -53,23 +51,9 @@ void RequestRecord::keep(SoupMessage* message, const std::string& road)
     path = dir + "/" + std::to_string(++count) + "-" + road + ".txt";
   while (!make_new_file(path));
   std::ofstream file(path, std::ios::binary);
-  file << message->method << ' ' << target_of(message) << " HTTP/1."
-       << static_cast<int>(soup_message_get_http_version(message)) << "\r\n";
-
-  SoupMessageHeadersIter headers;
-  soup_message_headers_iter_init(&headers, message->request_headers);
-  const char* name = nullptr;
-  const char* value = nullptr;
-  while (soup_message_headers_iter_next(&headers, &name, &value))
+  file << request.method() << ' ' << request.target() << " HTTP/1." << request.minor_version()
+       << "\r\n";
+  for (const auto& [name, value] : request.headers())
     file << name << ": " << value << "\r\n";
-  file << "\r\n";
-
-  const SoupBufferPtr body(soup_message_body_flatten(message->request_body));
-  file.write(body->data, static_cast<std::streamsize>(body->length));
-}
-
-std::string target_of(SoupMessage* message)
-{
-  const GText target(soup_uri_to_string(soup_message_get_uri(message), true));
-  return target.get();
+  file << "\r\n" << request.body();
 }

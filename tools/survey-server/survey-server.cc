@@ -15,9 +15,9 @@ const char* const upload_path = "/dataentry/upload-survey.php";
 const char* const query_path = "/offline-data-entry/";
 const char* const archive_path = "/offline-data-entry/current-offline-data.tar.bz2";
 
-void require_method(SoupMessage* message, const char* method)
+void require_method(const Request& request, const char* method)
 {
-  if (std::string(message->method) != method)
+  if (request.method() != method)
     throw Refusal{405, std::string("Only ") + method + " is understood here."};
 }
 
@@ -32,9 +32,9 @@ Answer refused(const Refusal& refusal)
 }
 
 // Nothing else may be printed in between: who reads the lines counts on them.
-void log_request(SoupMessage* message, const std::string& outcome)
+void log_request(const Request& request, const std::string& outcome)
 {
-  std::cout << message->method << ' ' << target_of(message) << ' ' << outcome << std::endl;
+  std::cout << request.method() << ' ' << request.target() << ' ' << outcome << std::endl;
 }
 
 std::string outcome_of(const Behaviour& behaviour, const Answer& answer)
@@ -54,27 +54,17 @@ SurveyServer::SurveyServer(const Options& options_)
       data_query{"data-query", Turns(options.data_query, false), &SurveyServer::tell_data_version},
       archive{"archive", Turns(options.archive, true), &SurveyServer::send_archive},
       elsewhere{"elsewhere", Turns({}, false), &SurveyServer::refuse_path},
-      server(soup_server_new("server-header", "survey-server", nullptr))
+      listener([this](const auto& request, const auto& path, const auto& asked) {
+        respond(request, road_of(path, asked));
+      })
 {
-  soup_server_add_handler(server.get(), nullptr, &SurveyServer::on_request, this, nullptr);
 }
 
-SurveyServer::~SurveyServer()
-{
-  soup_server_disconnect(server.get());
-}
+SurveyServer::~SurveyServer() = default;
 
 void SurveyServer::listen()
 {
-  GError* failure = nullptr;
-  const bool listens = soup_server_listen_local(server.get(), static_cast<guint>(options.port),
-                                                SOUP_SERVER_LISTEN_IPV4_ONLY, &failure);
-  const GErrorPtr error(failure);
-  if (!listens)
-    throw std::runtime_error(error->message);
-  GSList* const addresses = soup_server_get_uris(server.get());
-  port = soup_uri_get_port(static_cast<SoupURI*>(addresses->data));
-  g_slist_free_full(addresses, [](gpointer uri) { soup_uri_free(static_cast<SoupURI*>(uri)); });
+  port = listener.listen(static_cast<unsigned>(options.port));
 }
 
 std::string SurveyServer::address() const
@@ -82,49 +72,40 @@ std::string SurveyServer::address() const
   return "http://127.0.0.1:" + std::to_string(port);
 }
 
-void SurveyServer::on_request(SoupServer*, SoupMessage* message, const char* path,
-                              GHashTable* query, SoupClientContext* client, gpointer self)
-{
-  auto* const that = static_cast<SurveyServer*>(self);
-  that->respond(message, that->road_of(path, query), client);
-}
-
-SurveyServer::Road& SurveyServer::road_of(const std::string& path, GHashTable* query)
+SurveyServer::Road& SurveyServer::road_of(const std::string& path, const std::string& asked)
 {
   if (path == upload_path)
     return upload;
   if (path == archive_path)
     return archive;
-  const auto* const asked =
-      query ? static_cast<const char*>(g_hash_table_lookup(query, "get-version")) : nullptr;
-  if (path != query_path || !asked)
+  if (path != query_path || asked.empty())
     return elsewhere;
   if (asked == options.platform)
     return app_query;
-  return std::string(asked) == "data-files" ? data_query : elsewhere;
+  return asked == "data-files" ? data_query : elsewhere;
 }
 
-void SurveyServer::respond(SoupMessage* message, Road& road, SoupClientContext* client)
+void SurveyServer::respond(const Request& request, Road& road)
 {
-  record.keep(message, road.name);
+  record.keep(request, road.name);
   const Behaviour& behaviour = road.turns.next();
   Answer answer;
   try {
-    answer = (this->*road.answer)(message, behaviour);
+    answer = (this->*road.answer)(request, behaviour);
   } catch (const Refusal& refusal) {
     answer = refused(refusal);
   }
   behaviour.spoil(answer);
 
   // Who has the answer can count on the line.
-  log_request(message, outcome_of(behaviour, answer));
+  log_request(request, outcome_of(behaviour, answer));
   if (behaviour.needs_raw_answer(answer))
-    send_raw(client, behaviour.pieces(answer), behaviour.delay_ms);
+    send_raw(request, behaviour.pieces(answer), behaviour.delay_ms);
   else
-    answer.give_to(message);
+    request.answer(answer);
 }
 
-Answer SurveyServer::take_upload(SoupMessage* message, const Behaviour& behaviour) const
+Answer SurveyServer::take_upload(const Request& request, const Behaviour& behaviour) const
 {
   Answer answer;
   answer.add_header("Content-Type", "text/plain; charset=utf-8");
@@ -132,16 +113,16 @@ Answer SurveyServer::take_upload(SoupMessage* message, const Behaviour& behaviou
     answer.body = "The survey was not kept.\n";
     return answer;
   }
-  require_method(message, "POST");
-  answer.body = "Kept as " + keep_survey(options.uploads, received_survey(message)) + ".\n";
+  require_method(request, "POST");
+  answer.body = "Kept as " + keep_survey(options.uploads, received_survey(request)) + ".\n";
   answer.status = 201;
   answer.add_header("X-Survey-Upload-Successful", "1");
   return answer;
 }
 
-Answer SurveyServer::tell_app_version(SoupMessage* message, const Behaviour&) const
+Answer SurveyServer::tell_app_version(const Request& request, const Behaviour&) const
 {
-  require_method(message, "GET");
+  require_method(request, "GET");
   Answer answer;
   answer.add_header("X-Current-App-Version-Is", options.app_version);
   answer.add_header("X-Download-App-From",
@@ -151,9 +132,9 @@ Answer SurveyServer::tell_app_version(SoupMessage* message, const Behaviour&) co
   return answer;
 }
 
-Answer SurveyServer::tell_data_version(SoupMessage* message, const Behaviour&) const
+Answer SurveyServer::tell_data_version(const Request& request, const Behaviour&) const
 {
-  require_method(message, "GET");
+  require_method(request, "GET");
   const DataSetInfo info = read_data_set_info(options.data);
   Answer answer;
   answer.add_header("X-Current-Data-Version-Is", info.timestamp);
@@ -164,9 +145,9 @@ Answer SurveyServer::tell_data_version(SoupMessage* message, const Behaviour&) c
   return answer;
 }
 
-Answer SurveyServer::send_archive(SoupMessage* message, const Behaviour& behaviour) const
+Answer SurveyServer::send_archive(const Request& request, const Behaviour& behaviour) const
 {
-  require_method(message, "GET");
+  require_method(request, "GET");
   Answer answer;
   answer.add_header("Content-Type", "application/x-bzip2");
   answer.body = behaviour.damage.empty() ? pack_data_set(options.data)
@@ -174,15 +155,15 @@ Answer SurveyServer::send_archive(SoupMessage* message, const Behaviour& behavio
   return answer;
 }
 
-Answer SurveyServer::refuse_path(SoupMessage*, const Behaviour&) const
+Answer SurveyServer::refuse_path(const Request&, const Behaviour&) const
 {
   throw Refusal{404, "There is nothing here."};
 }
 
-void SurveyServer::send_raw(SoupClientContext* client, std::vector<std::string> pieces,
+void SurveyServer::send_raw(const Request& request, std::vector<std::string> pieces,
                             unsigned delay_ms)
 {
-  GObjectPtr<GIOStream> connection(soup_client_context_steal_connection(client));
+  GObjectPtr<GIOStream> connection = request.take_connection();
   const auto done = [this](RawAnswer* sent) {
     raw_answers.remove_if([sent](const auto& answer) { return answer.get() == sent; });
   };

@@ -4,10 +4,11 @@
 #include <string>
 
 #include "behaviour.h"
-#include "c-owner.h"
+#include "listener.h"
 #include "options.h"
 #include "raw-answer.h"
 #include "request-record.h"
+#include "request.h"
 
 // The server: four roads on loopback. docs/server-protocol.md tells what they do.
 class SurveyServer
@@ -28,23 +29,21 @@ private:
   struct Road {
     const char* name;
     Turns turns;
-    Answer (SurveyServer::*answer)(SoupMessage*, const Behaviour&) const;
+    Answer (SurveyServer::*answer)(const Request&, const Behaviour&) const;
   };
 
-  static void on_request(SoupServer* server, SoupMessage* message, const char* path,
-                         GHashTable* query, SoupClientContext* client, gpointer self);
-  void respond(SoupMessage* message, Road& road, SoupClientContext* client);
-  Road& road_of(const std::string& path, GHashTable* query);
+  void respond(const Request& request, Road& road);
+  Road& road_of(const std::string& path, const std::string& asked);
 
   // What each road answers if all is well. They throw a Refusal.
-  Answer take_upload(SoupMessage* message, const Behaviour& behaviour) const;
-  Answer tell_app_version(SoupMessage* message, const Behaviour& behaviour) const;
-  Answer tell_data_version(SoupMessage* message, const Behaviour& behaviour) const;
-  Answer send_archive(SoupMessage* message, const Behaviour& behaviour) const;
-  Answer refuse_path(SoupMessage* message, const Behaviour& behaviour) const;
+  Answer take_upload(const Request& request, const Behaviour& behaviour) const;
+  Answer tell_app_version(const Request& request, const Behaviour& behaviour) const;
+  Answer tell_data_version(const Request& request, const Behaviour& behaviour) const;
+  Answer send_archive(const Request& request, const Behaviour& behaviour) const;
+  Answer refuse_path(const Request& request, const Behaviour& behaviour) const;
 
   std::string address() const;
-  void send_raw(SoupClientContext* client, std::vector<std::string> pieces, unsigned delay_ms);
+  void send_raw(const Request& request, std::vector<std::string> pieces, unsigned delay_ms);
 
   const Options options;
   RequestRecord record;
@@ -54,5 +53,5 @@ private:
   Road archive;
   Road elsewhere;
   std::list<std::unique_ptr<RawAnswer>> raw_answers; // under way
-  GObjectPtr<SoupServer> server;
+  Listener listener;
 };
