@@ -3,6 +3,8 @@
 #include "core/c-resource.h"
 #include "core/file-contents.h"
 #include "core/file-flush.h"
+#include "store/flushed-write.h"
+#include "store/system-file.h"
 
 #include <fcntl.h>
 #include <giomm/cancellable.h>
@@ -10,15 +12,13 @@
 #include <giomm/file.h>
 #include <giomm/fileoutputstream.h>
 #include <glibmm/miscutils.h>
-#include <glibmm/stringutils.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
-#include <system_error>
 
 namespace {
 
@@ -47,53 +47,6 @@ void write_and_close(const Glib::RefPtr<Gio::FileOutputStream>& stream, const ch
   stream->close();
 }
 
-bool write_all(const Descriptor& file, const char* data, std::size_t size)
-{
-  while (size > 0) {
-    const ssize_t written = write(file.number, data, size);
-    if (written < 0 && errno != EINTR)
-      return false;
-    if (written > 0) {
-      data += written;
-      size -= static_cast<std::size_t>(written);
-    }
-  }
-  return true;
-}
-
-// Waits until the disk has the file or directory. Throws a Gio::Error if it
-// refuses what was written, in the words that the library has for its own writes.
-void flush_or_throw(const Descriptor& file)
-{
-  if (const std::error_code loss = flush_to_disk(file))
-    throw Gio::Error(static_cast<Gio::Error::Code>(g_io_error_from_errno(loss.value())),
-                     "Error writing to file: " + Glib::strerror(loss.value()));
-}
-
-// The same for what lies at a path. What may not be read cannot be flushed.
-void flush_or_throw(const std::string& path)
-{
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (file.number >= 0)
-    flush_or_throw(file);
-}
-
-// Writes a file that gets its name last: whoever looks, and whatever happens
-// meanwhile, it is there whole or not at all. The library writes a new file under
-// its final name at once. False if it could not be done, for want of space or on
-// a file system that knows no files without a name (open(2), O_TMPFILE). Throws a
-// Gio::Error if the disk refuses what was written.
-bool write_new_file(const std::string& path, const char* data, std::size_t size)
-{
-  const std::string directory = Glib::path_get_dirname(path);
-  const Descriptor file(open(directory.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-  if (file.number < 0 || !write_all(file, data, size))
-    return false;
-  flush_or_throw(file);
-  const std::string nameless = "/proc/self/fd/" + std::to_string(file.number);
-  return linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
-}
-
 // An existing file as it was. The library puts a new file in its place once that is whole;
 // but where it may not do so, for the file has several names or its directory is read-only,
 // it empties the old one and writes into that. What a full disk then leaves of it is no
@@ -105,8 +58,12 @@ public:
   explicit OverwrittenFile(const std::string& path)
       : file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK))
   {
-    if (file.number >= 0 && fstat(file.number, &status) == 0 && S_ISREG(status.st_mode))
-      text = read_all();
+    struct stat status {
+    };
+    if (file.number < 0 || fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode))
+      return;
+    restore_times = times_restorer(path, file);
+    text = read_all();
   }
 
   // Also the time of its last change, which its entity tag is made of.
@@ -114,10 +71,9 @@ public:
   {
     if (!text || text == read_all())
       return;
-    const timespec times[] = {status.st_atim, status.st_mtim};
     if (lseek(file.number, 0, SEEK_SET) == 0 && write_all(file, text->data(), text->size()) &&
         ftruncate(file.number, static_cast<off_t>(text->size())) == 0 && !flush_to_disk(file))
-      futimens(file.number, times);
+      restore_times();
   }
 
 private:
@@ -127,8 +83,7 @@ private:
   }
 
   const Descriptor file;
-  struct stat status {
-  };
+  std::function<void()> restore_times;
   std::optional<std::string> text;
 };
 
@@ -160,7 +115,7 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
   const auto file = Gio::File::create_for_path(path);
   const bool is_new = !file->query_exists();
   // The second way meets and reports every other obstacle of the first one.
-  std::string new_etag = is_new && write_new_file(path, data, size)
+  std::string new_etag = is_new && make_whole_file(path, data, size)
                              ? entity_tag(path)
                              : replace_by_library(file, data, size, etag);
   // A caller that now removes another copy must not lose both to a power cut.

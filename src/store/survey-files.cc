@@ -8,8 +8,8 @@
 #include "store/replace-file.h"
 #include "store/survey-description.h"
 #include "store/survey-file-name.h"
+#include "store/system-file.h"
 
-#include <fcntl.h>
 #include <giomm/error.h>
 #include <giomm/file.h>
 #include <giomm/fileenumerator.h>
@@ -118,13 +118,12 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
                 static_cast<int>(contents.size()), static_cast<int>(size));
 }
 
-// Sets errno if it fails: EEXIST for an existing file that is to be kept, and
-// EINVAL on a file system that cannot keep it (rename(2), RENAME_NOREPLACE).
+// Sets errno if it fails: EEXIST for an existing file that is to be kept.
 bool rename_file(const std::string& path, const std::string& target, Existing existing)
 {
   if (existing == Existing::replace)
     return std::rename(path.c_str(), target.c_str()) == 0;
-  return renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0;
+  return rename_to_free_name(path, target);
 }
 
 // Moves the file, if need be by a copy. False if the target is taken and is to

@@ -2,6 +2,7 @@
 
 // Chief header of this folder; MyApp declares the store's own operations.
 #include "store/file-identity.h"
+#include "store/flushed-write.h"
 #include "store/read-survey.h"
 #include "store/replace-file.h"
 #include "store/show-survey.h"
@@ -17,4 +18,5 @@
 #include "store/survey-record.h"
 #include "store/survey-xml-info.h"
 #include "store/survey.h"
+#include "store/system-file.h"
 #include "store/unlisted-year.h"
