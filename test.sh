@@ -4,6 +4,9 @@
 # counts the single tests; the exit status is 0 only if all passed.
 # test.sh --coverage: the same, built once, to see what of src/ the tests run: after
 # the count come the shares of lines and branches, and where the report of each line is.
+# test.sh --soup3: the tests of all that talks to a server, with libsoup 3.
+# test.sh --plain-posix: the tests of the files of surveys and data, without the calls that
+# only Linux has.
 # test.sh --valgrind: tests of the window under Valgrind instead, every eighth of them, on
 # all processors but one; MAVO_VALGRIND_EVERY=1 takes them all, which takes hours.
 set -u
@@ -14,6 +17,8 @@ parallel=$(($(nproc) + 2))
 case "$*" in
   '') ;;
   --coverage) roles="$roles coverage" presets=coverage ;;
+  --soup3) roles="$roles soup3" presets=soup3 ;;
+  --plain-posix) presets=plain-posix ;;
   --valgrind)
     roles="$roles valgrind" presets=debug tests=valgrind
     parallel=$(($(nproc) > 1 ? $(nproc) - 1 : 1))
