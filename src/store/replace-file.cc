@@ -15,7 +15,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -58,12 +57,8 @@ public:
   explicit OverwrittenFile(const std::string& path)
       : file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK))
   {
-    struct stat status {
-    };
-    if (file.number < 0 || fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode))
-      return;
-    restore_times = times_restorer(path, file);
-    text = read_all();
+    if (file.number >= 0 && fstat(file.number, &status) == 0 && S_ISREG(status.st_mode))
+      text = read_all();
   }
 
   // Also the time of its last change, which its entity tag is made of.
@@ -73,7 +68,7 @@ public:
       return;
     if (lseek(file.number, 0, SEEK_SET) == 0 && write_all(file, text->data(), text->size()) &&
         ftruncate(file.number, static_cast<off_t>(text->size())) == 0 && !flush_to_disk(file))
-      restore_times();
+      futimens(file.number, times_of(status).data());
   }
 
 private:
@@ -83,7 +78,8 @@ private:
   }
 
   const Descriptor file;
-  std::function<void()> restore_times;
+  struct stat status {
+  };
   std::optional<std::string> text;
 };
 

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <glibmm/miscutils.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -24,14 +23,7 @@ bool rename_to_free_name(const std::string& path, const std::string& target)
   return renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0;
 }
 
-std::function<void()> times_restorer(const std::string&, const Descriptor& file)
+std::array<timespec, 2> times_of(const struct stat& status)
 {
-  struct stat status {
-  };
-  if (fstat(file.number, &status) != 0)
-    return [] {};
-  return [read = status.st_atim, changed = status.st_mtim, &file] {
-    const timespec times[] = {read, changed};
-    futimens(file.number, times);
-  };
+  return {status.st_atim, status.st_mtim};
 }

@@ -92,20 +92,11 @@ bool rename_to_free_name(const std::string& path, const std::string& target)
   return false;
 }
 
-// The names of a file's times differ from system to system: the library knows them.
-std::function<void()> times_restorer(const std::string& path, const Descriptor&)
+std::array<timespec, 2> times_of(const struct stat& status)
 {
-  const auto file = Gio::File::create_for_path(path);
-  try {
-    const auto times = file->query_info("time::access,time::access-usec,time::modified,"
-                                        "time::modified-usec");
-    return [file, times] {
-      try {
-        file->set_attributes_from_info(times);
-      } catch (const Glib::Error&) { // NOLINT(bugprone-empty-catch): then it has the new times
-      }
-    };
-  } catch (const Glib::Error&) {
-    return [] {};
-  }
+#ifdef __APPLE__ // has no st_atim and st_mtim
+  return {status.st_atimespec, status.st_mtimespec};
+#else
+  return {status.st_atim, status.st_mtim};
+#endif
 }

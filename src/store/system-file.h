@@ -1,14 +1,15 @@
 #pragma once
 
-#include "core/c-resource.h"
+#include <sys/stat.h>
 
+#include <array>
 #include <cstddef>
-#include <functional>
+#include <ctime>
 #include <string>
 
 // Work on files for which Linux has better calls than POSIX. One of two sources defines it:
 // system-file-linux.cc, and system-file-posix.cc for other systems and for the CMake option
-// MAVO_PLAIN_POSIX. Both are in docs/reliability.md with what they promise.
+// MAVO_PLAIN_POSIX. docs/reliability.md says what each promises.
 
 // Makes a file that gets its name last: whoever looks, and whatever happens meanwhile, it
 // is there whole or not at all, and never over an existing file. False if it could not be
@@ -21,6 +22,5 @@ bool make_whole_file(const std::string& path, const char* data, std::size_t size
 // error that a copy does not have.
 bool rename_to_free_name(const std::string& path, const std::string& target);
 
-// Reads the times of the last reading and the last change of a file, which is open as `file`
-// and lies at `path`. Returns what gives it these times again. `file` must still be open then.
-std::function<void()> times_restorer(const std::string& path, const Descriptor& file);
+// The times of the last reading and the last change of a file, as futimens() takes them.
+std::array<timespec, 2> times_of(const struct stat& status);
