@@ -3,6 +3,7 @@
 #include "core/file-flush.h"
 
 #include <fcntl.h>
+#include <gio/gio.h>
 #include <giomm/error.h>
 #include <glibmm/stringutils.h>
 #include <unistd.h>
