@@ -1,0 +1,47 @@
+#include "cli/alike-names.h"
+
+#include <glibmm/ustring.h>
+
+#include <algorithm>
+
+#include "cli/table-check.h"
+
+namespace {
+
+char lower_ascii(char c)
+{
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// The same for names that differ by case or blanks only. Most names are ASCII, for which
+// the library's tables are not needed.
+std::string folded(const std::string& name)
+{
+  const bool is_ascii =
+      std::all_of(name.begin(), name.end(), [](unsigned char c) { return c < 0x80; });
+  std::string text = is_ascii ? name : Glib::ustring(name).casefold().raw();
+  text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
+  if (is_ascii)
+    std::transform(text.begin(), text.end(), text.begin(), lower_ascii);
+  return text;
+}
+
+} // namespace
+
+void AlikeNames::add(TableCheck& table, const std::string& name, const std::string& list)
+{
+  if (name.empty())
+    return;
+  const auto [known, is_new] =
+      names.try_emplace(list + '\n' + folded(name), Named{name, table.line()});
+  if (is_new)
+    return;
+  const Named& first = known->second;
+  const std::string other = "the " + std::string(what) + " of line " + std::to_string(first.line);
+  if (first.name != name)
+    table.fault(DataRule::NAMES_ALIKE, quoted(name) + " differs from " + other +
+                                           " by case or blanks only, which readers take for one");
+  else if (equal == Equal::FAULT)
+    table.fault(DataRule::NAME_TWICE,
+                quoted(name) + " is also the name of " + other + ": users cannot tell them apart");
+}

@@ -1,0 +1,287 @@
+#include "cli/table-check.h"
+
+#include "core/number.h"
+#include "data/csv-line.h"
+#include "data/data-file.h"
+#include "data/file-lines.h"
+#include "data/from-csv.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+// Whether the text is a whole number and nothing else, so that it means what it says.
+bool is_number(const std::string& text)
+{
+  constexpr const char* blanks = " \t\n\v\f\r";
+  const std::size_t start = text.find_first_not_of(blanks);
+  if (start == std::string::npos)
+    return false;
+  const std::size_t digits = start + (text[start] == '-' || text[start] == '+' ? 1 : 0);
+  const std::size_t end = std::min(text.find_first_not_of("0123456789", digits), text.size());
+  return end > digits && text.find_first_not_of(blanks, end) == std::string::npos;
+}
+
+std::size_t count_botched(const std::string& line)
+{
+  std::size_t count = 0;
+  std::vector<Glib::ustring> fields;
+  split_csv_line(line, fields, [&](std::size_t, const Glib::ustring&) { ++count; });
+  return count;
+}
+
+// Whether a quoted field goes to the end of the line. Only then does a quote behind the line
+// close a field, which makes the text behind that quote botched.
+bool has_open_quote(std::string_view line)
+{
+  if (line.find('"') == std::string_view::npos)
+    return false;
+  std::string text(line);
+  text.erase(text.find_last_not_of('\\') + 1); // such a backslash would take the quote
+  return count_botched(text + "\"x") > count_botched(text);
+}
+
+} // namespace
+
+std::string quoted(const std::string& text)
+{
+  constexpr std::size_t most = 60;
+  const Glib::ustring valid = Glib::ustring(text).make_valid();
+  return "\"" + (valid.size() <= most ? valid.raw() : valid.substr(0, most).raw() + "…") + "\"";
+}
+
+TableCheck::TableCheck(CheckedDataSet& the_set, std::string the_file,
+                       const char* const* the_headings)
+    : set(the_set), file(std::move(the_file)), headings(the_headings)
+{
+  set.files.insert(file);
+}
+
+void TableCheck::run()
+{
+  const bool is_inside = file.find('/') == std::string::npos; // the code of a region can be a path
+  std::ifstream in;
+  if (is_inside)
+    in = open_data_file((std::filesystem::path(set.dir) / file).string());
+  if (!in.is_open()) {
+    is_sound = false;
+    file_fault(DataRule::FILE_MISSING,
+               "The file is missing, cannot be read or is no plain file: the program ends at "
+               "each start");
+  } else {
+    check_lines(in);
+  }
+  check_end();
+}
+
+void TableCheck::check_lines(std::istream& in)
+{
+  FileLines lines(in);
+  for (std::string_view line; lines.next(line);) {
+    ++line_number;
+    if (!line.empty())
+      check_line(line);
+  }
+  check_excess(lines);
+  if (in.bad()) {
+    is_sound = false;
+    file_fault(DataRule::FILE_MISSING, "The file cannot be read: the program ends at each start");
+  }
+  if (is_sound && !has_rows)
+    file_fault(DataRule::TABLE_EMPTY, "The file has no rows: users miss all that it is for");
+}
+
+void TableCheck::check_excess(const FileLines& lines)
+{
+  if (lines.excess() == FileLines::Excess::NONE)
+    return;
+  is_sound = false;
+  if (lines.excess() == FileLines::Excess::FILE_SIZE) {
+    file_fault(DataRule::FILE_TOO_LARGE, "The file has more than " +
+                                             std::to_string(largest_data_file) +
+                                             " bytes: the program ends at each start");
+    return;
+  }
+  ++line_number;
+  fault(DataRule::LINE_TOO_LONG, "The line has more than " + std::to_string(longest_data_line) +
+                                     " bytes: the program ends at each start");
+}
+
+void TableCheck::check_line(std::string_view line)
+{
+  check_bytes(line);
+  check_quotes(line);
+  split_csv_line(line, fields, [this](std::size_t, const Glib::ustring& field) {
+    fault(DataRule::QUOTING_BOTCHED,
+          "Text follows a closing quote: the field is shown with its quotes, " + quoted(field));
+  });
+  if (headings_pending)
+    check_headings();
+  else
+    check_fields();
+  headings_pending = false;
+}
+
+void TableCheck::check_bytes(std::string_view line)
+{
+  if (line.back() == '\r' && !std::exchange(has_returns, true))
+    fault(DataRule::LINE_ENDS, "Lines end with a carriage return: in such a file a row whose last "
+                               "field is empty has a field too few");
+  if (!g_utf8_validate_len(line.data(), line.size(), nullptr))
+    fault(DataRule::ENCODING, "Bytes that are not UTF-8 are shown as replacement characters");
+  has_mark = has_mark || (headings_pending && line.substr(0, 3) == byte_order_mark);
+}
+
+void TableCheck::check_quotes(std::string_view line)
+{
+  if (has_open_quote(line))
+    fault(DataRule::QUOTE_OPEN, "A quote is never closed: the field goes to the end of the line");
+}
+
+void TableCheck::check_headings()
+{
+  for (std::size_t column = 0; column < fields.size(); ++column) {
+    const std::string& heading = fields[column].raw();
+    if (!heading_columns.insert_or_assign(heading, column).second)
+      fault(DataRule::HEADING_TWICE, "The heading " + quoted(heading) +
+                                         " stands twice: the program reads the last column of "
+                                         "that name and expects a field less in each row");
+  }
+  for (const char* const* heading = headings; *heading; ++heading) {
+    const auto found = heading_columns.find(*heading);
+    if (found != heading_columns.end()) {
+      columns.push_back(found->second);
+      continue;
+    }
+    is_sound = has_headings = false;
+    if (has_mark && heading_columns.count(std::string(byte_order_mark) + *heading) > 0)
+      fault(DataRule::BYTE_ORDER_MARK, "A byte-order mark makes another heading of " +
+                                           quoted(*heading) + ": the program ends at each start");
+    else
+      fault(DataRule::HEADING_MISSING,
+            "The heading " + quoted(*heading) + " is missing: the program ends at each start");
+  }
+}
+
+void TableCheck::check_fields()
+{
+  has_rows = true;
+  if (fields.size() != heading_columns.size()) {
+    is_sound = false;
+    fault(DataRule::ROW_WIDTH, "The row has " + std::to_string(fields.size()) +
+                                   " fields rather than " + std::to_string(heading_columns.size()) +
+                                   ": the program ends at each start");
+    return;
+  }
+  const bool has_all_columns = std::all_of(columns.begin(), columns.end(), [this](std::size_t c) {
+    return c < fields.size(); // a heading that stands twice can point behind the row
+  });
+  if (has_headings && has_all_columns)
+    check_row();
+  else
+    is_sound = false;
+}
+
+void TableCheck::fault(DataRule rule, std::string consequence)
+{
+  set.faults.add(rule, file, line_number, std::move(consequence));
+}
+
+void TableCheck::file_fault(DataRule rule, std::string consequence)
+{
+  set.faults.add(rule, file, {}, std::move(consequence));
+}
+
+const std::string& TableCheck::text(std::size_t heading) const
+{
+  return fields[columns[heading]].raw();
+}
+
+const std::string& TableCheck::optional_text(const char* heading) const
+{
+  static const std::string none;
+  const auto found = heading_columns.find(heading);
+  return found == heading_columns.end() || found->second >= fields.size()
+             ? none
+             : fields[found->second].raw();
+}
+
+void TableCheck::check_digits(std::size_t heading, int kept)
+{
+  if (!is_number(text(heading)))
+    fault(DataRule::NUMBER_INVALID,
+          std::string(headings[heading]) + " is " + quoted(text(heading)) +
+              ", which is no whole number and counts as " + std::to_string(kept));
+}
+
+std::optional<int> TableCheck::number(std::size_t heading, int lowest, int highest)
+{
+  const std::int64_t value = to_int64(text(heading).c_str());
+  if (value < lowest || value > highest) {
+    fault(DataRule::NUMBER_TOO_LARGE, std::string(headings[heading]) + " is " +
+                                          quoted(text(heading)) + ", which does not fit between " +
+                                          std::to_string(lowest) + " and " +
+                                          std::to_string(highest) + ": another number is used");
+    return {};
+  }
+  check_digits(heading, static_cast<int>(value));
+  return static_cast<int>(value);
+}
+
+std::optional<int> TableCheck::id(std::size_t heading)
+{
+  const int value = to_int(text(heading));
+  if (value < 0 || value > FromCSV::max_id) {
+    fault(DataRule::ID_OUT_OF_RANGE,
+          std::string(headings[heading]) + " " + quoted(text(heading)) + " is not between 0 and " +
+              std::to_string(FromCSV::max_id) + ": the program skips the row");
+    return {};
+  }
+  check_digits(heading, value);
+  return value;
+}
+
+bool TableCheck::flag(std::size_t heading)
+{
+  const std::string& value = text(heading);
+  if (value != "0" && value != "1")
+    fault(DataRule::FLAG_UNCLEAR, std::string(headings[heading]) + " is " + quoted(value) +
+                                      ", which counts as 0: only 1 sets a flag");
+  return value == "1";
+}
+
+void TableCheck::require_name(const std::string& name, const std::string& what)
+{
+  if (name.find_first_not_of(' ') == std::string::npos)
+    fault(DataRule::NAME_MISSING,
+          what + " has no name: users see an empty place or a made-up name");
+}
+
+void TableCheck::check_duplicate(std::optional<long> before, const std::string& what,
+                                 const std::string& consequence)
+{
+  if (before)
+    fault(DataRule::ID_DUPLICATE,
+          what + " stands also in line " + std::to_string(*before) + ": " + consequence);
+}
+
+void TableCheck::check_gaps(const KnownIds<int>& ids, const std::string& what)
+{
+  constexpr int wide = 1000;
+  std::vector<std::pair<int, long>> sorted(ids.lines.begin(), ids.lines.end());
+  std::sort(sorted.begin(), sorted.end());
+  int last = 0;
+  for (const auto& [id, line] : sorted) {
+    if (id - last > wide)
+      set.faults.add(DataRule::IDS_SPARSE, file, line,
+                     std::to_string(id - last - 1) + " numbers before " + what + " " +
+                         std::to_string(id) + " are not used: each takes memory");
+    last = id;
+  }
+}
