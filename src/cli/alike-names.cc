@@ -3,6 +3,7 @@
 #include <glibmm/ustring.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "cli/table-check.h"
 
@@ -13,17 +14,20 @@ char lower_ascii(char c)
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-// The same for names that differ by case or blanks only. Most names are ASCII, for which
-// the library's tables are not needed.
-std::string folded(const std::string& name)
+void append_without_blanks(const std::string& text, std::string& key)
+{
+  for (const char c : text)
+    if (c != ' ')
+      key += lower_ascii(c);
+}
+
+// Appends what is the same for names that differ by case or blanks only. Most names are
+// ASCII, for which the library's tables are not needed.
+void append_folded(const std::string& name, std::string& key)
 {
   const bool is_ascii =
       std::all_of(name.begin(), name.end(), [](unsigned char c) { return c < 0x80; });
-  std::string text = is_ascii ? name : Glib::ustring(name).casefold().raw();
-  text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
-  if (is_ascii)
-    std::transform(text.begin(), text.end(), text.begin(), lower_ascii);
-  return text;
+  append_without_blanks(is_ascii ? name : Glib::ustring(name).casefold().raw(), key);
 }
 
 } // namespace
@@ -32,8 +36,9 @@ void AlikeNames::add(TableCheck& table, const std::string& name, const std::stri
 {
   if (name.empty())
     return;
-  const auto [known, is_new] =
-      names.try_emplace(list + '\n' + folded(name), Named{name, table.line()});
+  std::string key = list + '\n';
+  append_folded(name, key);
+  const auto [known, is_new] = names.try_emplace(std::move(key), Named{name, table.line()});
   if (is_new)
     return;
   const Named& first = known->second;

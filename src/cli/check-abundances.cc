@@ -37,7 +37,7 @@ private:
   void check_place(int type, int abundance);
 
   std::map<int, int> last_classes; // by survey type
-  KnownIds<int> responses;
+  NumberedIds responses;
   bool has_present = false;
   AlikeNames labels{"label", AlikeNames::Equal::FAULT};
   NumberingGaps gaps;
@@ -58,7 +58,7 @@ void AbundanceCheck::check_row()
   if (*type != presence_list && !set.survey_types.may_have(*type))
     fault(DataRule::SURVEY_TYPE_UNKNOWN,
           "The survey type " + std::to_string(*type) + " does not exist: nobody sees this choice");
-  require_name(text(LABEL), "The abundance class " + std::to_string(abundance));
+  require_name(text(LABEL), "The abundance class", std::to_string(abundance));
   labels.add(*this, text(LABEL), std::to_string(*type));
   check_place(*type, abundance);
 }

@@ -28,7 +28,7 @@ private:
   void check_value(int value);
 
   struct Group {
-    KnownIds<int> values; // as far as they can be chosen
+    KnownIds<long> values; // as far as they can be chosen
     int last_value = std::numeric_limits<int>::min();
     bool has_snorkel = false;
   };
@@ -66,11 +66,11 @@ void DefinitionCheck::check_choice()
       number(VALUE, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
   if (!value || (*value == 0 && text(LABEL).empty()))
     return; // such a row only declares its group
-  require_name(text(LABEL), "The choice " + std::to_string(*value) + " of " + quoted(current));
+  const std::string choice = std::to_string(*value) + " of " + quoted(current);
+  require_name(text(LABEL), "The choice", choice);
   labels.add(*this, text(LABEL), current);
   group.has_snorkel = group.has_snorkel || text(LABEL) == "Snorkel";
-  check_duplicate(group.values.add(*value, line()),
-                  "The value " + std::to_string(*value) + " of " + quoted(current),
+  check_duplicate(group.values.add(*value, line()), "The value", choice,
                   "saved surveys show another choice than was made");
   check_value(*value);
   group.last_value = *value;

@@ -28,12 +28,12 @@ private:
 
 void FamilyCheck::check_row()
 {
-  const std::string what = "The family " + quoted(text(FAMILYID));
-  require_name(text(COMMONNAME), what);
+  const std::string id_text = quoted(text(FAMILYID));
+  require_name(text(COMMONNAME), "The family", id_text);
   common_names.add(*this, text(COMMONNAME));
   for (const Heading heading : {SCIENTIFICNAME, COMMONNAME})
     check_name_markup(*this, text(heading));
-  check_duplicate(families.add(text(FAMILYID), line()), what,
+  check_duplicate(families.add(text(FAMILYID), line()), "The family", id_text,
                   "it is listed twice, under the names of this row");
 }
 

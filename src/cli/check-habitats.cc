@@ -33,12 +33,13 @@ void HabitatCheck::check_row()
   const auto habitat = id(HABITATID);
   if (!habitat)
     return;
-  const std::string what = "The habitat " + std::to_string(*habitat);
-  require_name(text(HABITATNAME), what);
+  const std::string id_text = std::to_string(*habitat);
+  require_name(text(HABITATNAME), "The habitat", id_text);
   names.add(*this, text(HABITATNAME));
   check_text_markup(*this, text(HABITATNAME));
   check_text_markup(*this, text(HABITATDESCR));
-  check_duplicate(set.habitats.add(*habitat, line()), what, "users see only this row");
+  check_duplicate(set.habitats.add(*habitat, line()), "The habitat", id_text,
+                  "users see only this row");
 }
 
 void HabitatCheck::check_end()
@@ -66,8 +67,8 @@ private:
   enum Heading { REGIONCODE, HABITAT, HABITATID };
 
   struct Region {
-    KnownIds<int> codes;
-    KnownIds<int> habitats;
+    NumberedIds codes;
+    NumberedIds habitats;
   };
 
   std::map<std::string, Region> regions;
@@ -81,12 +82,10 @@ void RegionHabitatCheck::check_row()
   const auto habitat = id(HABITATID);
   if (!own_code || !habitat || !gaps.allow(*this, code, *own_code))
     return;
-  check_duplicate(regions[code].codes.add(*own_code, line()),
-                  "The habitat code " + std::to_string(*own_code) + " of " + quoted(code),
-                  "users see only this row");
-  check_duplicate(regions[code].habitats.add(*habitat, line()),
-                  "The habitat " + std::to_string(*habitat) + " of " + quoted(code),
-                  "users see it twice");
+  check_duplicate(regions[code].codes.add(*own_code, line()), "The habitat code",
+                  std::to_string(*own_code) + " of " + quoted(code), "users see only this row");
+  check_duplicate(regions[code].habitats.add(*habitat, line()), "The habitat",
+                  std::to_string(*habitat) + " of " + quoted(code), "users see it twice");
   check_reference(code, *habitat);
 }
 

@@ -37,7 +37,7 @@ private:
 
 void LimitCheck::check_row()
 {
-  check_duplicate(known.add(text(PARAMETER), line()), "The limit " + quoted(text(PARAMETER)),
+  check_duplicate(known.add(text(PARAMETER), line()), "The limit", quoted(text(PARAMETER)),
                   "only this row counts");
   const auto value =
       number(VALUE, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());

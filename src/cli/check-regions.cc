@@ -83,7 +83,7 @@ void RegionCheck::check_subregion()
   const auto [known, is_new] = first_rows.try_emplace(
       text(SUBREGIONCODE), FirstRow{text(REGIONCODE), text(SUBREGIONNAME), line()});
   if (is_new) {
-    require_name(text(SUBREGIONNAME), "The location " + quoted(text(SUBREGIONCODE)));
+    require_name(text(SUBREGIONNAME), "The location", quoted(text(SUBREGIONCODE)));
     subregion_names.add(*this, text(SUBREGIONNAME));
   } else if (known->second.region != text(REGIONCODE) ||
              known->second.name != text(SUBREGIONNAME)) {
@@ -102,14 +102,15 @@ void RegionCheck::check_flags()
 
 void RegionCheck::check_survey_type(int type)
 {
-  const std::string what = "The survey type " + std::to_string(type);
+  const std::string number_text = std::to_string(type);
   if (type == AbundanceChoices::presence_subtype)
     fault(DataRule::SURVEY_TYPE_RESERVED,
-          what + " is no survey type: its abundance classes are those of the invertebrates of "
-                 "which only the presence is noted");
-  require_name(text(SURVEYTYPENAME), what);
+          "The survey type " + number_text +
+              " is no survey type: its abundance classes are those of the invertebrates of "
+              "which only the presence is noted");
+  require_name(text(SURVEYTYPENAME), "The survey type", number_text);
   type_names.add(*this, text(SURVEYTYPENAME), text(SUBREGIONCODE));
-  check_duplicate(set.survey_types.add(type, line()), what,
+  check_duplicate(set.survey_types.add(type, line()), "The survey type", number_text,
                   "it stands twice in its list, under the name of this row");
   set.survey_type_rows[type] = {text(SUBREGIONCODE), text(REGIONCODE), flag(VISIBLE), line()};
   set.subregions[text(SUBREGIONCODE)].types.push_back(type);

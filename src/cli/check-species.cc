@@ -26,9 +26,9 @@ public:
 private:
   void check_row() override;
   void check_end() override;
-  void check_id(const std::string& what, int species);
-  void check_names(const std::string& what);
-  void check_family(const std::string& what, bool is_fish);
+  void check_id(const std::string& id_text, int species);
+  void check_names(const std::string& id_text);
+  void check_family(const std::string& id_text, bool is_fish);
   bool check_invertebrate_type(); // gives whether it is a fish
   void check_rarity();
 
@@ -43,38 +43,41 @@ void SpeciesCheck::check_row()
   const auto species = id(SPECIESID);
   if (!species)
     return;
-  const std::string what = "The species " + std::to_string(*species);
-  check_id(what, *species);
-  check_names(what);
-  check_family(what, is_fish);
+  const std::string id_text = std::to_string(*species);
+  check_id(id_text, *species);
+  check_names(id_text);
+  check_family(id_text, is_fish);
 }
 
-void SpeciesCheck::check_id(const std::string& what, int species)
+void SpeciesCheck::check_id(const std::string& id_text, int species)
 {
   if (species == 0)
     fault(DataRule::SPECIES_ID_ZERO, "Users cannot mark the species 0");
-  check_duplicate(region.species.add(species, line()), what, "users see only this row");
+  check_duplicate(region.species.add(species, line()), "The species", id_text,
+                  "users see only this row");
 }
 
-void SpeciesCheck::check_names(const std::string& what)
+void SpeciesCheck::check_names(const std::string& id_text)
 {
   const std::string& spanish = optional_text("spanishname");
   if (text(SCIENTIFICNAME).empty())
-    require_name(text(COMMONNAME), what);
+    require_name(text(COMMONNAME), "The species", id_text);
   common_names.add(*this, text(COMMONNAME));
   check_name_markup(*this, text(SCIENTIFICNAME));
   check_name_markup(*this, text(COMMONNAME));
   check_name_markup(*this, spanish);
 }
 
-void SpeciesCheck::check_family(const std::string& what, bool is_fish)
+void SpeciesCheck::check_family(const std::string& id_text, bool is_fish)
 {
   const std::string& family = text(FAMILYID);
   if (family.empty()) {
     if (is_fish)
-      fault(DataRule::FAMILY_MISSING, what + " has no family: it stands under \"Unnamed family\"");
+      fault(DataRule::FAMILY_MISSING,
+            "The species " + id_text + " has no family: it stands under \"Unnamed family\"");
   } else if (!region.families.may_have(family)) {
-    fault(DataRule::FAMILY_UNKNOWN, what + " is of the family " + quoted(family) +
+    fault(DataRule::FAMILY_UNKNOWN, "The species " + id_text + " is of the family " +
+                                        quoted(family) +
                                         ", which is not defined: it stands under \"Unnamed "
                                         "family\"");
   }

@@ -1,6 +1,5 @@
 #include <map>
 #include <unordered_set>
-#include <vector>
 
 #include "cli/alike-names.h"
 #include "cli/data-checks.h"
@@ -35,10 +34,11 @@ void ViewCheck::check_row()
   const auto view = id(VIEWID);
   if (!view)
     return;
-  const std::string what = "The view " + std::to_string(*view);
-  require_name(text(VIEWNAME), what);
+  const std::string id_text = std::to_string(*view);
+  require_name(text(VIEWNAME), "The view", id_text);
   names.add(*this, text(VIEWNAME), text(SUBREGIONCODE));
-  check_duplicate(set.views.add(*view, line()), what, "both show the species of both");
+  check_duplicate(set.views.add(*view, line()), "The view", id_text,
+                  "both show the species of both");
   set.view_subregions[*view] = text(SUBREGIONCODE);
   if (!set.may_have_subregion(text(SUBREGIONCODE)))
     fault(DataRule::SUBREGION_UNKNOWN,
@@ -82,7 +82,7 @@ public:
 private:
   struct View {
     CheckedDataSet::Region* region = nullptr; // null if it is not known
-    std::vector<long> lines;                  // of the species, by id; 0 for those not in it
+    NumberedIds species;
     std::string family;                       // of the row before
     std::unordered_set<std::string> families; // all so far
   };
@@ -99,6 +99,8 @@ private:
   enum Heading { VIEWID, SPECIESID, FAMILYID };
 
   std::map<int, View> views;
+  View* current = nullptr; // of the row before, since the rows of a view stand together
+  int current_id = 0;
 };
 
 void ViewSpeciesCheck::check_row()
@@ -119,7 +121,11 @@ void ViewSpeciesCheck::check_row()
 
 ViewSpeciesCheck::View& ViewSpeciesCheck::find_view(int id_of_view)
 {
+  if (current && id_of_view == current_id)
+    return *current;
   const auto [view, is_new] = views.try_emplace(id_of_view);
+  current = &view->second;
+  current_id = id_of_view;
   if (!is_new)
     return view->second;
   const auto code = set.view_subregions.find(id_of_view);
@@ -133,18 +139,15 @@ ViewSpeciesCheck::View& ViewSpeciesCheck::find_view(int id_of_view)
 
 void ViewSpeciesCheck::check_species(View& view, int species)
 {
-  const auto index = static_cast<std::size_t>(species);
-  if (index >= view.lines.size())
-    view.lines.resize(index + 1);
-  if (view.lines[index] != 0)
+  const auto before = view.species.add(species, line());
+  if (before)
     fault(DataRule::VIEW_SPECIES_TWICE, "The view has the species " + std::to_string(species) +
-                                            " in line " + std::to_string(view.lines[index]) +
+                                            " in line " + std::to_string(*before) +
                                             ", too: users see it twice");
-  view.lines[index] = line();
   if (!view.region)
     return;
   if (view.region->species.may_have(species))
-    view.region->viewed_species.insert(species);
+    view.region->viewed_species.add(species, line());
   else
     fault(DataRule::SPECIES_UNKNOWN, "The species " + std::to_string(species) +
                                          " does not exist in the region: the view leaves it out");
@@ -179,9 +182,9 @@ void ViewSpeciesCheck::check_end()
 
 void ViewSpeciesCheck::check_views()
 {
-  for (const auto& [view, line] : set.views.lines)
-    if (views.count(view) == 0)
-      set.faults.add(DataRule::VIEW_EMPTY, "species-view-definitions.csv", line,
+  for (int view = 0; view < set.views.end(); ++view)
+    if (set.views.has(view) && views.count(view) == 0)
+      set.faults.add(DataRule::VIEW_EMPTY, "species-view-definitions.csv", set.views.line_of(view),
                      "The view " + std::to_string(view) +
                          " has no species: users see an empty "
                          "list");
@@ -189,9 +192,10 @@ void ViewSpeciesCheck::check_views()
 
 void ViewSpeciesCheck::check_unviewed(const std::string& code, const CheckedDataSet::Region& region)
 {
-  for (const auto& [species, line] : region.species.lines)
-    if (region.viewed_species.count(species) == 0)
-      set.faults.add(DataRule::SPECIES_NOT_IN_VIEW, code + "-species-info.csv", line,
+  for (int species = 0; species < region.species.end(); ++species)
+    if (region.species.has(species) && !region.viewed_species.has(species))
+      set.faults.add(DataRule::SPECIES_NOT_IN_VIEW, code + "-species-info.csv",
+                     region.species.line_of(species),
                      "The species " + std::to_string(species) +
                          " is in no view: users find a fish by the search only, and an "
                          "invertebrate not at all");

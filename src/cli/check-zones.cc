@@ -11,17 +11,27 @@ namespace {
 const char* const expected_headings[] = {"geogid", "name", nullptr};
 enum Heading { GEOGID, NAME };
 
-constexpr std::size_t first_level_digits = 1;
-constexpr std::size_t second_level_digits = 4;
-constexpr std::size_t third_level_digits = 8;
+constexpr int no_zone = 0; // above the first level
 
-// The code of the zone above; empty for the first level.
-std::string parent_of(const std::string& code)
+bool is_first_level(int zone)
 {
-  if (code.size() == first_level_digits)
-    return {};
-  return code.substr(0,
-                     code.size() == third_level_digits ? second_level_digits : first_level_digits);
+  return zone >= 1 && zone <= 9;
+}
+bool is_second_level(int zone)
+{
+  return zone >= 1'000 && zone <= 9'999;
+}
+bool is_third_level(int zone)
+{
+  return zone >= 10'000'000 && zone <= 99'999'999;
+}
+
+// The zone above, which the first digits name.
+int parent_of(int zone)
+{
+  if (is_third_level(zone))
+    return zone / 10'000;
+  return is_second_level(zone) ? zone / 1'000 : no_zone;
 }
 
 // The zones of a region.
@@ -36,17 +46,17 @@ public:
 private:
   void check_row() override;
   void check_end() override;
-  void place(const std::string& code);
+  void place(int zone);
 
   // A zone that does not stand below its parent.
   struct Orphan {
-    std::string code;
+    int zone;
     long line;
   };
 
   const std::string file;
-  KnownIds<std::string> zones;
-  std::vector<std::string> open; // the zones that the next one may stand below, outermost first
+  KnownIds<int> zones;
+  std::vector<int> open; // the zones that the next one may stand below, outermost first
   std::vector<Orphan> orphans;
   AlikeNames names{"zone", AlikeNames::Equal::FAULT};
 };
@@ -58,43 +68,43 @@ void ZoneCheck::check_row()
   if (!zone)
     return;
   const std::string code = std::to_string(*zone);
-  require_name(text(NAME), "The zone " + code);
+  require_name(text(NAME), "The zone", code);
   check_name_markup(*this, text(NAME));
-  check_duplicate(zones.add(code, line()), "The zone " + code,
+  check_duplicate(zones.add(*zone, line()), "The zone", code,
                   "it is listed twice, under the name of this row");
-  const bool fits =
-      *zone > 0 && (code.size() == first_level_digits || code.size() == second_level_digits ||
-                    code.size() == third_level_digits);
+  const bool fits = is_first_level(*zone) || is_second_level(*zone) || is_third_level(*zone);
   if (fits && text(GEOGID).front() != '0')
-    place(code);
+    place(*zone);
   else
     fault(DataRule::ZONE_LEVEL, "The code " + quoted(text(GEOGID)) +
                                     " has not one, four or eight digits, without leading zeros: "
                                     "the zone stands at a wrong level, or nobody can choose it");
 }
 
-void ZoneCheck::place(const std::string& code)
+void ZoneCheck::place(int zone)
 {
-  const std::string parent = parent_of(code);
-  names.add(*this, text(NAME), parent);
+  const int parent = parent_of(zone);
+  names.add(*this, text(NAME), std::to_string(parent));
   while (!open.empty() && open.back() != parent)
     open.pop_back();
-  if (open.empty() && !parent.empty())
-    orphans.push_back({code, line()});
-  open.push_back(code);
+  if (open.empty() && parent != no_zone)
+    orphans.push_back({zone, line()});
+  open.push_back(zone);
 }
 
 void ZoneCheck::check_end()
 {
-  for (const auto& [code, line] : orphans) {
-    const std::string parent = parent_of(code);
+  for (const auto& [zone, line] : orphans) {
+    const int parent = parent_of(zone);
+    const std::string code = std::to_string(zone);
+    const std::string parent_code = std::to_string(parent);
     if (zones.lines.count(parent) > 0)
       set.faults.add(DataRule::ZONE_ORDER, file, line,
-                     "The zone " + code + " does not stand behind " + parent +
+                     "The zone " + code + " does not stand behind " + parent_code +
                          " and the zones below that: users find it at the level above");
     else if (is_whole())
       set.faults.add(DataRule::ZONE_NO_PARENT, file, line,
-                     "The zone " + parent + " above " + code +
+                     "The zone " + parent_code + " above " + code +
                          " is missing: users find this zone at the level above");
   }
 }

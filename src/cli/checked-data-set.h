@@ -3,12 +3,12 @@
 #include <map>
 #include <set>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "cli/data-faults.h"
 #include "cli/known-ids.h"
+#include "cli/numbered-ids.h"
 
 // A data set that is checked: its faults, and what the check of one file learns that others
 // need.
@@ -29,8 +29,8 @@ struct CheckedDataSet {
   struct Region {
     bool is_named = false; // by region-info.csv; its files are required then
     KnownIds<std::string> families;
-    KnownIds<int> species;
-    std::unordered_set<int> viewed_species; // those in some view
+    NumberedIds species;
+    NumberedIds viewed_species; // those in some view
   };
 
   // Whether a code of region-info.csv may be there; see KnownIds::may_have().
@@ -47,11 +47,11 @@ struct CheckedDataSet {
   DataFaults faults;
   std::set<std::string> files; // the names of those that the program reads
 
-  KnownIds<int> survey_types;
+  NumberedIds survey_types;
   std::map<int, SurveyType> survey_type_rows;  // by id, as the last row has it
   std::map<std::string, Subregion> subregions; // by code
   std::map<std::string, Region> regions;       // by code
-  KnownIds<int> habitats;
-  KnownIds<int> views;
+  NumberedIds habitats;
+  NumberedIds views;
   std::map<int, std::string> view_subregions; // the code by view id
 };

@@ -18,6 +18,7 @@
 #include "cli/known-ids.h"
 #include "cli/loaded-data.h"
 #include "cli/name-markup.h"
+#include "cli/numbered-ids.h"
 #include "cli/numbering-gaps.h"
 #include "cli/option-entry.h"
 #include "cli/output.h"

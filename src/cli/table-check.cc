@@ -16,16 +16,26 @@ namespace {
 
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
+bool is_digit(char c)
+{
+  return c >= '0' && c <= '9';
+}
+
 // Whether the text is a whole number and nothing else, so that it means what it says.
 bool is_number(const std::string& text)
 {
-  constexpr const char* blanks = " \t\n\v\f\r";
-  const std::size_t start = text.find_first_not_of(blanks);
-  if (start == std::string::npos)
-    return false;
-  const std::size_t digits = start + (text[start] == '-' || text[start] == '+' ? 1 : 0);
-  const std::size_t end = std::min(text.find_first_not_of("0123456789", digits), text.size());
-  return end > digits && text.find_first_not_of(blanks, end) == std::string::npos;
+  const char* at = text.c_str();
+  while (g_ascii_isspace(*at))
+    ++at;
+  if (*at == '-' || *at == '+')
+    ++at;
+  const char* const digits = at;
+  while (is_digit(*at))
+    ++at;
+  const bool has_digits = at != digits;
+  while (g_ascii_isspace(*at))
+    ++at;
+  return has_digits && at == text.c_str() + text.size();
 }
 
 std::size_t count_botched(const std::string& line)
@@ -36,15 +46,15 @@ std::size_t count_botched(const std::string& line)
   return count;
 }
 
-// Whether a quoted field goes to the end of the line. Only then does a quote behind the line
-// close a field, which makes the text behind that quote botched.
-bool has_open_quote(std::string_view line)
+// Whether a quoted field goes to the end of the line, which has so many botched fields. Only
+// then does a quote behind the line close a field, which makes the text behind it botched.
+bool has_open_quote(std::string_view line, std::size_t botched)
 {
   if (line.find('"') == std::string_view::npos)
     return false;
   std::string text(line);
   text.erase(text.find_last_not_of('\\') + 1); // such a backslash would take the quote
-  return count_botched(text + "\"x") > count_botched(text);
+  return count_botched(text + "\"x") > botched;
 }
 
 } // namespace
@@ -116,11 +126,13 @@ void TableCheck::check_excess(const FileLines& lines)
 void TableCheck::check_line(std::string_view line)
 {
   check_bytes(line);
-  check_quotes(line);
-  split_csv_line(line, fields, [this](std::size_t, const Glib::ustring& field) {
+  std::size_t botched = 0;
+  split_csv_line(line, fields, [&, this](std::size_t, const Glib::ustring& field) {
+    ++botched;
     fault(DataRule::QUOTING_BOTCHED,
           "Text follows a closing quote: the field is shown with its quotes, " + quoted(field));
   });
+  check_quotes(line, botched);
   if (headings_pending)
     check_headings();
   else
@@ -138,9 +150,9 @@ void TableCheck::check_bytes(std::string_view line)
   has_mark = has_mark || (headings_pending && line.substr(0, 3) == byte_order_mark);
 }
 
-void TableCheck::check_quotes(std::string_view line)
+void TableCheck::check_quotes(std::string_view line, std::size_t botched)
 {
-  if (has_open_quote(line))
+  if (has_open_quote(line, botched))
     fault(DataRule::QUOTE_OPEN, "A quote is never closed: the field goes to the end of the line");
 }
 
@@ -256,31 +268,31 @@ bool TableCheck::flag(std::size_t heading)
   return value == "1";
 }
 
-void TableCheck::require_name(const std::string& name, const std::string& what)
+void TableCheck::require_name(const std::string& name, const char* kind, const std::string& the_id)
 {
   if (name.find_first_not_of(' ') == std::string::npos)
-    fault(DataRule::NAME_MISSING,
-          what + " has no name: users see an empty place or a made-up name");
+    fault(DataRule::NAME_MISSING, std::string(kind) + " " + the_id +
+                                      " has no name: users see an empty place or a made-up name");
 }
 
-void TableCheck::check_duplicate(std::optional<long> before, const std::string& what,
-                                 const std::string& consequence)
+void TableCheck::check_duplicate(std::optional<long> before, const char* kind,
+                                 const std::string& the_id, const char* consequence)
 {
   if (before)
-    fault(DataRule::ID_DUPLICATE,
-          what + " stands also in line " + std::to_string(*before) + ": " + consequence);
+    fault(DataRule::ID_DUPLICATE, std::string(kind) + " " + the_id + " stands also in line " +
+                                      std::to_string(*before) + ": " + consequence);
 }
 
-void TableCheck::check_gaps(const KnownIds<int>& ids, const std::string& what)
+void TableCheck::check_gaps(const NumberedIds& ids, const char* kind)
 {
   constexpr int wide = 1000;
-  std::vector<std::pair<int, long>> sorted(ids.lines.begin(), ids.lines.end());
-  std::sort(sorted.begin(), sorted.end());
   int last = 0;
-  for (const auto& [id, line] : sorted) {
+  for (int id = 0; id < ids.end(); ++id) {
+    if (!ids.has(id))
+      continue;
     if (id - last > wide)
-      set.faults.add(DataRule::IDS_SPARSE, file, line,
-                     std::to_string(id - last - 1) + " numbers before " + what + " " +
+      set.faults.add(DataRule::IDS_SPARSE, file, ids.line_of(id),
+                     std::to_string(id - last - 1) + " numbers before " + kind + " " +
                          std::to_string(id) + " are not used: each takes memory");
     last = id;
   }

@@ -2,6 +2,8 @@
 
 #include <glibmm/ustring.h>
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -53,13 +55,13 @@ protected:
   std::optional<int> id(std::size_t heading);
   // A field that has to be "0" or "1".
   bool flag(std::size_t heading);
-  // A name that users need; `what` says whose.
-  void require_name(const std::string& name, const std::string& what);
-  // The row's id stood in line `before`, too, if that is a line.
-  void check_duplicate(std::optional<long> before, const std::string& what,
-                       const std::string& consequence);
-  // Hints at wide gaps between ids that number a table.
-  void check_gaps(const KnownIds<int>& ids, const std::string& what);
+  // A name that users need, of a thing such as "The zone 40".
+  void require_name(const std::string& name, const char* kind, const std::string& the_id);
+  // The id of that thing stood in line `before`, too, if that is a line.
+  void check_duplicate(std::optional<long> before, const char* kind, const std::string& the_id,
+                       const char* consequence);
+  // Hints at wide gaps between ids that number a table; `kind` as in "the zone".
+  void check_gaps(const NumberedIds& ids, const char* kind);
 
   CheckedDataSet& set;
 
@@ -67,7 +69,7 @@ private:
   void check_lines(std::istream& in);
   void check_line(std::string_view line);
   void check_bytes(std::string_view line);
-  void check_quotes(std::string_view line);
+  void check_quotes(std::string_view line, std::size_t botched);
   void check_headings();
   void check_fields();
   void check_excess(const class FileLines& lines);
@@ -77,7 +79,7 @@ private:
   const char* const* const headings;
   std::vector<Glib::ustring> fields; // of the row in hand
   std::vector<std::size_t> columns;  // of the headings, if has_headings
-  std::map<std::string, std::size_t> heading_columns;
+  std::map<std::string, std::size_t, std::less<>> heading_columns;
   bool headings_pending = true;
   bool has_headings = true; // all that the file needs
   bool has_mark = false;    // a byte-order mark stands before the headings
