@@ -51,10 +51,11 @@ void judge(const Finding& finding)
                                  [&](const Rule& known) { return finding.rule == known.id; });
   require(rule != rules.end() && rule->severity == finding.severity, "the rule is in the table");
   require(!finding.consequence.empty(), "a finding has a consequence");
-  if (finding.line)
+  if (finding.line) {
     require(*finding.line >= 1 &&
                 static_cast<std::size_t>(*finding.line) <= count_lines(finding.file),
             "the file has such a line");
+  }
 }
 
 // The files of a good set, which are put back one at a time.

@@ -43,10 +43,11 @@ void AlikeNames::add(TableCheck& table, const std::string& name, const std::stri
     return;
   const Named& first = known->second;
   const std::string other = "the " + std::string(what) + " of line " + std::to_string(first.line);
-  if (first.name != name)
+  if (first.name != name) {
     table.fault(DataRule::NAMES_ALIKE, quoted(name) + " differs from " + other +
                                            " by case or blanks only, which readers take for one");
-  else if (equal == Equal::FAULT)
+  } else if (equal == Equal::FAULT) {
     table.fault(DataRule::NAME_TWICE,
                 quoted(name) + " is also the name of " + other + ": users cannot tell them apart");
+  }
 }

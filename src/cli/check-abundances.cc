@@ -81,10 +81,11 @@ void AbundanceCheck::check_response()
                  "surveys hold another number than the server knows"))
     return;
   const auto before = responses.add(to_int(text(RESPONSEID)), line());
-  if (before)
+  if (before) {
     fault(DataRule::RESPONSE_TWICE, "responseid " + text(RESPONSEID) + " stands also in line " +
                                         std::to_string(*before) +
                                         ": the server cannot tell the two choices apart");
+  }
 }
 
 // The program puts a row at the place of its class in the list, if that is not taken yet.
@@ -99,10 +100,11 @@ void AbundanceCheck::check_place(int type, int abundance)
   }
   if (!gaps.allow(*this, std::to_string(type), abundance))
     return;
-  if (abundance > last + 1)
+  if (abundance > last + 1) {
     fault(DataRule::ABUNDANCE_GAP, "The classes between " + std::to_string(last) + " and " +
                                        std::to_string(abundance) +
                                        " are missing: users see \"Oops\" in their place");
+  }
   last = abundance;
 }
 
@@ -113,11 +115,13 @@ void AbundanceCheck::check_end()
   if (!has_present)
     file_fault(DataRule::PRESENCE_MISSING,
                "The list 99 has no class 1: users cannot mark invertebrates of type 2");
-  for (const auto& [type, row] : set.survey_type_rows)
-    if (row.visible && last_classes.count(type) == 0)
+  for (const auto& [type, row] : set.survey_type_rows) {
+    if (row.visible && last_classes.count(type) == 0) {
       set.faults.add(DataRule::ABUNDANCE_MISSING, "region-info.csv", row.line,
                      "The survey type " + std::to_string(type) +
                          " has no abundance classes: users cannot mark a species");
+    }
+  }
 }
 
 } // namespace

@@ -51,12 +51,13 @@ void DefinitionCheck::begin_group()
 {
   has_begun = true;
   current = text(GROUP);
-  if (current.empty())
+  if (current.empty()) {
     fault(DataRule::GROUP_UNNAMED, "The row has no group: the program drops it and those after it "
                                    "that have none either");
-  else if (groups.count(current) > 0)
+  } else if (groups.count(current) > 0) {
     fault(DataRule::GROUP_SPLIT, "The group " + quoted(current) +
                                      " begins a second time: users no longer see its rows above");
+  }
 }
 
 void DefinitionCheck::check_choice()
@@ -78,24 +79,27 @@ void DefinitionCheck::check_choice()
 
 void DefinitionCheck::check_value(int value)
 {
-  if (current == "divestart" && (value < 1 || value > 24))
+  if (current == "divestart" && (value < 1 || value > 24)) {
     fault(DataRule::DIVE_START_HOUR, "The value " + std::to_string(value) +
                                          " is no hour from 1 to 24: names of files and the list "
                                          "of surveys show no or a wrong time");
-  if (current == "depth" && value < groups[current].last_value)
+  }
+  if (current == "depth" && value < groups[current].last_value) {
     fault(DataRule::DEPTH_ORDER, "The value " + std::to_string(value) +
                                      " is below that of the row before: users are told that a "
                                      "right maximum depth is below the average");
+  }
 }
 
 void DefinitionCheck::check_end()
 {
   if (!is_whole())
     return;
-  for (const char* const name : {"divestart", "visibility", "depth", "current"})
+  for (const char* const name : {"divestart", "visibility", "depth", "current"}) {
     if (groups[name].values.lines.empty())
       file_fault(DataRule::GROUP_MISSING,
                  "The group " + quoted(name) + " has no choices: its box stays empty");
+  }
   const std::size_t starts = groups["divestart"].values.lines.size();
   if (starts > 0 && starts < 7)
     file_fault(DataRule::DIVE_START_SHORT, "The list of start times begins at the seventh row, "

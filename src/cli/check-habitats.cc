@@ -103,10 +103,11 @@ void RegionHabitatCheck::check_end()
 {
   if (!is_whole() || !set.survey_types.is_whole)
     return;
-  for (const auto& [code, region] : set.regions)
+  for (const auto& [code, region] : set.regions) {
     if (region.is_named && regions.count(code) == 0)
       file_fault(DataRule::HABITATS_MISSING,
                  "The region " + quoted(code) + " has no habitats: its box stays empty");
+  }
 }
 
 } // namespace

@@ -57,10 +57,11 @@ void MetadataCheck::run()
     return;
   }
   check_lines(in);
-  for (const char* const key : {"timestamp", "updated"})
+  for (const char* const key : {"timestamp", "updated"}) {
     if (entries[key].value.empty())
       file_fault(DataRule::METADATA_INCOMPLETE,
                  std::string(key) + " is missing: the program does not use the data set");
+  }
   check_timestamp();
 }
 
@@ -98,10 +99,11 @@ void MetadataCheck::check_line(std::string_view line)
   const std::string key(line.substr(0, equals));
   const std::string value(line.substr(equals + 1));
   if (key == "version") {
-    if (value != "1")
+    if (value != "1") {
       fault(DataRule::METADATA_VERSION, "The version is " + quoted(value) +
                                             ", not \"1\": each start shows an error that asks for "
                                             "a newer program");
+    }
   } else if (key == "timestamp" || key == "updated") {
     entries[key] = {value, line_number};
   } else {

@@ -72,10 +72,11 @@ void RegionCheck::check_code(Heading heading)
   const std::string& code = text(heading);
   const bool is_usable = std::all_of(
       code.begin(), code.end(), [](char c) { return g_ascii_isalnum(c) || c == '_' || c == '-'; });
-  if (code.empty() || !is_usable)
+  if (code.empty() || !is_usable) {
     fault(DataRule::CODE_UNUSABLE, std::string(expected_headings[heading]) + " " + quoted(code) +
                                        " does not consist of letters and digits: files may not "
                                        "be found, and surveys may not be saved");
+  }
 }
 
 void RegionCheck::check_subregion()
@@ -103,11 +104,12 @@ void RegionCheck::check_flags()
 void RegionCheck::check_survey_type(int type)
 {
   const std::string number_text = std::to_string(type);
-  if (type == AbundanceChoices::presence_subtype)
+  if (type == AbundanceChoices::presence_subtype) {
     fault(DataRule::SURVEY_TYPE_RESERVED,
           "The survey type " + number_text +
               " is no survey type: its abundance classes are those of the invertebrates of "
               "which only the presence is noted");
+  }
   require_name(text(SURVEYTYPENAME), "The survey type", number_text);
   type_names.add(*this, text(SURVEYTYPENAME), text(SUBREGIONCODE));
   check_duplicate(set.survey_types.add(type, line()), "The survey type", number_text,

@@ -86,10 +86,11 @@ void SpeciesCheck::check_family(const std::string& id_text, bool is_fish)
 bool SpeciesCheck::check_invertebrate_type()
 {
   const auto type = number(INVERTEBRATETYPE, 0, std::numeric_limits<std::uint8_t>::max());
-  if (type && *type > 2)
+  if (type && *type > 2) {
     fault(DataRule::INVERTEBRATE_TYPE, "invertebratetype " + std::to_string(*type) +
                                            " is none of 0, 1 and 2: the species counts as an "
                                            "invertebrate of type 1");
+  }
   return type && *type == 0;
 }
 
@@ -97,10 +98,11 @@ void SpeciesCheck::check_rarity()
 {
   const auto rarity = number(RAREFISHIND, std::numeric_limits<std::int8_t>::min(),
                              std::numeric_limits<std::int8_t>::max());
-  if (rarity && (*rarity < 0 || *rarity > 2))
+  if (rarity && (*rarity < 0 || *rarity > 2)) {
     fault(DataRule::RARITY, "rarefishind " + std::to_string(*rarity) +
                                 " is none of 0, 1 and 2: the species is shaded like those of the "
                                 "nearest one");
+  }
 }
 
 void SpeciesCheck::check_end()

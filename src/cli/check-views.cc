@@ -51,10 +51,11 @@ void ViewCheck::check_default()
   if (!flag(ISDEFAULT))
     return;
   const auto [known, is_new] = defaults.try_emplace(text(SUBREGIONCODE), line());
-  if (!is_new)
+  if (!is_new) {
     fault(DataRule::DEFAULT_VIEW_TWICE,
           "The location " + quoted(text(SUBREGIONCODE)) + " has a default view in line " +
               std::to_string(known->second) + ", too: only the last one is used");
+  }
 }
 
 void ViewCheck::check_end()
@@ -63,11 +64,13 @@ void ViewCheck::check_end()
   check_gaps(set.views, "the view");
   if (!is_whole() || !set.survey_types.is_whole)
     return;
-  for (const auto& [code, subregion] : set.subregions)
-    if (subregion.offered && defaults.count(code) == 0)
+  for (const auto& [code, subregion] : set.subregions) {
+    if (subregion.offered && defaults.count(code) == 0) {
       file_fault(DataRule::DEFAULT_VIEW_MISSING,
                  "The location " + quoted(code) +
                      " has no default view: users see no species until they choose a view");
+    }
+  }
 }
 
 // The species of the views, in species-views.csv.
@@ -140,10 +143,11 @@ ViewSpeciesCheck::View& ViewSpeciesCheck::find_view(int id_of_view)
 void ViewSpeciesCheck::check_species(View& view, int species)
 {
   const auto before = view.species.add(species, line());
-  if (before)
+  if (before) {
     fault(DataRule::VIEW_SPECIES_TWICE, "The view has the species " + std::to_string(species) +
                                             " in line " + std::to_string(*before) +
                                             ", too: users see it twice");
+  }
   if (!view.region)
     return;
   if (view.region->species.may_have(species))
@@ -161,14 +165,15 @@ void ViewSpeciesCheck::check_family(View& view)
     return;
   view.family = family;
   const bool is_new = view.families.insert(family).second;
-  if (!is_new)
+  if (!is_new) {
     fault(DataRule::VIEW_FAMILY_SPLIT, "The family " + quoted(family) +
                                            " begins a second time in the view: users see its "
                                            "name twice");
-  else if (view.region && !family.empty() && !view.region->families.may_have(family))
+  } else if (view.region && !family.empty() && !view.region->families.may_have(family)) {
     fault(DataRule::FAMILY_UNKNOWN, "The family " + quoted(family) +
                                         " is not defined in the region: it has no name in the "
                                         "view");
+  }
 }
 
 void ViewSpeciesCheck::check_end()
@@ -182,23 +187,27 @@ void ViewSpeciesCheck::check_end()
 
 void ViewSpeciesCheck::check_views()
 {
-  for (int view = 0; view < set.views.end(); ++view)
-    if (set.views.has(view) && views.count(view) == 0)
+  for (int view = 0; view < set.views.end(); ++view) {
+    if (set.views.has(view) && views.count(view) == 0) {
       set.faults.add(DataRule::VIEW_EMPTY, "species-view-definitions.csv", set.views.line_of(view),
                      "The view " + std::to_string(view) +
                          " has no species: users see an empty "
                          "list");
+    }
+  }
 }
 
 void ViewSpeciesCheck::check_unviewed(const std::string& code, const CheckedDataSet::Region& region)
 {
-  for (int species = 0; species < region.species.end(); ++species)
-    if (region.species.has(species) && !region.viewed_species.has(species))
+  for (int species = 0; species < region.species.end(); ++species) {
+    if (region.species.has(species) && !region.viewed_species.has(species)) {
       set.faults.add(DataRule::SPECIES_NOT_IN_VIEW, code + "-species-info.csv",
                      region.species.line_of(species),
                      "The species " + std::to_string(species) +
                          " is in no view: users find a fish by the search only, and an "
                          "invertebrate not at all");
+    }
+  }
 }
 
 } // namespace

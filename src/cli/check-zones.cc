@@ -73,12 +73,13 @@ void ZoneCheck::check_row()
   check_duplicate(zones.add(*zone, line()), "The zone", code,
                   "it is listed twice, under the name of this row");
   const bool fits = is_first_level(*zone) || is_second_level(*zone) || is_third_level(*zone);
-  if (fits && text(GEOGID).front() != '0')
+  if (fits && text(GEOGID).front() != '0') {
     place(*zone);
-  else
+  } else {
     fault(DataRule::ZONE_LEVEL, "The code " + quoted(text(GEOGID)) +
                                     " has not one, four or eight digits, without leading zeros: "
                                     "the zone stands at a wrong level, or nobody can choose it");
+  }
 }
 
 void ZoneCheck::place(int zone)
@@ -98,14 +99,15 @@ void ZoneCheck::check_end()
     const int parent = parent_of(zone);
     const std::string code = std::to_string(zone);
     const std::string parent_code = std::to_string(parent);
-    if (zones.lines.count(parent) > 0)
+    if (zones.lines.count(parent) > 0) {
       set.faults.add(DataRule::ZONE_ORDER, file, line,
                      "The zone " + code + " does not stand behind " + parent_code +
                          " and the zones below that: users find it at the level above");
-    else if (is_whole())
+    } else if (is_whole()) {
       set.faults.add(DataRule::ZONE_NO_PARENT, file, line,
                      "The zone " + parent_code + " above " + code +
                          " is missing: users find this zone at the level above");
+    }
   }
 }
 

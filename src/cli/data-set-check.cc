@@ -32,10 +32,11 @@ std::vector<std::string> names_in(const std::string& dir)
 // The region that a file is named after; empty if it is the file of no region.
 std::string region_of(const std::string& name)
 {
-  for (const std::string suffix : region_suffixes)
+  for (const std::string suffix : region_suffixes) {
     if (name.size() > suffix.size() &&
         name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0)
       return name.substr(0, name.size() - suffix.size());
+  }
   return {};
 }
 
@@ -77,10 +78,11 @@ void check_unused_files(CheckedDataSet& set, const std::vector<std::string>& nam
 {
   if (!set.survey_types.is_whole)
     return; // some may belong to a region
-  for (const std::string& name : names)
+  for (const std::string& name : names) {
     if (set.files.count(name) == 0)
       set.faults.add(DataRule::FILE_UNUSED, name, {},
                      "The file belongs to no region and no table: the program does not read it");
+  }
 }
 
 } // namespace

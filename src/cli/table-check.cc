@@ -160,10 +160,11 @@ void TableCheck::check_headings()
 {
   for (std::size_t column = 0; column < fields.size(); ++column) {
     const std::string& heading = fields[column].raw();
-    if (!heading_columns.insert_or_assign(heading, column).second)
+    if (!heading_columns.insert_or_assign(heading, column).second) {
       fault(DataRule::HEADING_TWICE, "The heading " + quoted(heading) +
                                          " stands twice: the program reads the last column of "
                                          "that name and expects a field less in each row");
+    }
   }
   for (const char* const* heading = headings; *heading; ++heading) {
     const auto found = heading_columns.find(*heading);
@@ -172,12 +173,13 @@ void TableCheck::check_headings()
       continue;
     }
     is_sound = has_headings = false;
-    if (has_mark && heading_columns.count(std::string(byte_order_mark) + *heading) > 0)
+    if (has_mark && heading_columns.count(std::string(byte_order_mark) + *heading) > 0) {
       fault(DataRule::BYTE_ORDER_MARK, "A byte-order mark makes another heading of " +
                                            quoted(*heading) + ": the program ends at each start");
-    else
+    } else {
       fault(DataRule::HEADING_MISSING,
             "The heading " + quoted(*heading) + " is missing: the program ends at each start");
+    }
   }
 }
 
@@ -226,10 +228,11 @@ const std::string& TableCheck::optional_text(const char* heading) const
 
 void TableCheck::check_digits(std::size_t heading, int kept)
 {
-  if (!is_number(text(heading)))
+  if (!is_number(text(heading))) {
     fault(DataRule::NUMBER_INVALID,
           std::string(headings[heading]) + " is " + quoted(text(heading)) +
               ", which is no whole number and counts as " + std::to_string(kept));
+  }
 }
 
 std::optional<int> TableCheck::number(std::size_t heading, int lowest, int highest)
@@ -290,10 +293,11 @@ void TableCheck::check_gaps(const NumberedIds& ids, const char* kind)
   for (int id = 0; id < ids.end(); ++id) {
     if (!ids.has(id))
       continue;
-    if (id - last > wide)
+    if (id - last > wide) {
       set.faults.add(DataRule::IDS_SPARSE, file, ids.line_of(id),
                      std::to_string(id - last - 1) + " numbers before " + kind + " " +
                          std::to_string(id) + " are not used: each takes memory");
+    }
     last = id;
   }
 }

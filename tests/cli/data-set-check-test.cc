@@ -27,10 +27,11 @@ std::string name_of(Severity severity)
 std::string summary(const std::vector<Finding>& findings)
 {
   std::string text;
-  for (const Finding& finding : findings)
+  for (const Finding& finding : findings) {
     text += std::filesystem::path(finding.file).filename().string() + " " +
             std::to_string(finding.line.value_or(0)) + " " + finding.rule + " " +
             name_of(finding.severity) + "\n";
+  }
   return text;
 }
 
