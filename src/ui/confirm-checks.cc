@@ -9,7 +9,6 @@
 #include "data/region.h"
 #include "data/species-views.h"
 #include "ui/confirm-panel.h"
-#include "ui/member-panel.h"
 #include "ui/survey-checks.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
@@ -22,8 +21,11 @@
 
 namespace {
 
-constexpr int always = 1;
-constexpr int unless_species_only = -1;
+// A list of habitats may begin with a prompt, which is no choice.
+bool is_prompt(const Glib::ustring& habitat)
+{
+  return habitat.raw().rfind("(please", 0) == 0;
+}
 
 } // namespace
 
@@ -32,15 +34,13 @@ constexpr int unless_species_only = -1;
 void ConfirmPanel::refresh()
 {
   bool ok = true;
-  check_member(ok);
+  check_plain_fields(ok);
   check_survey_type(ok);
   check_survey_date(ok);
-  check_dive_start(ok);
   check_zone_code(ok);
   check_temperatures(ok);
   check_bottom_time(ok);
-  check_depths(ok);
-  check_habitat(ok);
+  check_order_of_depths(ok);
   check_species(ok);
   show_verdict(ok);
   show_summaries();
@@ -55,8 +55,10 @@ bool ConfirmPanel::set_simple_field(Gtk::Label* name_label, Gtk::Label* value_la
                                     const Glib::ustring& value, bool& ok, int required)
 {
   const Region* const type = window->survey.survey_subtype;
+  const bool is_species_only = type && !type->hasabundance;
   const bool is_required =
-      required == always || (required == unless_species_only && !(type && !type->hasabundance));
+      required == static_cast<int>(Required::always) ||
+      (required == static_cast<int>(Required::unless_species_only) && !is_species_only);
   if (is_required && value.empty()) {
     ok = false;
     set_redbold(name_label);
@@ -101,11 +103,20 @@ void ConfirmPanel::show_checked(Gtk::Label* name_label, Gtk::Label* value_label,
   }
 }
 
-void ConfirmPanel::check_member(bool& ok)
+void ConfirmPanel::check_plain_fields(bool& ok)
 {
-  const auto& member = *window->member_panel;
-  set_simple_field(conf_label_member_id, conf_member_id, member.get_member_id(), ok, always);
-  set_simple_field(conf_label_last_name, conf_last_name, member.get_last_name(), ok, always);
+  const FieldWidgets& fields = window->fields;
+  for (const SurveyField& field : survey_fields())
+    if (field.summary)
+      set_simple_field(&fields.summary_name(field), &fields.summary_value(field),
+                       chosen_text(field), ok, static_cast<int>(field.required));
+}
+
+Glib::ustring ConfirmPanel::chosen_text(const SurveyField& field) const
+{
+  const Glib::ustring text = window->fields.shown_text(field);
+  const bool is_habitat = &window->fields.input(field) == window->survey_panel2->habitat;
+  return is_habitat && is_prompt(text) ? Glib::ustring() : text;
 }
 
 void ConfirmPanel::check_survey_type(bool& ok)
@@ -125,12 +136,6 @@ void ConfirmPanel::check_survey_date(bool& ok)
   const CheckedText date = check_date(when.year->get_id(), when.month->get_id(),
                                       when.mday->get_id(), std::time(nullptr));
   show_checked(conf_label_survey_date, conf_survey_date, date.text, date.good, ok);
-}
-
-void ConfirmPanel::check_dive_start(bool& ok)
-{
-  set_simple_field(conf_label_dive_start, conf_dive_start,
-                   window->survey_panel1->dive_start->get_label(), ok, always);
 }
 
 void ConfirmPanel::check_zone_code(bool& ok)
@@ -185,33 +190,16 @@ void ConfirmPanel::check_bottom_time(bool& ok)
   show_or_hide(confirm_bottom_time, unusual);
 }
 
-void ConfirmPanel::check_depths(bool& ok)
+void ConfirmPanel::check_order_of_depths(bool& ok)
 {
   const auto& conditions = *window->survey_panel2;
-  const Glib::ustring max_label = conditions.max_depth->get_label();
-  set_simple_field(conf_label_visibility, conf_visibility, conditions.visibility->get_label(), ok,
-                   unless_species_only);
-  set_simple_field(conf_label_avg_depth, conf_avg_depth, conditions.avg_depth->get_label(), ok,
-                   unless_species_only);
-  const bool max_is_there =
-      set_simple_field(conf_label_max_depth, conf_max_depth, max_label, ok, unless_species_only);
-  if (max_is_there && conditions.max_depth->get_id() < conditions.avg_depth->get_id()) {
-    ok = false;
-    set_redbold(conf_label_max_depth);
-    conf_max_depth->set_markup(displayed_markup(max_label) + " " +
-                               redbold(" Must be no less than Average Depth"));
-  }
-}
-
-void ConfirmPanel::check_habitat(bool& ok)
-{
-  const auto& conditions = *window->survey_panel2;
-  set_simple_field(conf_label_current, conf_current, conditions.current->get_label(), ok,
-                   unless_species_only);
-  Glib::ustring habitat = conditions.habitat->get_label();
-  if (habitat.raw().rfind("(please", 0) == 0)
-    habitat.clear(); // a prompt, not a choice
-  set_simple_field(conf_label_habitat, conf_habitat, habitat, ok, unless_species_only);
+  const bool is_missing = is_marked(conf_label_max_depth);
+  if (is_missing || conditions.max_depth->get_id() >= conditions.avg_depth->get_id())
+    return;
+  ok = false;
+  set_redbold(conf_label_max_depth);
+  conf_max_depth->set_markup(displayed_markup(conditions.max_depth->get_label()) + " " +
+                             redbold(" Must be no less than Average Depth"));
 }
 
 void ConfirmPanel::check_species(bool& ok)

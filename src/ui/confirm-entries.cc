@@ -1,13 +1,13 @@
 // The part of the Confirmation page that leads back to what has to be put right.
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
-#include "ui/member-panel.h"
 #include "ui/survey-panel1.h"
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -20,34 +20,50 @@ Gtk::Widget* date_to_correct(const SurveyPanel1& when)
   return when.month;
 }
 
+// Where the page shows an entry: in which half, and in which row of it.
+std::pair<int, int> place_on_page(Gtk::Label& name)
+{
+  auto& rows = dynamic_cast<Gtk::Grid&>(*name.get_parent());
+  auto& halves = dynamic_cast<Gtk::Box&>(*rows.get_parent());
+  return {halves.child_property_position(rows), rows.child_property_top_attach(name)};
+}
+
+int page_of(Gtk::Widget& field, Gtk::Notebook& notebook)
+{
+  Gtk::Widget* page = &field;
+  while (page->get_parent() != &notebook)
+    page = page->get_parent();
+  return notebook.page_num(*page);
+}
+
 } // namespace
 
 std::vector<ConfirmPanel::Entry> ConfirmPanel::entries() const
 {
-  const auto& member = *window->member_panel;
+  std::vector<Entry> all = entries_with_own_rules();
+  for (const SurveyField& field : survey_fields())
+    if (field.summary)
+      all.push_back({&window->fields.summary_name(field), &window->fields.input(field)});
+  std::sort(all.begin(), all.end(), [](const Entry& one, const Entry& other) {
+    return place_on_page(*one.name) < place_on_page(*other.name);
+  });
+  return all;
+}
+
+std::vector<ConfirmPanel::Entry> ConfirmPanel::entries_with_own_rules() const
+{
   const auto& where = *window->survey_panel1;
   const auto& how = *window->survey_panel2;
-  const auto& listed = *window->listed_panel;
-  const bool wants_confirmation = confirm_bottom_time->get_visible();
-  const Entry bottom_time = wants_confirmation
-                                ? Entry{conf_label_bottom_time, page, confirm_bottom_time}
-                                : Entry{conf_label_bottom_time, how.page, how.bottom_time};
+  Gtk::Widget* const bottom_time = how.bottom_time;
   return {
-      {conf_label_member_id, member.page, member.member_id},
-      {conf_label_last_name, member.page, member.last_name},
-      {conf_label_survey_type, where.page, where.survey_subtype},
-      {conf_label_survey_date, where.page, date_to_correct(where)},
-      {conf_label_dive_start, where.page, where.dive_start},
-      {conf_label_zone_code, where.page, where.zonecode},
-      {conf_label_total_species, listed.page, listed.species_tree},
-      {conf_label_surface_temp, how.page, how.surface_temp},
-      {conf_label_bottom_temp, how.page, how.bottom_temp},
-      bottom_time,
-      {conf_label_avg_depth, how.page, how.avg_depth},
-      {conf_label_max_depth, how.page, how.max_depth},
-      {conf_label_visibility, how.page, how.visibility},
-      {conf_label_current, how.page, how.current},
-      {conf_label_habitat, how.page, how.habitat},
+      {conf_label_survey_type, where.survey_subtype},
+      {conf_label_survey_date, date_to_correct(where)},
+      {conf_label_zone_code, where.zonecode},
+      {conf_label_total_species, window->listed_panel->species_tree},
+      {conf_label_surface_temp, how.surface_temp},
+      {conf_label_bottom_temp, how.bottom_temp},
+      {conf_label_bottom_time,
+       confirm_bottom_time->get_visible() ? confirm_bottom_time : bottom_time},
   };
 }
 
@@ -67,6 +83,7 @@ void ConfirmPanel::on_verdict_clicked()
     window->ready_button->grab_focus();
     return;
   }
-  window->notebook->set_current_page(marked.front().page);
-  marked.front().field->grab_focus();
+  Gtk::Widget& field = *marked.front().field;
+  window->notebook->set_current_page(page_of(field, *window->notebook));
+  field.grab_focus();
 }

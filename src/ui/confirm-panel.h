@@ -18,6 +18,7 @@ class Entry;
 }
 class MyApp;
 class SurveyWindow;
+struct SurveyField;
 
 // The Confirmation page: the whole survey at a glance, checked.
 class ConfirmPanel : public Gtk::Grid
@@ -110,28 +111,28 @@ public:
 private:
   // An entry of the summary, and where it is put right.
   struct Entry {
-    const Gtk::Label* name;
-    int page; // in the notebook
+    Gtk::Label* name;
     Gtk::Widget* field;
   };
 
   void find_labels(const Glib::RefPtr<Gtk::Builder>& builder);
   void connect_trees();
 
-  // The checks, in the order in which the page shows them.
-  void check_member(bool& ok);
+  // The fields that are good unless they are missing.
+  void check_plain_fields(bool& ok);
+  Glib::ustring chosen_text(const SurveyField& field) const;
+  // The others, each with a rule of its own.
   void check_survey_type(bool& ok);
   void check_survey_date(bool& ok);
-  void check_dive_start(bool& ok);
   void check_zone_code(bool& ok);
   void check_temperatures(bool& ok);
   void check_bottom_time(bool& ok);
-  void check_depths(bool& ok);
-  void check_habitat(bool& ok);
+  void check_order_of_depths(bool& ok);
   void check_species(bool& ok);
   void show_verdict(bool ok);
   // All entries in the order in which the page shows them, and those that are marked.
   std::vector<Entry> entries() const;
+  std::vector<Entry> entries_with_own_rules() const;
   std::vector<Entry> marked_entries() const;
   bool is_marked(const Gtk::Label* label) const;
   // To the first marked entry; in a complete survey, to what comes next.
