@@ -1,6 +1,5 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
-#include "core/text.h"
 #include "core/thrown-text.h"
 #include "store/file-identity.h"
 #include "store/replace-file.h"
@@ -9,11 +8,7 @@
 #include "store/survey-file-name.h"
 #include "store/unlisted-year.h"
 #include "ui/confirm-panel.h"
-#include "ui/listed-panel.h"
-#include "ui/member-panel.h"
 #include "ui/start-panel.h"
-#include "ui/survey-panel1.h"
-#include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 
 #include <giomm/error.h>
@@ -37,20 +32,6 @@ bool same_bytes(const Glib::ustring& a, const Glib::ustring& b)
   return a.raw() == b.raw(); // == of ustring collates: slow, and for other purposes
 }
 
-std::string natural_base_name(const SurveyWindow& window)
-{
-  const SurveyPanel1& panel = *window.survey_panel1;
-  SurveyFileNameParts parts;
-  parts.member_id = window.member_panel->get_member_id();
-  parts.subregion = window.survey.subregion;
-  parts.year = panel.year->get_id();
-  parts.month = panel.month->get_id();
-  parts.mday = panel.mday->get_id();
-  parts.dive_start = panel.get_dive_start_string();
-  parts.zonecode = panel.get_zonecode();
-  return survey_base_name(parts);
-}
-
 // Where the survey's own file is, empty if it has none. A path that was never
 // written to is not its own: by now another program may have a survey there.
 std::string own_path(const SurveyData& survey)
@@ -58,15 +39,13 @@ std::string own_path(const SurveyData& survey)
   return survey.filename == survey.unwritten_path ? "" : survey.filename;
 }
 
-// The path that the survey takes in `directory`: its own file there, whose place
-// may be spelled otherwise in `own`, or a new one.
-std::string path_to_save_to(const SurveyWindow& window, const std::string& directory,
-                            const std::string& own)
+// The path that a survey takes: `stem` with the extension if that is its own file, whose
+// place may be spelled otherwise in `own`, or else the first that is free.
+std::string path_to_save_to(const std::string& stem, const std::string& own)
 {
-  return first_free_path(
-      directory + "/" + natural_base_name(window), own, [&](const std::string& path) {
-        return !same_place(path, own) && Gio::File::create_for_path(path)->query_exists();
-      });
+  return first_free_path(stem, own, [&](const std::string& path) {
+    return !same_place(path, own) && Gio::File::create_for_path(path)->query_exists();
+  });
 }
 
 // Replaces the survey's own file. A program that synchronises or backs up files
@@ -106,14 +85,13 @@ void write_document(SurveyData& survey, bool is_own)
   survey.xml_last_saved = survey.xml_current;
 }
 
-// Writes the document into `directory`. Another program may take the free name
-// between its choice and the writing; then the next free one is taken.
-void write_document_into(SurveyWindow& window, const std::string& directory)
+// Writes the document to `stem`, with a number if need be. Another program may take the
+// free name between its choice and the writing; then the next free one is taken.
+void write_document_to(SurveyData& survey, const std::string& stem)
 {
-  SurveyData& survey = window.survey;
   const std::string own = own_path(survey);
   while (true) {
-    survey.filename = path_to_save_to(window, directory, own);
+    survey.filename = path_to_save_to(stem, own);
     const bool is_own = same_place(survey.filename, own);
     survey.unwritten_path = is_own ? "" : survey.filename;
     try {
@@ -128,24 +106,26 @@ void write_document_into(SurveyWindow& window, const std::string& directory)
   }
 }
 
-// Generates the document and writes it into the directory of `which`. Throws
-// what goes wrong; the file that the survey had before is then still there.
-void save_document(SurveyWindow& window, MyApp::WhichDir which)
+// Writes the document into `directory`, under a name that begins with `name`. Throws what
+// goes wrong; the file that the survey had before is then still there.
+void save_document(SurveyData& survey, const std::string& directory, const std::string& name)
 {
-  Glib::ustring error_text;
-  if (window.generate_xml_string(error_text, false) != RET_SUCCESS)
-    throw Glib::ustring(error_text);
-
-  const std::string old_path = own_path(window.survey);
-  const std::string directory = window.my_app->get_survey_dir(which);
-  write_document_into(window, directory);
+  const std::string old_path = own_path(survey);
+  write_document_to(survey, directory + "/" + name);
   // A survey that keeps its name has only changed its state. One whose name
   // changed leaves its old file behind, as a survey of its own. The name is what
   // was built from the panels: a member id may contain a slash.
-  const std::string& new_path = window.survey.filename;
+  const std::string& new_path = survey.filename;
   const std::string new_name = new_path.substr(directory.size() + 1);
   if (new_path != old_path && new_name == base_name(old_path) && !same_file(new_path, old_path))
     unlink(old_path.c_str());
+}
+
+Survey without_member(Survey survey)
+{
+  survey.member_id.clear();
+  survey.last_name.clear();
+  return survey;
 }
 
 int show_saved_message(const std::string& path, bool ask_next)
@@ -214,14 +194,15 @@ Survey SurveyWindow::entered_survey() const
 
 RetCode SurveyWindow::generate_xml_string(Glib::ustring& error_text, bool omit_member)
 {
+  platform = software_platform();
+  const Survey entered = entered_survey();
+  return build_document(omit_member ? without_member(entered) : entered, error_text);
+}
+
+RetCode SurveyWindow::build_document(Survey entered, Glib::ustring& error_text)
+{
   error_text.clear();
   try {
-    Survey entered = entered_survey();
-    if (omit_member) {
-      entered.member_id.clear();
-      entered.last_name.clear();
-    }
-    const Glib::ustring platform = software_platform();
     entered.species = species_sightings(survey, *reference_data.abundance_choices);
     survey.xml_current = survey_document(entered, platform);
     return RET_SUCCESS;
@@ -251,7 +232,13 @@ RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
   if (!may_be_saved_without_its_year(*this))
     return RET_DECLINED;
   try {
-    save_document(*this, which);
+    const Survey entered = entered_survey();
+    Glib::ustring error_text;
+    platform = software_platform();
+    if (build_document(entered, error_text) != RET_SUCCESS)
+      throw Glib::ustring(error_text);
+    save_document(survey, my_app->get_survey_dir(which),
+                  survey_base_name(file_name_parts(entered)));
     survey.unlisted_year.clear();
     start_panel->build_survey_model();
     if (flags != SAVE_QUIET)
@@ -267,13 +254,14 @@ RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
 bool SurveyWindow::file_needs_saving()
 {
   // A survey whose document cannot be generated is compared by what was entered.
+  const Survey entered = entered_survey();
   Glib::ustring error_text;
-  if (generate_xml_string(error_text, true) != RET_SUCCESS)
+  if (build_document(without_member(entered), error_text) != RET_SUCCESS)
     return !same_bytes(entered_text(), unwritable_as_opened);
   if (same_bytes(survey.xml_current, survey.xml_pristine))
     return false; // member details alone are not worth a question
 
-  generate_xml_string(error_text, false);
+  build_document(entered, error_text);
   return !same_bytes(survey.xml_current, survey.xml_last_saved);
 }
 

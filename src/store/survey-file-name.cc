@@ -1,5 +1,7 @@
 #include "store/survey-file-name.h"
 
+#include "core/number.h"
+
 #include <array>
 #include <cstdio>
 
@@ -28,6 +30,29 @@ std::string without_number(const std::string& stem)
 }
 
 } // namespace
+
+SurveyFileNameParts file_name_parts(const Survey& survey)
+{
+  SurveyFileNameParts parts;
+  parts.member_id = survey.member_id;
+  parts.subregion = survey.subregion;
+  parts.year = to_int(survey.year);
+  parts.month = survey.month;
+  parts.mday = survey.mday;
+  parts.dive_start = dive_start_text(survey.dive_start);
+  parts.zonecode = survey.zonecode;
+  return parts;
+}
+
+Glib::ustring dive_start_text(int hour)
+{
+  constexpr int midnight = 24; // as the hour after the day's last
+  if (hour == midnight || hour == -1)
+    return "0000";
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%04lld", hour * 100LL);
+  return text.data();
+}
 
 std::string survey_base_name(const SurveyFileNameParts& parts)
 {

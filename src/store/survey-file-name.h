@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/survey.h"
+
 #include <glibmm/ustring.h>
 
 #include <functional>
@@ -15,6 +17,12 @@ struct SurveyFileNameParts {
   Glib::ustring dive_start; // "hhmm", "0000" if not chosen
   Glib::ustring zonecode;
 };
+
+// The parts of the name of a survey's file.
+SurveyFileNameParts file_name_parts(const Survey& survey);
+
+// The hour at which a dive started as "hhmm"; "0000" for midnight, and for -1: not chosen.
+Glib::ustring dive_start_text(int hour);
 
 // The extension of survey files.
 extern const std::string survey_file_extension;

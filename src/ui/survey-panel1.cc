@@ -6,6 +6,7 @@
 #include "core/widget-helpers.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
+#include "store/survey-file-name.h"
 #include "ui/date-boxes.h"
 #include "ui/listed-panel.h"
 #include "ui/survey-panel2.h"
@@ -130,13 +131,7 @@ Glib::ustring SurveyPanel1::get_zonecode() const
 
 Glib::ustring SurveyPanel1::get_dive_start_string() const
 {
-  constexpr int midnight = 24; // as the hour after the day's last
-  const int hour = dive_start->get_id();
-  if (hour == midnight || hour == -1)
-    return "0000";
-  char text[32];
-  std::snprintf(text, sizeof text, "%04lld", hour * 100LL);
-  return text;
+  return dive_start_text(dive_start->get_id());
 }
 
 bool SurveyPanel1::suppressed(const char* handler) const

@@ -246,6 +246,9 @@ private:
   // over the member's details, these do not count at all.
   void remember_as_unchanged();
   void remember_as_new_survey();
+  // Writes the document of what was read from the panels into survey.xml_current, with the
+  // survey's species. On failure as generate_xml_string().
+  RetCode build_document(Survey entered, Glib::ustring& error_text);
   // Everything entered, also species that a document could not hold.
   Glib::ustring entered_text() const;
   void carry_over_to(SurveyWindow& next) const;
@@ -269,6 +272,9 @@ private:
 
   // Keeps the menu beside its row while the tree scrolls.
   sigc::connection menu_follows_row;
+  // What the system called itself when the last document was generated. A check for unsaved
+  // changes does not ask again.
+  Glib::ustring platform;
   // What was on the screen when the user last chose not to save it.
   Glib::ustring given_up;
   // What a survey held when it was opened, if these data cannot write it again.

@@ -537,6 +537,23 @@ TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)
   EXPECT_EQ("asked\n", read_file(commands + "/uname.log"));
 }
 
+TEST_F(SaveSurvey, AsksTheSystemForItsNameAtASaveAndAtNoCheckForChanges)
+{
+  const std::string commands = application_dir.root + "/commands";
+  write_file(commands + "/uname", "#!/bin/sh\necho asked >>\"$0.log\"\necho Reef\n");
+  fs::permissions(commands + "/uname", fs::perms::owner_all);
+  enter_survey();
+  const std::string previous = Glib::getenv("PATH");
+  Glib::setenv("PATH", commands + ":" + previous);
+  save_quietly(*window, in_progress);
+  EXPECT_FALSE(window->file_needs_saving());
+  window->survey_panel2->bottom_time->set_text("46");
+  EXPECT_TRUE(window->file_needs_saving());
+  Glib::setenv("PATH", previous);
+  EXPECT_EQ("asked\n", read_file(commands + "/uname.log"));
+  EXPECT_NE(std::string::npos, window->survey.xml_current.raw().find("software_platform=\"Reef\""));
+}
+
 TEST_F(SaveSurvey, TellsThatTheDocumentCannotBeMade)
 {
   enter_survey();
