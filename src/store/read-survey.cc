@@ -1,6 +1,7 @@
 #include "store/read-survey.h"
 
 #include "core/number.h"
+#include "store/survey-head-parser.h"
 #include "store/survey-reader.h"
 
 #include <cstdlib>
@@ -29,6 +30,16 @@ SpeciesSighting read_sighting(const xmlpp::Node& node)
   return {id, abundance, get_numeric_attr(&node, "resp")};
 }
 
+SurveyElement element_of(const xmlpp::Node& node, const SurveyField& field)
+{
+  SurveyElement element;
+  element.field = &field;
+  element.text = get_content(&node);
+  if (field.kind == FieldKind::bottom_time)
+    element.confirmed = get_numeric_attr(&node, "confirmed") != 0;
+  return element;
+}
+
 // Collects what the children of the "survey" element say.
 class ElementReader
 {
@@ -52,23 +63,18 @@ public:
 private:
   void read_field(const xmlpp::Node& node, const SurveyField& field)
   {
-    SurveyElement element;
-    element.field = &field;
-    element.text = get_content(&node);
-    if (field.kind == FieldKind::bottom_time)
-      element.confirmed = get_numeric_attr(&node, "confirmed") != 0;
+    elements.push_back(element_of(node, field));
+    const std::string& text = elements.back().text.raw();
     if (field.kind == FieldKind::location)
-      single_depth_is_maximum = element.text.raw() == "PNW" || element.text.raw() == "CAL";
-    elements.push_back(element);
+      single_depth_is_maximum = text == "PNW" || text == "CAL";
   }
 
   void read_single_depth(const xmlpp::Node& node)
   {
-    SurveyElement element;
-    element.field = find_survey_field(single_depth_is_maximum ? "max_depth" : "avg_depth");
-    element.emptied = find_survey_field(single_depth_is_maximum ? "avg_depth" : "max_depth");
-    element.text = get_content(&node);
-    elements.push_back(element);
+    const SurveyField* const average = find_survey_field("avg_depth");
+    const SurveyField* const maximum = find_survey_field("max_depth");
+    elements.push_back(element_of(node, single_depth_is_maximum ? *maximum : *average));
+    elements.back().emptied = single_depth_is_maximum ? average : maximum;
   }
 
   void read_species(const xmlpp::Node& ids)
@@ -99,16 +105,12 @@ void enter(const SurveyElement& element, bool follows_species, Survey& survey)
     survey.bottom_time_confirmed = element.confirmed;
 }
 
-} // namespace
-
-SurveyReading read_survey_elements(const std::string& path)
+SurveyReading read_children(const xmlpp::Node& survey)
 {
-  SurveyParser parser;
-  const xmlpp::Node* const survey = parse_survey_file(parser, path);
   SurveyReading reading;
   ElementReader reader(reading.elements);
   try {
-    for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling())
+    for (const xmlpp::Node* node = survey.get_first_child(); node; node = node->get_next_sibling())
       if (!is_white_space(node))
         reader.read(*node);
   } catch (const Glib::ustring& fault) {
@@ -117,17 +119,8 @@ SurveyReading read_survey_elements(const std::string& path)
   return reading;
 }
 
-void check_location(const Glib::ustring& code, bool follows_species)
+Survey survey_of(const SurveyReading& reading)
 {
-  if (code.empty())
-    throw Glib::ustring("MAVO Survey names no location");
-  if (follows_species)
-    throw Glib::ustring("MAVO Survey has species in front of its location");
-}
-
-Survey read_survey(const std::string& path)
-{
-  const SurveyReading reading = read_survey_elements(path);
   Survey survey;
   std::map<int, SpeciesSighting> species; // one that comes twice has the last abundance
   for (const SurveyElement& element : reading.elements) {
@@ -141,4 +134,42 @@ Survey read_survey(const std::string& path)
   for (const auto& [id, sighting] : species)
     survey.species.push_back(sighting);
   return survey;
+}
+
+} // namespace
+
+SurveyReading read_survey_elements(const std::string& path)
+{
+  SurveyParser parser;
+  return read_children(*parse_survey_file(parser, path));
+}
+
+std::vector<SurveyElement> read_survey_head(const std::string& path)
+{
+  SurveyHeadParser parser;
+  const xmlpp::Node* const survey = parse_survey_file(parser, path);
+  std::vector<SurveyElement> elements;
+  for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling())
+    if (const SurveyField* const field = find_survey_field(node->get_name()))
+      elements.push_back(element_of(*node, *field));
+  return elements;
+}
+
+void check_location(const Glib::ustring& code, bool follows_species)
+{
+  if (code.empty())
+    throw Glib::ustring("MAVO Survey names no location");
+  if (follows_species)
+    throw Glib::ustring("MAVO Survey has species in front of its location");
+}
+
+Survey read_survey(const std::string& path)
+{
+  return survey_of(read_survey_elements(path));
+}
+
+Survey read_survey_bytes(const std::string& contents)
+{
+  SurveyParser parser;
+  return survey_of(read_children(*parse_survey_bytes(parser, contents)));
 }

@@ -28,6 +28,10 @@ struct SurveyReading {
 // version that this program reads.
 SurveyReading read_survey_elements(const std::string& path);
 
+// Reads the fields of the file at `path` for a list of surveys. Elements that the table does
+// not have are passed over, and so are the species, which are most of the work. Throws as above.
+std::vector<SurveyElement> read_survey_head(const std::string& path);
+
 // Throws a text if no survey can have its location here: its code is empty, or species
 // come before it, which a change of place would forget.
 void check_location(const Glib::ustring& code, bool follows_species);
@@ -36,3 +40,5 @@ void check_location(const Glib::ustring& code, bool follows_species);
 // absent one that of a new survey. Throws as above, or a text at the first thing in
 // the document that is wrong.
 Survey read_survey(const std::string& path);
+// The same of what such a file holds.
+Survey read_survey_bytes(const std::string& contents);

@@ -3,12 +3,12 @@
 #include "core/number.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
-#include "store/survey-head-parser.h"
-#include "store/survey-reader.h"
+#include "store/read-survey.h"
 
 #include <array>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -89,41 +89,26 @@ Glib::ustring shortened(const Glib::ustring& text, int most)
   return line;
 }
 
-void take_field(const xmlpp::Node& node, SurveySummary& summary)
+// What a list of surveys shows of a survey.
+SurveySummary summary_of(const Survey& survey)
 {
-  const std::string name = node.get_name().raw();
-  const Glib::ustring content = get_content(&node);
-  if (name == "member_id")
-    summary.member_id = content;
-  else if (name == "subregion")
-    summary.subregion = content;
-  else if (name == "survey_subtype")
-    summary.survey_subtype = to_int(content);
-  else if (name == "year")
-    summary.year = content;
-  else if (name == "month")
-    summary.month = to_int(content);
-  else if (name == "mday")
-    summary.mday = to_int(content);
-  else if (name == "dive_start")
-    summary.dive_start = to_int(content);
-  else if (name == "zonecode")
-    summary.zonecode = to_int(content);
+  return {survey.member_id, survey.subregion, survey.survey_subtype, survey.year,
+          survey.month,     survey.mday,      survey.dive_start,     to_int(survey.zonecode)};
 }
 
 } // namespace
 
 SurveySummary read_survey_summary(const std::string& path, int* member_id)
 {
-  SurveyHeadParser parser;
-  const xmlpp::Node* const survey = parse_survey_file(parser, path);
-  SurveySummary summary;
-  for (const xmlpp::Node* node = survey->get_first_child(); node; node = node->get_next_sibling()) {
-    take_field(*node, summary);
-    if (member_id && node->get_name().raw() == "member_id")
-      *member_id = to_int(summary.member_id);
+  const SurveySummary none;
+  Survey survey;
+  survey.survey_subtype = none.survey_subtype;
+  for (const SurveyElement& element : read_survey_head(path)) {
+    set_field_text(*element.field, element.text, survey);
+    if (member_id && element.field->name == std::string_view("member_id"))
+      *member_id = to_int(survey.member_id);
   }
-  return summary;
+  return summary_of(survey);
 }
 
 Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,

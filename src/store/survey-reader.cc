@@ -90,9 +90,8 @@ void parse_bytes(SurveyParser& parser, const std::string& contents)
     throw Glib::ustring(too_large);
 }
 
-void parse(SurveyParser& parser, const std::string& path)
+void parse(SurveyParser& parser, const std::string& contents)
 {
-  const std::string contents = file_contents(path);
   if (contents.empty())
     throw Glib::ustring("Failed to parse survey");
   check_survey_source(contents);
@@ -213,7 +212,12 @@ bool is_white_space(const xmlpp::Node* node)
 
 const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path)
 {
-  parse(parser, path);
+  return parse_survey_bytes(parser, file_contents(path));
+}
+
+const xmlpp::Node* parse_survey_bytes(SurveyParser& parser, const std::string& contents)
+{
+  parse(parser, contents);
   const xmlpp::Element* const root = parser.get_document()->get_root_node();
   check_root(root);
   const xmlpp::Node* const survey = main_child(root);

@@ -26,3 +26,6 @@ bool is_white_space(const xmlpp::Node* node);
 // draws text from other files is refused, as it could only be read in part. So
 // is a file that holds more than survey_limits allows, and what is no plain file.
 const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path);
+
+// The same of what such a file holds.
+const xmlpp::Node* parse_survey_bytes(SurveyParser& parser, const std::string& contents);

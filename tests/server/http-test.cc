@@ -17,7 +17,7 @@ const char* const upload_path = "/dataentry/upload-survey.php";
 FormFile survey_named(const std::string& name, const std::string& comment = "")
 {
   return {"survey-file", name, "application/xml",
-          "<MAVO-Survey version='1.0'><survey/><!--" + comment + "--></MAVO-Survey>"};
+          "<!--" + comment + "--><MAVO-Survey version='1.0'><survey/></MAVO-Survey>"};
 }
 
 int status_of_get(const std::string& url)

@@ -52,8 +52,9 @@ std::string get_request(const std::string& target)
 
 std::string Upload::survey(const std::string& text)
 {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<MAVO-Survey version=\"1.0\">\n  <survey>" +
-         text + "</survey>\n</MAVO-Survey>\n";
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<MAVO-Survey version=\"1.0\">\n  <survey>"
+         "<last_name>" +
+         text + "</last_name></survey>\n</MAVO-Survey>\n";
 }
 
 std::string Upload::request() const

@@ -136,6 +136,7 @@ TEST(SurveyServerUploads, TakesNothingButASurveyDocument)
       {"too old", 422, "<MAVO-Survey version='0.1'><survey/></MAVO-Survey>"},
       {"too new", 422, "<MAVO-Survey version='2.0'><survey/></MAVO-Survey>"},
       {"no survey", 422, "<MAVO-Survey version='1.0'/>"},
+      {"unknown element", 422, "<MAVO-Survey version='1.0'><survey><wave/></survey></MAVO-Survey>"},
       {"two surveys", 422, "<MAVO-Survey version='1.0'><survey/><survey/></MAVO-Survey>"},
   };
   for (const auto& c : cases) {
