@@ -1,6 +1,7 @@
 #include "store/survey-file-name.h"
 
 #include "core/number.h"
+#include "store/survey.h"
 
 #include <array>
 #include <cstdio>

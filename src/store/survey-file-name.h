@@ -1,11 +1,11 @@
 #pragma once
 
-#include "store/survey.h"
-
 #include <glibmm/ustring.h>
 
 #include <functional>
 #include <string>
+
+struct Survey;
 
 // What a survey's file is named after.
 struct SurveyFileNameParts {

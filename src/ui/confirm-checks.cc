@@ -8,6 +8,7 @@
 #include "data/data-params.h"
 #include "data/region.h"
 #include "data/species-views.h"
+#include "store/survey-fields.h"
 #include "ui/confirm-panel.h"
 #include "ui/survey-checks.h"
 #include "ui/survey-panel1.h"

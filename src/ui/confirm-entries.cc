@@ -1,4 +1,5 @@
 // The part of the Confirmation page that leads back to what has to be put right.
+#include "store/survey-fields.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
 #include "ui/survey-panel1.h"

@@ -3,6 +3,7 @@
 #include "core/report.h"
 #include "core/text.h"
 #include "data/data-defs.h"
+#include "store/survey-fields.h"
 #include "ui/drop-down-box.h"
 
 #include <string>

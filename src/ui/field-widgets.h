@@ -1,7 +1,5 @@
 #pragma once
 
-#include "store/survey-fields.h"
-
 #include <gtkmm/builder.h>
 #include <gtkmm/container.h>
 #include <gtkmm/entry.h>
@@ -11,6 +9,7 @@
 
 class DataDefs;
 class DropDownBox;
+struct SurveyField;
 
 // The widgets of the table of fields, by the ids that the table has for them. The definition
 // file's window owns them. A widget that is missing ends the program when it is used.

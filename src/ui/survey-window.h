@@ -4,7 +4,6 @@
 #include "core/report.h"
 #include "data/reference-data.h"
 #include "store/survey-record.h"
-#include "store/survey.h"
 #include "ui/field-widgets.h"
 #include "ui/species-columns.h"
 #include "ui/window-place.h"
@@ -38,6 +37,7 @@ class StartPanel;
 class SurveyPanel1;
 class SurveyPanel2;
 class UnlistedPanel;
+struct Survey;
 // Of the HTTP library, see server/http.h.
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 

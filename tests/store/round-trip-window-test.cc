@@ -1,8 +1,10 @@
+#include "core/number.h"
 #include "data/data-defs.h"
 #include "data/habitat-info.h"
 #include "data/region-info.h"
 #include "store/random-survey.h"
 #include "store/saving-test.h"
+#include "store/survey-fields.h"
 #include "support/dialogs.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
@@ -56,10 +58,9 @@ void enter_conditions(SurveyWindow& window, const Survey& form)
   panel.bottom_temp->set_text(form.bottom_temp);
   panel.set_temp_units_short(form.temp_units);
   panel.bottom_time->set_text(form.bottom_time);
-  panel.visibility->set_id(form.visibility);
-  panel.avg_depth->set_id(form.avg_depth);
-  panel.max_depth->set_id(form.max_depth);
-  panel.current->set_id(form.current);
+  for (const SurveyField& field : survey_fields())
+    if (field.choices)
+      window.fields.box(field).set_id(to_int(field_text(field, form)));
   panel.habitat->set_id(form.habitat);
   window.confirm_panel->confirm_bottom_time->set_active(form.bottom_time_confirmed);
 }

@@ -1,4 +1,5 @@
 #include "data/data-defs.h"
+#include "store/survey-fields.h"
 #include "support/window-fixture.h"
 #include "ui/confirm-panel.h"
 #include "ui/drop-down-box.h"
