@@ -161,7 +161,7 @@ TEST(ReadSurvey, SaysWhatIsWrongWithTheFirstWrongElement)
     const char* children;
     const char* expected;
   } cases[] = {
-      {"<year>2021</year><wave_height/>", "MAVO Survey has unknown tag 'wave_height'"},
+      {"<year>2021</year><sunshine/>", "MAVO Survey has unknown tag 'sunshine'"},
       {"<!--c--><other/>", "MAVO Survey has unknown tag 'comment'"},
       {"words", "MAVO Survey has unknown tag 'text'"},
       {"<subregion/><other/>", "MAVO Survey names no location"},
