@@ -12,6 +12,12 @@
 
 namespace {
 
+// The id of a widget in the definition file.
+std::string id_of(Gtk::Widget& widget)
+{
+  return gtk_buildable_get_name(GTK_BUILDABLE(widget.gobj()));
+}
+
 class FieldWidgetsTest : public WindowTest
 {
 public:
@@ -39,12 +45,10 @@ public:
 TEST_F(FieldWidgetsTest, AreInTheDefinitionFileForEveryRowOfTheTable)
 {
   for (const SurveyField& row : survey_fields()) {
-    EXPECT_EQ(row.name, window->fields.input(row).get_name().raw());
+    EXPECT_EQ(row.name, id_of(window->fields.input(row)));
     if (row.summary) {
-      EXPECT_EQ(std::string("conf_label_") + row.summary,
-                window->fields.summary_name(row).get_name().raw());
-      EXPECT_EQ(std::string("conf_") + row.summary,
-                window->fields.summary_value(row).get_name().raw());
+      EXPECT_EQ(std::string("conf_label_") + row.summary, id_of(window->fields.summary_name(row)));
+      EXPECT_EQ(std::string("conf_") + row.summary, id_of(window->fields.summary_value(row)));
     }
   }
 }
