@@ -73,6 +73,11 @@ std::size_t FindingWriter::count(Severity severity) const
   return counts.at(static_cast<std::size_t>(severity));
 }
 
+bool FindingWriter::is_fault(Severity severity) const
+{
+  return severity == Severity::error || (strict && severity == Severity::warning);
+}
+
 ExitStatus FindingWriter::status() const
 {
   const bool has_faults = count(Severity::error) > 0 || (strict && count(Severity::warning) > 0);

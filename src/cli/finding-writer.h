@@ -25,6 +25,9 @@ public:
   void write(const Finding& finding);
 
   std::size_t count(Severity severity) const;
+  // Whether a finding of that severity makes the status FAULTS.
+  bool is_fault(Severity severity) const;
+  bool is_json() const { return format == Format::JSON; }
   // FINE or FAULTS, as far as findings have been written.
   ExitStatus status() const;
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <system_error>
 
@@ -8,9 +7,6 @@ class DataBackup;
 
 // What the installing of an archive of reference data does to the directory of
 // local data, without a message to the user.
-
-// The most bytes that an archive may have. A real one has less than 0.1 MB.
-constexpr std::size_t largest_data_archive = std::size_t{32} << 20;
 
 // How the unpacking of an archive ended: as it should only if there is neither a
 // status nor a failure.

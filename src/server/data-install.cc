@@ -3,6 +3,7 @@
 #include "core/message-dialog.h"
 #include "core/my-app.h"
 #include "data/data-backup.h"
+#include "data/data-file.h"
 #include "server/data-archive.h"
 #include "server/http.h"
 #include "ui/survey-window.h"

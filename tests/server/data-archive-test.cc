@@ -1,4 +1,5 @@
 #include "data/data-file-info.h"
+#include "server/hostile-archives.h"
 #include "server/http.h"
 #include "server/tar-archive.h"
 #include "server/update-test.h"
@@ -8,6 +9,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+
+#include "cli/data-pack.h"
 
 namespace fs = std::filesystem;
 
@@ -85,9 +88,6 @@ public:
 
 using DataArchiveDeathTest = DataArchive;
 
-const auto sym_link = TarEntry::LINK;
-const auto hard_link = TarEntry::HARD_LINK;
-const auto directory = TarEntry::DIRECTORY;
 const auto fifo = TarEntry::FIFO;
 
 // Bytes that cannot be packed.
@@ -100,10 +100,7 @@ std::string noise(std::size_t size)
   return text;
 }
 
-TarEntry file(const std::string& name)
-{
-  return {name, TarEntry::FILE, "not mine"};
-}
+const auto file = hostile_file;
 
 } // namespace
 
@@ -114,6 +111,17 @@ TEST_F(DataArchive, IsInstalledIfItHoldsWhatItShould)
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 }
 
+TEST_F(DataArchive, IsInstalledAsTheToolForPublishersPacksIt)
+{
+  offer_new_data();
+  write_file(served, pack_data_set(server->data));
+  EXPECT_EQ(RET_DATA_INSTALLED, install_served());
+  EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
+  for (const auto& file : fs::directory_iterator(server->data))
+    EXPECT_EQ(read_file(file.path()),
+              read_file(my_app->local_data_dir + "/data-files/" + file.path().filename().string()));
+}
+
 TEST_F(DataArchive, WithoutTheMetadataFileChangesNothingInUse)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, install({file("data-files/habitat.csv")}));
@@ -122,46 +130,7 @@ TEST_F(DataArchive, WithoutTheMetadataFileChangesNothingInUse)
 
 TEST_F(DataArchive, WritesNothingOutsideTheLocalDirectory)
 {
-  const struct {
-    const char* why;
-    Entries entries;
-  } cases[] = {
-      {"up", {file("../outside/diary.txt")}},
-      {"up and new", {file("../new.txt")}},
-      {"up from within", {file("data-files/../../outside/diary.txt")}},
-      {"up by a directory", {{"..", directory, ""}, file("../outside/new.txt")}},
-      {"absolute", {file(outside + "/diary.txt")}},
-      {"absolute and new", {file(outside + "/new.txt")}},
-      {"link", {{"data-files", sym_link, outside}, file("data-files/diary.txt")}},
-      {"relative link", {{"data-files", sym_link, "../outside"}, file("data-files/new.txt")}},
-      {"link to the file", {{"a.csv", sym_link, outside + "/diary.txt"}, file("a.csv")}},
-      {"link to a link",
-       {{"a", sym_link, "b"},
-        {"b", sym_link, "../outside"},
-        file("a/diary.txt"),
-        file("b/new.txt")}},
-      {"link by a link",
-       {{"a", sym_link, "."},
-        {"a/b", sym_link, "../outside"},
-        file("a/b/new.txt"),
-        file("b/diary.txt")}},
-      {"link and a directory",
-       {{"a", sym_link, outside}, {"a", directory, ""}, file("a/new.txt"), file("a/diary.txt")}},
-      {"hard link",
-       {{"data-files/a.csv", hard_link, outside + "/diary.txt"}, file("data-files/a.csv")}},
-      {"relative hard link",
-       {{"data-files/a.csv", hard_link, "../outside/diary.txt"}, file("data-files/a.csv")}},
-      {"hard link by a link",
-       {{"l", sym_link, "../outside"}, {"a.csv", hard_link, "l/diary.txt"}, file("a.csv")}},
-      {"hard link to a link",
-       {{"l", sym_link, "../outside"},
-        {"h", hard_link, "l"},
-        file("h/diary.txt"),
-        file("l/new.txt")}},
-      {"link in place of the archive",
-       {{"current-offline-data.tar.bz2", sym_link, outside + "/diary.txt"}}},
-  };
-  for (const auto& c : cases) {
+  for (const auto& c : hostile_archives(outside)) {
     SCOPED_TRACE(c.why);
     start_over();
     install(c.entries);
@@ -174,30 +143,7 @@ TEST_F(DataArchive, WritesNothingOutsideTheLocalDirectory)
 
 TEST_F(DataArchive, WritesNothingThroughALinkThatAnEarlierOneLeft)
 {
-  const struct {
-    const char* why;
-    Entries first;
-    Entries second;
-  } cases[] = {
-      {"directory", {{"data-files", sym_link, outside}}, {file("data-files/diary.txt")}},
-      {"relative", {{"data-files", sym_link, "../outside"}}, {file("data-files/new.txt")}},
-      {"deep", {{"data-files/a/b", sym_link, outside}}, {file("data-files/a/b/new.txt")}},
-      {"file",
-       {{"data-files/a.csv", sym_link, outside + "/diary.txt"}},
-       {file("data-files/a.csv")}},
-      {"by a hard link",
-       {{"data-files", sym_link, outside}},
-       {{"h", hard_link, "data-files/diary.txt"}, file("h")}},
-      {"archive",
-       {{"current-offline-data.tar.bz2", sym_link, outside + "/diary.txt"}},
-       {file("a")}},
-      {"archive, new",
-       {{"current-offline-data.tar.bz2", sym_link, outside + "/new.txt"}},
-       {file("a")}},
-      {"former copy", {{"former-data-files", sym_link, outside}}, {file("data-files/a.csv")}},
-      {"own directory", {{".", sym_link, outside}}, {file("new.txt")}},
-  };
-  for (const auto& c : cases) {
+  for (const auto& c : hostile_pairs(outside)) {
     SCOPED_TRACE(c.why);
     start_over();
     install(c.first);
@@ -236,15 +182,7 @@ TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
 {
   offer_new_data();
   install(whole_set());
-  const std::string backup = "../.local-before-update/kept/data-files/";
-  const Entries hostile[] = {
-      {file("former-data-files/data-file-info.txt"), file("former-data-files/habitat.csv")},
-      {{"former-data-files", directory, ""}},
-      {file("former-data-files.part/habitat.csv")},
-      {file("former-data-files")},
-      {file(backup + "habitat.csv")},
-      {{"l", sym_link, "../.local-before-update"}, file("l/kept/data-files/habitat.csv")},
-  };
+  const auto hostile = forged_backups();
   for (Entries entries : hostile) {
     SCOPED_TRACE(entries.back().name);
     entries.insert(entries.begin(), {"data-files/data-file-info.txt", TarEntry::FILE,
@@ -258,7 +196,7 @@ TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
     EXPECT_EQ(read_file(server->data + "habitat.csv"),
               read_file(my_app->local_data_dir + "/data-files/habitat.csv"));
   }
-  RecordProperty("tried", static_cast<int>(std::size(hostile)));
+  RecordProperty("tried", static_cast<int>(hostile.size()));
 }
 
 TEST_F(DataArchive, CannotForgeABackupByBreakingOff)

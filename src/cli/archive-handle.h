@@ -1,0 +1,23 @@
+#pragma once
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <memory>
+
+// Owners of what libarchive hands out.
+
+struct ArchiveReadFree {
+  void operator()(archive* reader) const { archive_read_free(reader); }
+};
+using ArchiveReader = std::unique_ptr<archive, ArchiveReadFree>;
+
+struct ArchiveWriteFree {
+  void operator()(archive* writer) const { archive_write_free(writer); }
+};
+using ArchiveWriter = std::unique_ptr<archive, ArchiveWriteFree>;
+
+struct ArchiveEntryFree {
+  void operator()(archive_entry* entry) const { archive_entry_free(entry); }
+};
+using ArchiveEntry = std::unique_ptr<archive_entry, ArchiveEntryFree>;
