@@ -257,12 +257,13 @@ void compare_view_lists(const ReferenceData& old_data, const ReferenceData& new_
       const std::set<int> after = species_of(*new_data.species_views, view.viewid);
       const std::size_t gained = count_missing(after, before);
       const std::size_t lost = count_missing(before, after);
-      if (!before.empty() && gained + lost > 0)
+      if (!before.empty() && gained + lost > 0) {
         diff.findings.push_back(
             {new_dir + "species-views.csv", std::nullopt, "view-species-changed", Severity::hint,
              "Species view " + std::to_string(view.viewid) + ", \"" + view.viewname.raw() +
                  "\" of location " + code.raw() + ", gains " + std::to_string(gained) +
                  " species and loses " + std::to_string(lost)});
+      }
     }
   }
 }

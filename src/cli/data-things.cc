@@ -109,7 +109,7 @@ ThingList list_types(const RegionInfo& regions)
 
 void add_zones(ThingList& list, const std::string& region, const RegionFishInfo& fish)
 {
-  for (const auto& [id, name] : fish.geog_names)
+  for (const auto& [id, name] : fish.geog_names) {
     list.things.push_back({thing_key::zone(region, id),
                            of_region(id, region),
                            region + "-geog.csv",
@@ -119,6 +119,7 @@ void add_zones(ThingList& list, const std::string& region, const RegionFishInfo&
                            "",
                            "",
                            {std::to_string(id)}});
+  }
 }
 
 std::string family_of(const RegionFishInfo::Species& species, const RegionFishInfo& fish)
@@ -174,8 +175,8 @@ ThingList list_by_region(const ThingKind& kind, const RegionInfo& regions, AddOf
 ThingList list_views(const RegionInfo& regions)
 {
   ThingList list{&view_kind, {}};
-  for (const auto& [code, subregion] : regions.subregions)
-    for (const auto& view : subregion.views)
+  for (const auto& [code, subregion] : regions.subregions) {
+    for (const auto& view : subregion.views) {
       list.things.push_back(
           {thing_key::view(view.viewid),
            std::to_string(view.viewid),
@@ -186,6 +187,8 @@ ThingList list_views(const RegionInfo& regions)
            "of location " + code.raw(),
            view.viewid == subregion.default_view ? "the default view" : "a further view",
            {std::to_string(view.viewid)}});
+    }
+  }
   return list;
 }
 
@@ -194,7 +197,7 @@ ThingList list_habitats(const HabitatInfo& habitats)
   ThingList list{&habitat_kind, {}};
   for (const auto& [code, choices] : habitats.region_habitats) {
     const std::string region = code.raw();
-    for (std::size_t i = 0; i < choices.values.size(); ++i)
+    for (std::size_t i = 0; i < choices.values.size(); ++i) {
       list.things.push_back({thing_key::habitat(region, choices.values[i]),
                              of_region(choices.values[i], region),
                              "habitatregion.csv",
@@ -204,6 +207,7 @@ ThingList list_habitats(const HabitatInfo& habitats)
                              "",
                              "",
                              {region, std::to_string(choices.values[i])}});
+    }
   }
   return list;
 }
@@ -213,7 +217,7 @@ ThingList list_choices(const DataDefs& defs)
   ThingList list{&choice_kind, {}};
   for (const auto& [name, choices] : defs.defs) {
     const std::string group = name.raw();
-    for (std::size_t i = 0; i < choices.values.size(); ++i)
+    for (std::size_t i = 0; i < choices.values.size(); ++i) {
       list.things.push_back({thing_key::choice(group, choices.values[i]),
                              std::to_string(choices.values[i]) + " of " + group,
                              "data-definitions.csv",
@@ -223,6 +227,7 @@ ThingList list_choices(const DataDefs& defs)
                              "",
                              "",
                              {group, std::to_string(choices.values[i])}});
+    }
   }
   return list;
 }
@@ -274,7 +279,7 @@ ThingList list_abundances(const ThingKind& kind, const AbundanceChoices& abundan
 ThingList list_limits(const DataParams& params)
 {
   ThingList list{&limit_kind, {}};
-  for (const auto& [name, value] : params.params)
+  for (const auto& [name, value] : params.params) {
     list.things.push_back({"limit " + name.raw(),
                            name.raw(),
                            "data-parameters.csv",
@@ -284,6 +289,7 @@ ThingList list_limits(const DataParams& params)
                            "",
                            std::to_string(value),
                            {name.raw()}});
+  }
   return list;
 }
 

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t block_size = 64 * 1024;
+constexpr std::size_t block_size = 65'536;
 const char* const data_directory = "data-files";
 
 // Far more than a set has files. Each entry can give a finding.
@@ -83,11 +83,12 @@ public:
   {
     archive_read_support_filter_bzip2(reader.get());
     archive_read_support_format_tar(reader.get());
-    if (archive_read_open_filename(reader.get(), archive_path.c_str(), block_size) == ARCHIVE_OK)
-      while (take_next_entry()) {
-      }
-    else
+    if (archive_read_open_filename(reader.get(), archive_path.c_str(), block_size) != ARCHIVE_OK) {
       add_damage();
+      return std::move(result);
+    }
+    while (take_next_entry()) {
+    }
     return std::move(result);
   }
 
@@ -129,10 +130,11 @@ private:
   {
     const bool is_right = archive_filter_count(reader.get()) == 2 &&
                           archive_filter_code(reader.get(), 0) == ARCHIVE_FILTER_BZIP2;
-    if (!is_right)
+    if (!is_right) {
       add(archive_path, "archive-not-bzip2", Severity::error,
           "The archive is not a tar file that was compressed once, by bzip2. The program cannot "
           "unpack it");
+    }
     return is_right;
   }
 
@@ -190,10 +192,11 @@ private:
     if (type != AE_IFREG && type != AE_IFDIR)
       return Refusal{"archive-device",
                      std::string("This entry is a pipe, a device or the like.") + where_it_goes};
-    if (!belongs_to_set(type == AE_IFDIR, path))
+    if (!belongs_to_set(type == AE_IFDIR, path)) {
       return Refusal{"archive-stray", std::string("This entry is no file in the directory "
                                                   "data-files.") +
                                           where_it_goes};
+    }
     if ((archive_entry_perm(entry) & needed) != needed)
       return Refusal{"archive-unreadable", "Its mode keeps even the owner from using this entry. "
                                            "The program could not read the set"};

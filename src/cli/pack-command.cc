@@ -4,6 +4,7 @@
 #include "store/replace-file.h"
 
 #include <glibmm/miscutils.h>
+#include <glibmm/uriutils.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -39,10 +40,10 @@ std::string plain_headers(const Headers& answer, const Headers& archive, const s
   std::string text = "With status 200, the server has to answer to "
                      "GET /offline-data-entry/?get-version=data-files with the headers\n";
   for (const auto& [name, value] : answer)
-    text += "  " + name + ": " + value + "\n";
+    text.append("  ").append(name).append(": ").append(value).append("\n");
   text += "and to GET " + url + " with the archive and the headers\n";
   for (const auto& [name, value] : archive)
-    text += "  " + name + ": " + value + "\n";
+    text.append("  ").append(name).append(": ").append(value).append("\n");
   return text;
 }
 

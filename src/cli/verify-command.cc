@@ -43,10 +43,11 @@ Findings verify(const std::string& archive)
 {
   if (!fs::is_regular_file(archive))
     throw CouldNotRun(archive + " is no file");
-  if (fs::file_size(archive) > largest_data_archive)
+  if (fs::file_size(archive) > largest_data_archive) {
     return {whole_archive(archive, "archive-too-large",
                           "The archive has more than " + std::to_string(largest_data_archive) +
                               " bytes. The program would not download it")};
+  }
   const ScratchDirectory scratch;
   UnpackedSet unpacked = unpack_data_archive(archive, scratch);
   if (unpacked.is_whole)
