@@ -154,3 +154,13 @@ Glib::ustring readable_markup(const Glib::ustring& text)
 {
   return is_label_markup(text) ? text : escape_markup(text);
 }
+
+Glib::ustring without_markup(const Glib::ustring& text)
+{
+  char* words = nullptr;
+  const bool has_zero = text.raw().find('\0') != std::string::npos; // would end the text
+  if (has_zero || !pango_parse_markup(text.data(), static_cast<int>(text.bytes()), 0, nullptr,
+                                      &words, nullptr, nullptr))
+    return text;
+  return GMemory<char>(words).get();
+}

@@ -24,3 +24,6 @@ bool is_label_markup(const Glib::ustring& text);
 // `text` itself if it is valid markup of a label, else markup that shows it as
 // it stands, so that no label or dialog comes up empty over a stray "<" or "&".
 Glib::ustring readable_markup(const Glib::ustring& text);
+
+// The words of `text` without tags and escapes if it is markup, else `text` as it stands.
+Glib::ustring without_markup(const Glib::ustring& text);

@@ -25,31 +25,6 @@
 
 namespace {
 
-std::string default_survey_root()
-{
-  std::string documents = Glib::get_user_special_dir(Glib::USER_DIRECTORY_DOCUMENTS);
-  if (documents.empty())
-    documents = Glib::build_filename(Glib::get_home_dir(), "Documents");
-  return documents + "/MAVO-Survey";
-}
-
-const char* directory_suffix(SurveyState state)
-{
-  switch (state) {
-  case SurveyState::IN_PROGRESS:
-    return "/In Progress";
-  case SurveyState::READY_TO_UPLOAD:
-    return "/Ready To Upload";
-  case SurveyState::UPLOADED:
-    return "/Uploaded";
-  case SurveyState::ROOT:
-    return "";
-  case SurveyState::NOT_A_SURVEY:
-    break;
-  }
-  return "/OOPS"; // no state of a survey: whoever asks gets a place that does no harm
-}
-
 void make_directory(const std::string& path)
 {
   try {
@@ -161,6 +136,31 @@ std::string copy_failure()
 }
 
 } // namespace
+
+std::string default_survey_root()
+{
+  std::string documents = Glib::get_user_special_dir(Glib::USER_DIRECTORY_DOCUMENTS);
+  if (documents.empty())
+    documents = Glib::build_filename(Glib::get_home_dir(), "Documents");
+  return documents + "/MAVO-Survey";
+}
+
+const char* directory_suffix(SurveyState state)
+{
+  switch (state) {
+  case SurveyState::IN_PROGRESS:
+    return "/In Progress";
+  case SurveyState::READY_TO_UPLOAD:
+    return "/Ready To Upload";
+  case SurveyState::UPLOADED:
+    return "/Uploaded";
+  case SurveyState::ROOT:
+    return "";
+  case SurveyState::NOT_A_SURVEY:
+    break;
+  }
+  return "/OOPS"; // no state of a survey: whoever asks gets a place that does no harm
+}
 
 std::string survey_directory(std::string& root, SurveyState state)
 {

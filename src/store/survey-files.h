@@ -19,6 +19,12 @@ enum class SurveyState {
   NOT_A_SURVEY = 5, // a heading of the list of surveys, or nothing selected
 };
 
+// The store of this user, whether it exists or not; no trailing slash.
+std::string default_survey_root();
+
+// What the path of a state's directory has behind that of the store, such as "/Uploaded".
+const char* directory_suffix(SurveyState state);
+
 // The directory of a state in the store at `root`, without trailing slash, made if need be.
 // A failure to make it is not reported. An empty `root` becomes that of this user.
 std::string survey_directory(std::string& root, SurveyState state);

@@ -1,11 +1,13 @@
 #pragma once
 
 // Chief header of this folder; MyApp declares the store's own operations.
+#include "store/date-check.h"
 #include "store/file-identity.h"
 #include "store/flushed-write.h"
 #include "store/read-survey.h"
 #include "store/replace-file.h"
 #include "store/show-survey.h"
+#include "store/survey-checks.h"
 #include "store/survey-description.h"
 #include "store/survey-document.h"
 #include "store/survey-fields.h"
@@ -13,6 +15,8 @@
 #include "store/survey-file-name.h"
 #include "store/survey-files.h"
 #include "store/survey-head-parser.h"
+#include "store/survey-judgement.h"
+#include "store/survey-names.h"
 #include "store/survey-parser.h"
 #include "store/survey-reader.h"
 #include "store/survey-record.h"

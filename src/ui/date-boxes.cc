@@ -1,5 +1,6 @@
 #include "ui/date-boxes.h"
 
+#include "store/date-check.h"
 #include "ui/drop-down-box.h"
 
 #include <ctime>
@@ -7,8 +8,6 @@
 #include <string>
 
 namespace {
-
-constexpr int first_year = 1993;
 
 int current_year()
 {
@@ -58,7 +57,7 @@ void fill_year_box(DropDownBox& box)
 {
   box.set_wrap_width(5);
   std::vector<int> years;
-  for (int year = current_year(); year >= first_year; --year)
+  for (int year = current_year(); year >= first_survey_year; --year)
     years.push_back(year);
   fill_with_numbers(box, years);
 }

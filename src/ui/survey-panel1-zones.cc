@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
+#include "data/zone-name.h"
 #include "ui/displayed-cell.h"
 #include "ui/plain-models.h"
 #include "ui/search-field.h"

@@ -10,9 +10,6 @@
 
 namespace {
 
-constexpr Glib::ustring::size_type first_level_digits = 1;
-constexpr Glib::ustring::size_type second_level_digits = 4;
-
 // A zone whose descendants may follow.
 struct OpenZone {
   Glib::ustring code;
@@ -30,17 +27,6 @@ void close_zones_beside(const Glib::ustring& code, std::vector<OpenZone>& open)
 {
   while (!open.empty() && !is_zone_ancestor(open.back().code, code))
     open.pop_back();
-}
-
-// The name of the zone that the first `digits` of `code` name, with what parts
-// it from the next; empty if there is no such level above `code`.
-Glib::ustring level_name(const Glib::ustring& code, Glib::ustring::size_type digits,
-                         const std::map<int, Glib::ustring>& names)
-{
-  if (code.size() <= digits)
-    return {};
-  const auto found = names.find(to_int(code.substr(0, digits)));
-  return found == names.end() ? Glib::ustring() : found->second + ", ";
 }
 
 } // namespace
@@ -135,13 +121,4 @@ std::vector<ZoneRow> ZoneTree::rows(const Glib::ustring& search) const
   Search found(zones, trim_ws(search.lowercase()).raw());
   found.add_matches();
   return found.rows;
-}
-
-Glib::ustring full_zone_name(const Glib::ustring& code, const std::map<int, Glib::ustring>& names)
-{
-  const auto zone = names.find(to_int(code));
-  if (zone == names.end())
-    return {};
-  return level_name(code, first_level_digits, names) +
-         level_name(code, second_level_digits, names) + zone->second;
 }

@@ -85,3 +85,17 @@ TEST(Markup, TextThatIsNotUtf8StaysReadable)
 {
   EXPECT_EQ("caf\u00e9 \ufffd x", readable_markup("caf\u00e9 \xff x").raw());
 }
+
+TEST(Markup, WithoutMarkupOnlyTheWordsStay)
+{
+  EXPECT_EQ("Salmo & trutta", without_markup("<i>Salmo</i> &amp; <b>trutta</b>").raw());
+  EXPECT_EQ("", without_markup("").raw());
+}
+
+TEST(Markup, WithoutMarkupATextThatIsNoneStaysAsItIs)
+{
+  for (const char* text : {"a < b", "A & B", "<i>a", "</i>", "caf\xff"})
+    EXPECT_EQ(text, without_markup(text).raw());
+  const std::string with_zero("a\0b", 3);
+  EXPECT_EQ(with_zero, without_markup(with_zero).raw());
+}

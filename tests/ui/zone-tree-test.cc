@@ -1,3 +1,4 @@
+#include "data/zone-name.h"
 #include "support/output.h"
 #include "ui/zone-tree.h"
 

@@ -1,4 +1,4 @@
-#include "ui/survey-checks.h"
+#include "store/survey-checks.h"
 
 #include <gtest/gtest.h>
 

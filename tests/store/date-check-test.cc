@@ -1,5 +1,5 @@
+#include "store/date-check.h"
 #include "support/output.h"
-#include "ui/date-check.h"
 
 #include <glibmm/miscutils.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ui/date-check.h"
+#include "store/date-check.h"
 
 #include "core/report.h"
 

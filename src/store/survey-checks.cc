@@ -1,7 +1,7 @@
-#include "ui/survey-checks.h"
+#include "store/survey-checks.h"
 
 #include "core/number.h"
-#include "ui/date-check.h"
+#include "store/date-check.h"
 
 #include <cstdio>
 #include <string>

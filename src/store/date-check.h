@@ -2,6 +2,9 @@
 
 #include <ctime>
 
+// The first year that a survey can be of: the list of years begins with it.
+constexpr int first_survey_year = 1993;
+
 // What can be said of a survey's date.
 enum class DateVerdict { good, missing, invalid, in_future };
 

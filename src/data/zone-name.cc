@@ -1,0 +1,30 @@
+#include "data/zone-name.h"
+
+#include "core/number.h"
+
+namespace {
+
+constexpr Glib::ustring::size_type first_level_digits = 1;
+constexpr Glib::ustring::size_type second_level_digits = 4;
+
+// The name of the zone that the first `digits` of `code` name, with what parts
+// it from the next; empty if there is no such level above `code`.
+Glib::ustring level_name(const Glib::ustring& code, Glib::ustring::size_type digits,
+                         const std::map<int, Glib::ustring>& names)
+{
+  if (code.size() <= digits)
+    return {};
+  const auto found = names.find(to_int(code.substr(0, digits)));
+  return found == names.end() ? Glib::ustring() : found->second + ", ";
+}
+
+} // namespace
+
+Glib::ustring full_zone_name(const Glib::ustring& code, const std::map<int, Glib::ustring>& names)
+{
+  const auto zone = names.find(to_int(code));
+  if (zone == names.end())
+    return {};
+  return level_name(code, first_level_digits, names) +
+         level_name(code, second_level_digits, names) + zone->second;
+}
