@@ -35,13 +35,6 @@ std::string plain_text(const std::string& text)
   return plain.raw();
 }
 
-std::string plain_line(const Finding& finding)
-{
-  const std::string line = finding.line ? ":" + std::to_string(*finding.line) : std::string();
-  return plain_text(finding.file) + line + ": " + name_of(finding.severity) + ": " +
-         plain_text(finding.consequence) + " [" + finding.rule + "]\n";
-}
-
 std::string json_line(const Finding& finding)
 {
   nlohmann::ordered_json object;
@@ -56,6 +49,13 @@ std::string json_line(const Finding& finding)
 }
 
 } // namespace
+
+std::string plain_line(const Finding& finding)
+{
+  const std::string line = finding.line ? ":" + std::to_string(*finding.line) : std::string();
+  return plain_text(finding.file) + line + ": " + name_of(finding.severity) + ": " +
+         plain_text(finding.consequence) + " [" + finding.rule + "]\n";
+}
 
 FindingWriter::FindingWriter(Output& the_out, Format the_format, bool is_strict)
     : out(the_out), format(the_format), strict(is_strict)

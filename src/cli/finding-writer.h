@@ -8,6 +8,9 @@
 
 class Output;
 
+// file:line: severity: consequence [rule], with a line end.
+std::string plain_line(const Finding& finding);
+
 // Writes findings as they come, one line each, and counts them.
 class FindingWriter
 {

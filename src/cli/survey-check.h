@@ -1,0 +1,18 @@
+#pragma once
+
+#include "cli/command.h"
+#include "cli/data-option.h"
+#include "cli/finding-options.h"
+
+// mavo-surveys check: compares surveys with the schema of their format and judges them as
+// the Confirmation page does.
+class SurveyCheck : public Command
+{
+public:
+  void add_options(Glib::OptionGroup& options) override;
+  ExitStatus run(const std::vector<std::string>& arguments, Output& out) override;
+
+private:
+  DataOption data_option;
+  FindingOptions finding_options;
+};

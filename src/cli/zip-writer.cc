@@ -1,0 +1,102 @@
+#include "cli/zip-writer.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include "cli/could-not-run.h"
+#include "cli/utf8-names.h"
+
+namespace {
+
+struct EntryFree {
+  void operator()(archive_entry* entry) const { archive_entry_free(entry); }
+};
+using Entry = std::unique_ptr<archive_entry, EntryFree>;
+
+constexpr std::size_t piece_size = 64UL * 1024;
+
+} // namespace
+
+void ZipWriter::Free::operator()(archive* zip) const
+{
+  archive_write_free(zip);
+}
+
+ZipWriter::ZipWriter(OutputFile& the_output) : output(the_output), zip(archive_write_new())
+{
+  const auto write = [](archive*, void* writer, const void* bytes, size_t size) -> la_ssize_t {
+    auto* const self = static_cast<ZipWriter*>(writer);
+    try {
+      self->output.write(static_cast<const char*>(bytes), size);
+      return static_cast<la_ssize_t>(size);
+    } catch (...) {
+      self->failure = std::current_exception();
+      return -1;
+    }
+  };
+  const Utf8Names names; // the library asks for the character set here
+  check(archive_write_set_format_zip(zip.get()));
+  check(archive_write_set_options(zip.get(), "zip:hdrcharset=UTF-8"));
+  check(archive_write_set_bytes_in_last_block(zip.get(), 1)); // no padding
+  check(archive_write_open2(zip.get(), this, nullptr, write, nullptr, nullptr));
+}
+
+ZipWriter::~ZipWriter()
+{
+  archive_write_fail(zip.get()); // without effect on one that is finished
+}
+
+void ZipWriter::check(int result)
+{
+  if (result == ARCHIVE_OK)
+    return;
+  if (failure)
+    std::rethrow_exception(failure);
+  const char* const reason = archive_error_string(zip.get());
+  throw CouldNotRun(std::string("cannot write the archive: ") +
+                    (reason ? reason : "unknown error"));
+}
+
+// Without a time the format's first one is written; any other would be converted to the
+// local time zone.
+void ZipWriter::add_header(const std::string& name, unsigned int type, std::int64_t size)
+{
+  const Utf8Names names;
+  const Entry entry(archive_entry_new());
+  archive_entry_set_pathname(entry.get(), name.c_str());
+  archive_entry_set_filetype(entry.get(), type);
+  archive_entry_set_perm(entry.get(), type == AE_IFDIR ? 0755 : 0644);
+  archive_entry_set_size(entry.get(), size);
+  check(archive_write_header(zip.get(), entry.get()));
+}
+
+void ZipWriter::add_data(const std::string& bytes)
+{
+  const la_ssize_t written = archive_write_data(zip.get(), bytes.data(), bytes.size());
+  if (written < 0 || static_cast<std::size_t>(written) != bytes.size())
+    check(ARCHIVE_FATAL);
+}
+
+void ZipWriter::add_directory(const std::string& name)
+{
+  add_header(name + "/", AE_IFDIR, 0);
+}
+
+void ZipWriter::add_file(const std::string& name, const std::string& bytes)
+{
+  add_header(name, AE_IFREG, static_cast<std::int64_t>(bytes.size()));
+  add_data(bytes);
+}
+
+void ZipWriter::add_file(const std::string& name, SpoolFile& spool)
+{
+  add_header(name, AE_IFREG, spool.rewind());
+  for (std::string piece = spool.read(piece_size); !piece.empty(); piece = spool.read(piece_size))
+    add_data(piece);
+}
+
+void ZipWriter::finish()
+{
+  const Utf8Names names;
+  check(archive_write_close(zip.get()));
+}
