@@ -1,0 +1,23 @@
+"""exports BUILD TEST_RESULTS RESULTS.xml [NAME...]: runs these tests, or those with these names.
+
+TEST_RESULTS is where the store's tests have left random surveys. The outcome of
+each goes to RESULTS.xml in the form that GoogleTest writes.
+"""
+
+import os
+import sys
+
+from journeys.results import run
+
+os.environ["MAVO_BUILD"] = os.path.abspath(sys.argv[1])
+os.environ["MAVO_TEST_RESULTS"] = os.path.abspath(sys.argv[2])
+from . import (  # noqa: E402  they read the variables
+    test_backups,
+    test_checks,
+    test_darwin_core,
+    test_pages,
+    test_tables,
+)
+
+MODULES = (test_backups, test_checks, test_darwin_core, test_pages, test_tables)
+sys.exit(run(MODULES, sys.argv[3], sys.argv[4:]))
