@@ -11,7 +11,9 @@ endforeach()
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
   GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 install(PROGRAMS ${packaging_dir}/mavo-survey DESTINATION bin)
-install(FILES packaging/${app_id}.desktop DESTINATION share/applications)
+install(FILES packaging/${app_id}.desktop packaging/${app_id}.viewer.desktop
+  DESTINATION share/applications)
+install(FILES docs/mavo-survey.rng DESTINATION share/mavo-survey)
 install(FILES ${packaging_dir}/${app_id}.metainfo.xml DESTINATION share/metainfo)
 install(FILES packaging/${app_id}.mime.xml DESTINATION share/mime/packages
   RENAME ${app_id}.xml)

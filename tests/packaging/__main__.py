@@ -9,7 +9,7 @@ import sys
 from journeys.results import run
 
 os.environ["MAVO_BUILD"] = os.path.abspath(sys.argv[1])
-from . import test_desktop, test_file_type, test_icons, test_package, test_tools  # noqa: E402
+from . import test_desktop, test_file_type, test_icons, test_package, test_tools, test_viewer  # noqa: E402
 
-MODULES = (test_desktop, test_file_type, test_icons, test_package, test_tools)
+MODULES = (test_desktop, test_file_type, test_icons, test_package, test_tools, test_viewer)
 sys.exit(run(MODULES, sys.argv[2], sys.argv[3:]))

@@ -84,6 +84,8 @@ class Package(unittest.TestCase):
             "usr/lib/mavo-survey/resources/survey-ui.glade",
             "usr/lib/mavo-survey/data-files/data-file-info.txt",
             f"usr/share/applications/{APP_ID}.desktop",
+            f"usr/share/applications/{APP_ID}.viewer.desktop",
+            "usr/share/mavo-survey/mavo-survey.rng",
             f"usr/share/metainfo/{APP_ID}.metainfo.xml",
             f"usr/share/mime/packages/{APP_ID}.xml",
             f"usr/share/icons/hicolor/scalable/apps/{APP_ID}.svg",
