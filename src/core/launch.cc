@@ -2,6 +2,7 @@
 
 #include "core/number.h"
 #include "core/report.h"
+#include "core/text.h"
 
 #include <unistd.h>
 
@@ -35,7 +36,7 @@ std::string working_directory()
 // directory if argv[0] was relative. Empty on failure, which has been printed.
 std::string find_install_dir(const LaunchPath& path, const char* argv0)
 {
-  if (path.dir.rfind('/', 0) == 0) {
+  if (begins_with(path.dir, "/")) {
     printf("started with %s, reduced to %s (%s)\n", argv0, path.dir.c_str(),
            path.exec_name.c_str());
     return path.dir;

@@ -4,6 +4,7 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "core/url-handlers.h"
 
 #include <glibmm/convert.h>
@@ -24,7 +25,7 @@ struct ErrorFree {
 std::string readable_address(const std::string& uri)
 {
   const std::string mail_scheme = "mailto:";
-  return uri.rfind(mail_scheme, 0) == 0 ? uri.substr(mail_scheme.size()) : uri;
+  return begins_with(uri, mail_scheme) ? uri.substr(mail_scheme.size()) : uri;
 }
 
 void show_address(const std::string& uri)

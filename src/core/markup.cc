@@ -1,6 +1,7 @@
 #include "core/markup.h"
 
 #include "core/c-resource.h"
+#include "core/text.h"
 
 #include <pango/pango.h>
 
@@ -31,7 +32,7 @@ std::string escaped_character(std::string_view escape)
   const auto name = names.find(escape);
   if (name != names.end())
     return name->second;
-  if (escape.size() < 3 || escape.substr(0, 2) != "#x")
+  if (escape.size() < 3 || !begins_with(escape, "#x"))
     return {};
   unsigned int character = 0;
   const char* const end = escape.data() + escape.size();

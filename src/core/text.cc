@@ -1,5 +1,20 @@
 #include "core/text.h"
 
+bool same_bytes(TextBytes one, TextBytes other)
+{
+  return one.compare(other) == 0;
+}
+
+bool begins_with(TextBytes text, TextBytes beginning)
+{
+  return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+bool contains(TextBytes text, TextBytes part)
+{
+  return text.find(part) != std::string_view::npos;
+}
+
 template<>
 Glib::ustring trim_ws(const Glib::ustring& s)
 {

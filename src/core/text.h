@@ -3,6 +3,23 @@
 #include <glibmm/ustring.h>
 
 #include <cstring>
+#include <string>
+#include <string_view>
+
+// A text of any type as its bytes, to be compared by the functions below. Valid as long as
+// the text.
+struct TextBytes : std::string_view {
+  TextBytes(const char* text) : std::string_view(text) {}
+  TextBytes(std::string_view text) : std::string_view(text) {}
+  TextBytes(const std::string& text) : std::string_view(text) {}
+  TextBytes(const Glib::ustring& text) : std::string_view(text.raw()) {}
+};
+
+// Comparisons of texts by their bytes. == and < of Glib::ustring collate in the locale
+// instead: they take longer, and can take different texts as equal.
+bool same_bytes(TextBytes one, TextBytes other);
+bool begins_with(TextBytes text, TextBytes beginning);
+bool contains(TextBytes text, TextBytes part);
 
 // The first character of `s` that equals `c`, or the terminating zero if there is none.
 const char* find_or_end(const char* s, int c);

@@ -1,6 +1,7 @@
 #include "core/url-handlers.h"
 
 #include "core/report.h"
+#include "core/text.h"
 
 #include <giomm/appinfo.h>
 #include <glibmm/error.h>
@@ -23,7 +24,7 @@ const char* const handler_name = "open hack";
 // GLib saves a handler made of a command line as "userapp-<name>-<random>.desktop".
 bool is_open_handler_id(const std::string& id)
 {
-  return id.rfind(std::string("userapp-") + handler_name + "-", 0) == 0 &&
+  return begins_with(id, std::string("userapp-") + handler_name + "-") &&
          fs::path(id).extension() == ".desktop";
 }
 
@@ -33,7 +34,7 @@ bool is_open_handler_file(const std::string& path)
     Glib::KeyFile file;
     file.load_from_file(path);
     const std::string line = file.get_string("Desktop Entry", "Exec");
-    return file.get_string("Desktop Entry", "Name").raw() == handler_name &&
+    return same_bytes(file.get_string("Desktop Entry", "Name"), handler_name) &&
            line.substr(0, line.find(' ')) == command;
   } catch (const Glib::Error&) {
     return false;

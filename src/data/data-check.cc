@@ -1,5 +1,6 @@
 #include "data/data-check.h"
 
+#include "core/text.h"
 #include "data/abundance-choices.h"
 #include "data/csv-line.h"
 #include "data/data-defs.h"
@@ -30,7 +31,7 @@ bool is_plain_metadata(const std::string& path)
   std::ifstream in = open_data_file(path);
   FileLines lines(in);
   for (std::string_view line; lines.next(line);) {
-    const bool is_other_version = line.rfind("version=", 0) == 0 && line != "version=1";
+    const bool is_other_version = begins_with(line, "version=") && line != "version=1";
     if (is_other_version || (!line.empty() && line.find('=') == std::string_view::npos))
       return false;
   }

@@ -2,6 +2,7 @@
 
 #include "core/number.h"
 #include "core/report.h"
+#include "core/text.h"
 
 #include <cstdio>
 
@@ -27,7 +28,7 @@ enum Heading {
 
 bool is_set(const Glib::ustring& flag)
 {
-  return flag.raw() == "1";
+  return same_bytes(flag, "1");
 }
 
 } // namespace

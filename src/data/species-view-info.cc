@@ -1,6 +1,7 @@
 #include "data/species-view-info.h"
 
 #include "core/number.h"
+#include "core/text.h"
 #include "data/region-info.h"
 
 namespace {
@@ -39,7 +40,7 @@ RetCode SpeciesViewInfo::process_line(const std::vector<Glib::ustring>& fields)
   if (index >= view_subregions.size())
     view_subregions.resize(index + 1);
   view_subregions[index] = subregion_code;
-  if (field(fields, ISDEFAULT).raw() == "1")
+  if (same_bytes(field(fields, ISDEFAULT), "1"))
     subregion.default_view = id;
   return RET_SUCCESS;
 }

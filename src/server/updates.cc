@@ -1,5 +1,6 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
+#include "core/text.h"
 #include "core/version.h"
 #include "data/data-file-info.h"
 #include "server/http.h"
@@ -198,7 +199,7 @@ RetCode SurveyWindow::go_on_after_check(RetCode result, ResponseCode next)
 void SurveyWindow::swap_window()
 {
   // After an upload nobody has asked yet about another survey that is open here.
-  const bool is_given_up = entered_text().raw() == given_up.raw();
+  const bool is_given_up = same_bytes(entered_text(), given_up);
   if (!is_given_up && !check_file_save_okay("restarting the program"))
     return;
   NextWindow next(*my_app);

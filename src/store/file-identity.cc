@@ -2,6 +2,7 @@
 
 #include "core/c-resource.h"
 #include "core/file-contents.h"
+#include "core/text.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -24,12 +25,12 @@ bool same_place(const std::string& path, const std::string& other)
 
 bool leads_into(const std::string& path, const std::string& directory)
 {
-  return resolved_path(path).rfind(resolved_path(directory) + "/", 0) == 0;
+  return begins_with(resolved_path(path), resolved_path(directory) + "/");
 }
 
 bool belongs_to(const std::string& path, const std::string& directory)
 {
-  return path.rfind(directory, 0) == 0 || leads_into(path, directory);
+  return begins_with(path, directory) || leads_into(path, directory);
 }
 
 bool same_file(const std::string& path, const std::string& other)

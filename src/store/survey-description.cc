@@ -1,6 +1,7 @@
 #include "store/survey-description.h"
 
 #include "core/number.h"
+#include "core/text.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"
 #include "store/read-survey.h"
@@ -8,7 +9,6 @@
 #include <array>
 #include <cstdio>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -105,7 +105,7 @@ SurveySummary read_survey_summary(const std::string& path, int* member_id)
   survey.survey_subtype = none.survey_subtype;
   for (const SurveyElement& element : read_survey_head(path)) {
     set_field_text(*element.field, element.text, survey);
-    if (member_id && element.field->name == std::string_view("member_id"))
+    if (member_id && same_bytes(element.field->name, "member_id"))
       *member_id = to_int(survey.member_id);
   }
   return summary_of(survey);

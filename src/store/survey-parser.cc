@@ -1,5 +1,7 @@
 #include "store/survey-parser.h"
 
+#include "core/text.h"
+
 #include <glibmm/ustring.h>
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -19,7 +21,7 @@ std::string declared_encoding(std::string_view bytes)
   const std::size_t word = declaration.find("encoding");
   const std::size_t start = word == std::string_view::npos ? std::string_view::npos
                                                            : declaration.find_first_of("\"'", word);
-  if (declaration.substr(0, 5) != "<?xml" || start == std::string_view::npos)
+  if (!begins_with(declaration, "<?xml") || start == std::string_view::npos)
     return {};
   std::string name(declaration.substr(start + 1));
   name.resize(std::min(name.size(), name.find_first_of("\"'")));
@@ -31,14 +33,13 @@ std::string declared_encoding(std::string_view bytes)
 bool has_plain_markup(std::string_view bytes)
 {
   constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-  if (bytes.substr(0, byte_order_mark.size()) == byte_order_mark)
+  if (begins_with(bytes, byte_order_mark))
     bytes.remove_prefix(byte_order_mark.size());
   const std::string encoding = declared_encoding(bytes);
   const bool is_plain = encoding.empty() || encoding == "utf-8" || encoding == "us-ascii" ||
-                        encoding.rfind("iso-8859-", 0) == 0 ||
-                        encoding.rfind("windows-125", 0) == 0;
-  return is_plain && bytes.substr(0, 1) == "<" && bytes.find('\0') == std::string_view::npos &&
-         bytes.find(document_type) == std::string_view::npos;
+                        begins_with(encoding, "iso-8859-") || begins_with(encoding, "windows-125");
+  return is_plain && begins_with(bytes, "<") && bytes.find('\0') == std::string_view::npos &&
+         !contains(bytes, document_type);
 }
 
 // The equals signs outside of values in the tag that `bytes` begins with.

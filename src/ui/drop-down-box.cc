@@ -2,6 +2,7 @@
 
 #include "core/displayed-text.h"
 #include "core/report.h"
+#include "core/text.h"
 
 #include <gtk/gtk-a11y.h>
 #include <gtkmm/cellrenderertext.h>
@@ -143,8 +144,7 @@ void DropDownBox::set_id(int id)
 
 void DropDownBox::set_label(const Glib::ustring& label)
 {
-  // Bytes: a locale may collate different names as equal.
-  choose_first([&](const auto& item) { return item.second.raw() == label.raw(); });
+  choose_first([&](const auto& item) { return same_bytes(item.second, label); });
 }
 
 void DropDownBox::clear_items(int the_no_value)

@@ -2,6 +2,7 @@
 
 #include "core/my-app.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
 #include "data/species-views.h"
@@ -200,7 +201,7 @@ void ListedPanel::set_species_view_carefully(int view_id)
   const SurveyData& survey = window->survey;
   if (view_id < 0 || view_id == survey.species_view_id ||
       static_cast<std::size_t>(view_id) >= view_subregions.size() ||
-      survey.subregion != Glib::ustring(view_subregions[static_cast<std::size_t>(view_id)]))
+      !same_bytes(survey.subregion, view_subregions[static_cast<std::size_t>(view_id)]))
     return;
   species_view->set_id(view_id);
 }

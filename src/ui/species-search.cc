@@ -1,6 +1,7 @@
 #include "ui/species-search.h"
 
 #include "core/number.h"
+#include "core/text.h"
 
 #include <algorithm>
 
@@ -24,10 +25,10 @@ std::string quoted(const Glib::ustring& text)
 
 SearchMode search_mode(const Glib::ustring& lowercase_text, const Glib::ustring& label)
 {
-  if (lowercase_text.raw() == "__all__")
+  if (same_bytes(lowercase_text, "__all__"))
     return {SEARCH_BY_ALL, "(all) " + label};
   for (const auto& mode : labelled_modes)
-    if (label.raw() == mode.label)
+    if (same_bytes(label, mode.label))
       return {mode.by, label};
   return {SEARCH_BY_COMMON_NAME, "Unknown: " + label};
 }
@@ -48,9 +49,8 @@ std::vector<Glib::ustring> split_search_words(const Glib::ustring& text)
 // Bytes give the same answer as characters here, much faster.
 bool contains_all_words(const std::string& text, const std::vector<Glib::ustring>& words)
 {
-  return std::all_of(words.begin(), words.end(), [&](const Glib::ustring& word) {
-    return text.find(word.raw()) != std::string::npos;
-  });
+  return std::all_of(words.begin(), words.end(),
+                     [&](const Glib::ustring& word) { return contains(text, word); });
 }
 
 bool is_searched_code(int id, const std::vector<Glib::ustring>& words)

@@ -2,6 +2,7 @@
 
 #include "core/displayed-text.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "ui/displayed-cell.h"
 #include "ui/species-columns.h"
 #include "ui/species-markup.h"
@@ -118,7 +119,7 @@ void draw_names_for_theme(SpeciesTreeParts& parts, const SpeciesTreeColumns& col
   const auto draw = [&columns, &names](Gtk::CellRenderer* cell, const Gtk::TreeIter& row) {
     auto& name_cell = *static_cast<Gtk::CellRendererText*>(cell);
     const Glib::ustring stored = row->get_value(names);
-    if (!stored.empty() && stored.raw().front() == '<')
+    if (begins_with(stored, "<"))
       name_cell.property_markup() = drawn_markup(stored, has_dark_theme(*columns.window));
     limit_displayed(name_cell);
   };

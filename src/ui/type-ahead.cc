@@ -24,8 +24,7 @@ int find_row(const Glib::ustring& beginning, std::size_t start,
     return -1;
   for (std::size_t i = 0; i < labels.size(); ++i) {
     const std::size_t row = (start + i) % labels.size();
-    // Bytes: a locale may collate different letters as equal.
-    if (folded(trim_ws(labels[row])).raw().compare(0, beginning.bytes(), beginning.raw()) == 0)
+    if (begins_with(folded(trim_ws(labels[row])), beginning))
       return static_cast<int>(row);
   }
   return -1;

@@ -22,6 +22,37 @@ TEST(TrimWs, DropsBlanksAtBothEndsAndNothingElse)
     EXPECT_EQ(c.expected, trim_ws<Glib::ustring>(c.text).raw()) << c.why;
 }
 
+TEST(SameBytes, TellsApartTextsThatTheLocaleTakesAsEqual)
+{
+  const Glib::ustring composed = "\u00e9";
+  const Glib::ustring decomposed = "e\u0301";
+  ASSERT_EQ(composed, decomposed); // the comparison of the library
+  EXPECT_FALSE(same_bytes(composed, decomposed));
+  EXPECT_TRUE(same_bytes(composed, "\xc3\xa9"));
+  EXPECT_TRUE(same_bytes(std::string("a\0b", 3), std::string_view("a\0b", 3)));
+  EXPECT_FALSE(same_bytes(std::string("a\0b", 3), "a"));
+  EXPECT_TRUE(same_bytes("", Glib::ustring()));
+}
+
+TEST(BeginsWith, ComparesAsManyBytesAsTheBeginningHas)
+{
+  EXPECT_TRUE(begins_with(Glib::ustring("reef fish"), "reef"));
+  EXPECT_TRUE(begins_with("reef", std::string("reef")));
+  EXPECT_TRUE(begins_with("reef", ""));
+  EXPECT_FALSE(begins_with("reef", "reefs"));
+  EXPECT_FALSE(begins_with("a reef", "reef"));
+  EXPECT_FALSE(begins_with("Reef", "reef"));
+  EXPECT_FALSE(begins_with("\u00e9", "e\u0301"));
+}
+
+TEST(Contains, FindsThePartAnywhere)
+{
+  EXPECT_TRUE(contains(Glib::ustring("a reef fish"), "reef"));
+  EXPECT_TRUE(contains("reef", ""));
+  EXPECT_FALSE(contains("reef", "Reef"));
+  EXPECT_FALSE(contains("", "reef"));
+}
+
 TEST(Strchrnul, GivesTheFirstSuchCharacterOrTheEnd)
 {
   const char* const text = "abcb";
