@@ -17,8 +17,8 @@ public:
     std::vector<Choice> choices; // the position is the abundance class
   };
 
-  // The pseudo survey type whose list is used for invertebrates of which only
-  // the presence is noted (invertebratetype 2), whatever the survey's type.
+  // The pseudo survey type with the choices for species of which surveys note only
+  // the presence (RegionFishInfo::Species::is_presence_only).
   static constexpr int presence_subtype = 99;
 
   // Reads abundance-choices.csv in `dir`, which ends in a slash.

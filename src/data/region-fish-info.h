@@ -26,6 +26,10 @@ public:
     Glib::ustring commonname;
     Glib::ustring spanishname;
     std::string familyid; // "(empty)" where the file names none
+
+    // Whether surveys note only that the animal is there, whatever their type:
+    // its choices are those of AbundanceChoices::presence_subtype.
+    bool is_presence_only() const { return invertebratetype == 2; }
   };
 
   // The readers of the three files; they live for the duration of init().

@@ -27,4 +27,4 @@
 #include "data/species-view-info.h"
 #include "data/species-views.h"
 #include "data/subregion-info.h"
-#include "data/zone-name.h"
+#include "data/zone-code.h"

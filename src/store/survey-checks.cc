@@ -1,6 +1,7 @@
 #include "store/survey-checks.h"
 
 #include "core/number.h"
+#include "data/zone-code.h"
 #include "store/date-check.h"
 
 #include <cstdio>
@@ -25,10 +26,9 @@ CheckedText check_date(int year, int month, int mday, std::time_t now)
 
 CheckedText check_zone(const Glib::ustring& code, const Glib::ustring& name)
 {
-  constexpr std::size_t complete_length = 8;
   if (code.empty())
     return {"Required", false};
-  if (code.size() < complete_length)
+  if (!is_complete_zone(code))
     return {code + "   Incomplete zone", false};
   return {code, !name.empty()};
 }

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr int presence_only_invertebrate = 2; // of RegionFishInfo::Species::invertebratetype
-
 // The class that stands in the document: a survey type without abundances
 // knows only that a species was there. A survey whose type has been cleared
 // keeps what was noted.
@@ -35,7 +33,7 @@ int response_id(int species_id, int abundance, const SurveyData& survey,
     return -1;
   const RegionFishInfo::Species* const species = survey.region_fish->find_species(species_id);
   const AbundanceChoices::SurveySubtypeChoiceInfo* const list =
-      species && species->invertebratetype == presence_only_invertebrate
+      species && species->is_presence_only()
           ? choices.find_subtype(AbundanceChoices::presence_subtype)
           : survey.abundance_choices;
   if (!list || abundance < 0 || static_cast<std::size_t>(abundance) >= list->choices.size())

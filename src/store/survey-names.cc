@@ -5,7 +5,7 @@
 #include "data/data-defs.h"
 #include "data/habitat-info.h"
 #include "data/region-info.h"
-#include "data/zone-name.h"
+#include "data/zone-code.h"
 
 #include <algorithm>
 

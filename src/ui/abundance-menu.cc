@@ -1,6 +1,7 @@
 #include "core/displayed-text.h"
 #include "core/my-app.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "data/abundance-choices.h"
 #include "data/region-fish-info.h"
 #include "ui/name-match.h"
@@ -16,9 +17,6 @@
 #include <string>
 
 namespace {
-
-// Of these animals only the presence is noted, whatever the survey's type.
-constexpr int presence_only = 2;
 
 // Whether a class of the data can be stored; complains if not.
 bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
@@ -99,7 +97,7 @@ bool choose_by_first_character(GdkEventKey* event, Gtk::Menu& menu)
   Gtk::MenuItem* chosen = nullptr;
   for (auto* child : menu.get_children()) {
     auto* const item = dynamic_cast<Gtk::MenuItem*>(child);
-    if (!item || folded_name(item->get_label()).rfind(typed, 0) != 0)
+    if (!item || !begins_with(folded_name(item->get_label()), typed))
       continue;
     if (chosen)
       return false; // several labels begin with it
@@ -180,7 +178,7 @@ Gtk::Menu* SurveyWindow::abundance_menu_for(int species_id) const
   const auto* species = survey.region_fish ? survey.region_fish->find_species(species_id) : nullptr;
   if (!species)
     return nullptr;
-  if (species->invertebratetype != presence_only)
+  if (!species->is_presence_only())
     return current_abundance_menu;
   constexpr auto presence_list = static_cast<std::size_t>(PRESENCE_MENU_INDEX);
   return presence_list < abundance_menus.size() ? abundance_menus[presence_list] : nullptr;

@@ -1,5 +1,9 @@
 #include "ui/species-instructions.h"
 
+#include "ui/species-markup.h"
+
+#include <string>
+
 namespace {
 
 // Meanings of the shades: of the only one of a region, and of the two of others.
@@ -48,12 +52,12 @@ Glib::ustring two_shades_text_spanish()
 
 Glib::ustring rarecolor(const Glib::ustring& text)
 {
-  return "<span background=\"#9cf\">" + text + "</span>";
+  return std::string(rare_tag) + text + "</span>";
 }
 
 Glib::ustring rarecolor2(const Glib::ustring& text)
 {
-  return "<span background=\"#c60\">" + text + "</span>";
+  return std::string(rarest_tag) + text + "</span>";
 }
 
 Glib::ustring rarity_note(int rarity, int max_rarity)

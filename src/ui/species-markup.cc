@@ -2,6 +2,7 @@
 
 #include "core/c-resource.h"
 #include "core/markup.h"
+#include "core/text.h"
 
 #include <pango/pango.h>
 
@@ -21,8 +22,7 @@ struct Wrapper {
 };
 
 constexpr std::string_view family_tag = "<span weight=\"bold\" fgcolor=\"blue\">";
-constexpr std::string_view rare_tag = "<span background=\"#9cf\">";
-constexpr std::string_view rarest_tag = "<span background=\"#c60\">";
+constexpr std::string_view dark_family_tag = "<span weight=\"bold\" fgcolor=\"#99c1f1\">";
 
 Wrapper wrapper_for(int id, int rarity)
 {
@@ -35,21 +35,15 @@ Wrapper wrapper_for(int id, int rarity)
   return {"", ""};
 }
 
-// What a tag is drawn as. The shades keep their colours, which the page explains.
-struct DrawnTag {
-  std::string_view stored;
-  std::string_view on_light;
-  std::string_view on_dark;
+// What a shade is drawn with. Its colour stays, since the page explains the colours.
+struct DrawnShade {
+  std::string_view tag;
+  std::string_view attributes;
 };
 
-constexpr std::string_view drawn_rare =
-    "<span background=\"#9cf\" fgcolor=\"#111111\" underline=\"single\">";
-constexpr std::string_view drawn_rarest =
-    "<span background=\"#c60\" fgcolor=\"#111111\" underline=\"double\">";
-constexpr std::array drawn_tags{
-    DrawnTag{family_tag, family_tag, "<span weight=\"bold\" fgcolor=\"#99c1f1\">"},
-    DrawnTag{rare_tag, drawn_rare, drawn_rare},
-    DrawnTag{rarest_tag, drawn_rarest, drawn_rarest},
+constexpr std::array drawn_shades{
+    DrawnShade{rare_tag, " fgcolor=\"#111111\" underline=\"single\""},
+    DrawnShade{rarest_tag, " fgcolor=\"#111111\" underline=\"double\""},
 };
 
 // Texts one behind the other, in memory that is taken once.
@@ -65,20 +59,15 @@ std::string joined(std::initializer_list<std::string_view> texts)
   return whole;
 }
 
-bool has(const Glib::ustring& name, char character)
-{
-  return name.raw().find(character) != std::string::npos;
-}
-
 std::string plain_markup(const Glib::ustring& name)
 {
-  return has(name, '&') ? escape_ampersands(name).raw() : name.raw();
+  return contains(name, "&") ? escape_ampersands(name).raw() : name.raw();
 }
 
 std::string name_markup(const Glib::ustring& name)
 {
   const std::string markup = plain_markup(name);
-  return !has(name, '<') || is_markup(markup) ? markup : escape_markup(name).raw();
+  return !contains(name, "<") || is_markup(markup) ? markup : escape_markup(name).raw();
 }
 
 // Whether the locale takes both for one name. Letters without accents need not be
@@ -109,9 +98,13 @@ SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::us
 Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark)
 {
   const std::string_view text = stored.raw();
-  for (const auto& tag : drawn_tags)
-    if (text.substr(0, tag.stored.size()) == tag.stored)
-      return joined({is_dark ? tag.on_dark : tag.on_light, text.substr(tag.stored.size())});
+  if (is_dark && begins_with(text, family_tag))
+    return joined({dark_family_tag, text.substr(family_tag.size())});
+  for (const auto& shade : drawn_shades)
+    if (begins_with(text, shade.tag)) {
+      const std::size_t tag_end = shade.tag.size() - 1; // in front of its ">"
+      return joined({text.substr(0, tag_end), shade.attributes, text.substr(tag_end)});
+    }
   return stored;
 }
 

@@ -3,6 +3,12 @@
 #include <glibmm/ustring.h>
 
 #include <string>
+#include <string_view>
+
+// The opening tags of the two shades that mark rare species: their rows, and the words
+// that explain the shades.
+constexpr std::string_view rare_tag = "<span background=\"#9cf\">";   // rarity 1
+constexpr std::string_view rarest_tag = "<span background=\"#c60\">"; // rarity 2 and above
 
 // The names of a species or family as its row shows them, in markup.
 struct SpeciesMarkup {

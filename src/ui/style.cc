@@ -26,7 +26,7 @@ void mark_as_dark(Gtk::Window& window)
 bool is_light_shade(const Pango::Attribute& shade)
 {
   const PangoColor& colour = reinterpret_cast<const PangoAttrColor*>(shade.gobj())->color;
-  return colour.blue > colour.red; // #9cf, not #c60
+  return colour.blue > colour.red; // of rare_tag, not of rarest_tag
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/region-fish-info.h"
-#include "data/zone-name.h"
+#include "data/zone-code.h"
 #include "ui/displayed-cell.h"
 #include "ui/plain-models.h"
 #include "ui/search-field.h"
@@ -105,7 +105,7 @@ void SurveyPanel1::on_geog_clicked()
   const int id = row->get_value(geog_columns.col_id);
   if (debug_level >= 30)
     std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
-  if (id < first_complete_zone) {
+  if (!is_complete_zone(id)) {
     if (!(is_searching_zones() && comes_from_keyboard())) // keys leave results unfolded
       toggle_row(*geog_tree, path);
   } else if (!window->survey.is_uploaded) {
@@ -128,8 +128,7 @@ void SurveyPanel1::on_zonecode_changed()
     show_zone("Zone Unknown  ", "", "");
     return;
   }
-  constexpr Glib::ustring::size_type longest_level = 7;
-  zone_complete = code.size() > longest_level;
+  zone_complete = is_complete_zone(code);
   const Glib::ustring name = full_zone_name(code, fish->geog_names);
   if (zone_complete)
     show_zone("Zone Name: ", name, name);

@@ -3,6 +3,7 @@
 #include "core/number.h"
 #include "core/report.h"
 #include "core/text.h"
+#include "data/zone-code.h"
 
 #include <cstdio>
 #include <string>
@@ -33,17 +34,16 @@ void close_zones_beside(const Glib::ustring& code, std::vector<OpenZone>& open)
 
 bool is_zone_ancestor(const Glib::ustring& ancestor, const Glib::ustring& code)
 {
-  return ancestor.bytes() < code.bytes() &&
-         code.raw().compare(0, ancestor.bytes(), ancestor.raw()) == 0;
+  return ancestor.bytes() < code.bytes() && begins_with(code, ancestor);
 }
 
 bool is_zone_of_subregion(const Glib::ustring& code, const Glib::ustring& region,
                           const Glib::ustring& subregion)
 {
-  if (region.raw() != "PAC")
+  if (!same_bytes(region, "PAC"))
     return true;
-  const bool is_californian = !code.empty() && code.raw().front() == '4';
-  return is_californian != (subregion.raw() == "PNW");
+  const bool is_californian = begins_with(code, "4");
+  return is_californian != (same_bytes(subregion, "PNW"));
 }
 
 ZoneTree::ZoneTree(const std::vector<int>& ids, const std::map<int, Glib::ustring>& names,
@@ -82,10 +82,7 @@ public:
   std::vector<ZoneRow> rows;
 
 private:
-  bool matches(const Zone& zone) const
-  {
-    return zone.lower_case_name.find(wanted) != std::string::npos;
-  }
+  bool matches(const Zone& zone) const { return contains(zone.lower_case_name, wanted); }
 
   // A complete zone that matches is a leaf, and a longer code hangs from the level
   // above it. One that does not match shows where a match below it lies.
@@ -93,7 +90,7 @@ private:
   {
     do
       zone = zones[zone].ancestor;
-    while (zone != none && zones[zone].id >= first_complete_zone && matches(zones[zone]));
+    while (zone != none && is_complete_zone(zones[zone].id) && matches(zones[zone]));
     return zone;
   }
 

@@ -7,10 +7,6 @@
 #include <string>
 #include <vector>
 
-// Zone codes are paths: a zone's ancestors are those whose code is a proper
-// prefix of its own. One of eight digits or more is a complete zone, a site.
-constexpr int first_complete_zone = 10'000'000;
-
 // One row of the zone tree, in the order of the tree.
 struct ZoneRow {
   int depth; // 0 at the top level

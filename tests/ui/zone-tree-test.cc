@@ -1,4 +1,4 @@
-#include "data/zone-name.h"
+#include "data/zone-code.h"
 #include "support/output.h"
 #include "ui/zone-tree.h"
 

@@ -1,4 +1,4 @@
-#include "data/zone-name.h"
+#include "data/zone-code.h"
 
 #include "core/number.h"
 
@@ -6,6 +6,8 @@ namespace {
 
 constexpr Glib::ustring::size_type first_level_digits = 1;
 constexpr Glib::ustring::size_type second_level_digits = 4;
+constexpr Glib::ustring::size_type complete_digits = 8;
+constexpr int first_complete_zone = 10'000'000; // the least number of so many digits
 
 // The name of the zone that the first `digits` of `code` name, with what parts
 // it from the next; empty if there is no such level above `code`.
@@ -19,6 +21,16 @@ Glib::ustring level_name(const Glib::ustring& code, Glib::ustring::size_type dig
 }
 
 } // namespace
+
+bool is_complete_zone(const Glib::ustring& code)
+{
+  return code.size() >= complete_digits;
+}
+
+bool is_complete_zone(int id)
+{
+  return id >= first_complete_zone;
+}
 
 Glib::ustring full_zone_name(const Glib::ustring& code, const std::map<int, Glib::ustring>& names)
 {
