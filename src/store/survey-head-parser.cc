@@ -6,11 +6,7 @@
 // What builds the tree, called for each thing that is read. Its own arguments are
 // those of the library's handlers, which do the work outside of "ids".
 struct SurveyHeadParser::Handlers {
-  static SurveyHeadParser& parser_of(void* context)
-  {
-    auto* const parser = static_cast<xmlParserCtxt*>(context)->_private;
-    return *static_cast<SurveyHeadParser*>(static_cast<xmlpp::Parser*>(parser));
-  }
+  static SurveyHeadParser& parser() { return static_cast<SurveyHeadParser&>(*at_work); }
 
   // The library gives five pointers for each attribute, the second to its prefix.
   static bool has_prefix(int count, const xmlChar** attributes)
@@ -34,9 +30,9 @@ struct SurveyHeadParser::Handlers {
                             const xmlChar* uri, int namespace_count, const xmlChar** namespaces,
                             int count, int defaulted, const xmlChar** attributes)
   {
-    if (!parser_of(context).admits(context, namespace_count + count))
+    if (!parser().admits(context, namespace_count + count))
       return;
-    int& depth = parser_of(context).depth;
+    int& depth = parser().depth;
     if (depth == 0) {
       xmlSAX2StartElementNs(context, name, prefix, uri, namespace_count, namespaces, count,
                             defaulted, attributes);
@@ -55,7 +51,7 @@ struct SurveyHeadParser::Handlers {
   static void end_element(void* context, const xmlChar* name, const xmlChar* prefix,
                           const xmlChar* uri)
   {
-    int& depth = parser_of(context).depth;
+    int& depth = parser().depth;
     if (depth > 0)
       --depth;
     if (depth == 0)
@@ -64,7 +60,7 @@ struct SurveyHeadParser::Handlers {
 
   static void text(void* context, const xmlChar* characters, int length)
   {
-    if (parser_of(context).depth == 0)
+    if (parser().depth == 0)
       xmlSAX2Characters(context, characters, length);
   }
 };

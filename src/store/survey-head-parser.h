@@ -2,9 +2,9 @@
 
 #include "store/survey-parser.h"
 
-// A parser for the list of surveys, which tells nothing of their species: what stands
-// in "ids" is seen to be sound as ever, but is no part of the tree. It is most of a
-// survey, and its nodes are most of the work.
+// A parser for the list of surveys, which tells nothing of their species: the parser checks
+// the content of "ids" as usual but leaves it out of the tree. Most of a survey is in
+// "ids": the list takes less than half the time that it takes with whole trees.
 class SurveyHeadParser : public SurveyParser
 {
 protected:

@@ -93,17 +93,24 @@ struct SurveyParser::Handlers {
                             const xmlChar* uri, int namespace_count, const xmlChar** namespaces,
                             int count, int defaulted, const xmlChar** attributes)
   {
-    auto* const parser = static_cast<xmlParserCtxt*>(context)->_private;
-    auto& self = static_cast<SurveyParser&>(*static_cast<xmlpp::Parser*>(parser));
-    if (self.admits(context, namespace_count + count))
+    if (at_work->admits(context, namespace_count + count))
       xmlSAX2StartElementNs(context, name, prefix, uri, namespace_count, namespaces, count,
                             defaulted, attributes);
   }
 };
 
+SurveyParser* SurveyParser::at_work = nullptr;
+
+SurveyParser::~SurveyParser()
+{
+  if (at_work == this)
+    at_work = nullptr;
+}
+
 void SurveyParser::initialize_context()
 {
   DomParser::initialize_context();
+  at_work = this;
   elements = 0;
   stopped = false;
   context_->sax->startElementNs = &Handlers::start_element;

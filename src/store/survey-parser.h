@@ -23,6 +23,11 @@ void check_survey_source(const std::string& bytes);
 class SurveyParser : public xmlpp::DomParser
 {
 public:
+  SurveyParser() = default;
+  ~SurveyParser() override;
+  SurveyParser(const SurveyParser&) = delete;
+  SurveyParser& operator=(const SurveyParser&) = delete;
+
   // Whether the last document was given up for that.
   bool has_stopped() const { return stopped; }
 
@@ -30,6 +35,10 @@ protected:
   void initialize_context() override;
   // Counts an element as it starts. False, and the parser stops, if it is too much.
   bool admits(void* context, int attribute_count);
+
+  // The parser that began a document last, for the handlers: what the library hands them
+  // has no room for an object of ours. One thread parses one document at a time.
+  static SurveyParser* at_work;
 
 private:
   struct Handlers;
