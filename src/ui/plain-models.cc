@@ -1,9 +1,11 @@
 #include "ui/plain-models.h"
 
+#include <vector>
+
 Glib::RefPtr<Gtk::TreeStore> plain_store(const Gtk::TreeModelColumnRecord& columns)
 {
-  return Glib::wrap(
-      gtk_tree_store_newv(static_cast<int>(columns.size()), const_cast<GType*>(columns.types())));
+  std::vector<GType> types(columns.types(), columns.types() + columns.size());
+  return Glib::wrap(gtk_tree_store_newv(static_cast<int>(types.size()), types.data()));
 }
 
 Glib::RefPtr<Gtk::TreeModelFilter> plain_filter(const Glib::RefPtr<Gtk::TreeStore>& store,

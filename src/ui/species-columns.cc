@@ -6,52 +6,9 @@
 #include <gtkmm/treemodel.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <string>
 
 namespace {
-
-// All cells of a row, as the store takes them at once. Texts are not copied.
-class RowCells
-{
-public:
-  RowCells() = default;
-  ~RowCells()
-  {
-    for (auto& value : values)
-      if (G_IS_VALUE(&value))
-        g_value_unset(&value);
-  }
-  RowCells(const RowCells&) = delete;
-  RowCells& operator=(const RowCells&) = delete;
-
-  void put(const Gtk::TreeModelColumn<int>& column, int number)
-  {
-    g_value_set_int(next(column.index(), G_TYPE_INT), number);
-  }
-  void put(const Gtk::TreeModelColumn<Glib::ustring>& column, const std::string& text)
-  {
-    g_value_set_static_string(next(column.index(), G_TYPE_STRING), text.c_str());
-  }
-  void put(const Gtk::TreeModelColumn<bool>& column, bool truth)
-  {
-    g_value_set_boolean(next(column.index(), G_TYPE_BOOLEAN), truth);
-  }
-
-  static constexpr int count = 8;
-  std::array<int, count> columns{};
-  std::array<GValue, count> values{};
-
-private:
-  GValue* next(int column, GType type)
-  {
-    columns[filled] = column;
-    return g_value_init(&values[filled++], type);
-  }
-
-  std::size_t filled = 0;
-};
 
 // Rows and numbers in the toolkit's own way, since these are asked for thousands of rows
 // whenever the stores are filled.
@@ -97,26 +54,20 @@ void SpeciesTreeColumns::write(const SpeciesRow& content, const Write& write_cel
   const SpeciesMarkup names = species_markup(content.id, content.common, content.scientific,
                                              content.spanish, content.rarity);
   const ShownAbundance shown = shown_abundance(content.id, content.abundance);
-  RowCells cells;
-  cells.put(col_id, content.id);
-  cells.put(col_common, names.common);
-  cells.put(col_scientific, names.scientific);
-  cells.put(col_both, names.both);
-  cells.put(col_spanish, names.spanish);
-  cells.put(col_in_view, content.in_view);
-  cells.put(col_abundance_label, shown.label.raw());
-  cells.put(col_abundance, shown.index);
-  write_cells(cells);
+  write_cells(col_id.index(), content.id, col_common.index(), names.common.c_str(),
+              col_scientific.index(), names.scientific.c_str(), col_both.index(),
+              names.both.c_str(), col_spanish.index(), names.spanish.c_str(), col_in_view.index(),
+              gboolean{content.in_view}, col_abundance_label.index(), shown.label.c_str(),
+              col_abundance.index(), shown.index, -1);
 }
 
 void SpeciesTreeColumns::set(const Gtk::TreeRow& row, int id, const Glib::ustring& common,
                              const Glib::ustring& scientific, const Glib::ustring& spanish,
                              int abundance, bool in_view, int rarity)
 {
-  write({id, common, scientific, spanish, abundance, in_view, rarity}, [&](RowCells& cells) {
-    gtk_tree_store_set_valuesv(GTK_TREE_STORE(row.get_model_gobject()),
-                               const_cast<GtkTreeIter*>(row.gobj()), cells.columns.data(),
-                               cells.values.data(), RowCells::count);
+  GtkTreeIter place = *row.gobj();
+  write({id, common, scientific, spanish, abundance, in_view, rarity}, [&](auto... cells) {
+    gtk_tree_store_set(GTK_TREE_STORE(row.get_model_gobject()), &place, cells...);
   });
 }
 
@@ -124,9 +75,8 @@ GtkTreeIter SpeciesTreeColumns::append(const Glib::RefPtr<Gtk::TreeStore>& store
                                        GtkTreeIter* family, const SpeciesRow& content) const
 {
   GtkTreeIter row{};
-  write(content, [&](RowCells& cells) {
-    gtk_tree_store_insert_with_valuesv(store->gobj(), &row, family, -1, cells.columns.data(),
-                                       cells.values.data(), RowCells::count);
+  write(content, [&](auto... cells) {
+    gtk_tree_store_insert_with_values(store->gobj(), &row, family, -1, cells...);
   });
   return row;
 }
@@ -162,10 +112,10 @@ bool SpeciesTreeColumns::is_marked(GtkTreeModel* store, GtkTreeIter* species, bo
 bool SpeciesTreeColumns::has_mark(const Gtk::TreeIter& row, bool in_view) const
 {
   GtkTreeModel* const store = row.get_model_gobject();
-  auto* const asked = const_cast<GtkTreeIter*>(row.gobj());
-  if (number_in(store, asked, col_id) >= 0)
-    return is_marked(store, asked, in_view);
-  return visit_rows(store, asked,
+  GtkTreeIter asked = *row.gobj();
+  if (number_in(store, &asked, col_id) >= 0)
+    return is_marked(store, &asked, in_view);
+  return visit_rows(store, &asked,
                     [&](GtkTreeIter* species) { return is_marked(store, species, in_view); });
 }
 

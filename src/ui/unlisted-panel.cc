@@ -266,13 +266,13 @@ bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const
     return true;
   // Asked in the toolkit's own way, which shows in a filter of thousands of rows.
   GtkTreeModel* const store = iter.get_model_gobject();
-  auto* const row = const_cast<GtkTreeIter*>(iter.gobj());
+  GtkTreeIter row = *iter.gobj();
   int id = 0;
-  gtk_tree_model_get(store, row, window->species_columns.col_id.index(), &id, -1);
+  gtk_tree_model_get(store, &row, window->species_columns.col_id.index(), &id, -1);
   if (id >= 0)
     return was_matched(id);
   const auto family =
-      static_cast<std::size_t>(Gtk::TreePath(gtk_tree_model_get_path(store, row), false)[0]);
+      static_cast<std::size_t>(Gtk::TreePath(gtk_tree_model_get_path(store, &row), false)[0]);
   return family < families_matched.size() && families_matched[family];
 }
 
