@@ -1,6 +1,7 @@
 #include "store/read-survey.h"
 
 #include "core/number.h"
+#include "core/text.h"
 #include "store/survey-head-parser.h"
 #include "store/survey-reader.h"
 
@@ -18,12 +19,12 @@ bool loses_digits(const Glib::ustring& number)
 
 SpeciesSighting read_sighting(const xmlpp::Node& node)
 {
-  if (node.get_name().raw() != "species")
+  if (!same_bytes(node.get_name(), "species"))
     throw "MAVO Survey has a problem - unknown tag \"" + node.get_name() + "\" in ids section";
   const int id = get_numeric_attr(&node, "id");
   const int abundance = get_numeric_attr(&node, "abun");
   // A number that cannot be read is 0, too.
-  const bool is_zero = abundance == 0 && get_attr(&node, "abun").raw() == "0";
+  const bool is_zero = abundance == 0 && same_bytes(get_attr(&node, "abun"), "0");
   if (id <= 0 || loses_digits(get_attr(&node, "id")) || (abundance <= 0 && !is_zero))
     throw Glib::ustring("MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
                         std::to_string(abundance) + ") for species");
@@ -50,9 +51,9 @@ public:
   void read(const xmlpp::Node& node)
   {
     const Glib::ustring name = node.get_name();
-    if (name.raw() == "ids")
+    if (same_bytes(name, "ids"))
       read_species(node);
-    else if (name.raw() == "depth")
+    else if (same_bytes(name, "depth"))
       read_single_depth(node);
     else if (const SurveyField* const field = find_survey_field(name))
       read_field(node, *field);
@@ -64,9 +65,9 @@ private:
   void read_field(const xmlpp::Node& node, const SurveyField& field)
   {
     elements.push_back(element_of(node, field));
-    const std::string& text = elements.back().text.raw();
+    const Glib::ustring& text = elements.back().text;
     if (field.kind == FieldKind::location)
-      single_depth_is_maximum = text == "PNW" || text == "CAL";
+      single_depth_is_maximum = same_bytes(text, "PNW") || same_bytes(text, "CAL");
   }
 
   void read_single_depth(const xmlpp::Node& node)

@@ -27,11 +27,6 @@ Glib::ustring failure_text()
   return escape_markup(thrown_text("Unknown error (sorry!)", "Unknown exception (sorry!)"));
 }
 
-bool same_bytes(const Glib::ustring& a, const Glib::ustring& b)
-{
-  return a.raw() == b.raw(); // == of ustring collates: slow, and for other purposes
-}
-
 // Where the survey's own file is, empty if it has none. A path that was never
 // written to is not its own: by now another program may have a survey there.
 std::string own_path(const SurveyData& survey)

@@ -2,6 +2,7 @@
 
 #include "core/number.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "data/region-info.h"
 #include "ui/confirm-panel.h"
 #include "ui/drop-down-box.h"
@@ -38,7 +39,7 @@ void show_year(const Glib::ustring& label, SurveyWindow& window)
 {
   DropDownBox& year = *window.survey_panel1->year;
   year.set_label(label); // "0000" is no label: nothing is chosen
-  const bool is_given = label.raw() != "0000" && !is_blank(label);
+  const bool is_given = !same_bytes(label, "0000") && !is_blank(label);
   window.survey.unlisted_year = is_given && year.get_label().empty() ? label : "";
 }
 

@@ -1,6 +1,7 @@
 #include "store/survey-fields.h"
 
 #include "core/number.h"
+#include "core/text.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +16,7 @@ using NumberMember = int Survey::*;
 // Any unit but this one counts as Fahrenheit.
 Glib::ustring temp_units_of(const Glib::ustring& text)
 {
-  return text.raw() == "C" ? "C" : "F";
+  return same_bytes(text, "C") ? "C" : "F";
 }
 
 } // namespace
@@ -59,7 +60,7 @@ const SurveyField* find_survey_field(const Glib::ustring& name)
 {
   const auto& fields = survey_fields();
   const auto found = std::find_if(fields.begin(), fields.end(),
-                                  [&](const auto& field) { return name.raw() == field.name; });
+                                  [&](const auto& field) { return same_bytes(name, field.name); });
   return found == fields.end() ? nullptr : &*found;
 }
 

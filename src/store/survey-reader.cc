@@ -3,6 +3,7 @@
 #include "core/c-resource.h"
 #include "core/file-contents.h"
 #include "core/number.h"
+#include "core/text.h"
 #include "store/survey-xml-info.h"
 
 #include <fcntl.h>
@@ -142,7 +143,8 @@ std::optional<Version> scan_version(std::string text)
 void check_root(const xmlpp::Element* root)
 {
   const SurveyXMLinfo format;
-  if (root->get_name().raw() != format.root_tag.raw() && root->get_name().raw() != older_root_tag)
+  if (!same_bytes(root->get_name(), format.root_tag) &&
+      !same_bytes(root->get_name(), older_root_tag))
     throw Glib::ustring("Not a valid saved MAVO Survey");
 
   const auto version = scan_version(get_attr(root, "version"));
@@ -221,7 +223,7 @@ const xmlpp::Node* parse_survey_bytes(SurveyParser& parser, const std::string& c
   const xmlpp::Element* const root = parser.get_document()->get_root_node();
   check_root(root);
   const xmlpp::Node* const survey = main_child(root);
-  if (!survey || survey->get_name().raw() != "survey")
+  if (!survey || !same_bytes(survey->get_name(), "survey"))
     throw Glib::ustring("MAVO Survey has a problem - missing 'survey' tag");
   check_texts(*survey);
   return survey;

@@ -49,7 +49,7 @@ void ConfirmPanel::refresh()
 
 bool ConfirmPanel::is_marked(const Gtk::Label* label) const
 {
-  return label->get_label().raw().rfind(red_begin.raw(), 0) == 0;
+  return begins_with(label->get_label(), red_begin);
 }
 
 bool ConfirmPanel::set_simple_field(Gtk::Label* name_label, Gtk::Label* value_label,
@@ -123,7 +123,7 @@ Glib::ustring ConfirmPanel::chosen_text(const SurveyField& field) const
 void ConfirmPanel::check_survey_type(bool& ok)
 {
   const Glib::ustring type = window->survey_panel1->survey_subtype->get_label();
-  if (type.raw().find(NO_LONGER_AVAILABLE.raw()) != std::string::npos) {
+  if (contains(type, NO_LONGER_AVAILABLE)) {
     show_checked(conf_label_survey_type, conf_survey_type, type, false, ok);
   } else {
     conf_survey_type->set_text(displayed_text(type)); // turns the label's markup off

@@ -81,7 +81,7 @@ void SurveyPanel1::go_to_first_zone()
   Gtk::TreePath first;
   geog_store->foreach ([&](const Gtk::TreePath& path, const Gtk::TreeIter& row) {
     const Glib::ustring name = row->get_value(geog_columns.col_name).lowercase();
-    if (name.raw().find(wanted.raw()) != std::string::npos)
+    if (contains(name, wanted))
       first = path;
     return !first.empty();
   });

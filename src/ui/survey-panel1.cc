@@ -158,7 +158,7 @@ void SurveyPanel1::on_subregion_changed()
     show_subregion(window->survey.subregion);
     return;
   }
-  if (chosen->second.raw() == window->survey.subregion.raw())
+  if (same_bytes(chosen->second, window->survey.subregion))
     return;
   const int marked = count_marked_species();
   if (marked == 0 || may_clear_species(marked))
@@ -206,7 +206,7 @@ void SurveyPanel1::setup_for_subregion(const Glib::ustring& code)
     const TriggerGuard quiet(triggers_suppressed, "setup_for_subregion");
     window->save_button->set_sensitive(true);
     show_subregion(code);
-    if (code.raw() != window->survey.subregion.raw())
+    if (!same_bytes(code, window->survey.subregion))
       move_survey_to_subregion(code);
 
     const auto& types = window->reference_data.region_info->survey_types[code];

@@ -3,6 +3,7 @@
 #include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/report.h"
+#include "core/text.h"
 #include "core/widget-helpers.h"
 #include "data/data-defs.h"
 #include "data/habitat-info.h"
@@ -16,7 +17,7 @@ namespace {
 
 bool shows_snorkel(const DropDownBox* depth)
 {
-  return depth->get_label().raw() == MAGIC_SNORKEL_DEPTH.raw();
+  return same_bytes(depth->get_label(), MAGIC_SNORKEL_DEPTH);
 }
 
 // A habitat's name is a few words, its description some sentences.
@@ -133,7 +134,7 @@ RetCode SurveyPanel2::setup_for_survey_subtype()
 
 void SurveyPanel2::set_temp_units_short(const Glib::ustring& units)
 {
-  temp_units->set_label(units.raw() == "C" ? "Celsius" : "Fahrenheit");
+  temp_units->set_label(same_bytes(units, "C") ? "Celsius" : "Fahrenheit");
 }
 
 Glib::ustring SurveyPanel2::get_temp_units_short() const
