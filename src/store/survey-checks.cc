@@ -51,3 +51,12 @@ bool is_unusual_bottom_time(int minutes, int confirm_under, int confirm_over)
 {
   return minutes < confirm_under || minutes > confirm_over;
 }
+
+Glib::ustring verdict_on(std::size_t marked)
+{
+  if (marked == 0)
+    return "Complete";
+  if (marked == 1)
+    return "1 entry is missing or needs a look";
+  return std::to_string(marked) + " entries are missing or need a look";
+}

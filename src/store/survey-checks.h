@@ -2,6 +2,7 @@
 
 #include <glibmm/ustring.h>
 
+#include <cstddef>
 #include <ctime>
 
 // Judging what was entered, as far as that needs no widget.
@@ -25,3 +26,6 @@ CheckedText check_temperature(const Glib::ustring& typed, const Glib::ustring& u
 
 // Whether a bottom time has to be confirmed; the limits themselves are usual.
 bool is_unusual_bottom_time(int minutes, int confirm_under, int confirm_over);
+
+// One line on a survey of which so many entries are missing or cannot be right.
+Glib::ustring verdict_on(std::size_t marked);

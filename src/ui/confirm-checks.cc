@@ -15,7 +15,6 @@
 #include "ui/survey-panel2.h"
 #include "ui/survey-window.h"
 #include "ui/tooltips.h"
-#include "ui/verdict.h"
 
 #include <ctime>
 #include <string>

@@ -36,7 +36,6 @@
 #include "ui/trigger-guard.h"
 #include "ui/type-ahead.h"
 #include "ui/unlisted-panel.h"
-#include "ui/verdict.h"
 #include "ui/window-place.h"
 #include "ui/window-title.h"
 #include "ui/zone-tree.h"

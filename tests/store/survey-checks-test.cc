@@ -100,3 +100,10 @@ TEST(BottomTimeCheck, CallsTheLimitsThemselvesUsual)
   EXPECT_FALSE(is_unusual_bottom_time(120, 15, 120));
   EXPECT_TRUE(is_unusual_bottom_time(121, 15, 120));
 }
+
+TEST(Verdict, SaysHowManyEntriesAreMarked)
+{
+  EXPECT_EQ("Complete", verdict_on(0));
+  EXPECT_EQ("1 entry is missing or needs a look", verdict_on(1));
+  EXPECT_EQ("4 entries are missing or need a look", verdict_on(4));
+}
