@@ -30,7 +30,7 @@ struct EventFree {
 
 void discard_input(GdkDisplay& display)
 {
-  gdk_display_sync(&display); // all that has happened so far is in the queue then
+  gdk_display_sync(&display); // puts all events so far into the queue
   std::vector<std::unique_ptr<GdkEvent, EventFree>> others;
   while (GdkEvent* const event = gdk_display_get_event(&display)) {
     std::unique_ptr<GdkEvent, EventFree> owner(event);
@@ -41,8 +41,8 @@ void discard_input(GdkDisplay& display)
     gdk_display_put_event(&display, event.get());
 }
 
-// Draws the window at once. A server that keeps no contents of windows shows what
-// was hidden until the window below has been drawn again.
+// Draws the window at once. An X server without backing store shows a hidden dialog until
+// the window below it is drawn again.
 void draw_now(GdkWindow& window)
 {
   gdk_window_invalidate_rect(&window, nullptr, TRUE);

@@ -5,13 +5,13 @@
 #include <memory>
 #include <vector>
 
-// While it lives, this thread waits for a server and no event is handled.
+// Marks the time in which this thread waits for a server and handles no event.
 //
-// The constructor puts on the screen what has been hidden so far, such as a dialog
-// that was just answered, and shows the busy cursor in all windows. It does not run
-// the main loop. The destructor restores the cursors and discards what was typed
-// and clicked meanwhile: it must not answer the dialog that follows. All other
-// events stay. Without a display nothing happens.
+// The constructor updates the screen, so that a dialog that was just answered
+// disappears, and shows the busy cursor in all windows. It does not run the main
+// loop. The destructor restores the cursors. It discards the keys and clicks of the
+// meantime, because they must not answer the next dialog, and keeps all other
+// events. Without a display, both do nothing.
 class BlockingCall
 {
 public:
@@ -28,9 +28,9 @@ private:
   using Reference = std::unique_ptr<T, Unref>;
   struct Shown {
     Reference<GdkWindow> window;
-    Reference<GdkCursor> cursor; // null: that of the parent
+    Reference<GdkCursor> cursor; // null if the window inherits its parent's cursor
   };
 
-  GdkDisplay* const display; // null without one
+  GdkDisplay* const display; // null if there is no display
   std::vector<Shown> windows;
 };

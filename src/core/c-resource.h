@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <memory>
 
-// Owners of what C libraries hand out, released on every path.
+// RAII owners of resources that C libraries return.
 
 struct PipeClose {
   void operator()(FILE* pipe) const { pclose(pipe); }
@@ -19,7 +19,7 @@ struct GFree {
 template<typename T>
 using GMemory = std::unique_ptr<T, GFree>;
 
-// An open file of the system; negative if opening it failed.
+// Owns a file descriptor and closes it. `number` is negative if opening the file failed.
 class Descriptor
 {
 public:

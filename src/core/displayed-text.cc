@@ -13,12 +13,12 @@
 namespace {
 
 constexpr const char* dots = "\u2026";
-// Start tags of a markup that are kept: more than that would only cost time.
+// The number of start tags that are kept. More would only cost time.
 constexpr std::size_t most_tags = 1000;
-// Bytes above which markup is shown as it stands: reading its tags takes too long.
+// Markup of more bytes is shown literally, because reading its tags takes too long.
 constexpr std::size_t longest_markup = 200000;
 
-// Attributes of tags that change neither size nor place of what they enclose.
+// Attributes that change neither the size nor the position of the text.
 const std::set<std::string_view> harmless_attributes = {"alpha",
                                                         "background",
                                                         "background_alpha",
@@ -51,20 +51,20 @@ std::string escaped(const char* text, std::size_t size)
   return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
 }
 
-// Writes markup anew as it is displayed, while the parser of GLib goes through it.
+// Writes the displayed form of a markup. Its members are called by GLib's markup parser.
 struct DisplayedMarkup {
   explicit DisplayedMarkup(std::size_t most) : room(most) {}
 
   std::size_t room; // characters that may still be written
   std::string markup;
-  std::vector<bool> written_tags; // which of the open tags have been written
+  std::vector<bool> written_tags; // for each open tag, whether it has been written
   std::size_t tags = 0;
   bool is_cut = false;
   bool differs = false; // from what was read
 
   void start(const char* element, const char** names, const char** values)
   {
-    if (std::strcmp(element, "markup") == 0) { // the root, which labels add by themselves
+    if (std::strcmp(element, "markup") == 0) { // the root element, which labels add
       written_tags.push_back(false);
       return;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-// Makes an exception that leaves a signal handler end that handler and not the
-// program, which is the toolkit's default: it is reported through error(), and
-// the window lives on with what the user typed.
+// Installs a handler for exceptions that leave a signal handler. It reports the exception
+// through error(), and the program continues with everything that the user typed. By
+// default the toolkit ends the program.
 void install_exception_report();

@@ -8,13 +8,13 @@
 #include <optional>
 #include <string>
 
-// The whole file's bytes. None if the library says that it could not load it; a Glib::Error
-// that it throws passes through.
+// Returns all bytes of the file, or nullopt if GIO reports that it could not load the file
+// without an error. Throws the Glib::Error that GIO throws.
 std::optional<std::string> load_file(const std::string& path);
 
-// The same as text, which is empty if the file could not be loaded.
+// Like load_file(), but returns a text, which is empty if the file could not be loaded.
 Glib::ustring read_file_contents(const std::string& path);
 
-// The bytes of an open regular file from its start, but at most `most`. None if reading
-// fails; errno then tells why.
+// Returns the first bytes of an open regular file, at most `most` of them. Returns nullopt
+// and sets errno if reading fails.
 std::optional<std::string> read_bytes(const Descriptor& file, std::size_t most);

@@ -32,8 +32,8 @@ std::string working_directory()
   return getcwd(buffer.data(), buffer.size()) ? buffer.c_str() : std::string();
 }
 
-// The directory above the executable's own, absolute; makes it the working
-// directory if argv[0] was relative. Empty on failure, which has been printed.
+// Returns the absolute path of the directory above the executable's directory. If argv[0] is
+// relative, makes it the working directory. Prints a failure and returns an empty path.
 std::string find_install_dir(const LaunchPath& path, const char* argv0)
 {
   if (begins_with(path.dir, "/")) {
@@ -116,6 +116,6 @@ void take_debug_argument(int& argc, char** argv)
     return;
   debug_level = to_int(argv[1] + 2);
   printf("Debug level %d\n", debug_level);
-  std::copy(argv + 2, argv + argc + 1, argv + 1); // the null pointer at the end too
+  std::copy(argv + 2, argv + argc + 1, argv + 1); // includes the null pointer at the end
   --argc;
 }

@@ -3,26 +3,27 @@
 #include <string>
 #include <vector>
 
-// Where a program of the bundle's form (<dir>/MacOS/<exec_name>) was started
-// from, as far as its argv[0] tells.
+// The parts of argv[0] of a program in an application directory
+// (<dir>/MacOS/<exec_name>).
 struct LaunchPath {
-  std::string dir;       // the part before the second-to-last '/', "/" if that is empty;
-                         // all of argv[0] without one
-  std::string exec_name; // what follows the last '/'; all of argv[0] without one
-  bool has_dir = false;  // there is a second-to-last '/'
+  std::string dir;       // the part before the second-to-last '/', or "/" if that part is
+                         // empty; all of argv[0] if there is no second-to-last '/'
+  std::string exec_name; // the part after the last '/'; all of argv[0] if there is no '/'
+  bool has_dir = false;  // whether there is a second-to-last '/'
 };
+// Splits `argv0` into these parts. Does not look at the file system.
 LaunchPath split_launch_path(const std::string& argv0);
 
-// The command that starts the launch script beside the executable: the script,
-// "--exec-name", the executable, then the user's arguments.
+// Returns the command line that starts the launch script beside the executable: the
+// script, "--exec-name", the executable, then the user's arguments.
 std::vector<std::string> launch_script_command(const std::string& dir, const std::string& exec_name,
                                                const std::vector<std::string>& user_args);
 
-// Replaces the process by the launch script, unless GTK_PATH says that the
-// script has already run. Returns if there is nothing to do or the script
-// cannot be started; the reason then stands on standard output.
+// Replaces the process with the launch script, unless GTK_PATH is set, which means that
+// the script has already run. Also returns if the script cannot be started; then it has
+// printed the reason to standard output.
 void init_gtk_stuff(int argc, char** argv);
 
-// The level of a "-d<n>" in argv[1], taken out of argv: sets debug_level and
-// says so on standard output. Any other first argument is left alone.
+// Reads the trace level from "-d<n>" in argv[1], removes that argument, sets debug_level
+// and prints the level to standard output. Does nothing if argv[1] is something else.
 void take_debug_argument(int& argc, char** argv);

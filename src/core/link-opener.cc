@@ -21,7 +21,7 @@ struct ErrorFree {
   void operator()(GError* error) const { g_error_free(error); }
 };
 
-// The address as people write it: a mail address goes without its scheme.
+// Returns the address as people write it: a mail address without its scheme.
 std::string readable_address(const std::string& uri)
 {
   const std::string mail_scheme = "mailto:";
@@ -44,16 +44,16 @@ void show_address(const std::string& uri)
     return;
   const auto clipboard = Gtk::Clipboard::get();
   clipboard->set_text(address);
-  clipboard->store(); // it outlives the program where a clipboard manager runs
+  clipboard->store(); // a clipboard manager, if one runs, keeps it after the program ends
 }
 
-// Whether a program has been started that opens the address.
+// Starts the program that opens the address. Returns whether it could be started.
 bool start_handler(const char* uri)
 {
   const GMemory<char> scheme(g_uri_parse_scheme(uri));
   if (scheme && has_endless_handler(scheme.get()))
     return false;
-  // With a window the toolkit starts the program later, and keeps a failure to itself.
+  // With a window, the toolkit would start the program later and not report a failure.
   GError* failure = nullptr;
   gtk_show_uri_on_window(nullptr, uri, gtk_get_current_event_time(), &failure);
   const std::unique_ptr<GError, ErrorFree> owner(failure);
@@ -62,7 +62,7 @@ bool start_handler(const char* uri)
   return !failure;
 }
 
-// The signal's handler of all labels, and of About: the link has been seen to.
+// The "activate-link" handler of all labels and of the About dialog.
 gboolean on_activate_link(GtkWidget*, const char* uri)
 {
   if (!start_handler(uri))
@@ -79,7 +79,7 @@ void install_link_opener()
     return;
   installed = true;
   for (const GType type : {GTK_TYPE_LABEL, GTK_TYPE_ABOUT_DIALOG}) {
-    g_type_class_unref(g_type_class_ref(type)); // the signal comes with the class
+    g_type_class_unref(g_type_class_ref(type)); // creates the class and its signal
     g_signal_override_class_handler("activate-link", type, G_CALLBACK(on_activate_link));
   }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// From the first call on, a link in any label and in About that no program can open shows
-// a message with its address, which the user can copy. The toolkit itself would only print
-// a warning, or name the reason without the address.
+// Installs a handler for links in labels and in the About dialog. If no program can open a
+// link, the handler shows a message with the address, and the user can copy it. The toolkit
+// only prints a warning, or shows the reason without the address.
 void install_link_opener();

@@ -11,21 +11,21 @@
 
 namespace {
 
-// Part of a text that is left out, from byte `start` to before `end`.
+// The bytes of a text that are omitted, from `start` to before `end`.
 struct Gap {
   std::size_t start;
   std::size_t end;
 };
 
-constexpr std::size_t longest_character = 4; // bytes of UTF-8; text need not be valid
+constexpr std::size_t longest_character = 4; // bytes in UTF-8; the text may be invalid
 
 bool is_inside_character(char byte)
 {
   return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
 }
 
-// The end of what stays at the beginning: behind a line if one ends in the second half of
-// the `most` bytes, else behind a character.
+// Returns the end of the part that stays at the beginning. It follows a line end if there is
+// one in the second half of the `most` bytes, otherwise it follows a character.
 std::size_t end_of_beginning(const std::string& text, std::size_t most)
 {
   const std::size_t feed = most == 0 ? std::string::npos : text.rfind('\n', most - 1);
@@ -38,7 +38,7 @@ std::size_t end_of_beginning(const std::string& text, std::size_t most)
   return end;
 }
 
-// The start of what stays at the end, likewise.
+// Returns the start of the part that stays at the end, by the same rule.
 std::size_t start_of_end(const std::string& text, std::size_t most)
 {
   const std::size_t feed = text.find('\n', text.size() - most - 1);
@@ -51,7 +51,7 @@ std::size_t start_of_end(const std::string& text, std::size_t most)
   return start;
 }
 
-// Nothing is left out of a text that is short enough.
+// Returns an empty gap if the text is short enough.
 Gap find_gap(const std::string& text, std::size_t most)
 {
   if (text.size() <= most)
@@ -59,7 +59,7 @@ Gap find_gap(const std::string& text, std::size_t most)
   return {end_of_beginning(text, most / 2), start_of_end(text, most / 2)};
 }
 
-// The text that replaces the gap.
+// Returns the text that replaces the gap.
 std::string notice(const std::string& text, const Gap& gap)
 {
   const auto first = text.begin() + static_cast<std::ptrdiff_t>(gap.start);
@@ -93,7 +93,7 @@ void append_text(GMarkupParseContext*, const char* text, gsize size, gpointer pl
   static_cast<std::string*>(plain)->append(text, size);
 }
 
-// What the markup shows.
+// Returns the text that the markup shows.
 std::string plain_text(const std::string& markup)
 {
   constexpr GMarkupParser handlers = {nullptr, nullptr, append_text, nullptr, nullptr};
@@ -102,7 +102,7 @@ std::string plain_text(const std::string& markup)
   return plain;
 }
 
-// Writes markup anew, without the text of the gap.
+// Copies markup without the text of the gap.
 struct GapWriter {
   GapWriter(const Gap& the_gap, std::string the_notice)
       : gap(the_gap), instead(std::move(the_notice))

@@ -5,17 +5,17 @@
 #include <cstddef>
 #include <string>
 
-// Texts that are too long to be shown as a whole: the beginning and the end stay, and
-// a notice between them says how many lines were left out, partial ones included. Where only
-// part of one line was left out, there is just an ellipsis.
+// These functions shorten a text that is too long to show. They keep its beginning and its
+// end and put a notice between them that gives the number of omitted lines, including
+// partial ones. If only part of one line is omitted, the notice is an ellipsis.
 
-// The most bytes of a list, or of a command's output, that a message holds. What is longer
-// is shortened before the message is composed, so that all words around it stay.
+// The limit, in bytes, for a list or a command's output within a message. The caller shortens
+// this part before it composes the message, so that the words around it stay.
 constexpr std::size_t longest_part = 10'000;
 
-// Plain text of at most about `most` bytes. No character of UTF-8 is cut.
+// Returns plain text of about `most` bytes or less. Never splits a UTF-8 character.
 std::string shorten_text(const std::string& text, std::size_t most);
 
-// Markup that a label can parse, of which at most about `most` bytes are shown. All tags
-// and links stay; if these alone are too long, the result has none.
+// Returns markup that a label can parse and that shows about `most` bytes or less. Keeps all
+// tags and links, or removes all of them if they alone are too long.
 Glib::ustring shorten_markup(const Glib::ustring& markup, std::size_t most);

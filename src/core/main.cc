@@ -15,8 +15,8 @@ namespace {
 
 constexpr int status_not_registered = 7;
 
-// Builds the application object and the first window and runs until the last
-// window is gone.
+// Creates the application object and the first window. Returns the exit status when the last
+// window is closed.
 int run_program(const Glib::RefPtr<Gtk::Application>& app)
 {
   try {

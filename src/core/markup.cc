@@ -23,8 +23,9 @@ std::string escaped(const char* text, std::size_t size)
   return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
 }
 
-// The character of an escape, the text between "&" and ";"; empty if it is none of those
-// that the escaping function makes: five names, and control characters in hexadecimal.
+// Returns the character of `escape`, the text between "&" and ";". Returns an empty text if
+// GLib's escaping function never writes it: it writes five names, and control characters in
+// hexadecimal.
 std::string escaped_character(std::string_view escape)
 {
   static const std::map<std::string_view, const char*> names = {
@@ -42,9 +43,8 @@ std::string escaped_character(std::string_view escape)
   return Glib::ustring(1, character).raw();
 }
 
-// Links are an addition of the toolkit's labels, which take them out before
-// Pango sees the text. The handlers below do the same: they write the markup
-// anew, with a span for a link.
+// Links are an extension of the toolkit's labels, which remove them before Pango parses the
+// text. The handlers below do the same: they copy the markup and write a span for a link.
 
 bool is_link(const char** attributes)
 {
@@ -85,7 +85,7 @@ void on_text(GMarkupParseContext*, const char* text, gsize size, gpointer out, G
   *static_cast<std::string*>(out) += escaped(text, size);
 }
 
-// Pango's part of a label's markup; empty if the text is not well-formed.
+// Returns a label's markup without links; empty if the markup is not well-formed.
 std::string without_links(const std::string& text)
 {
   constexpr GMarkupParser handlers = {on_start, on_end, on_text, nullptr, nullptr};

@@ -4,25 +4,26 @@
 
 #include <string>
 
-// Plain words as Pango markup: shows exactly as typed. Bytes that are not UTF-8
-// show as replacement characters: the toolkit draws nothing of a text that has such bytes.
+// Returns Pango markup that shows the plain text `text` exactly. Each byte that is not valid
+// UTF-8 becomes a replacement character, because the toolkit draws nothing of a text with
+// such bytes.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
-// The inverse of escape_markup(): each escape that it makes becomes its character again,
-// once. All else stays, tags and stray ampersands too.
+// The inverse of escape_markup(). Replaces each escape that escape_markup() writes with its
+// character, in a single pass. Keeps everything else, including tags and stray ampersands.
 std::string unescape_markup(const std::string& text);
 
-// `text` with its ampersands as plain words and its tags as they are.
+// Returns `text` with every ampersand escaped. Tags stay as they are.
 Glib::ustring escape_ampersands(const Glib::ustring& text);
 
-// Whether Pango can parse `text`: what a cell of a tree understands.
+// Returns whether Pango can parse `text`, as a cell of a tree does.
 bool is_markup(const Glib::ustring& text);
 
-// Whether a label or a dialog can parse `text`: Pango's markup, and links.
+// Returns whether a label or a dialog can parse `text`: Pango markup with links.
 bool is_label_markup(const Glib::ustring& text);
 
-// `text` itself if it is valid markup of a label, else markup that shows it as
-// it stands, so that no label or dialog comes up empty over a stray "<" or "&".
+// Returns `text` if it is valid markup for a label. Otherwise returns markup that shows it
+// literally, so that a stray "<" or "&" does not leave a label or dialog empty.
 Glib::ustring readable_markup(const Glib::ustring& text);
 
 // The words of `text` without tags and escapes if it is markup, else `text` as it stands.

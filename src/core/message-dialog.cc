@@ -20,12 +20,12 @@
 
 namespace {
 
-// Bytes shown above which a text is shortened; the toolkit takes minutes for megabytes.
+// A text that shows more bytes is shortened; the toolkit takes minutes for megabytes.
 constexpr std::size_t longest_text = 2 * longest_part;
-// A text of more bytes is not looked at for markup.
+// A text of more bytes is not parsed as markup.
 constexpr std::size_t longest_markup = 50 * longest_text;
-// A text of more lines, or with a longer word, gets scroll bars: the buttons have
-// to stay on the screen.
+// A text of more lines, or with a longer word, gets scroll bars, so that the buttons stay on
+// the screen.
 constexpr std::size_t most_lines = 16;
 constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
@@ -39,8 +39,8 @@ constexpr int frame_height = 60;
 constexpr int widest_line = 60;
 constexpr int narrowest_line = 20;
 
-// The window that the user works in: the newest modal one, which shuts off all
-// others, else the active one, else the newest. Null if none is shown.
+// Returns the window that the user works in: the newest modal window, which blocks all
+// others, or the active window, or the newest window. Null if no window is visible.
 Gtk::Window* window_in_use()
 {
   Gtk::Window* modal = nullptr;
@@ -69,7 +69,7 @@ Glib::ustring shown_text(const Message& message)
   return escape_markup(shorten_text(message.text.raw(), longest_text));
 }
 
-// Whether a dialog that holds all of the text could be larger than the screen.
+// Returns whether a dialog with the whole text could be larger than the screen.
 bool is_large(const std::string& text)
 {
   std::size_t lines = 1;
@@ -85,9 +85,9 @@ bool is_large(const std::string& text)
   return lines > most_lines;
 }
 
-// The toolkit lays a run of letters out anew for each line that it breaks off, which takes
-// the square of the length. Every other piece of the text gets an attribute that changes
-// nothing but ends the run.
+// Splits the text into short runs for Pango. Pango lays out the rest of a run again for each
+// line that it breaks off, so its time grows with the square of the length. An attribute on
+// every other piece ends the run and changes nothing else.
 void lay_out_in_pieces(Gtk::Label& label)
 {
   constexpr std::size_t piece = 100; // characters
@@ -108,7 +108,7 @@ void lay_out_in_pieces(Gtk::Label& label)
   label.set_attributes(attributes);
 }
 
-// Words of any length are broken, so that none makes the dialog wide.
+// Allows a break in any word, so that no word makes the dialog too wide.
 void prepare_label(Gtk::Widget& widget)
 {
   auto* const label = dynamic_cast<Gtk::Label*>(&widget);

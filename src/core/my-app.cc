@@ -38,7 +38,7 @@ MyApp::MyApp(Glib::RefPtr<Gtk::Application> the_app)
       data_entry_url("http://" MAVO_WEB_HOST "/dataentry"),
       app(std::move(the_app))
 {
-  pango_cairo_font_map_get_default(); // begins to look for fonts while the data are read
+  pango_cairo_font_map_get_default(); // starts the search for fonts, parallel to the reading
   if (read_data_files() != RET_SUCCESS)
     fatal("Failed to read data files; you may need to reinstall the app.  Sorry!");
   if (icon_list.empty())

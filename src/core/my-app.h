@@ -27,16 +27,15 @@ struct ReferenceData;
 
 // The depth that makes a survey a snorkel survey: a label of the depth list.
 extern const Glib::ustring MAGIC_SNORKEL_DEPTH;
-// What stands behind the name of a survey type that is offered no more.
+// The suffix of the name of a survey type that is no longer offered.
 extern const Glib::ustring NO_LONGER_AVAILABLE;
 
-// The application object: the reference data in use, the server's addresses
-// and the places where data and surveys live. One per process, a local of main;
-// every window points to it.
+// The application object. It holds the reference data in use, the server's addresses and
+// the directories of data and surveys. main owns the only one; every window points to it.
 class MyApp
 {
 public:
-  // The state of a saved survey, that is the directory that its file lies in.
+  // The state of a saved survey, which is the directory of its file.
   using WhichDir = SurveyState;
   static constexpr WhichDir WD_IN_PROGRESS = SurveyState::IN_PROGRESS;
   static constexpr WhichDir WD_READY_TO_UPLOAD = SurveyState::READY_TO_UPLOAD;
@@ -44,8 +43,8 @@ public:
   static constexpr WhichDir WD_ROOT = SurveyState::ROOT;
   static constexpr WhichDir WD_NOT_A_SURVEY = SurveyState::NOT_A_SURVEY;
 
-  // Reads the reference data and loads the icons. Does not return if the data
-  // cannot be read.
+  // Reads the reference data and loads the icons. Ends the process if the data cannot be
+  // read.
   explicit MyApp(Glib::RefPtr<Gtk::Application> app);
   ~MyApp();
   MyApp(const MyApp&) = delete;
@@ -53,42 +52,42 @@ public:
 
   // --- reference data (data/reference-data.h) ---
 
-  // Chooses the newer data set and loads all its tables. Old tables stay alive
-  // for windows that still use them. Result: RET_SUCCESS or RET_FAILURE.
+  // Chooses the newer data set and loads all its tables. Keeps the old tables for windows
+  // that still use them. Returns RET_SUCCESS or RET_FAILURE.
   RetCode read_data_files();
-  // The tables in use, for a new window.
+  // Returns the tables in use, for a new window.
   ReferenceData reference_data() const;
-  // This user's directory of downloaded data, made if need be; no trailing slash.
+  // Returns this user's directory of downloaded data, without a trailing slash. Creates it
+  // if it does not exist.
   std::string get_local_data_dir();
 
   // --- the survey store (store/survey-files.h) ---
 
-  // The directory of a state, without trailing slash, made if need be. A
-  // failure to make it is not reported.
+  // Returns the directory of a state, without a trailing slash. Creates it if it does not
+  // exist; does not report a failure to create it.
   std::string get_survey_dir(WhichDir which);
-  // Calls `visit` with the full path of each entry in the directory of a state,
-  // in the order in which the directory lists them. Throws a Glib::Error if the
-  // directory cannot be read.
+  // Calls `visit` with the full path of each entry in the directory of a state, in the
+  // directory's own order. Throws a Glib::Error if the directory cannot be read.
   void visit_surveys(WhichDir which, const std::function<void(const std::string&)>& visit);
-  // The full paths of all entries of Ready To Upload, in byte order. Throws as
-  // visit_surveys() does.
+  // Returns the full paths of all entries of Ready To Upload, in byte order. Throws like
+  // visit_surveys().
   std::vector<std::string> get_ready_survey_list();
-  // One line for each path: its description, or the path where there is none.
-  // `current` is the path of the survey in the window and is marked so. Plain
-  // text: escape it where it becomes part of a dialog's markup.
+  // Returns one line for each path: its description, or the path if there is none. The
+  // line of `current`, the path of the survey in the window, says so. The result is plain
+  // text: the caller escapes it for a dialog's markup.
   std::string prettify_survey_list(const std::vector<std::string>& list,
                                    const std::string& current);
-  // A saved survey in one line of plain text, empty if the file is not a valid one. With
-  // `member_id` the member is left out of the line and stored there instead:
-  // -1 if the file could not be read so far, 0 if the survey names none.
+  // Returns a description of a saved survey in one line of plain text, or an empty text if
+  // the file is not a valid survey. If `member_id` is not null, the line omits the member,
+  // and the member's number is stored there: -1 if the file could not be read that far, 0 if
+  // the survey names no member.
   std::string get_survey_description(const std::string& path, int* member_id);
-  // Moves the survey at `path` and sets `path` to its new place. In Uploaded, a file
-  // of the same name is replaced. Elsewhere it stays, and the moved survey takes
-  // the next free number. Failures have been shown on return; `path` is then
-  // unchanged.
+  // Moves the survey at `path` to the directory of `which` and sets `path` to its new path.
+  // In Uploaded, it replaces a file of the same name. In the other directories it takes the
+  // next free number instead. Shows a failure and then leaves `path` unchanged.
   RetCode move_survey_to(WhichDir which, std::string& path);
 
-  // The tables are read-only after loading and never freed.
+  // The tables. They are read-only after loading and are never freed.
   DataFileInfo* data_file_info = nullptr;
   DataDefs* data_defs = nullptr;
   DataParams* data_params = nullptr;
@@ -98,12 +97,12 @@ public:
   AbundanceChoices* abundance_choices = nullptr;
 
   std::string upload_url;
-  std::string version_query_url; // what is asked for is appended
+  std::string version_query_url; // the caller appends what it asks for
   std::string data_entry_url;    // the page where members submit what they uploaded
   Glib::RefPtr<Gtk::Application> app;
   std::string survey_root;    // empty until first asked for
   std::string local_data_dir; // empty until first asked for
 
-  // The program's logo in five sizes, for windows and dialogs.
+  // The program's logo in five sizes, for windows and dialogs; null if a file is missing.
   static std::vector<Glib::RefPtr<Gdk::Pixbuf>> icon_list;
 };

@@ -7,13 +7,13 @@ namespace Glib {
 class ustring;
 }
 
-// The decimal number at the start of `text`, as atoi reads it: leading white
-// space is skipped, reading stops at the first other character, and text
-// without a number is 0. Unlike atoi, a number beyond the range of int has a
-// value: the nearest one.
+// Returns the decimal number at the start of `text`, as atoi does: skips leading white
+// space, stops at the first character that is not part of the number, and returns 0 for a
+// text without a number. Unlike atoi, returns the nearest int for a number that is beyond
+// the range of int.
 int to_int(const char* text);
 int to_int(const std::string& text);
 int to_int(const Glib::ustring& text);
 
-// The same number in a wider range, to find out what to_int() had to change.
+// Like to_int() with a wider range. Tells whether to_int() changed the number.
 std::int64_t to_int64(const char* text);

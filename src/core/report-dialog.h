@@ -1,6 +1,7 @@
 #pragma once
 
-// From the call on, each report of core/report.h is shown in a modal dialog that has to be
-// dismissed before the report returns: a warning with OK, or an error with Close if it is
-// fatal. Before GTK is initialised, or without a display, nothing is shown.
+// Installs the presenter that shows each report of core/report.h in a modal dialog. The
+// report returns when the user has closed the dialog: a warning with OK or, if the report is
+// fatal, an error with Close. Before GTK is initialised, or without a display, it shows
+// nothing.
 void install_report_dialog();

@@ -4,14 +4,15 @@
 
 #include <string>
 
-// A report of core/report.h as it is presented.
+// The contents of one report of core/report.h.
 struct Report {
   Glib::ustring title; // never empty
   std::string text;    // markup
   bool is_fatal = false;
 };
 
-// Sets the function that presents every later report, after its line has been printed; null,
-// as at start, for none. The process ends once a fatal report has been presented.
+// Sets the function that presents every later report. It is called after the report's line
+// has been printed. Null, the initial value, means none. After a fatal report has been
+// presented, the process ends.
 using ReportPresenter = void (*)(const Report& report);
 void set_report_presenter(ReportPresenter presenter);

@@ -15,7 +15,7 @@ int debug_level = 0;
 
 namespace {
 
-std::string error_context; // in front of every message
+std::string error_context; // precedes every message
 int error_count = 0;
 ReportPresenter present = nullptr;
 
@@ -27,7 +27,7 @@ std::string format_message(const char* fmt, va_list args)
   int needed = vsnprintf(short_buffer, sizeof short_buffer, fmt, copy);
   va_end(copy);
   if (needed < 0)
-    return fmt; // the C library could not format it; its words are better than none
+    return fmt; // the C library could not format it: its words are better than nothing
   if (static_cast<std::size_t>(needed) < sizeof short_buffer)
     return short_buffer;
 
@@ -53,7 +53,7 @@ const char* message_prefix(RetCode code)
   }
 }
 
-// In UTF-8 whatever the locale's encoding: a dialog shows nothing else.
+// Returns UTF-8 in every locale, because a dialog accepts nothing else.
 std::string errno_text(int number)
 {
   return ": " + Glib::strerror(number).raw() + " (" + std::to_string(number) + ")";
@@ -89,7 +89,7 @@ RetCode display_error(RetCode code, const std::string& message, bool is_fatal,
 
 } // namespace
 
-// Formats into `message` from the arguments behind `last`.
+// Defines `message`, formatted from the arguments after `last`.
 #define FORMAT_ARGUMENTS(message, last)                                                            \
   va_list args;                                                                                    \
   va_start(args, last);                                                                            \

@@ -1,6 +1,6 @@
 #pragma once
 
-// The outcome of whatever can fail. Compare with RET_SUCCESS, never with zero.
+// The result of an operation that can fail. Compare it with RET_SUCCESS, never with zero.
 enum RetCode {
   RET_SUCCESS = 2,
   RET_FAILURE = 3,
@@ -10,12 +10,12 @@ enum RetCode {
   RET_MISSING_HEADING = 7, // a data file lacks a required heading
   RET_RESERVED_8 = 8,
   RET_RESERVED_9 = 9,
-  RET_DECLINED = 10, // the user said no and nothing was done; never reported
+  RET_DECLINED = 10, // the user declined and nothing was done; never reported
   RET_INTERNAL_ERROR = 11,
   RET_ASSERTION = 12,
   RET_DATA_INSTALLED = 15, // new data files were installed and loaded; never reported
 };
 
-// The process's exit status after a fatal error of this code; 1 for a code
-// that has no status of its own.
+// Returns the process's exit status for a fatal error of this code. It is 1 for a code
+// without a status of its own.
 int translate_code(RetCode code);

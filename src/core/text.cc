@@ -18,7 +18,7 @@ bool contains(TextBytes text, TextBytes part)
 template<>
 Glib::ustring trim_ws(const Glib::ustring& s)
 {
-  // A blank is one byte, and no byte of another character looks like one.
+  // In UTF-8 a blank is one byte, and no other character contains this byte.
   const std::string& bytes = s.raw();
   const std::size_t first = bytes.find_first_not_of(' ');
   if (first == std::string::npos)

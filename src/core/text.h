@@ -21,19 +21,19 @@ bool same_bytes(TextBytes one, TextBytes other);
 bool begins_with(TextBytes text, TextBytes beginning);
 bool contains(TextBytes text, TextBytes part);
 
-// The first character of `s` that equals `c`, or the terminating zero if there is none.
+// Returns a pointer to the first `c` in `s`, or to the terminating zero if there is none.
 const char* find_or_end(const char* s, int c);
 
 #ifdef MAVO_LACKS_STRCHRNUL
-// The same under the name that the GNU C library has for it.
+// The GNU C library's name of find_or_end().
 inline const char* strchrnul(const char* s, int c)
 {
   return find_or_end(s, c);
 }
 #endif
 
-// A copy without leading and trailing blanks. Only U+0020 counts: tabs and line
-// ends are the user's.
+// Returns a copy without leading and trailing blanks. Only U+0020 is a blank: the user may
+// have typed tabs and line ends on purpose.
 template<typename Text>
 Text trim_ws(const Text& s);
 template<>

@@ -2,18 +2,18 @@
 
 #include <glibmm/ustring.h>
 
-// What a catch block holds. Libraries throw their exceptions; the code that
-// reads and writes documents throws plain texts.
+// Describes what a catch block caught. Libraries throw their exceptions; the code that reads
+// and writes documents throws plain texts.
 struct Thrown {
-  // "gioerr", "gliberr", "glibexc", "stdexc", "ustr", "str" or "cstr"; null if
-  // the thing thrown is neither an exception nor a text.
+  // "gioerr", "gliberr", "glibexc", "stdexc", "ustr", "str" or "cstr"; null if it is neither
+  // an exception nor a text.
   const char* kind = nullptr;
-  Glib::ustring text; // valid UTF-8; can be empty
+  Glib::ustring text; // valid UTF-8; may be empty
 };
 
-// Names what was thrown. To be called inside a catch block only.
+// Describes the current exception. REQUIRES: the caller is in a catch block.
 Thrown what_was_thrown();
 
-// The text of it alone, which is `unknown` for something of no known kind and
-// `wordless` where the text is empty.
+// Returns the text of the current exception: `unknown` if it is of no known kind, `wordless`
+// if its text is empty. REQUIRES: the caller is in a catch block.
 Glib::ustring thrown_text(const char* unknown, const char* wordless);

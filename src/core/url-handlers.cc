@@ -62,7 +62,7 @@ void remove_open_handler_files(const std::string& applications)
   }
 }
 
-// Takes entries out of one list of mimeapps.list; true if there were some.
+// Removes entries from one list of mimeapps.list. Returns whether there were any.
 bool remove_entries(Glib::KeyFile& associations, const Glib::ustring& group,
                     const Glib::ustring& type, const std::string& applications)
 {
@@ -82,7 +82,7 @@ bool remove_entries(Glib::KeyFile& associations, const Glib::ustring& group,
   return true;
 }
 
-// Takes out of mimeapps.list the handlers whose files are gone.
+// Removes from mimeapps.list the handlers whose files no longer exist.
 void remove_from_associations(const std::string& path, const std::string& applications)
 {
   try {
@@ -96,7 +96,7 @@ void remove_from_associations(const std::string& path, const std::string& applic
     if (changed)
       associations.save_to_file(path);
   } catch (const Glib::Error&) {
-    // There is no such file, or it is not the program's to repair.
+    // The file does not exist, or it is damaged: the program does not repair it.
   }
 }
 
@@ -110,7 +110,7 @@ Glib::RefPtr<Gio::AppInfo> create_open_command()
   }
 }
 
-// Leaves nothing behind if it fails.
+// Registers the handler. Returns false and removes it if that fails.
 bool set_as_default(Gio::AppInfo& handler, const std::string& type)
 {
   try {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Which release this is and when it was built; written at build.
+// The release and its build time. The build generates the values.
 namespace BuildInfo {
 extern const int major;
 extern const int minor;
