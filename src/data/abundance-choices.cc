@@ -46,9 +46,9 @@ RetCode AbundanceChoices::process_line(const std::vector<Glib::ustring>& fields)
   return RET_SUCCESS;
 }
 
-// Fillers keep position and abundance class equal where the file skips a class.
-// A row whose class is already taken is appended all the same, so the rows of a
-// type must stand in ascending order.
+// Adds fillers where the file skips a class, so that the index is the abundance class. If
+// the class already has a row, appends the new row nevertheless. So the rows of a survey type
+// must be in ascending order.
 void AbundanceChoices::add_choice(std::size_t subtype, const Choice& choice)
 {
   if (subtype >= subtypes.size())

@@ -6,13 +6,13 @@
 #include <string_view>
 #include <vector>
 
-// Is told of a field with botched quoting: its number in the line, from 1, and its text.
+// A callback for a field with botched quoting. Receives the field's number in the line, which
+// starts at 1, and the field's text.
 using BotchedField = std::function<void(std::size_t, const Glib::ustring&)>;
 
-// Splits one line of a data file (without its line feed) into `fields`, whose
-// former content is lost. The one place that knows the quoting rules. Text that
-// follows a quoted field is botched quoting: the field keeps it, quotes and
-// all, and `botched` is called. Bytes that are not UTF-8 become U+FFFD in their
-// field.
+// Splits one line of a data file, without its line feed, into `fields` and replaces their
+// previous content. Only this function knows the quoting rules. Text between a closing quote
+// and the next comma is botched quoting: the field includes that text with its quotes, and
+// `botched` is called. Bytes that are not valid UTF-8 become U+FFFD.
 void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
                     const BotchedField& botched);

@@ -17,23 +17,23 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The directory of local data and the places of its backup.
+// The paths of the local data and of the parts of their backup.
 struct Places {
   explicit Places(const fs::path& directory);
 
   fs::path local;
   fs::path data;       // the data set
-  fs::path backup;     // directory of all that follows
-  fs::path kept;       // the original entries; to be restored as long as it exists
-  fs::path copies;     // entries without links that are to replace them
-  fs::path old;        // the original entries after newer ones have replaced them
+  fs::path backup;     // the directory of all paths below
+  fs::path kept;       // the original entries, which are restored as long as this exists
+  fs::path copies;     // copies without links, which replace the original entries
+  fs::path old;        // the original entries, after newer ones have replaced them
   fs::path torn;       // an entry that is being removed
   fs::path not_linked; // exists if copies are not hard links
-  fs::path former;     // where versions before this one kept the data set
+  fs::path former;     // the backup of earlier versions of the program
 };
 
-// A link to the directory is followed: entries are renamed between both places, so they
-// have to be on one file system.
+// Follows a link to the directory. The backup must be on the same file system, because
+// entries are renamed between both.
 Places::Places(const fs::path& directory) : local(directory)
 {
   std::error_code failure;
@@ -72,7 +72,8 @@ std::error_code copy_file(const Places& at, const fs::path& from, const fs::path
   return failure;
 }
 
-// A data file that the user keeps elsewhere stays part of the set. Other links have no copy.
+// Copies the file to which a link points, so that a data file that the user keeps elsewhere
+// stays part of the set. Copies no other links.
 std::error_code copy_target(const fs::path& from, const fs::path& to)
 {
   std::error_code failure;
@@ -85,7 +86,7 @@ std::error_code copy_target(const fs::path& from, const fs::path& to)
   return failure;
 }
 
-// tar, which runs as the same user, cannot enter the closed directory of another one.
+// Skips a closed directory of another user: tar runs as this user and cannot enter it.
 std::error_code copy_directory(const Places& at, const fs::path& from, const fs::path& to)
 {
   open_up(from);
@@ -105,7 +106,7 @@ std::error_code copy_directory(const Places& at, const fs::path& from, const fs:
 std::error_code copy_entry(const Places& at, const fs::path& from, const fs::path& to)
 {
   std::error_code failure;
-  if (to.native().size() >= PATH_MAX) // an archive can hold such names; data have none
+  if (to.native().size() >= PATH_MAX) // an archive can have such names; data files never do
     return failure;
   switch (fs::symlink_status(from, failure).type()) {
   case fs::file_type::directory:
@@ -121,11 +122,11 @@ std::error_code copy_entry(const Places& at, const fs::path& from, const fs::pat
 
 // --- restoring ---
 
-// Restores one original entry in the place of what is there.
+// Restores one original entry and replaces what is at its path.
 std::error_code restore_entry(const Places& at, const fs::path& name)
 {
   if (is_archive(at.local, name))
-    return {}; // a newer archive has taken the place of a link, say
+    return {}; // for example, a newer file has replaced a link
   std::error_code failure;
   remove_tree(at.torn);
   open_up(at.local / name); // a closed directory cannot be moved
@@ -136,7 +137,8 @@ std::error_code restore_entry(const Places& at, const fs::path& name)
   return failure;
 }
 
-// An entry that cannot be restored now stays in the backup for the next attempt.
+// Restores the original entries. An entry that cannot be restored stays in the backup for
+// the next attempt.
 std::error_code restore_kept(const Places& at)
 {
   std::error_code failure;
@@ -147,14 +149,14 @@ std::error_code restore_kept(const Places& at)
   }
   if (failure)
     return failure;
-  rmdir(at.data.c_str()); // works if it is empty: there were no data
+  rmdir(at.data.c_str()); // only succeeds if it is empty: then there were no data
   if (!names.empty())
     std::printf("Restored the data in %s from a backup.\n", at.local.c_str());
   remove_tree(at.kept);
   return {};
 }
 
-// Removes original entries that newer ones have replaced. The others return to their place.
+// Removes the original entries that newer ones have replaced, and restores the others.
 void remove_old(const Places& at)
 {
   std::error_code failure;
@@ -167,8 +169,8 @@ void remove_old(const Places& at)
   remove_tree(at.old);
 }
 
-// From here on the original entries are not restored. What cannot be removed, such as
-// a directory of another user, may stay from an earlier time.
+// Marks the original entries as no longer needed: after this, they are not restored. An entry
+// that could not be removed earlier, such as another user's directory, may be in the way.
 std::error_code retire_kept(const Places& at)
 {
   std::error_code failure;
@@ -197,8 +199,8 @@ fs::path unfinished(const fs::path& former)
   return former.string() + ".part";
 }
 
-// While there is a backup beside the directory, such entries come from an archive that
-// tries to forge one.
+// Removes a backup in the form of earlier versions if there is a current backup: then an
+// archive tried to forge it.
 void remove_forged_backup(const Places& at)
 {
   for (const auto& path : {at.former, unfinished(at.former)}) {
@@ -207,7 +209,8 @@ void remove_forged_backup(const Places& at)
   }
 }
 
-// Whether a version before this one made it. It was empty if there were no data.
+// Returns whether an earlier version of the program made this backup. It is empty if there
+// were no data.
 bool is_former_set(const fs::path& former)
 {
   std::error_code failure;
@@ -238,10 +241,10 @@ std::error_code restore_former(const Places& at)
   return failure;
 }
 
-// --- the whole ---
+// --- entry points ---
 
-// Ends an install that was broken off: restores the original entries as long as they
-// count, and removes what else is left of the backup.
+// Ends an interrupted install: restores the original entries if they are still needed, and
+// removes the rest of the backup.
 std::error_code settle(const Places& at)
 {
   if (!is_own_directory(at.backup))
@@ -259,7 +262,7 @@ std::error_code settle(const Places& at)
   return {};
 }
 
-// The same for an install that another program has begun and not ended.
+// Like settle(), for an install that another program began and did not end.
 std::error_code settle_interrupted(const Places& at)
 {
   if (is_own_directory(at.backup) && is_there(at.kept) && is_newer_set_complete(at))
@@ -267,7 +270,7 @@ std::error_code settle_interrupted(const Places& at)
   return settle(at);
 }
 
-// Replaces one entry by its copy and keeps the original.
+// Moves one original entry to the backup and puts its copy in its place.
 std::error_code keep_entry(const Places& at, const fs::path& name)
 {
   open_up(at.local / name);
@@ -285,12 +288,12 @@ std::error_code make_places(const Places& at)
     if (!failure && mkdir(path.c_str(), S_IRWXU) != 0 && !is_own_directory(path))
       failure = {errno, std::system_category()};
   }
-  if (!failure && !is_there(at.data)) // restoring removes an empty one
+  if (!failure && !is_there(at.data)) // restore_kept() removes an empty one
     fs::create_directory(at.data, failure);
   return failure;
 }
 
-// All copies are made before the first entry moves: until then nothing has changed.
+// Makes all copies before it moves the first entry, so that a failure changes nothing.
 std::error_code back_up(const Places& at)
 {
   std::error_code failure = make_places(at);

@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Whether DataFileInfo reads it without a message.
+// Returns whether DataFileInfo reads the file without a message.
 bool is_plain_metadata(const std::string& path)
 {
   std::ifstream in = open_data_file(path);
@@ -38,13 +38,14 @@ bool is_plain_metadata(const std::string& path)
   return lines.excess() == FileLines::Excess::NONE;
 }
 
-// Whether there are headings, and FromCSV finds as many fields in each row as it expects.
+// Returns whether the file has headings and FromCSV finds the expected number of fields in
+// each row.
 bool has_even_rows(const std::string& path)
 {
   std::ifstream in = open_data_file(path);
   FileLines lines(in);
   std::vector<Glib::ustring> fields;
-  std::size_t width = 0; // none before the headings
+  std::size_t width = 0; // 0 until the headings have been read
   for (std::string_view line; lines.next(line);) {
     if (line.empty())
       continue;
@@ -67,8 +68,8 @@ bool has_even_tables(const std::string& dir)
   return !failure;
 }
 
-// Whether tar has replaced a file and finished its work on it: last of all, tar sets
-// the file's time to that in the archive.
+// Returns whether tar has replaced a file and finished it. As its last step, tar sets the
+// file's time to the time in the archive.
 bool is_replaced(const fs::path& original, const fs::path& file, fs::file_time_type begun)
 {
   std::error_code failure;

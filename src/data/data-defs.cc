@@ -19,9 +19,9 @@ RetCode DataDefs::process_headings(const std::vector<Glib::ustring>& the_heading
   return verify_headings(the_headings, expected_headings);
 }
 
-// The rows of a group stand together: a group is stored when the next one
-// begins, so a later run of the same group replaces the earlier one, and rows
-// of the empty group are dropped.
+// A group is stored when the next one begins. So the rows of a group must be consecutive: a
+// later run of rows replaces an earlier one of the same group. Rows of the group with the
+// empty name are dropped.
 RetCode DataDefs::process_line(const std::vector<Glib::ustring>& fields)
 {
   if (fields.empty() || field(fields, GROUP) != current_group) {

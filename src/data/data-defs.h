@@ -2,7 +2,7 @@
 
 #include "data/from-csv.h"
 
-// The choices of the simple drop-down boxes, by name of group.
+// The choices of the simple drop-down boxes, by the name of their group.
 class DataDefs : public FromCSV
 {
 public:
@@ -12,9 +12,9 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  std::map<Glib::ustring, Def> defs; // index it freely: a missing group is an empty list
+  std::map<Glib::ustring, Def> defs; // operator[] is safe: a missing group is an empty list
 
-  // The group being gathered.
+  // The group whose rows are being read.
   Glib::ustring current_group;
   std::vector<Glib::ustring> labels;
   std::vector<int> values;

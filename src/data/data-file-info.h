@@ -2,20 +2,20 @@
 
 #include <string>
 
-// What data-file-info.txt says of a data set.
+// The metadata of a data set, from data-file-info.txt.
 class DataFileInfo
 {
 public:
-  // Reads the file in `dir`, which ends in a slash. A missing file leaves the
-  // object invalid, and so does one that exceeds a limit of data-file.h, with a
-  // message; a line without "=" ends the program.
+  // Reads the file in `dir`, which ends in a slash. If the file is missing, the object is
+  // invalid. If the file exceeds a limit of data-file.h, shows a message, and the object is
+  // invalid. A line without "=" ends the process.
   explicit DataFileInfo(const std::string& dir);
 
   static std::string get_filename();
 
-  std::string timestamp; // compared as bytes: the larger one is the newer set
-  std::string updated;   // date for people
-  bool valid = false;    // both are there
+  std::string timestamp; // the newer set has the larger one, compared as bytes
+  std::string updated;   // a date for people
+  bool valid = false;    // whether the file has both
 
 private:
   void take_line(const std::string& line);

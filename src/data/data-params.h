@@ -2,7 +2,7 @@
 
 #include "data/from-csv.h"
 
-// Named whole-number limits for checking a survey.
+// Named limits for the checks of a survey, as whole numbers.
 class DataParams : public FromCSV
 {
 public:
@@ -12,5 +12,5 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  std::map<Glib::ustring, int> params; // index it freely: a missing limit is 0
+  std::map<Glib::ustring, int> params; // operator[] is safe: a missing limit is 0
 };

@@ -22,7 +22,7 @@ bool is_taken_elsewhere(int directory)
 
 } // namespace
 
-// NOLINTNEXTLINE(android-cloexec-open): commands share the lock, see the header
+// NOLINTNEXTLINE(android-cloexec-open): commands must share the lock, see the header
 DirectoryLock::DirectoryLock(const std::filesystem::path& directory)
     : opened(open(directory.c_str(), O_RDONLY | O_DIRECTORY))
 {

@@ -4,17 +4,18 @@
 
 #include <filesystem>
 
-// A directory that one program at a time installs data in. Commands that the owner of
-// the lock starts share it, so it stays taken until those of a killed program have ended.
+// A lock on a directory in which only one program at a time may install data. Commands that
+// the program starts share the lock. If the program is killed, the lock is held until these
+// commands have ended.
 class DirectoryLock
 {
 public:
-  // Waits a few seconds while another program has the lock, and says so on standard
-  // output.
+  // Takes the lock. Waits a few seconds if another program holds it, and prints that to
+  // standard output.
   explicit DirectoryLock(const std::filesystem::path& directory);
 
-  // Whether another program still has the lock. Where the file system has no locks,
-  // nobody ever has it.
+  // Returns whether another program still holds the lock. Always false on a file system
+  // without locks.
   bool is_busy() const { return busy; }
 
 private:

@@ -30,11 +30,11 @@ bool FileLines::next(std::string_view& line)
 
 const char* FileLines::find_feed(std::size_t from) const
 {
-  // NOLINTNEXTLINE(bugprone-not-null-terminated-result): a length, not a place for text
+  // NOLINTNEXTLINE(bugprone-not-null-terminated-result): this searches and writes nothing
   return static_cast<const char*>(std::memchr(text.data() + from, '\n', text.size() - from));
 }
 
-// Puts more of the file behind what is left of the line.
+// Appends more of the file to the incomplete line.
 bool FileLines::read_more()
 {
   constexpr std::size_t block = 16'384;

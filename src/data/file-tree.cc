@@ -24,7 +24,7 @@ bool is_own_directory(const fs::path& path)
 
 void open_up(const fs::path& path)
 {
-  std::error_code ignored; // whoever fails there says so
+  std::error_code ignored; // the next operation on the directory reports it
   if (is_own_directory(path))
     fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ignored);
 }
@@ -66,8 +66,8 @@ std::vector<fs::path> names_in(const fs::path& directory, std::error_code& failu
 
 namespace {
 
-// Flushes what lies at a path. Follows no link and waits for no pipe; what may not be
-// read cannot be flushed.
+// Flushes a file or directory. Follows no link and waits for no pipe. Skips what cannot be
+// opened for reading.
 std::error_code flush_path(const fs::path& path)
 {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));

@@ -4,26 +4,26 @@
 #include <system_error>
 #include <vector>
 
-// What the install of data does with files and directories that an archive can have
-// left in any state.
+// These functions work on files and directories that an archive may have left in any state.
 
-// Whether there is anything of that name, be it a link that leads nowhere.
+// Returns whether the path exists, also as a dangling link.
 bool is_there(const std::filesystem::path& path);
 
-// Whether it is a directory that belongs to this user, and no link to one.
+// Returns whether the path is a directory that belongs to this user. A link to one is not.
 bool is_own_directory(const std::filesystem::path& path);
 
-// Lets this user read, enter and change a directory of their own. Ignores failures: the
-// next call on the directory reports them.
+// Gives this user all permissions on their own directory. Ignores failures: the next
+// operation on the directory reports them.
 void open_up(const std::filesystem::path& directory);
 
-// The names in a directory; what was read before a failure.
+// Returns the names in a directory. Sets `failure` if reading fails; then returns the names
+// that were read before.
 std::vector<std::filesystem::path> names_in(const std::filesystem::path& directory,
                                             std::error_code& failure);
 
-// Removes all that can be removed of a file or directory. Follows no link.
+// Removes a file, or a directory with everything in it, as far as possible. Follows no link.
 void remove_tree(const std::filesystem::path& path);
 
-// Waits until the disk has a directory and all below it, as far as that can be read.
-// Does nothing if it is no directory.
+// Waits until the disk holds a directory and everything below it that can be read. Returns
+// the first failure. Does nothing if the path is not a directory.
 std::error_code flush_tree(const std::filesystem::path& directory);

@@ -74,8 +74,8 @@ RetCode FromCSV::process_row(const std::vector<Glib::ustring>& fields)
   const RetCode result = check_columns(line_number, fields);
   if (result != RET_SUCCESS)
     return result;
-  // A heading that stands twice points at its last column, while the width of a
-  // row is the number of different headings.
+  // A duplicate heading refers to its last column, but the expected number of fields is the
+  // number of different headings.
   if (last_column >= fields.size() && !columns.empty()) {
     complain_of_row("a heading stands twice and the row has no such column");
     return RET_SUCCESS;

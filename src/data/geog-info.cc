@@ -21,13 +21,14 @@ RetCode RegionFishInfo::GeogInfo::process_headings(const std::vector<Glib::ustri
   return verify_headings(the_headings, expected_headings);
 }
 
-// A zone id is a key and never an index, so any number will do.
+// Accepts any number as a zone id, because it is a key and never an index.
 RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>& fields)
 {
   if (fields.empty())
     return RET_SUCCESS;
   const int id = number(fields, GEOGID);
-  // Most ids are the largest so far. A new text takes no more memory than it needs.
+  // The hint helps because most ids are the largest so far. A copy of a text has no spare
+  // capacity.
   auto& names = fish->geog_names;
   const std::size_t known = names.size();
   const auto zone = names.try_emplace(names.end(), id, field(fields, NAME));

@@ -13,5 +13,5 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  RegionFishInfo* fish; // what is filled; not owned
+  RegionFishInfo* fish; // receives the rows; not owned
 };

@@ -64,7 +64,7 @@ void HabitatInfo::derive_region_habitats()
   }
 }
 
-// A region may name habitats that habitat.csv lacks; their codes count as unused.
+// Marks the codes of habitats that habitat.csv lacks as unused.
 void HabitatInfo::drop_undefined_habitats()
 {
   for (auto& [region, ids] : region_habitat_ids) {

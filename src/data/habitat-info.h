@@ -4,7 +4,7 @@
 
 #include <set>
 
-// Habitats, and which of them a region offers under which code.
+// The habitats, and the codes under which each region offers them.
 class HabitatInfo : public FromCSV
 {
 public:
@@ -18,14 +18,14 @@ public:
 
   std::vector<Glib::ustring> names;        // by habitat id
   std::vector<Glib::ustring> descriptions; // by habitat id
-  // By region code: the habitat id at each of the region's habitat codes, -1
-  // for a code that is not used.
+  // By region code: the habitat id of each of the region's habitat codes, or -1 if a code is
+  // not used.
   std::map<Glib::ustring, std::vector<int>> region_habitat_ids;
-  std::map<Glib::ustring, Def> region_habitats; // names and the region's codes
+  std::map<Glib::ustring, Def> region_habitats; // by region code: names and habitat codes
 
 private:
   void derive_region_habitats();
   void drop_undefined_habitats();
 
-  std::set<int> defined_ids; // `names` has gaps
+  std::set<int> defined_ids; // the ids that habitat.csv has; `names` has gaps
 };

@@ -2,7 +2,7 @@
 
 #include "data/habitat-info.h"
 
-// Reads which habitats a region offers; lives only while HabitatInfo is made.
+// Reads which habitats each region offers. HabitatInfo uses it during its construction.
 class HabitatInfo::HabitatRegionInfo : public FromCSV
 {
 public:

@@ -22,8 +22,8 @@
 
 namespace {
 
-// The directory of the newer copy, empty if neither copy can be used. Of two
-// copies of the same age the user's own is taken.
+// Returns the directory of the newer copy, or an empty text if neither is valid. If both have
+// the same timestamp, returns the user's own.
 std::string choose_data_dir(const std::string& local_dir, const std::string& built_in_dir)
 {
   const DataFileInfo local(local_dir);
@@ -46,8 +46,8 @@ std::string choose_data_dir(const std::string& local_dir, const std::string& bui
   return {};
 }
 
-// A new table, valid or not. Windows that are still open go on using the tables that
-// they began with, so each is kept until the process ends.
+// Returns a new table, valid or not, which lives until the process ends: open windows
+// continue to use the tables that they were created with.
 template<typename Table>
 Table* kept_table(const std::string& dir)
 {
@@ -56,7 +56,7 @@ Table* kept_table(const std::string& dir)
   return tables.back().get();
 }
 
-// Stores a new table, valid or not: what stood there before stays alive.
+// Stores a new table, valid or not. The previous table stays alive.
 template<typename Table>
 bool load(Table*& table, const std::string& dir)
 {
@@ -89,7 +89,7 @@ RetCode read_newest_data_set(std::string& local_data_dir, ReferenceData& data)
   if (dir.empty())
     return RET_FAILURE;
   const RetCode result = read_data_set(dir, data);
-  // A program that was still installing data can have finished and removed its backup.
+  // Another program may have finished its install meanwhile and removed its backup.
   const bool has_gone = local_dir != own_dir && !std::filesystem::exists(local_dir);
   return result != RET_SUCCESS && has_gone ? read_newest_data_set(local_data_dir, data) : result;
 }
@@ -103,7 +103,7 @@ std::string prepare_local_data_dir(std::string& local_data_dir)
     try {
       dir->make_directory_with_parents();
     } catch (const Glib::Error&) {
-      // Without the directory there is no local copy; the built-in one serves.
+      // Without the directory there is no local copy, and the built-in one is used.
     }
   }
   if (debug_level > 0)

@@ -12,8 +12,8 @@ class HabitatInfo;
 class RegionInfo;
 class SpeciesViews;
 
-// The tables of one data set. All are null until they have been read. They are read-only
-// then, and live until the process ends, so that copies of this value stay usable.
+// The tables of one data set. A pointer is null until its table has been read. Tables are
+// read-only and live until the process ends, so copies of this value stay valid.
 struct ReferenceData {
   DataFileInfo* data_file_info = nullptr;
   DataDefs* data_defs = nullptr;
@@ -24,16 +24,17 @@ struct ReferenceData {
   AbundanceChoices* abundance_choices = nullptr;
 };
 
-// Reads the data set in `dir`, which ends in a slash. Stops at the first table that is not
-// valid, which is then the last one that is set; result: RET_SUCCESS or RET_FAILURE.
+// Reads the data set in `dir`, which ends in a slash. Returns RET_SUCCESS, or RET_FAILURE at
+// the first invalid table, which is then the last one that is set.
 RetCode read_data_set(const std::string& dir, ReferenceData& data);
 
-// Reads the newer one of two data sets: that which comes with the program, in data-files/,
-// and the user's own in data-files/ of `local_data_dir` (see below). Restores the latter
-// first if an install was interrupted. Says on standard output which it takes.
-// Result as above; RET_FAILURE also if there is no data set.
+// Reads the newer of two data sets: the one in data-files/, which comes with the program, and
+// the user's own in data-files/ of `local_data_dir` (see below). First restores the latter if
+// an install was interrupted. Prints to standard output which set it reads. Returns the result
+// of read_data_set(), or RET_FAILURE if there is no data set.
 RetCode read_newest_data_set(std::string& local_data_dir, ReferenceData& data);
 
-// This user's directory of downloaded data, made if need be; no trailing slash. An empty
-// `local_data_dir` becomes the usual one. A failure to make it is not reported.
+// Returns this user's directory of downloaded data, without a trailing slash, and creates it
+// if it does not exist. Sets an empty `local_data_dir` to the usual path. Does not report a
+// failure to create the directory.
 std::string prepare_local_data_dir(std::string& local_data_dir);

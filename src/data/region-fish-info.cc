@@ -12,7 +12,7 @@ RetCode RegionFishInfo::init(const std::string& dir, const std::string& region_c
   region = region_code;
   if (debug_level >= 4)
     printf("Starting to read family & species info for %s\n", region.c_str());
-  // Families first: the species look theirs up.
+  // Families first, because the species refer to them.
   if (!FamilyInfo(dir, *this, region).is_valid() || !SpeciesInfo(dir, *this, region).is_valid() ||
       !GeogInfo(dir, *this, region).is_valid())
     return RET_FAILURE;

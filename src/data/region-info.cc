@@ -73,9 +73,9 @@ RetCode RegionInfo::process_line(const std::vector<Glib::ustring>& fields)
   return RET_SUCCESS;
 }
 
-// The look-up of "has_fish" enters a new heading, after which no further row
-// has the right number of columns. So this file cannot be read at these levels;
-// it has always been so.
+// The look-up of "has_fish" adds a new heading, so no further row has the expected number of
+// fields. At these trace levels, a file with more than one row cannot be read. This
+// behaviour is old and is kept.
 void RegionInfo::trace_row(const Region& region, const std::vector<Glib::ustring>& fields)
 {
   const auto text = [&fields](unsigned int column) {
@@ -101,7 +101,7 @@ RetCode RegionInfo::derive_tables()
   Def offered;
   for (const auto& [code, ids] : subregion_ids) {
     derive_survey_types(code, ids);
-    // The first survey type speaks for its subregion.
+    // The first survey type determines the names of its subregion.
     const Region& region = regions[static_cast<std::size_t>(ids.front())];
     subregion_codes[region.subregionname] = code;
     subregion_names[code] = region.subregionname;
@@ -135,7 +135,7 @@ void RegionInfo::derive_survey_types(const Glib::ustring& code, const std::vecto
   survey_types[code] = visible;
 }
 
-// Reads the region's fish tables, unless another subregion has brought them.
+// Reads the region's fish tables unless they have been read for another subregion.
 RetCode RegionInfo::read_region(const std::string& region_code)
 {
   const auto [fish, is_new] = region_fish.try_emplace(region_code);

@@ -5,8 +5,8 @@
 #include "data/region.h"
 #include "data/subregion-info.h"
 
-// Regions, subregions and survey types. Reading it reads the fish tables of
-// every region too, so nothing is read later.
+// The regions, subregions and survey types. Its constructor also reads the fish tables of
+// every region, so that nothing is read later.
 class RegionInfo : public FromCSV
 {
 public:
@@ -18,15 +18,15 @@ public:
 
   std::vector<Region> regions;                              // by survey type id, with gaps
   std::map<Glib::ustring, Glib::ustring> subregion_codes;   // by subregion name
-  std::map<Glib::ustring, Glib::ustring> subregion_names;   // by subregion code, as all below
-  std::map<Glib::ustring, Glib::ustring> subregion_regions; // to the region code
+  std::map<Glib::ustring, Glib::ustring> subregion_names;   // by subregion code, as the next ones
+  std::map<Glib::ustring, Glib::ustring> subregion_regions; // region codes
   std::map<Glib::ustring, std::vector<int>> subregion_ids;  // survey types, in file order
-  std::map<Glib::ustring, Def> survey_types;                // the visible ones
+  std::map<Glib::ustring, Def> survey_types;                // the visible survey types
   std::map<Glib::ustring, std::map<int, Glib::ustring>> hidden_survey_types;
   std::map<Glib::ustring, RegionFishInfo> region_fish; // by region code
   std::map<Glib::ustring, SubregionInfo> subregions;   // filled by SpeciesViewInfo
-  std::vector<Glib::ustring> region_codes;             // each once, as first met
-  Def subregion_list; // names of the subregions that take new surveys, by order of their codes
+  std::vector<Glib::ustring> region_codes;             // without duplicates, in file order
+  Def subregion_list; // names of the subregions that offer new surveys, in order of their codes
   std::string data_dir;
 
 private:

@@ -10,7 +10,7 @@ struct Region {
   std::string subregionname;
   std::string surveytypename;
   int surveytypeid = -1;
-  bool hasabundance = false; // false: only presence is noted, conditions are optional
+  bool hasabundance = false; // false: surveys record presence only; conditions are optional
   bool hasfish = false;
   bool hasinverts = false;
   bool canhaveinverts = false;

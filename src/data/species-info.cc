@@ -15,7 +15,8 @@ const char* const expected_headings[] = {"speciesid", "scientificname",   "commo
                                          nullptr};
 enum Heading { SPECIESID, SCIENTIFICNAME, COMMONNAME, FAMILYID, INVERTEBRATETYPE, RAREFISHIND };
 
-// By the size of the file: a table that grows row by row is moved many times.
+// Estimates the number of species from the file's size, so that the table need not grow row
+// by row.
 std::size_t species_expected(const std::string& path)
 {
   constexpr std::uintmax_t short_row = 50;
@@ -68,7 +69,7 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
   fish->max_rarefishind = std::max(fish->max_rarefishind, row.rarefishind);
   row.familyid = field(fields, FAMILYID);
   settle_family(row);
-  // New texts take no more memory than they need.
+  // A copy of a text has no spare capacity.
   row.scientificname = Glib::ustring(field(fields, SCIENTIFICNAME));
   row.commonname = Glib::ustring(field(fields, COMMONNAME));
   if (spanish_column) {
@@ -79,7 +80,7 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
   return RET_SUCCESS;
 }
 
-// Sees to it that the species has a family with a name, made up if need be.
+// Gives the species a family with a name. Creates the family or its name if it is missing.
 void RegionFishInfo::SpeciesInfo::settle_family(Species& row)
 {
   const bool complain = row.invertebratetype == 0 && debug_level >= -1;

@@ -16,14 +16,14 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  RegionFishInfo* fish; // what is filled; not owned
+  RegionFishInfo* fish; // receives the rows; not owned
 
 private:
   void settle_family(Species& row);
   Family& find_family(const std::string& id);
 
-  std::optional<unsigned int> spanish_column; // a file need not have it
-  // Families known so far: a map by Glib::ustring compares by collation, which
-  // would take most of the time that a species file takes.
+  std::optional<unsigned int> spanish_column; // this column is optional
+  // The families so far. RegionFishInfo::families compares by collation, which would take
+  // most of the time of reading a species file.
   std::unordered_map<std::string, Family*> met_families;
 };

@@ -4,8 +4,8 @@
 
 class RegionInfo;
 
-// Reads the names of the species views and gives them to their subregions;
-// lives only while a data set is loaded.
+// Reads the names of the species views and adds the views to their subregions. Only the
+// loading of a data set uses it.
 class SpeciesViewInfo : public FromCSV
 {
 public:
@@ -16,7 +16,7 @@ public:
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
   std::vector<std::string> view_subregions; // subregion code by view id
-  RegionInfo* region_info;                  // its `subregions` take the result; not owned
+  RegionInfo* region_info;                  // its `subregions` receive the views; not owned
 
 private:
   void derive_view_choices();

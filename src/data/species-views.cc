@@ -7,7 +7,7 @@ namespace {
 const char* const expected_headings[] = {"viewid", "speciesid", "familyid", nullptr};
 enum Heading { VIEWID, SPECIESID, FAMILYID };
 
-// The entry of a table by view id, an empty one if the table has none.
+// Returns the entry of a table for a view id, or an empty entry if there is none.
 template<typename Table>
 const typename Table::value_type& entry_or_empty(const Table& table, int view_id)
 {

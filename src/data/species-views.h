@@ -3,7 +3,7 @@
 #include "data/from-csv.h"
 #include "data/id-set.h"
 
-// The species of each view, as chosen lists of a subregion's species.
+// The species of each view. A view is a selection of a subregion's species.
 class SpeciesViews : public FromCSV
 {
 public:
@@ -18,9 +18,9 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  // The species of a view, for membership; empty for a view that is not there.
+  // Returns the species of a view, for membership tests; empty if there is no such view.
   const IdSet& species_set(int view_id) const;
-  // The species of a view in the order to show them; empty likewise.
+  // Returns the species of a view in display order; empty if there is no such view.
   const std::vector<ViewSpecies>& species_of(int view_id) const;
 
   std::vector<std::vector<ViewSpecies>> view_species; // by view id, in file order
