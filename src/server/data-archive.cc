@@ -14,14 +14,15 @@
 
 namespace {
 
-// Stands for the status of a command that could not even be started.
+// The status of a command that could not be started.
 constexpr int not_started = -77;
 
-// How much of a command's output is kept. An archive can hold a great many long names.
+// The number of bytes of a command's output that are kept. An archive can have a great many
+// long names.
 constexpr std::size_t most_output = std::size_t{16} << 20;
 
-// The status of this is that of tar, so what bzip2 has to say counts only through
-// what tar makes of its input.
+// Returns the command line. Its status is that of tar: a failure of bzip2 counts only if tar
+// fails because of its input.
 std::string unpacking_command(const std::string& archive, const std::string& directory)
 {
   return "bzip2 -dkc '" + archive + "' | tar -C '" + directory + "' -xvf - 2>&1";
@@ -32,18 +33,19 @@ struct CommandResult {
   std::string output;
 };
 
-// The status of a shell whose last command was ended for writing too large a file.
+// The status of a shell whose last command was killed because it wrote too large a file.
 constexpr int too_large = (128 + SIGXFSZ) << 8;
 
-// As long as it lives, a command that is started can make no file beyond that size. The
-// system ends it for that: tar would take a failure to extend a sparse file lightly.
+// Limits, during its lifetime, the size of files that started commands can write. The system
+// kills a command that exceeds the limit. A mere error is not enough, because tar ignores a
+// failure to extend a sparse file.
 class FileSizeLimit
 {
 public:
   explicit FileSizeLimit(rlim_t bytes) : old_handler(std::signal(SIGXFSZ, SIG_DFL))
   {
     getrlimit(RLIMIT_FSIZE, &old_limit);
-    if (old_limit.rlim_cur <= bytes) { // the user's own limit is a full disk
+    if (old_limit.rlim_cur <= bytes) { // the user's own limit has the effect of a full disk
       std::signal(SIGXFSZ, old_handler);
       return;
     }
@@ -63,7 +65,7 @@ private:
   void (*old_handler)(int);
 };
 
-// Starts a command whose output can be read; null if that fails.
+// Starts a command and returns a pipe from its output, or null if that fails.
 Pipe start(const std::string& command)
 {
   const FileSizeLimit limit(largest_data_file);

@@ -18,7 +18,7 @@ namespace {
 
 const char* const archive_type = "application/x-bzip2";
 
-// What the user is asked to send in; the link makes it markup.
+// Returns the details that the user is asked to send, as markup because of the link.
 std::string detail(const std::string& command, const std::string& output, int status)
 {
   return "\n\nPlease include the following in an email to <a href=\"mailto:" MAVO_SUPPORT_ADDRESS
@@ -31,7 +31,7 @@ std::string detail_markup(const std::string& command, const std::string& output,
   const Glib::ustring markup = escape_ampersands(detail(command, output, status));
   if (is_label_markup(markup))
     return markup;
-  // Over a file's name, say; the link has to stay one.
+  // The text was not valid markup, for example because of a file's name. The link must work.
   return detail(escape_markup(command), escape_markup(output), status);
 }
 
@@ -87,7 +87,7 @@ RetCode SurveyWindow::download_data_files(SoupSession* session, const char* url)
   if (written != RET_SUCCESS)
     return written;
   const Unpacked unpacked = unpack_archive(archive, directory, *backup);
-  backup.reset(); // restores the old data unless all went well
+  backup.reset(); // restores the old data unless the install succeeded
   if (unpacked.failure)
     return report_unwritable(directory, unpacked.failure);
   if (unpacked.status != 0)

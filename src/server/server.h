@@ -1,6 +1,6 @@
 #pragma once
 
-// Chief header of this folder; SurveyWindow declares the exchange's own operations.
+// The chief header of this folder. SurveyWindow declares the operations of the exchange.
 #include "server/data-archive.h"
 #include "server/http-library.h"
 #include "server/http.h"

@@ -15,13 +15,13 @@ namespace {
 
 const char* const out_of_reach = "Can't reach MAVO server";
 
-// What the server says of a newer program; its words are markup.
+// The server's answer about the newest program. Its texts are markup.
 struct ProgramNews {
   std::string version;
   std::string url;
 };
 
-// What it says of the newest data.
+// The server's answer about the newest data.
 struct DataNews {
   std::string timestamp;
   std::string updated;
@@ -33,7 +33,7 @@ const char* or_else(const char* header, const char* absent)
   return header ? header : absent;
 }
 
-// None if the server did not say all of it.
+// Returns nullopt if the answer is incomplete.
 std::optional<ProgramNews> ask_for_program(SoupSession& session, const MyApp& app)
 {
   const std::string address = app.version_query_url + MAVO_PLATFORM;
@@ -73,7 +73,8 @@ std::string link_markup(const std::string& url)
   return "<a href=\"" + url + "\">" + url + "</a>";
 }
 
-// An address is markup too, unless a link to it would not be.
+// Returns the address as markup. The server sends it as markup; if a link with it is not
+// valid, it is escaped.
 std::string readable_link(const std::string& url)
 {
   const std::string link = link_markup(url);
@@ -126,8 +127,8 @@ void show_up_to_date()
   run_message(message);
 }
 
-// Asks and shows what the server says; new data are installed if the user wants
-// them. `window` is the one that the user works in.
+// Asks the server, shows the answer, and installs new data if the user agrees. `window` is
+// the window that the user works in.
 RetCode look_for_news(SurveyWindow& window, const char* action)
 {
   const MyApp& app = *window.my_app;
@@ -136,7 +137,7 @@ RetCode look_for_news(SurveyWindow& window, const char* action)
   if (!program)
     return titled_error(out_of_reach, "Failed to contact MAVO server");
 
-  // Any difference is news: the server's version need not be the higher one.
+  // Reports any difference: the server's version need not be the higher one.
   RetCode result = RET_SUCCESS;
   const bool is_other_program = program->version != BuildInfo::version_str;
   if (is_other_program && !wants_to_go_on(*program, action))
@@ -198,12 +199,12 @@ RetCode SurveyWindow::go_on_after_check(RetCode result, ResponseCode next)
 
 void SurveyWindow::swap_window()
 {
-  // After an upload nobody has asked yet about another survey that is open here.
+  // After an upload, the user has not been asked about unsaved changes in this window.
   const bool is_given_up = same_bytes(entered_text(), given_up);
   if (!is_given_up && !check_file_save_okay("restarting the program"))
     return;
   NextWindow next(*my_app);
-  // The new data can lack the survey's location: then it stays here, with the old tables.
+  // If the new data lack the survey's location, this window stays, with the old tables.
   if (!survey.filename.empty() && next.window->do_open(survey.filename) != RET_SUCCESS)
     return;
   next.take_the_place_of(*this);

@@ -22,9 +22,8 @@ namespace {
 
 const char* const upload_failed = "Upload Failed!";
 
-// The file's bytes; none if it cannot be loaded or is empty, since there is nothing
-// to send then. What the library throws passes through. A pipe would be waited for
-// without end, so nothing special is read.
+// Returns the file's bytes, or nullopt if the file cannot be loaded, is empty, or is not a
+// regular file: reading a pipe could block forever. Throws the Glib::Error that GIO throws.
 std::optional<std::string> load_survey_file(const std::string& path)
 {
   if (Gio::File::create_for_path(path)->query_file_type() == Gio::FILE_TYPE_SPECIAL)
@@ -35,8 +34,8 @@ std::optional<std::string> load_survey_file(const std::string& path)
   return contents;
 }
 
-// Whether the file still is the one that was sent. Says so if another program
-// has changed it. A file that is gone counts as unchanged: the move reports it.
+// Returns whether the file still has the bytes that were sent. Reports a change by another
+// program. A file that no longer exists counts as unchanged, because the move reports it.
 bool is_unchanged(const std::string& path, const std::string& sent)
 {
   const bool is_gone = !Gio::File::create_for_path(path)->query_exists();
@@ -49,7 +48,7 @@ bool is_unchanged(const std::string& path, const std::string& sent)
   return false;
 }
 
-// What the user still has to do, in the words of both success messages.
+// Returns the part of both success messages that says what the user still has to do.
 std::string second_step(const MyApp& app)
 {
   const std::string address = escape_markup(app.data_entry_url);
@@ -58,7 +57,7 @@ std::string second_step(const MyApp& app)
          address + "\">" + address + "</a>) to error check and submit your survey(s).";
 }
 
-// Tells how uploading went; the answer is what the user wants to do next.
+// Shows the result of an upload. Returns what the user wants to do next.
 SurveyWindow::ResponseCode show_outcome(const Glib::ustring& title, const std::string& text)
 {
   Message message;
@@ -104,7 +103,7 @@ bool wants_to_continue(const std::string& surveys)
              {yes, no}) == Gtk::RESPONSE_ACCEPT;
 }
 
-// "Failed to upload one survey.", "Successfully uploaded 3 surveys.", in a line.
+// Returns a line such as "Failed to upload one survey." or "Successfully uploaded 3 surveys.".
 std::string counted(const std::string& what, int surveys)
 {
   if (surveys == 0)
@@ -126,7 +125,7 @@ std::string outcome_text(const MyApp& app, int failures, int successes)
   return successes == 0 ? counts : counts + second_step(app);
 }
 
-// Sends the file and shows why if the server did not take it. True if it did.
+// Sends the file. Returns whether the server accepted it, and shows the reason if not.
 bool send_survey(const MyApp& app, const std::string& path, const std::string& contents)
 {
   const HttpSession session = open_http_session(debug_level > 0);
@@ -163,7 +162,7 @@ RetCode SurveyWindow::do_upload_file(const std::string& path)
   if (is_open)
     set_survey_is_uploaded();
   std::string moved = path;
-  if (is_unchanged(path, *contents)) // a failure to move is shown; the server has the survey
+  if (is_unchanged(path, *contents)) // the server has the survey even if the move fails
     my_app->move_survey_to(MyApp::WD_UPLOADED, moved);
   start_panel->build_survey_model();
   if (is_open)
@@ -267,12 +266,12 @@ void SurveyWindow::on_action_FileUploadThis(const std::string&)
 
 void SurveyWindow::on_action_FileUploadAll(const std::string&)
 {
-  // Only what lies in the queue already goes out, and then as it is on the screen.
+  // Only a survey that is already in the queue is uploaded, and then as it is on the screen.
   const bool is_queued =
       belongs_to(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
   if (is_queued && file_needs_saving() &&
       do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) != RET_SUCCESS)
-    return; // what is on the screen could never be saved once its old file has gone out
+    return; // after the upload of the old file, the survey on the screen could not be saved
 
   const auto ready = my_app->get_ready_survey_list();
   if (ready.empty()) {

@@ -57,6 +57,6 @@ void SurveyWindow::on_action_FileDelete(const std::string&)
   dialog.hide();
   const std::string path = dialog.get_filename();
   if (debug_level > 0)
-    printf("filedlg for open selected %s\n", path.c_str()); // the words of both dialogs
+    printf("filedlg for open selected %s\n", path.c_str()); // both dialogs print this text
   maybe_delete_survey(path);
 }

@@ -4,36 +4,36 @@
 #include <optional>
 #include <string>
 
-// What a path leads to, and what the file there holds.
+// These functions tell whether paths refer to the same file, and what a file holds.
 
-// The absolute path with all symbolic links, "." and ".." resolved. What does
-// not exist at its end is kept as it is written. Returns `path` itself if it
-// cannot be resolved.
+// Returns the absolute path with all symbolic links, "." and ".." resolved. Components at
+// the end that do not exist stay as they are. Returns `path` if it cannot be resolved.
 std::string resolved_path(const std::string& path);
 
-// Whether both paths lead to one place, however they are spelled. The place
-// itself may be empty. An empty path leads nowhere.
+// Returns whether both paths resolve to the same path. The file need not exist. An empty path
+// is never the same as another one.
 bool same_place(const std::string& path, const std::string& other);
 
-// Whether `path` leads into `directory` or a directory below it.
+// Returns whether `path` resolves to a path in `directory` or in a directory below it.
 bool leads_into(const std::string& path, const std::string& directory);
 
-// Whether a file counts as lying in the directory of a state: its path begins with
-// that of the directory, also if it is a link to elsewhere, or it leads there.
+// Returns whether a file belongs to the directory of a state. It does if its path begins with
+// the directory's path, even if it is a link to another place, or if it resolves to a path
+// there.
 bool belongs_to(const std::string& path, const std::string& directory);
 
-// Whether both paths lead to the same existing file: the same inode of the same
-// device. So also if the file has two names.
+// Returns whether both paths lead to the same existing file: the same inode of the same
+// device. A file may have two names.
 bool same_file(const std::string& path, const std::string& other);
 
-// The size in bytes up to which file_bytes() reads: many times the largest survey.
+// The default limit of file_bytes(), in bytes. It is many times the size of the largest survey.
 constexpr std::size_t largest_file_read = 64UL * 1024 * 1024;
 
-// The content of a regular file of at most `limit` bytes; symbolic links are
-// followed. Nothing if it is larger, is no regular file or cannot be read. Does
-// not wait for a pipe.
+// Returns the content of a regular file of at most `limit` bytes; follows symbolic links.
+// Returns nullopt if the file is larger, is not a regular file or cannot be read. Does not
+// wait for a pipe.
 std::optional<std::string> file_bytes(const std::string& path,
                                       std::size_t limit = largest_file_read);
 
-// Whether a regular file is there that holds exactly `bytes`.
+// Returns whether `path` is a regular file that holds exactly `bytes`.
 bool file_holds(const std::string& path, const std::string& bytes);

@@ -9,16 +9,15 @@
 
 class SurveyWindow;
 
-// Lets the user choose a saved survey; what is known of the file under the
-// cursor is told below the list. The button that takes the choice responds with
-// Gtk::RESPONSE_OK, Cancel with Gtk::RESPONSE_CANCEL.
+// A dialog in which the user chooses a saved survey. It shows the description of the selected
+// file below the list. The response is Gtk::RESPONSE_OK or Gtk::RESPONSE_CANCEL.
 class SurveyFileDialog : public Gtk::FileChooserDialog
 {
 public:
   SurveyFileDialog(SurveyWindow& window, const Glib::ustring& title, const std::string& directory,
                    const Gtk::StockID& action);
 
-  // Shows only files whose names fit one of the patterns.
+  // Shows only files whose names match one of the patterns.
   void offer(const std::vector<Glib::ustring>& patterns);
 
 private:

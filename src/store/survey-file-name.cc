@@ -17,7 +17,7 @@ std::string date_part(const SurveyFileNameParts& parts)
   return text.data();
 }
 
-// The stem without the number that first_free_path() gave it.
+// Returns the stem without the number that first_free_path() added.
 std::string without_number(const std::string& stem)
 {
   constexpr std::size_t most_digits = 3;
@@ -81,7 +81,7 @@ std::string first_free_path(const std::string& stem, const std::string& own_path
 
 std::string base_name(const std::string& path)
 {
-  return path.substr(path.rfind('/') + 1); // npos + 1 is 0: all of it
+  return path.substr(path.rfind('/') + 1); // npos + 1 is 0
 }
 
 std::string renumbered_name(const std::string& name, unsigned int number)

@@ -7,11 +7,11 @@
 
 struct Survey;
 
-// What a survey's file is named after.
+// The parts of the name of a survey's file.
 struct SurveyFileNameParts {
   Glib::ustring member_id;
   Glib::ustring subregion;
-  int year = 0; // 0: not chosen, as for month and day
+  int year = 0; // 0 if it is not chosen; so are month and day
   int month = 0;
   int mday = 0;
   Glib::ustring dive_start; // "hhmm", "0000" if not chosen
@@ -27,18 +27,18 @@ Glib::ustring dive_start_text(int hour);
 // The extension of survey files.
 extern const std::string survey_file_extension;
 
-// The name without number and extension, from the parts as they stand.
+// Returns the name without number and extension. Uses the parts unchanged.
 std::string survey_base_name(const SurveyFileNameParts& parts);
 
-// The first of stem, stem-1, stem-2, ... (each with the extension) that is
-// `own_path` or that does not exist. Says on standard output what it tried.
+// Returns the first of stem, stem-1, stem-2, ... (each with the extension) that is `own_path`
+// or that does not exist. Prints to standard output what it tried.
 std::string first_free_path(const std::string& stem, const std::string& own_path,
                             const std::function<bool(const std::string&)>& exists);
 
-// What follows the last "/" of `path`; all of it without one.
+// Returns the part of `path` after the last "/", or all of it if there is no "/".
 std::string base_name(const std::string& path);
 
-// The file name `name` with another number: 1 gives "stem-1.extension" and 0, no
-// number, "stem.extension". A number of up to three digits that the name ends in
-// is replaced; zone codes are longer.
+// Returns the file name `name` with another number: "stem-1.extension" for 1, and
+// "stem.extension" for 0. Replaces a number of up to three digits at the end of the stem; a
+// longer one is a zone code.
 std::string renumbered_name(const std::string& name, unsigned int number);

@@ -31,7 +31,7 @@ void make_directory(const std::string& path)
     const auto directory = Gio::File::create_for_path(path);
     if (directory->query_file_type() == Gio::FILE_TYPE_NOT_KNOWN)
       directory->make_directory_with_parents();
-  } catch (...) { // NOLINT(bugprone-empty-catch): whoever uses the directory will tell
+  } catch (...) { // NOLINT(bugprone-empty-catch): the next use of the directory fails
   }
 }
 
@@ -49,7 +49,7 @@ bool is_taken(const std::string& path)
   return lstat(path.c_str(), &info) == 0;
 }
 
-// Whether a move keeps or replaces a file of the same name.
+// What a move does with an existing file of the same name.
 enum class Existing { keep, replace };
 
 // An entity tag that no file has: nothing is written over an existing file.
@@ -63,9 +63,8 @@ void remove_copied_source(const std::string& path)
   }
 }
 
-// Moves a file where rename() cannot: to another file system. Throws if the
-// copy fails; the source is then untouched. Refuses a pipe or a device, whose
-// reading might never end.
+// Moves a file to another file system, which rename() cannot do. Throws if the copy fails and
+// leaves the source unchanged. Refuses a pipe or a device, because reading it might never end.
 void copy_and_remove(const std::string& path, const std::string& target, Existing existing)
 {
   if (is_taken(path) && !is_regular_file(path))
@@ -78,7 +77,7 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
     std::printf("read %d bytes from %s; about to write them to %s\n", static_cast<int>(size),
                 path.c_str(), target.c_str());
 
-  // A survey is text: what follows a zero byte is not copied.
+  // A survey is a text, so bytes after a zero byte are not copied.
   const std::string contents(loaded->c_str());
   replace_file(target, contents.data(), contents.size(),
                existing == Existing::keep ? of_no_file : "");
@@ -93,7 +92,7 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
                 static_cast<int>(contents.size()), static_cast<int>(size));
 }
 
-// Sets errno if it fails: EEXIST for an existing file that is to be kept.
+// Returns false and sets errno if it fails: to EEXIST if an existing file must be kept.
 bool rename_file(const std::string& path, const std::string& target, Existing existing)
 {
   if (existing == Existing::replace)
@@ -101,8 +100,8 @@ bool rename_file(const std::string& path, const std::string& target, Existing ex
   return rename_to_free_name(path, target);
 }
 
-// Moves the file, if need be by a copy. False if the target is taken and is to
-// be kept, also if another program has just taken it. Throws if the move fails.
+// Moves the file, by a copy if necessary. Returns false if the target exists and must be kept,
+// also if another program has just created it. Throws if the move fails.
 bool move_file(const std::string& path, const std::string& target, Existing existing)
 {
   if (existing == Existing::keep && is_taken(target))
@@ -125,8 +124,9 @@ bool move_file(const std::string& path, const std::string& target, Existing exis
   }
 }
 
-// Why the copy failed, with a prefix that names the source. To be called in a
-// catch block. The line number is a fixed one: support knows the text by it.
+// Returns the reason why the copy failed, with a prefix that names the source file. The line
+// number in it is fixed, because support knows the text by it. REQUIRES: the caller is in a
+// catch block.
 std::string copy_failure()
 {
   const Thrown thrown = what_was_thrown();
@@ -230,7 +230,7 @@ RetCode move_survey_file(std::string& path, std::string& root, SurveyState state
   std::string target = directory + "/" + name;
   if (target == path)
     return RET_SUCCESS;
-  if (same_file(Glib::path_get_dirname(path), directory)) { // one directory under two names
+  if (same_file(Glib::path_get_dirname(path), directory)) { // the same directory by two names
     path = target;
     return RET_SUCCESS;
   }

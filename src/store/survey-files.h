@@ -9,7 +9,8 @@
 class DataDefs;
 class RegionInfo;
 
-// The saved surveys: files in the directories of a store, one for each state of a survey.
+// These functions work on the files of saved surveys. A store has one directory for each
+// state of a survey.
 
 enum class SurveyState {
   IN_PROGRESS = 1,
@@ -19,38 +20,41 @@ enum class SurveyState {
   NOT_A_SURVEY = 5, // a heading of the list of surveys, or nothing selected
 };
 
-// The store of this user, whether it exists or not; no trailing slash.
+// Returns the path of this user's store, without a trailing slash. Does not create it.
 std::string default_survey_root();
 
-// What the path of a state's directory has behind that of the store, such as "/Uploaded".
+// Returns what the path of a state's directory has after that of the store, such as
+// "/Uploaded".
 const char* directory_suffix(SurveyState state);
 
-// The directory of a state in the store at `root`, without trailing slash, made if need be.
-// A failure to make it is not reported. An empty `root` becomes that of this user.
+// Returns the directory of a state in the store at `root`, without a trailing slash. Creates
+// it if it does not exist; does not report a failure to create it. Sets an empty `root` to
+// this user's store.
 std::string survey_directory(std::string& root, SurveyState state);
 
-// Calls `visit` with the full path of each entry in a directory, in the order in which the
-// directory lists them. Throws a Glib::Error if the directory cannot be read.
+// Calls `visit` with the full path of each entry in a directory, in the directory's own
+// order. Throws a Glib::Error if the directory cannot be read.
 void visit_survey_files(const std::string& directory,
                         const std::function<void(const std::string&)>& visit);
 
-// The full paths of all entries in a directory, in byte order. Throws as
-// visit_survey_files() does.
+// Returns the full paths of all entries in a directory, in byte order. Throws like
+// visit_survey_files().
 std::vector<std::string> list_survey_files(const std::string& directory);
 
-// A saved survey in one line of plain text, empty if the file is not a valid one. With
-// `member_id` the member is left out of the line and stored there instead: -1 if the file
-// could not be read so far, 0 if the survey names none.
+// Returns a description of a saved survey in one line of plain text, or an empty text if the
+// file is not a valid survey. If `member_id` is not null, the line omits the member, and the
+// member's number is stored there: -1 if the file could not be read that far, 0 if the survey
+// names no member.
 std::string describe_survey_file(const std::string& path, const RegionInfo& regions,
                                  const DataDefs& defs, int* member_id);
 
-// One line for each path: its description, or the path where there is none. The line of the
-// path `current` says that it is the current survey. Plain text.
+// Returns one line of plain text for each path: its description, or the path if there is
+// none. The line of the path `current` says that it is the current survey.
 std::string describe_survey_files(const std::vector<std::string>& paths, const std::string& current,
                                   const RegionInfo& regions, const DataDefs& defs);
 
-// Moves the survey at `path` into the directory of a state in the store at `root` and sets
-// `path` to its new place. In Uploaded, a file of the same name is replaced. Elsewhere it
-// stays, and the moved survey takes the next free number. Failures have been reported on
-// return; `path` is then unchanged.
+// Moves the survey at `path` to the directory of a state in the store at `root` and sets
+// `path` to its new path. In Uploaded, it replaces a file of the same name. In the other
+// directories it takes the next free number instead. Reports a failure and then leaves `path`
+// unchanged.
 RetCode move_survey_file(std::string& path, std::string& root, SurveyState state);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Chief header of this folder; MyApp declares the store's own operations.
+// The chief header of this folder. MyApp declares the operations of the store.
 #include "store/date-check.h"
 #include "store/file-identity.h"
 #include "store/flushed-write.h"

@@ -4,12 +4,12 @@
 
 // The identity of the survey document's format.
 struct SurveyXMLinfo {
-  // The version written, "major.minor".
+  // Returns the version that the program writes, as "major.minor".
   Glib::ustring get_current_version_str() const;
 
   Glib::ustring root_tag = "MAVO-Survey";
   int current_major = 1;
   int current_minor = 0;
-  int oldest_major = 0; // the oldest version that can be read
+  int oldest_major = 0; // the oldest version that the program reads
   int oldest_minor = 2;
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The year in markup. A document may give any text for it.
+// Returns the year as markup. A document can have any text as its year.
 Glib::ustring shown_year(const Glib::ustring& year)
 {
   constexpr Glib::ustring::size_type most_characters = 20;
@@ -17,8 +17,8 @@ Glib::ustring shown_year(const Glib::ustring& year)
   return escape_markup(is_long ? year.substr(0, most_characters) + "\u2026" : year);
 }
 
-// The first and the last year of the list, in brackets. A clock that is before
-// the first year makes the list empty.
+// Returns the first and the last year of the list, in brackets. If the clock is before the
+// first year, the list is empty.
 Glib::ustring range(const DropDownBox& years)
 {
   if (years.items.empty())

@@ -2,13 +2,13 @@
 
 class SurveyWindow;
 
-// A survey whose year the list of years lacks, since the clock of this computer
-// is behind or the document is wrong, is shown without a year. Both functions do
-// nothing for other surveys.
+// The year of a survey can be missing from the list of years, because the computer's clock
+// is behind or the document is wrong. The window then shows no year. Both functions do nothing
+// for other surveys.
 
-// Says so, once the survey has been opened.
+// Informs the user of the missing year. Call it when the survey has been opened.
 void report_unlisted_year(const SurveyWindow& window);
 
-// Asks whether the survey may be saved without its year, unless one has been
-// chosen by now. Whether it may.
+// Returns whether the survey may be saved without its year. Asks the user unless the user has
+// chosen a year.
 bool may_be_saved_without_its_year(const SurveyWindow& window);
