@@ -2,8 +2,8 @@
 
 class DropDownBox;
 
-// Fill the boxes of a survey's date, whose lists open as grids. Each reads 0 while
-// nothing is chosen.
+// These functions fill the boxes of a survey's date. Their lists open as grids. The id of
+// each box is 0 while nothing is chosen.
 void fill_month_box(DropDownBox& box);
-void fill_mday_box(DropDownBox& box); // 1 to 31 whatever the month
+void fill_mday_box(DropDownBox& box); // 1 to 31 for every month
 void fill_year_box(DropDownBox& box); // from this year down to the first that has surveys

@@ -15,7 +15,7 @@ class GeogTreeColumns : public Gtk::TreeModelColumnRecord
 public:
   GeogTreeColumns();
   void set(const Gtk::TreeRow& row, int id, const Glib::ustring& name) const;
-  // Gives an empty store the rows of a zone tree.
+  // Fills an empty store with the rows of a zone tree.
   void fill(const Glib::RefPtr<Gtk::TreeStore>& store, const std::vector<ZoneRow>& rows) const;
 
   Gtk::TreeModelColumn<int> col_id;
@@ -23,7 +23,7 @@ public:
   Gtk::TreeModelColumn<Glib::ustring> col_label; // "id: name"
 
 private:
-  // The rows of `depth` among [first, last), with all below them.
+  // Adds the rows of `depth` in [first, last), with all rows below them.
   void fill_level(GtkTreeStore* store, GtkTreeIter* parent, const std::vector<ZoneRow>& rows,
                   std::size_t first, std::size_t last, int depth) const;
 };

@@ -16,9 +16,9 @@ class MyApp;
 class RegionFishInfo;
 class SurveyWindow;
 
-// The Listed Species page: marks the species of one view. It also builds the
-// two stores of species that all species tables show, and its buttons say which
-// names all of them show.
+// The Listed Species page, on which the user marks the species of one view. It also fills the
+// two stores of species that all species tables show. Its buttons determine which names all
+// tables show.
 class ListedPanel : public Gtk::Grid
 {
 public:
@@ -27,18 +27,18 @@ public:
   ListedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Offers the views of the survey's subregion and starts with its default one.
+  // Offers the views of the survey's subregion and chooses its default view.
   void setup_for_subregion(const Glib::ustring& subregion);
   void setup_instructions(RegionFishInfo& info);
-  // Rebuilds both stores from view and survey type; empties them without a type.
+  // Fills both stores for the view and the survey type. Without a type they are empty.
   void update_for_view();
   // Chooses the view of a saved survey if the subregion still offers it.
   void set_species_view_carefully(int view_id);
-  // Unfolds the families of marked species.
+  // Expands the families of marked species.
   void expand_selected_families();
-  // Shows the columns that the name buttons ask for.
+  // Shows the columns that the name buttons select.
   void update_columns();
-  // What the name buttons say; also notes it in the survey.
+  // Stores the state of the name buttons in the survey and returns it.
   NameDisplay take_name_display();
   // Appends family and species rows to an empty store.
   void build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,

@@ -11,28 +11,28 @@
 #include <string>
 #include <vector>
 
-// Finds rows of a tree of two levels by their names while somebody types in it. The text
-// appears in a small field above the tree's corner, which has the keyboard meanwhile. Names
-// that begin with the text come first, then those with a word that begins with it; folded
-// families count as well. Up and Down go to the other matches, Return opens the row that
-// was found, and Escape, Tab or a click elsewhere ends the search.
+// Finds rows of a tree of two levels by their names while the user types in the tree. The text
+// appears in a small field above the tree's corner, which has the focus during the search.
+// Names that begin with the text come first, then names with a word that begins with it. The
+// search includes collapsed families. Up and Down go to the other matches, Return opens the
+// row that was found, and Escape, Tab or a click elsewhere ends the search.
 class NameFinder
 {
 public:
   using NameColumn = Gtk::TreeModelColumn<Glib::ustring>;
-  // What Return does with the row that was found, at the time of that event.
+  // The action of Return on the row that was found. `time` is that of the event.
   using OpenRow = std::function<void(const Gtk::TreePath& path, guint32 time)>;
 
   NameFinder() = default;
   NameFinder(const NameFinder&) = delete;
   NameFinder& operator=(const NameFinder&) = delete;
 
-  // Starts to listen to the tree, once; it takes the place of the toolkit's own search.
+  // Attaches the search to a tree, in place of the toolkit's own search. Call it once.
   void attach(Gtk::TreeView& the_tree, const OpenRow& open_found_row);
-  // The columns whose names the tree shows, as markup.
+  // Sets the columns whose names the tree shows. They contain markup.
   void set_names(const std::vector<const NameColumn*>& columns);
 
-  // The field; null before the first search, since most trees never have one.
+  // The field. It is created by the first search, because most trees never have one.
   Gtk::SearchEntry* entry = nullptr;
 
 private:
@@ -43,7 +43,7 @@ private:
   void on_activate();
   void start(const Glib::ustring& text);
   void stop();
-  // Goes to the first match of the text, or to one so many matches further.
+  // Goes `step` matches forward or back; 0 goes to the first match of the text.
   void go_to_match(int step);
   std::vector<Gtk::TreePath> matches(const std::string& text) const;
   int quality(const Gtk::TreeIter& row, const std::string& text) const;
@@ -54,7 +54,7 @@ private:
   std::unique_ptr<Gtk::Popover> bubble; // holds the field
   OpenRow open_row;
   std::vector<const NameColumn*> names;
-  int current = 0;          // number of the match that is shown
+  int current = 0;          // the index of the current match
   Gtk::TreePath found;      // its row; empty if there is none
-  Gtk::TreePath own_family; // the family that this search has unfolded; empty if none
+  Gtk::TreePath own_family; // the family that this search has expanded; empty if none
 };

@@ -4,18 +4,17 @@
 
 #include <string>
 
-// How well a name fits what somebody types to find it, as far as that needs no widget.
-
-// The better the match, the smaller the number.
+// How well a name matches the text that the user types to find it. A better match has a
+// smaller number.
 enum NameMatch {
   MATCHES_START = 0, // the name begins with the text
-  MATCHES_WORD = 1,  // one of its later words does
+  MATCHES_WORD = 1,  // a later word of the name begins with the text
   MATCHES_NOT = 2,
 };
 
-// The text as names are compared: without case and accents, so that "angel" finds "Ángel".
+// Returns the text without case and accents, so that "angel" finds "Ángel".
 std::string folded_name(const Glib::ustring& text);
 
-// Both texts are folded. An empty text matches nothing. A word begins behind anything that
-// is neither letter nor digit.
+// Returns how well `name` matches `text`. An empty text matches nothing. A word begins after
+// a character that is neither letter nor digit. REQUIRES: both are results of folded_name().
 NameMatch match_name(const std::string& name, const std::string& text);

@@ -3,9 +3,9 @@
 class MyApp;
 class SurveyWindow;
 
-// A new window that is about to take the place of another. Until then it is
-// hidden, yet in the application's list, which would keep the process alive
-// without a window; so unless it takes the place, it leaves the list again.
+// A new, hidden window that will replace another one. A window in the application's list
+// keeps the process alive even if it is hidden. So the destructor removes the new window from
+// the list if it has not replaced the other one.
 class NextWindow
 {
 public:
@@ -14,7 +14,7 @@ public:
   NextWindow(const NextWindow&) = delete;
   NextWindow& operator=(const NextWindow&) = delete;
 
-  // Shows the new window where the old one is, and hides the old one.
+  // Shows the new window at the place of the old one, and hides the old one.
   void take_the_place_of(SurveyWindow& old);
 
   SurveyWindow* const window; // never deleted

@@ -3,10 +3,10 @@
 #include <gtkmm/treemodelfilter.h>
 #include <gtkmm/treestore.h>
 
-// Models for tables of thousands of rows, of the toolkit's own types. Those that gtkmm
-// makes can be derived from, and therefore hand every step from row to row and every
-// look at a cell to C++ and back, which takes longer than the step itself: filling both
-// tables of species takes a sixth less time with these, with huge data.
+// These functions create models of the toolkit's own types, for tables of thousands of rows.
+// The models that gtkmm creates can be derived from. Therefore they route every step to
+// another row and every access to a cell through C++, which takes longer than the step itself.
+// With huge data, filling both tables of species takes a sixth less time with these models.
 
 Glib::RefPtr<Gtk::TreeStore> plain_store(const Gtk::TreeModelColumnRecord& columns);
 

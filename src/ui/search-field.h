@@ -4,7 +4,6 @@
 
 #include <functional>
 
-// What all fields have in common that search while somebody types in them: a button that
-// clears them, Escape, which does so too, and Return and Down, which go to
-// the first result if there is one.
+// Prepares a field that searches while the user types in it. A button and Escape clear the
+// field. Return and Down call `go_to_results` if there is a result.
 void prepare_search_field(Gtk::Entry& field, const std::function<void()>& go_to_results);

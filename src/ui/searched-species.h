@@ -9,19 +9,19 @@
 #include <string>
 #include <vector>
 
-// What a search sees of the store of all species: ids, and names in lower case. Each
-// is worked out once, when a search first needs it, since lowering thousands of names
-// at every keystroke takes longer than finding the words in them.
+// The data of the store of all species for a search: ids, and names in lower case. They are
+// computed when a search first needs them, and kept. To convert thousands of names at every
+// keystroke would take longer than to find the words in them.
 class SearchedSpecies
 {
 public:
   using NameColumn = Gtk::TreeModelColumn<Glib::ustring>;
 
-  // Forgets all rows; they are read anew from `the_store` once they are asked for.
+  // Discards all rows. The next access reads them from `the_store`.
   void read_later(const Glib::RefPtr<Gtk::TreeStore>& the_store,
                   const Gtk::TreeModelColumn<int>& the_id_column);
 
-  // By row, each family in front of its species. An id below 0 is a family's.
+  // Return ids and names by row. Each family precedes its species and has a negative id.
   const std::vector<int>& ids();
   const std::vector<std::string>& names(const NameColumn& column);
 

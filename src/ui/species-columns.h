@@ -11,7 +11,7 @@
 
 class SurveyWindow;
 
-// What a row is made of: names are plain words, rarity shades them.
+// The contents of a row. Names are plain text; rarity determines their shade.
 struct SpeciesRow {
   int id; // negative for a family
   const Glib::ustring& common;
@@ -30,20 +30,22 @@ public:
   explicit SpeciesTreeColumns(SurveyWindow* the_window);
   ~SpeciesTreeColumns() override;
 
-  // Writes all columns of a row; names are plain words, rarity shades them.
+  // Writes all columns of a row. Names are plain text; rarity determines their shade.
   void set(const Gtk::TreeRow& row, int id, const Glib::ustring& common,
            const Glib::ustring& scientific, const Glib::ustring& spanish, int abundance,
            bool in_view, int rarity);
-  // Appends a row to the family's, or to the top if that is null, and writes it in the same
-  // step. With huge data this takes half the time of one step for each column.
+  // Appends a row to a family, or to the top level if `family` is null, and writes all its
+  // columns in the same step. With huge data, this takes half the time of one step for each
+  // column.
   GtkTreeIter append(const Glib::RefPtr<Gtk::TreeStore>& store, GtkTreeIter* family,
                      const SpeciesRow& content) const;
-  // Writes the abundance columns only. An abundance beyond the list shows as
-  // the list's last; a negative one shows no label.
+  // Writes only the abundance columns. An abundance beyond the list appears as the last one of
+  // the list; a negative one has no label.
   void set_abundance(const Gtk::TreeRow& row, int abundance);
-  // Whether the row is a marked species in (or outside) the view, or a family that has one.
+  // Returns whether the row is a marked species in (or outside) the view, or a family that has
+  // one.
   bool has_mark(const Gtk::TreeIter& row, bool in_view) const;
-  // The ids of all such species of the store, by row.
+  // Returns the ids of all such species of the store, by row.
   std::vector<int> marked_species(const Glib::RefPtr<Gtk::TreeStore>& store, bool in_view) const;
 
   Gtk::TreeModelColumn<int> col_id;
@@ -61,12 +63,12 @@ public:
 
 private:
   bool is_marked(GtkTreeModel* store, GtkTreeIter* species, bool in_view) const;
-  // Calls `write_cells` with the columns and cells of a row and the -1 that ends them, as the
-  // toolkit's functions of a variable number of arguments take them.
+  // Calls `write_cells` with the columns and cells of a row and the final -1, as arguments of
+  // the toolkit's functions with a variable number of arguments.
   template<typename Write>
   void write(const SpeciesRow& content, const Write& write_cells) const;
 
-  // An abundance as far as the list goes, with its label.
+  // An abundance, limited to the list, with its label.
   struct ShownAbundance {
     int index;
     const Glib::ustring& label;

@@ -5,45 +5,45 @@
 
 #include <vector>
 
-// One species on its way into a table, with the family to show it under.
+// A species of a table, with the family under which the table shows it.
 struct SpeciesListItem {
   const RegionFishInfo::Species* species; // these two belong to the reference data
   const RegionFishInfo::Family* family;
   bool in_view;
 
-  // By the family's and then the species' common name, as the locale sorts.
+  // Compares the common names of the families, then those of the species, in the locale's
+  // order.
   bool operator<(const SpeciesListItem& other) const;
 };
 
-// Whether the survey's type takes this kind of animal.
+// The kinds of animals that the survey's type includes.
 struct ShownKinds {
   bool fish = false;
   bool inverts = false;
 };
 
-// Sorts species as std::sort does, many times faster: the names of a region are compared
+// Sorts species like std::sort, but many times faster: it compares the names of a region only
 // once, when its species are first sorted.
 class SpeciesOrder
 {
 public:
-  // The species in `list` belong to `fish`, whose names do not change any more.
+  // REQUIRES: the species in `list` belong to `fish`, whose names do not change any more.
   void sort(std::vector<SpeciesListItem>& list, const RegionFishInfo& fish);
 
 private:
   void take_names(const RegionFishInfo& fish);
 
-  const RegionFishInfo* region = nullptr; // that the names were taken from
-  std::vector<int> places;                // of its species among each other, by id
+  const RegionFishInfo* region = nullptr; // the region that `places` belongs to
+  std::vector<int> places;                // the ranks of its species, by id
 };
 
-// All of the region's species that a survey can hold, sorted: its fish, and of
-// its invertebrates those of the view.
+// Returns all species of the region that a survey can hold, sorted: its fish, and those of
+// its invertebrates that are in the view.
 std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet& view_set,
                                               ShownKinds shown, SpeciesOrder& order);
 
-// The species of the view in its own order and under its own families. Entries
-// whose species the region does not have are left out, with a line on standard
-// output.
+// Returns the species of the view in its own order and with its own families. Omits entries
+// whose species the region does not have, and prints a line to standard output for each.
 std::vector<SpeciesListItem> view_species_list(RegionFishInfo& fish,
                                                const std::vector<SpeciesViews::ViewSpecies>& view,
                                                ShownKinds shown);

@@ -10,7 +10,7 @@
 constexpr std::string_view rare_tag = "<span background=\"#9cf\">";   // rarity 1
 constexpr std::string_view rarest_tag = "<span background=\"#c60\">"; // rarity 2 and above
 
-// The names of a species or family as its row shows them, in markup.
+// The names of a species or family as its row shows them, as markup.
 struct SpeciesMarkup {
   std::string common;
   std::string scientific;
@@ -18,19 +18,20 @@ struct SpeciesMarkup {
   std::string spanish;
 };
 
-// `id` is negative for a family. Only ampersands are escaped: data may hold
-// tags. A name whose "<" makes no valid tag is escaped as a whole, so that its
-// row can be read; but not a Spanish name, whose cell shows plain text.
+// Returns the markup of a row's names. `id` is negative for a family. Escapes only ampersands,
+// because data may contain tags. If a "<" is not part of a valid tag, escapes the whole name,
+// so that its row is readable. A Spanish name is never escaped, because its cell shows plain
+// text.
 SpeciesMarkup species_markup(int id, const Glib::ustring& common, const Glib::ustring& scientific,
                              const Glib::ustring& spanish, int rarity);
 
-// Markup of a name or of the word "Family" as a cell draws it: its colours can be read
-// on the ground of a light theme or a dark one, and a line below the name tells its
-// shade apart, too: one for rarity 1, two for those above. Other markup stays as it is.
+// Returns the markup with which a cell draws a name or the word "Family". Its colours are
+// readable in a light or a dark theme. Underlines also mark the shade: one line for rarity 1,
+// two lines for a higher rarity. Other markup is returned unchanged.
 Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark);
 
-// A species id as the "ID" column shows it: at least four digits and a colon.
+// Returns a species id as the "ID" column shows it: at least four digits and a colon.
 Glib::ustring species_id_markup(int id);
 
-// What a cell shows of markup; the text itself if it cannot be parsed.
+// Returns the text that a cell shows for `markup`, or `markup` if it cannot be parsed.
 Glib::ustring words_of_markup(const Glib::ustring& markup);

@@ -5,11 +5,10 @@
 #include <string>
 #include <vector>
 
-// Searching the species tables, as far as that needs no widget. It is simple on
-// purpose: the texts searched are the rows' cells with their markup, so that
-// "amp" finds a name with an ampersand.
+// The search in the species tables, without widgets. It is deliberately simple: it searches
+// the rows' cells with their markup, so that "amp" finds a name with an ampersand.
 
-// What a search looks at.
+// The texts that a search compares.
 enum SearchBy {
   SEARCH_BY_COMMON_NAME = 1,
   SEARCH_BY_SCIENTIFIC_NAME = 2,
@@ -17,30 +16,30 @@ enum SearchBy {
   SEARCH_BY_SPANISH_NAME = 4,
   SEARCH_BY_BOTH_NAMES = 5,
   SEARCH_BY_SPECIES_CODE = 6,
-  SEARCH_BY_ALL = 7, // at nothing: every row is found
+  SEARCH_BY_ALL = 7, // none: the search finds every row
 };
 
-// What to look at, with its name for traces.
+// The kind of a search, with its name for traces.
 struct SearchMode {
   SearchBy by;
   Glib::ustring name;
 };
 
-// By the chosen label of the drop-down box; an unknown one means common names.
-// The lower-cased text "__all__" asks for everything whatever the label.
+// Returns the kind of search for the chosen label of the drop-down box; common names if the
+// label is unknown. The lower-cased text "__all__" finds everything with any label.
 SearchMode search_mode(const Glib::ustring& lowercase_text, const Glib::ustring& label);
 
-// The pieces between single blanks: two in a row, or one at an end, give an
-// empty word. Text without a blank is one word.
+// Splits the text at each blank. Two blanks in a row, or a blank at an end, give an empty
+// word. A text without a blank is one word.
 std::vector<Glib::ustring> split_search_words(const Glib::ustring& text);
 
-// Whether every word stands somewhere in the text; an empty word always does.
-// Text and words are lower-cased already.
+// Returns whether the text contains every word. An empty word is in every text. REQUIRES: text
+// and words are in lower case.
 bool contains_all_words(const std::string& text, const std::vector<Glib::ustring>& words);
 
-// Whether the first word is that species code, as a number: "0012" and "12abc"
-// are 12, and a word without a number is 0. False without a word.
+// Returns whether the number of the first word is `id`: "0012" and "12abc" are 12, and a word
+// without a number is 0. Returns false if there is no word.
 bool is_searched_code(int id, const std::vector<Glib::ustring>& words);
 
-// A search as traces show it: the text, then its words.
+// Returns a search as traces show it: the text, then its words.
 std::string describe_search(const Glib::ustring& text, const std::vector<Glib::ustring>& words);

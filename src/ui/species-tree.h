@@ -13,19 +13,19 @@
 class SurveyWindow;
 class SpeciesTreeColumns;
 
-// What the species trees of three panels share: cells, columns by the names
-// that the diver wants to see, and the rules of a click or key on a row.
+// The parts that the species trees of three panels share: cells, columns for the names that
+// the diver selects, and the effects of clicks and keys on rows.
 
-// Prints all that is known of a click, at debug level 10.
+// Prints the details of a click at trace level 10.
 void trace_species_click(const GdkEventButton* event);
 
-// The row of a species tree that a click fell on; see clicked_row_path().
+// Returns the row of a species tree that was clicked; see clicked_row_path().
 Gtk::TreePath clicked_species_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                    const char* tree_name);
 
-// What a click or key on a row does: button 1 folds a family, any way opens a
-// species' abundance menu unless the survey is read-only. `path` belongs to
-// `model`, the tree's. Returns whether there was such a row.
+// Reacts to a click or key on a row. Button 1 expands or collapses a family. Any button or key
+// opens the abundance menu of a species unless the survey is read-only. Returns whether the
+// row exists. REQUIRES: `model` is the tree's model, and `path` belongs to it.
 bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
                           const Glib::RefPtr<Gtk::TreeModel>& model, const Gtk::TreePath& path,
                           int button, guint32 time);
@@ -41,7 +41,7 @@ struct NameDisplay {
   bool spanish = false;
 };
 
-// What of a tree outlives a change of columns: two of them, and the search.
+// The parts of a tree that survive a change of its columns.
 struct SpeciesTreeParts {
   Gtk::TreeViewColumn id_column;
   Gtk::CellRendererText id_cell;
@@ -50,14 +50,14 @@ struct SpeciesTreeParts {
   NameFinder name_finder;
 };
 
-// Packs the cells into their columns, once, and lets typing in the tree find
-// names. `render_id` fills the ID cell; `open_found_row` is what Return does with a row
-// that was found by typing.
+// Packs the cells into their columns and attaches the search by typing. `render_id` fills the
+// ID cell. `open_found_row` is the action of Return on a row that was found by typing. Call it
+// once for each tree.
 void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
                           const Gtk::TreeViewColumn::SlotCellData& render_id,
                           const NameFinder::OpenRow& open_found_row);
 
-// Gives the tree its columns anew.
+// Replaces the tree's columns.
 void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
                               const SpeciesTreeColumns& columns, const NameDisplay& names,
                               const Glib::ustring& abundance_title);

@@ -14,23 +14,22 @@
 
 class SurveyWindow;
 
-// The Start/Open Survey page: all saved surveys by state, and what can be done
-// with the selected one.
+// The Start/Open Survey page: all saved surveys by state, and buttons for the selected one.
 class StartPanel : public Gtk::Grid
 {
 public:
   StartPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Reads the store anew. Call it whenever the store has changed.
+  // Reads the store and rebuilds the list. Call it whenever the store has changed.
   void build_survey_model();
-  // The path in the row under the cursor, empty on a heading or without a row.
-  // Its state goes to `which`, which may be null.
+  // Returns the path of the survey under the cursor, or an empty text if the cursor is on a
+  // heading or on no row. Stores its state in `which` unless that is null.
   std::string lookup_selected_survey(MyApp::WhichDir* which);
-  // Brings the buttons in line with a row; button 1 folds a heading. Returns
-  // whether there is such a row.
+  // Shows the buttons for a row. Mouse button 1 expands or collapses a heading. Returns whether
+  // the row exists.
   bool do_survey_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
-  // The state of the buttons while no survey is selected.
+  // Shows the buttons as they are while no survey is selected.
   void deselect_survey();
 
   void on_updates_button();
@@ -60,7 +59,7 @@ public:
   Gtk::Button* delete_button = nullptr;
 
 private:
-  // Descriptions by path, by member id: the order in which they are shown.
+  // Descriptions by member id, then by path. This is their order in the list.
   using SurveysByMember = std::map<int, std::map<std::string, Glib::ustring>>;
 
   void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);

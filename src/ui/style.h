@@ -6,18 +6,16 @@ class Widget;
 class Window;
 } // namespace Gtk
 
-// Adds the program's style sheet to the desktop's theme, once a process. The
-// program also works without it: a sheet that cannot be used is one line on
-// standard output.
+// Adds the program's style sheet to the desktop's theme, once for the process. If the sheet
+// cannot be used, prints a line to standard output; the program works without it.
 void load_style();
 
-// Whether fields and lists have a dark ground in the theme that the widget has.
+// Returns whether fields and lists have a dark background in the widget's theme.
 bool has_dark_theme(const Gtk::Widget& widget);
 
 // Gives a window the style class "dark" whenever its theme is dark. Call it once.
 void follow_theme(Gtk::Window& window);
 
-// Makes words on shaded ground in a label's markup readable under every theme, and
-// tells the shades apart by lines, too, as species_markup.h does for rows. Call it
-// whenever the label has got another text.
+// Makes shaded words in a label's markup readable in every theme, and underlines them like the
+// rows of species-markup.h. Call it after each change of the label's text.
 void make_shades_readable(Gtk::Label& label);

@@ -5,8 +5,8 @@
 #include <gtkmm/treeiter.h>
 #include <gtkmm/treemodelcolumn.h>
 
-// The row of the list of saved surveys. A heading has an empty path and the
-// state WD_NOT_A_SURVEY.
+// The columns of the list of saved surveys. A heading has an empty path and the state
+// WD_NOT_A_SURVEY.
 class SurveyTreeColumns : public Gtk::TreeModelColumnRecord
 {
 public:

@@ -41,16 +41,16 @@ struct Survey;
 // Of the HTTP library, see server/http.h.
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier)
 
-// The place in SurveyWindow::abundance_menus of the menu for species of which only the
-// presence is noted.
+// The index in SurveyWindow::abundance_menus of the menu for species of which only the
+// presence is recorded.
 constexpr int PRESENCE_MENU_INDEX = AbundanceChoices::presence_subtype;
 
-// One survey in one window: a notebook of seven panels, a menu bar and the
-// buttons that walk through the panels and save. A window is made hidden, shown
-// once it is ready, and hidden when it is closed; it is never deleted.
+// A window with one survey: a notebook of seven panels, a menu bar, and buttons that turn the
+// pages and save. A window is hidden when it is created, shown when it is ready, and hidden
+// again when it is closed. It is never deleted.
 //
-// Widget pointers look at what the definition file made. What a panel needs of
-// another goes through the members here.
+// The builder owns the widgets that the pointers refer to. A panel accesses another panel
+// through the members of this class.
 class SurveyWindow : public Gtk::Window
 {
 public:
@@ -60,8 +60,7 @@ public:
     SAVE_QUIET = 1,
     SAVE_NOTIFY = 2, // where it was saved
   };
-  // What to do once a check for updates is over; the first three are also the
-  // responses of the dialogs that ask for it.
+  // The action after a check for updates. The first three are also responses of dialogs.
   enum ResponseCode {
     RESPONSE_NEW_SURVEY = 1,
     RESPONSE_QUIT = 2,
@@ -69,8 +68,8 @@ public:
     RESPONSE_NONE = 4,
   };
 
-  // A new window with an empty survey, hidden. A definition file that is
-  // missing or wrong ends the program.
+  // Returns a new, hidden window with an empty survey. Ends the process if the definition file
+  // is missing or wrong.
   static SurveyWindow* create(MyApp& app);
 
   SurveyWindow(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
@@ -87,18 +86,18 @@ public:
                      void (SurveyWindow::*handler)(const std::string&,
                                                    Glib::RefPtr<Gtk::ToggleAction>),
                      const std::string& tooltip, const Gtk::StockID& stock);
-  // Both need the name of an existing action.
+  // REQUIRES, for both: `name` is the name of an existing action.
   void menuitem_enable(const char* name, bool enabled);
   void menuitem_check(const char* name, bool checked);
-  // Makes one panel from the definition file, appends it to the notebook and
-  // stores it in `member`. A panel that is not there ends the program.
+  // Creates one panel from the definition file, appends it to the notebook and stores it in
+  // `member`. Ends the process if the definition file lacks the panel.
   template<typename T>
   void make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& member, const char* id,
                   const Glib::ustring& tab_label);
   void set_title_string();
 
   void on_switch_page(Gtk::Widget* page, unsigned int page_number);
-  // Ctrl+Page Down and Ctrl+Page Up turn the page, wherever the keyboard is.
+  // Turns the page for Ctrl+Page Down and Ctrl+Page Up, wherever the focus is.
   bool on_page_key(GdkEventKey* event);
   void on_save_button();
   void on_ready_button();
@@ -130,15 +129,15 @@ public:
   // --- abundances (src/ui/abundance-menu.cc) ---
 
   void build_abundance_menus();
-  // Opens the menu that fits the species; it acts on that species from then on. It
-  // appears at the pointer.
+  // Opens the abundance menu for a species at the pointer.
   void popup_abundance_menu(int species_id, int button, guint32 time);
-  // The same beside a row of the tree, also if that is still to be scrolled into sight.
+  // Opens the abundance menu for a species beside its row in the tree. The row need not be
+  // visible yet: the menu follows it.
   void popup_abundance_menu_beside(Gtk::TreeView& tree, const Gtk::TreePath& row, int species_id,
                                    guint32 time);
   void on_abundance_menu_item(int abundance);
-  // Callbacks of TreeModel::foreach_iter: refresh the row of one species, or of
-  // all. True ends the walk.
+  // Callbacks of TreeModel::foreach_iter that update the row of one species, or of all. They
+  // return true to end the walk.
   bool update_row_from_abundance(const Gtk::TreeIter& iter, int id);
   bool update_from_abundance(const Gtk::TreeIter& iter);
 
@@ -169,27 +168,27 @@ public:
 
   // --- server (src/server) ---
 
-  // Sends one saved survey, as it is on disk. One that the server takes moves to
-  // Uploaded; failures have been shown on return.
+  // Uploads a saved survey as it is on the disk. If the server accepts it, moves the file to
+  // Uploaded. Shows failures.
   RetCode do_upload_file(const std::string& path);
-  // The same with a message of success, and a check for updates after it.
+  // Uploads a survey, shows a message of success, and checks for updates.
   void do_upload_single(const std::string& path);
-  // One after the other; one that fails goes back to In Progress.
+  // Uploads the surveys one after the other. Moves each one that fails to In Progress.
   void do_upload_all_ready(const std::vector<std::string>& list);
-  // What the user asks for by menu or button: unsaved changes come first.
+  // Checks for updates at the user's request. First asks about unsaved changes.
   void manual_check_for_updates();
-  // Asks the server for a newer program and newer data, lets the user install
-  // the data, and then does what `next` says, whatever came of it. `action`
-  // completes the sentences of a question about what the user was about to do;
-  // null if that was nothing.
+  // Asks the server for a newer program and newer data, installs the data if the user
+  // agrees, and then does `next` in any case. `action` completes the question about what the
+  // user was going to do; it is null if there is no such action.
   RetCode check_for_updates(const char* action, ResponseCode next);
-  // Fetches the archive at `url`, unpacks it and loads the data; RET_DATA_INSTALLED
-  // if the tables are new. Failures have been shown on return.
+  // Downloads the archive at `url`, unpacks it and loads the data. Returns RET_DATA_INSTALLED
+  // if the tables are new. Shows failures.
   RetCode download_data_files(SoupSession* session, const char* url);
 
   MyApp* my_app = nullptr;
-  // The tables that this window was created with: all that it shows comes from one data set.
-  // Those of the application are of newer data once an update has been installed.
+  // The tables with which this window was created. The window uses only these, so that
+  // everything in it comes from one data set. After an update, the application's tables are
+  // those of the newer data.
   ReferenceData reference_data;
   SurveyData survey;
   FieldWidgets fields; // of the panels below
@@ -210,7 +209,7 @@ public:
   Gtk::Dialog* contact_dialog = nullptr;
   Gtk::Dialog* instructions_dialog = nullptr; // shows instructions and release notes
   Gtk::Box* survey_window_box = nullptr;
-  Gtk::Box* uploaded_bar = nullptr;           // says why nothing can be changed; hidden until then
+  Gtk::Box* uploaded_bar = nullptr;           // visible if the survey has been uploaded
   Gtk::Label* program_instructions = nullptr; // the text in instructions_dialog
   Glib::ustring base_title;                   // the program's own title
   WindowPlace place{*this};
@@ -228,19 +227,19 @@ public:
 
   std::vector<Gtk::Menu*> abundance_menus; // by survey type id; null for an empty list
   Gtk::Menu* current_abundance_menu = nullptr;
-  int abundance_target = -1; // the species that the open menu acts on
+  int abundance_target = -1; // the species of the open menu
 
 private:
   void show_loaded_species();
   void create_actions();
-  // False if the menus could not be built; the reason has been printed.
+  // Returns false and prints the reason if the menus cannot be built.
   bool build_menus();
-  // Null if the description of the menus lacks it.
+  // Returns null if the description of the menus lacks the widget.
   Gtk::Widget* pack_on_top(const char* ui_path);
   void find_dialogs(const Glib::RefPtr<Gtk::Builder>& builder);
   void find_navigation(const Glib::RefPtr<Gtk::Builder>& builder);
   void make_panels(const Glib::RefPtr<Gtk::Builder>& builder);
-  // Icons and the version line.
+  // Sets the icons and the version line.
   void label_windows();
   // What has been entered so far counts as unchanged; in a survey that has taken
   // over the member's details, these do not count at all.
@@ -255,15 +254,15 @@ private:
   // Turns to the first page that a new survey still needs.
   void go_to_first_question();
   void show_help_text(const char* what, const char* path, const Glib::ustring& title);
-  // Puts a complete survey into the queue, saved; of an incomplete one it shows what
-  // is missing. True if it is there; failures have been shown on return.
+  // Saves a complete survey to the queue. If the survey is incomplete, shows what is missing.
+  // Returns whether the survey is in the queue. Shows failures.
   bool save_for_upload();
   void take_out_of_queue(const std::string& path);
-  // A line of markup for each survey.
+  // Returns a line of markup for each survey.
   std::string described(const std::vector<std::string>& surveys) const;
-  // Goes on after a check for updates with this result; gives the result of all.
+  // Does `next` after a check for updates with this result. Returns the overall result.
   RetCode go_on_after_check(RetCode result, ResponseCode next);
-  // Puts a window with the new tables in place of this one.
+  // Replaces this window with one that uses the new tables.
   void swap_window();
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
@@ -293,8 +292,8 @@ void SurveyWindow::make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& mem
 
   auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   scrolled->add(*member);
-  scrolled->get_accessible()->set_name(tab_label); // it takes the keyboard where nothing else does
+  scrolled->get_accessible()->set_name(tab_label); // it has the focus if nothing else can have it
   scrolled->show();
-  scrolled->get_child()->hide(); // until somebody looks at it
+  scrolled->get_child()->hide(); // until the user turns to the page
   member->page = notebook->append_page(*scrolled, tab_label);
 }

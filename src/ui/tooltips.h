@@ -2,6 +2,6 @@
 
 class SurveyWindow;
 
-// Brings the tooltips of what can be locked up to date: each says what its widget is
-// for, or why it cannot be used now. Call it whenever one of these locks changes.
+// Updates the tooltips of all widgets that can be insensitive. A tooltip explains the purpose of
+// its widget, or why it cannot be used now. Call it after each change of their sensitivity.
 void show_current_tooltips(SurveyWindow& window);

@@ -6,22 +6,22 @@ namespace Gtk {
 class TreeView;
 }
 
-// What clicks and keys on the rows of a tree mean, in all trees of the program.
+// These functions handle clicks and keys on the rows of all trees of the program.
 
-// The row that a click fell on, with the cursor set there in the given column;
-// empty if the click is not for rows. `tree_name` names the tree in the
-// complaint about a click in another of its windows, such as a column heading.
+// Returns the row that was clicked and sets the cursor there, in `cursor_column`. Returns an
+// empty path if no row was clicked. For a click in another window of the tree, such as a
+// column heading, prints a complaint with `tree_name`.
 Gtk::TreePath clicked_row_path(Gtk::TreeView& tree, const GdkEventButton* event,
                                const char* tree_name, int cursor_column);
-// The cursor's row if the key acts on rows (Return or Right); else empty.
+// Returns the cursor's row if the key acts on rows (Return or Right), else an empty path.
 Gtk::TreePath key_row_path(Gtk::TreeView& tree, const GdkEventKey* event);
-// The cursor's row; empty if there is none.
+// Returns the cursor's row, or an empty path if there is none.
 Gtk::TreePath cursor_path(Gtk::TreeView& tree);
-// The letter or digit that a key types; 0 for any other key, and with Ctrl or Alt held.
+// Returns the letter or digit that a key types; 0 for any other key, or with Ctrl or Alt.
 gunichar typed_character(const GdkEventKey* event);
-// Whether what is being handled comes from the keyboard or from its moving to another
-// widget, so that a cursor that moves was not clicked.
+// Returns whether the current event is a key or a change of the focus. Then a movement of the
+// cursor is not the effect of a click.
 bool comes_from_keyboard();
 
-// Folds or unfolds one row.
+// Expands a collapsed row, or collapses an expanded one.
 void toggle_row(Gtk::TreeView& tree, const Gtk::TreePath& path);

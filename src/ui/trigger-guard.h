@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-// Sets a flag that keeps a panel's handlers quiet, for as long as it lives.
-// `job` names in the trace what they are kept quiet for.
+// Sets, during its lifetime, a flag that suppresses a panel's handlers. `job` is the reason in
+// the trace.
 class TriggerGuard
 {
 public:

@@ -5,24 +5,22 @@
 #include <cstdint>
 #include <vector>
 
-// Finds a row of a list by the first letters of its text. Letters that follow each
-// other without a pause of a second count as one beginning. Case and accents do not
-// count. Knows no widget.
+// Finds a row of a list by the first letters of its text. A pause of a second starts a new
+// search. Ignores case and accents. Does not depend on a widget.
 class TypeAhead
 {
 public:
-  // Takes a letter that is typed while the row `current` is chosen, -1 for none. `time`
-  // is in milliseconds of any clock. Gives the next row that begins with all letters so
-  // far, the first one after the last. The same letter again and again goes from one row
-  // with that letter to the next. Gives -1 if no row fits; the next letter then begins
-  // a new search.
+  // Processes a letter. `current` is the chosen row, or -1; `time` is in milliseconds of any
+  // clock. Returns the next row that begins with all letters so far; after the last row, the
+  // search continues at the first one. If the same letter is repeated, goes to the next row with
+  // that letter. Returns -1 if no row matches; then the next letter starts a new search.
   int type(gunichar letter, std::uint32_t time, int current,
            const std::vector<Glib::ustring>& labels);
-  // Whether a letter at that time continues what was typed before.
+  // Returns whether a letter at that time continues the current search.
   bool is_under_way(std::uint32_t time) const;
   void reset();
 
 private:
   Glib::ustring typed;
-  std::uint32_t last_time = 0; // of the last letter
+  std::uint32_t last_time = 0; // the time of the last letter
 };

@@ -19,9 +19,9 @@
 class MyApp;
 class SurveyWindow;
 
-// The Unlisted Species page: finds and marks species that the view lacks. Both
-// of its trees filter the window's store of all species; a species moves
-// between them only through its abundance and the search.
+// The Unlisted Species page, on which the user finds and marks species that the view lacks.
+// Both of its trees filter the window's store of all species. A species moves between them
+// only through its abundance and the search.
 class UnlistedPanel : public Gtk::Grid
 {
 public:
@@ -30,25 +30,25 @@ public:
 
   void setup_for_subregion(const Glib::ustring& subregion);
   void setup_for_survey_subtype();
-  // Takes the search text anew and filters.
+  // Reads the search text and filters both trees.
   void run_search();
-  // Filters anew for an unchanged search, after an abundance has changed.
+  // Filters both trees after a change of an abundance, with the same search.
   void refilter();
-  // The same for the tree of marked species alone.
+  // Like refilter(), only for the tree of marked species.
   void refilter_selected();
-  // Shows the columns that the Listed Species page's name buttons ask for.
+  // Shows the columns that the name buttons of the Listed Species page select.
   void update_columns();
-  // Let go of the store while it is filled, and take it up again: the trees then
-  // show what the current search and the marks give.
+  // Detach the trees from the store while it is filled, and attach them again. The trees then
+  // show the results of the current search and the marks.
   void detach_models();
   void attach_models();
 
-  // Whether a tree shows the row of the store. The first counts in num_selected; the
-  // second only reads what the search has found out.
+  // Return whether a tree shows the row of the store. The first function counts in
+  // num_selected. The second only reads the results of the search.
   bool check_visible_selected(const Gtk::TreeIter& iter);
   bool check_visible_found(const Gtk::TreeIter& iter) const;
-  // Whether the current search, which is not by family, finds the species in that row
-  // of searched_species.
+  // Returns whether the current search finds the species in that row of searched_species.
+  // REQUIRES: the search is not by family.
   bool is_species_found(std::size_t row);
 
   void on_search_changed();
@@ -84,12 +84,11 @@ public:
   Glib::RefPtr<Gtk::TreeSelection> found_selection;
   SpeciesTreeParts found_parts;
 
-  std::vector<Glib::ustring> search_words; // of the current search, lower-cased
+  std::vector<Glib::ustring> search_words; // of the current search, in lower case
   SearchBy search_by = SEARCH_BY_COMMON_NAME;
-  int num_selected = 0; // at least 1 if any species is selected; no exact count
-  int num_found = 0;    // species that match; 0 in a search for all
-  // What the search has found out for all rows: by species id, and by family in the
-  // order of the store.
+  int num_selected = 0; // at least 1 if any species is selected; not an exact count
+  int num_found = 0;    // the number of species that match; 0 in a search for all
+  // The results of the search: by species id, and by family in the order of the store.
   std::vector<char> species_matched;
   std::vector<char> families_matched;
 
@@ -114,5 +113,5 @@ private:
   const Gtk::TreeModelColumn<Glib::ustring>& shown_column() const;
 
   SearchedSpecies searched_species;
-  std::vector<int> selected_species; // ids that selected_filter has been asked to show
+  std::vector<int> selected_species; // the ids that selected_filter shows
 };

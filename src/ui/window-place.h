@@ -6,8 +6,8 @@ namespace Gtk {
 class Window;
 }
 
-// Where a window is on the screen, how large it is, and whether it fills the screen,
-// so that another window can take its place. It belongs to the window.
+// The position, size and maximised or full-screen state of a window, so that another window
+// can replace it. It is a member of the window.
 class WindowPlace
 {
 public:
@@ -15,21 +15,21 @@ public:
   WindowPlace(const WindowPlace&) = delete;
   WindowPlace& operator=(const WindowPlace&) = delete;
 
-  // Puts this window, which is not shown yet, where the other one is. Does nothing
-  // if that one was never on the screen. A display that does not let programs place
-  // their windows, such as Wayland's, ignores the position.
+  // Gives this window the place of the other one. Does nothing if the other one was never
+  // visible. A display such as Wayland's, on which programs cannot place their windows, ignores
+  // the position. REQUIRES: this window is not visible yet.
   void take_over(WindowPlace& other);
 
 private:
   bool on_configured(GdkEventConfigure* event);
-  // Keeps place and size, unless the window is hidden or fills the screen.
+  // Stores position and size unless the window is hidden, maximised or full-screen.
   void note();
 
   Gtk::Window& window;
   bool is_known = false;
-  // In pixels, as of when it last did not fill the screen.
-  int x = 0; // of the frame's corner, as the next
+  // In pixels, from when the window was last neither maximised nor full-screen.
+  int x = 0; // with the frame, like y
   int y = 0;
-  int width = 0; // without the frame, as the next
+  int width = 0; // without the frame, like height
   int height = 0;
 };
