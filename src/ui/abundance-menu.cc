@@ -18,7 +18,7 @@
 
 namespace {
 
-// Whether a class of the data can be stored; complains if not.
+// Returns whether a class of the data can be stored. Prints a complaint if not.
 bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
 {
   if (choice.abun >= 0)
@@ -29,7 +29,7 @@ bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
   return false;
 }
 
-// No wider than a screen, whatever letters the label has.
+// Returns a menu item that is not wider than a screen, whatever its label is.
 Gtk::MenuItem* make_item(const Glib::ustring& label)
 {
   auto* const item = Gtk::make_managed<Gtk::MenuItem>(displayed_line(label));
@@ -40,7 +40,7 @@ Gtk::MenuItem* make_item(const Glib::ustring& label)
   return item;
 }
 
-// Where the last column of a row, which the menu fills in, is on the screen.
+// Returns the rectangle on the screen of a row's last column, the abundance.
 Gdk::Rectangle place_on_screen(Gtk::TreeView& tree, const Gtk::TreePath& row)
 {
   const int last = static_cast<int>(tree.get_n_columns()) - 1;
@@ -57,7 +57,8 @@ struct Row {
   Gtk::TreePath path;
 };
 
-// Below the row, or above it where there is no room below: the row stays in sight.
+// Places the menu below the row, or above it if there is no room below, so that the row stays
+// visible.
 void put_beside(GtkMenu* menu, gint* x, gint* y, gboolean* push_in, gpointer data)
 {
   const auto& row = *static_cast<const Row*>(data);
@@ -74,8 +75,8 @@ void put_beside(GtkMenu* menu, gint* x, gint* y, gboolean* push_in, gpointer dat
   *push_in = TRUE;
 }
 
-// gtkmm frees a slot that computes the place after the first call. This menu computes it again
-// when it moves, so that its row belongs to it.
+// Opens a menu beside a row. gtkmm frees the slot of the position after the first call, but the
+// menu computes its position again when it moves. So the menu owns a copy of the row.
 void popup_beside(Gtk::Menu& menu, const Row& row, guint32 time)
 {
   constexpr guint no_button = 0;
@@ -87,7 +88,7 @@ void popup_beside(Gtk::Menu& menu, const Row& row, guint32 time)
   G_GNUC_END_IGNORE_DEPRECATIONS
 }
 
-// Chooses the item whose label alone begins with the letter or digit that a key types.
+// Chooses the item if it is the only one whose label begins with the typed letter or digit.
 bool choose_by_first_character(GdkEventKey* event, Gtk::Menu& menu)
 {
   const gunichar character = typed_character(event);
@@ -100,7 +101,7 @@ bool choose_by_first_character(GdkEventKey* event, Gtk::Menu& menu)
     if (!item || !begins_with(folded_name(item->get_label()), typed))
       continue;
     if (chosen)
-      return false; // several labels begin with it
+      return false; // several labels begin with that character
     chosen = item;
   }
   if (chosen)
@@ -154,7 +155,7 @@ void SurveyWindow::popup_abundance_menu_beside(Gtk::TreeView& tree, const Gtk::T
   if (!menu)
     return;
   menu_follows_row = tree.signal_draw().connect([menu](const Cairo::RefPtr<Cairo::Context>&) {
-    menu->reposition(); // which does nothing once it is closed
+    menu->reposition(); // does nothing if the menu is closed
     return false;
   });
   popup_beside(*menu, {&tree, row}, time);
@@ -172,7 +173,7 @@ Gtk::Menu* SurveyWindow::prepare_abundance_menu(int species_id)
   return menu;
 }
 
-// Null if the reference data have no list for the species.
+// Returns null if the reference data have no list for the species.
 Gtk::Menu* SurveyWindow::abundance_menu_for(int species_id) const
 {
   const auto* species = survey.region_fish ? survey.region_fish->find_species(species_id) : nullptr;
@@ -201,8 +202,8 @@ void SurveyWindow::on_abundance_menu_item(int abundance)
     printf("abun_menu: species id %d abundance = %d\n", id, abundance);
 }
 
-// A species that a view lists twice keeps its old label in the second row until
-// the store is built anew: the walk ends at the first.
+// Ends the walk at the first row of the species. If a view lists the species twice, the second
+// row keeps its old label until the store is filled again.
 bool SurveyWindow::update_row_from_abundance(const Gtk::TreeIter& iter, int id)
 {
   if (iter->get_value(species_columns.col_id) != id)

@@ -15,7 +15,7 @@ int current_year()
   return 1900 + std::localtime(&now)->tm_year;
 }
 
-// Numbers, each under its own text.
+// Fills the box with numbers, which are also the labels.
 void fill_with_numbers(DropDownBox& box, const std::vector<int>& numbers)
 {
   std::vector<Glib::ustring> labels;

@@ -45,14 +45,14 @@ void limit_content(GtkCellRenderer* cell)
   const Attributes sizes(attributes ? pango_attr_list_filter(attributes.get(), sets_size, nullptr)
                                     : nullptr);
   const bool is_long = text && std::strlen(text.get()) > longest_displayed_text;
-  if (is_long) // which also takes the attributes away
+  if (is_long) // setting the text also removes the attributes
     g_object_set(cell, "text", displayed_text(text.get()).c_str(), nullptr);
   if (sizes || is_long)
     g_object_set(cell, "attributes", attributes.get(), nullptr);
 }
 
-// In the toolkit's own way, since this runs for each row that is measured or drawn. The
-// toolkit has put the row's text and attributes into the cell.
+// A callback in C, because it runs for each row that is measured or drawn. The toolkit has
+// set the row's text and attributes in the cell.
 void limit_cell(GtkTreeViewColumn*, GtkCellRenderer* cell, GtkTreeModel*, GtkTreeIter*, gpointer)
 {
   limit_content(cell);

@@ -15,11 +15,11 @@
 
 namespace {
 
-// The widest that longer labels make a box, in the width of average letters.
+// The largest width to which labels extend a box, in the width of average letters.
 constexpr int most_letters = 60;
 
-// The button inside of a box, which takes the keyboard in its place; null if the
-// toolkit builds its boxes otherwise.
+// Returns the button in a box, which has the focus in place of the box. Returns null if the
+// toolkit's boxes have no such button.
 Gtk::ToggleButton* inner_button(Gtk::Container& box)
 {
   Gtk::ToggleButton* found = nullptr;
@@ -32,7 +32,7 @@ Gtk::ToggleButton* inner_button(Gtk::Container& box)
   return found;
 }
 
-// The menu that a box opens. The toolkit gives it out only as what screen readers meet.
+// Returns the menu that a box opens. The toolkit only exposes it as an accessible object.
 Gtk::Menu* menu_of(Gtk::ComboBox& box)
 {
   AtkObject* const accessible = gtk_combo_box_get_popup_accessible(box.gobj());
@@ -42,7 +42,7 @@ Gtk::Menu* menu_of(Gtk::ComboBox& box)
   return GTK_IS_MENU(widget) ? Glib::wrap(GTK_MENU(widget)) : nullptr;
 }
 
-// The letter that a key types; 0 for all other keys and for shortcuts.
+// Returns the letter that a key types; 0 for other keys and for shortcuts.
 gunichar typed_letter(const GdkEventKey& event)
 {
   const guint shortcut_keys = gtk_accelerator_get_default_mod_mask() & ~guint{GDK_SHIFT_MASK};
@@ -55,7 +55,7 @@ gunichar typed_letter(const GdkEventKey& event)
 DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>&)
     : Gtk::ComboBoxText(cobject)
 {
-  // Who listens to a screen reader meets the inner button, not the box.
+  // Screen readers read the inner button, not the box.
   if (auto* const button = inner_button(*this)) {
     spoken = button->get_accessible();
     spoken->set_role(Atk::ROLE_COMBO_BOX);
@@ -64,8 +64,8 @@ DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builde
         sigc::mem_fun(*this, &DropDownBox::on_key_while_closed), false);
   }
 
-  // With a number of columns the toolkit opens a menu below the box under every theme.
-  // Without one it lays the chosen row over the box, even if that hides other rows.
+  // With a wrap width, the toolkit opens a menu below the box in every theme. Without one, it
+  // places the chosen row over the box, even if that hides other rows.
   if (get_wrap_width() == 0)
     set_wrap_width(1);
   menu = menu_of(*this);
@@ -107,7 +107,7 @@ void DropDownBox::add_item(int id, const Glib::ustring& label)
     let_text_be_cut(static_cast<int>(label.size()));
 }
 
-// A narrow page cuts the shown text with dots rather than growing. Rows of up to
+// Lets a narrow page truncate the text with dots instead of growing. Rows of up to
 // `least_shown` letters always fit.
 void DropDownBox::let_text_be_cut(int length)
 {
@@ -133,7 +133,7 @@ Glib::ustring DropDownBox::get_label() const
   const int row = get_active_row_number();
   if (row < 0)
     return {};
-  // A box whose entries stand in the definition file has rows but no items.
+  // A box whose entries come from the definition file has rows but no items.
   return has_item(row) ? items[static_cast<size_t>(row)].second : get_active_text();
 }
 
@@ -183,8 +183,8 @@ bool DropDownBox::on_key_while_closed(GdkEventKey* event)
   return find_typed(*event, get_active_row_number(), [this](int row) { set_active(row); });
 }
 
-// The toolkit's own handler of keys comes first and lets no other one follow; this signal
-// comes before all handlers.
+// This signal precedes all handlers of keys. The toolkit's own handler of keys is called
+// first and stops the emission.
 bool DropDownBox::on_menu_event(GdkEvent* event)
 {
   return event->type == GDK_KEY_PRESS && on_key_while_open(&event->key);
@@ -213,7 +213,7 @@ bool DropDownBox::find_typed(const GdkEventKey& event, int current,
       search.reset();
     return false;
   }
-  // A blank is a letter only within a text: otherwise it opens the list or chooses.
+  // A blank belongs to the search only within a text. Otherwise it opens the list or chooses.
   const bool is_blank = letter == ' ';
   if (is_blank && !search.is_under_way(event.time))
     return false;
@@ -247,9 +247,9 @@ void DropDownBox::on_menu_shown()
   place_menu();
 }
 
-// The toolkit shows a menu before it places it. It places the corner of the menu at the
-// lower left corner of the child of the box, which lies inside of the button, and moves
-// it from there by the two distances.
+// Sets the menu's distances. The toolkit shows a menu before it places it. It places the
+// menu's corner at the lower left corner of the box's child, which is inside the button, and
+// then moves the menu by the two distances.
 void DropDownBox::place_menu()
 {
   int left = 0;

@@ -31,9 +31,9 @@ void GeogTreeColumns::fill(const Glib::RefPtr<Gtk::TreeStore>& store,
   fill_level(store->gobj(), nullptr, rows, 0, rows.size(), 0);
 }
 
-// From the last row to the first, since a store finds the start of a list at
-// once but walks to its end: thousands of rows side by side would take seconds.
-// Each row comes with its values: a store tells of each that is set later.
+// Adds the rows from the last to the first, because a store prepends in constant time but
+// walks along the list to append: thousands of siblings would take seconds. Inserts each row
+// with its values, because a store emits a signal for each value that is set later.
 void GeogTreeColumns::fill_level(GtkTreeStore* store, GtkTreeIter* parent,
                                  const std::vector<ZoneRow>& rows, std::size_t first,
                                  std::size_t last, int depth) const

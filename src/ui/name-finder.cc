@@ -45,7 +45,7 @@ void NameFinder::make_field()
     return false;
   });
   bubble = std::make_unique<Gtk::Popover>(*tree);
-  bubble->set_modal(false); // the field takes the keyboard by itself
+  bubble->set_modal(false); // the field grabs the focus itself
   bubble->set_position(Gtk::POS_TOP);
   bubble->set_transitions_enabled(false);
   bubble->add(*entry);
@@ -82,7 +82,7 @@ bool NameFinder::on_entry_key(GdkEventKey* event)
     return true;
   case GDK_KEY_Tab:
   case GDK_KEY_ISO_Left_Tab:
-    stop(); // and on from the tree
+    stop(); // the tree then handles the key
     return false;
   default:
     return false;
@@ -112,7 +112,7 @@ void NameFinder::start(const Glib::ustring& text)
   entry->set_position(-1);
 }
 
-// The tree has the keyboard again, unless somebody else has taken it.
+// Returns the focus to the tree unless another widget has it.
 void NameFinder::stop()
 {
   if (entry->is_focus())
@@ -132,7 +132,7 @@ void NameFinder::go_to_match(int step)
   show_whether_found(count != 0 || text.empty());
 }
 
-// The best first; of the same quality in the order of the tree.
+// Returns the best matches first, and matches of the same quality in the order of the tree.
 std::vector<Gtk::TreePath> NameFinder::matches(const std::string& text) const
 {
   std::array<std::vector<Gtk::TreePath>, MATCHES_NOT + 1> by_quality;
@@ -158,8 +158,8 @@ int NameFinder::quality(const Gtk::TreeIter& row, const std::string& text) const
   return best;
 }
 
-// A family that is found shows its species, too. Of the families that a search unfolds on its
-// way, only the last one stays unfolded.
+// Expands a family that is found, so that its species are visible. Of the families that a
+// search expands, only the last one stays expanded.
 void NameFinder::show_row(const Gtk::TreePath& path)
 {
   found = path;

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Folded bytes beyond ASCII belong to letters.
+// In folded text, bytes beyond ASCII belong to letters.
 bool is_in_word(char byte)
 {
   return static_cast<unsigned char>(byte) >= 0x80 || g_ascii_isalnum(byte);

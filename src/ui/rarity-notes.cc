@@ -34,8 +34,8 @@ bool show_note(SurveyWindow& window, Gtk::TreeView& tree, int x, int y, bool by_
 
 const char* const window_key = "window of shaded rows";
 
-// Cells exist for screen readers only from the time that they are asked for. The tree
-// announces the cell under its cursor, and makes it for that if need be.
+// The toolkit creates a cell's accessible object when it is first requested. When the tree
+// announces the cell under its cursor, the object exists.
 void describe_cell(AtkObject* announcing, AtkObject* cell)
 {
   auto* const widget = GTK_IS_ACCESSIBLE(announcing)
@@ -55,19 +55,19 @@ void describe_cell(AtkObject* announcing, AtkObject* cell)
     atk_object_set_description(cell, note_on_row(*window, row).c_str());
 }
 
-// Hooks of a signal cost nothing where nobody listens; a handler would first need the
-// tree's accessible object, which slows down every change of the tree's rows.
+// Uses an emission hook, which costs nothing if no assistive program runs. A handler would
+// need the tree's accessible object, which slows down every change of the tree's rows.
 void watch_announcements()
 {
   static bool is_watching = false;
   if (is_watching)
     return;
   is_watching = true;
-  g_type_class_unref(g_type_class_ref(ATK_TYPE_OBJECT)); // or the signal is not known yet
+  g_type_class_unref(g_type_class_ref(ATK_TYPE_OBJECT)); // creates the class and its signal
   const auto hook = [](GSignalInvocationHint*, guint, const GValue* values, gpointer) {
     describe_cell(ATK_OBJECT(g_value_get_object(&values[0])),
                   static_cast<AtkObject*>(g_value_get_pointer(&values[1])));
-    return static_cast<gboolean>(TRUE); // for the next time, too
+    return static_cast<gboolean>(TRUE); // keeps the hook
   };
   g_signal_add_emission_hook(g_signal_lookup("active-descendant-changed", ATK_TYPE_OBJECT), 0, hook,
                              nullptr, nullptr);

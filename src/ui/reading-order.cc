@@ -29,7 +29,8 @@ std::vector<Cell> cells_of(Gtk::Grid& grid)
   return cells;
 }
 
-// Attached from the last to the first, since a grid lists its latest child first.
+// Attaches the children from the last to the first, because a grid lists its newest child
+// first.
 void attach_in_order(Gtk::Grid& grid)
 {
   auto cells = cells_of(grid);

@@ -2,7 +2,7 @@
 
 namespace {
 
-// The button is there while there is something to clear.
+// Shows the button if the field has a text.
 void show_clear_button(Gtk::Entry& field)
 {
   if (field.get_text_length() == 0)
@@ -29,7 +29,7 @@ bool handle_key(const GdkEventKey* event, Gtk::Entry& field,
   case GDK_KEY_Down:
   case GDK_KEY_KP_Down:
     go_to_results();
-    return true; // without results the keyboard stays
+    return true; // without results, the focus stays here
   default:
     return false;
   }

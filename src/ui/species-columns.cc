@@ -10,7 +10,7 @@
 
 namespace {
 
-// Rows and numbers in the toolkit's own way, since these are asked for thousands of rows
+// These functions use the toolkit's C interface, because they run for thousands of rows
 // whenever the stores are filled.
 
 int number_in(GtkTreeModel* store, GtkTreeIter* row, const Gtk::TreeModelColumn<int>& column)
@@ -20,8 +20,8 @@ int number_in(GtkTreeModel* store, GtkTreeIter* row, const Gtk::TreeModelColumn<
   return g_value_get_int(&value);
 }
 
-// Shows the rows below one, or at the top for null, to `visit` until that returns true;
-// returns whether it did.
+// Calls `visit` for the children of a row, or for the top rows if `parent` is null, until it
+// returns true. Returns whether it did.
 template<typename Visit>
 bool visit_rows(GtkTreeModel* store, GtkTreeIter* parent, const Visit& visit)
 {

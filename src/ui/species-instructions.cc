@@ -6,7 +6,7 @@
 
 namespace {
 
-// Meanings of the shades: of the only one of a region, and of the two of others.
+// The meanings of the shades: of the only shade of a region, and of two shades.
 const char* const very_rare =
     "very rare, often misidentified, and/or difficult to identify. Please select with care.";
 const char* const not_in_gulf =

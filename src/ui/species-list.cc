@@ -11,9 +11,9 @@
 
 namespace {
 
-// The families of a region by id. A look-up in the region's own map compares by
-// the locale's rules, which is slow; here each id goes that way once. An id that
-// the region lacks gives an empty family.
+// Looks up the families of a region by id. The region's own map compares by the locale's
+// rules, which is slow; this class looks up each id there once. It returns an empty family
+// for an id that the region lacks.
 class FamilyLookup
 {
 public:
@@ -52,9 +52,9 @@ void trace_list(const char* heading, const std::vector<SpeciesListItem>& list)
     trace_item("    ", item);
 }
 
-// The place of each name among all of them, in the locale's order; names that are equal
-// there share a place. Sorted by keys, whose bytes compare as the names do: one is made
-// for each name, since comparing names themselves makes two for each comparison.
+// Returns the rank of each name in the locale's order; equal names have the same rank. Sorts
+// by collation keys, whose bytes compare like the names. It creates one key for each name; a
+// comparison of names would create two keys each time.
 std::vector<int> places_of(const std::vector<const Glib::ustring*>& names)
 {
   struct Keyed {
@@ -97,14 +97,14 @@ family_places(const std::vector<SpeciesListItem>& list)
 bool SpeciesListItem::operator<(const SpeciesListItem& other) const
 {
   const int families = family == other.family
-                           ? 0 // the most common case by far, and comparing is slow
+                           ? 0 // by far the most common case; the comparison is slow
                            : family->commonname.compare(other.family->commonname);
   if (families != 0)
     return families < 0;
   return species->commonname.compare(other.species->commonname) < 0;
 }
 
-// As by SpeciesListItem::operator<, which it answers alike for any two.
+// Uses the same order as SpeciesListItem::operator<.
 void SpeciesOrder::sort(std::vector<SpeciesListItem>& list, const RegionFishInfo& fish)
 {
   take_names(fish);

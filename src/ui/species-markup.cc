@@ -15,7 +15,7 @@
 
 namespace {
 
-// What goes around every name of a row.
+// The markup around every name of a row.
 struct Wrapper {
   std::string_view front;
   std::string_view back;
@@ -35,7 +35,8 @@ Wrapper wrapper_for(int id, int rarity)
   return {"", ""};
 }
 
-// What a shade is drawn with. Its colour stays, since the page explains the colours.
+// The attributes with which a shade is drawn. Its colour stays, because the page explains the
+// colours.
 struct DrawnShade {
   std::string_view tag;
   std::string_view attributes;
@@ -46,7 +47,7 @@ constexpr std::array drawn_shades{
     DrawnShade{rarest_tag, " fgcolor=\"#111111\" underline=\"double\""},
 };
 
-// Texts one behind the other, in memory that is taken once.
+// Concatenates texts with a single allocation.
 std::string joined(std::initializer_list<std::string_view> texts)
 {
   std::size_t size = 0;
@@ -70,8 +71,8 @@ std::string name_markup(const Glib::ustring& name)
   return !contains(name, "<") || is_markup(markup) ? markup : escape_markup(name).raw();
 }
 
-// Whether the locale takes both for one name. Letters without accents need not be
-// decomposed to see that, which takes longer than all else that a row needs.
+// Returns whether both names are equal in the locale. Compares letters without accents
+// directly, because a collation takes longer than everything else for a row.
 bool are_equal(const Glib::ustring& one, const Glib::ustring& other)
 {
   return one.is_ascii() && other.is_ascii() ? std::strcoll(one.c_str(), other.c_str()) == 0
@@ -118,7 +119,7 @@ Glib::ustring species_id_markup(int id)
 Glib::ustring words_of_markup(const Glib::ustring& markup)
 {
   if (markup.raw().find_first_of("<&") == std::string::npos)
-    return markup; // as most names are
+    return markup; // the usual case
   char* words = nullptr;
   if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr))
     return markup;

@@ -56,7 +56,7 @@ NameColumn name_column(const SpeciesTreeColumns& columns, const NameDisplay& nam
   return {"Common Name", columns.col_common};
 }
 
-// Long names give way, so that the last column, what was seen, stays in sight.
+// Lets the column of names shrink, so that the last column, the abundance, stays visible.
 void let_shrink(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell, int least_characters)
 {
   cell.property_ellipsize() = Pango::ELLIPSIZE_END;
@@ -66,8 +66,8 @@ void let_shrink(Gtk::TreeViewColumn& column, Gtk::CellRendererText& cell, int le
   column.set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
 }
 
-// Plain text, so the tags of shaded names stand before the eyes: the column is
-// wide enough for them and a name.
+// The column shows plain text, so the tags of shaded names are visible. It is wide enough for
+// the tags and a name.
 void append_spanish_column(Gtk::TreeView& tree, const SpeciesTreeColumns& columns)
 {
   auto* column = Gtk::make_managed<Gtk::TreeViewColumn>();
@@ -80,11 +80,11 @@ void append_spanish_column(Gtk::TreeView& tree, const SpeciesTreeColumns& column
   tree.append_column(*column);
 }
 
-// How wide a column is at least that shows the text `depth` levels down. Columns of
-// thousands of rows cannot be as wide as what they show: only rows in sight are measured.
+// Returns the minimum width of a column that shows `text` at the level `depth`. The toolkit
+// cannot compute it for thousands of rows, because it only measures visible rows.
 int width_for(Gtk::TreeView& tree, const Glib::ustring& text, int depth)
 {
-  constexpr int padding = 8; // of the cell, and between columns
+  constexpr int padding = 8; // in the cell and between columns
   int expander = 0;
   tree.get_style_property("expander-size", expander);
   int width = 0;
@@ -102,7 +102,7 @@ void append_abundance_column(Gtk::TreeView& tree, const SpeciesTreeColumns& colu
   if (columns.choices)
     for (const auto& choice : *columns.choices)
       width = std::max(width, width_for(tree, displayed_line(choice.label), 0));
-  constexpr int widest = 400; // pixels; the names need their place
+  constexpr int widest = 400; // pixels; the names need room
   column->set_min_width(width > 0 ? std::min(width, widest) : -1);
   if (auto* const cell = dynamic_cast<Gtk::CellRendererText*>(column->get_first_cell())) {
     cell->property_ellipsize() = Pango::ELLIPSIZE_END;
@@ -111,8 +111,8 @@ void append_abundance_column(Gtk::TreeView& tree, const SpeciesTreeColumns& colu
   tree.append_column(*column);
 }
 
-// Draws the names in colours that fit the theme, over what the column's attribute has
-// put into the cell: the store keeps the colours of the data.
+// Draws the names in colours that are readable in the theme. Replaces the markup that the
+// column's attribute has set in the cell; the store keeps the colours of the data.
 void draw_names_for_theme(SpeciesTreeParts& parts, const SpeciesTreeColumns& columns,
                           const Gtk::TreeModelColumn<Glib::ustring>& names)
 {
@@ -170,7 +170,7 @@ bool trigger_species_line(SurveyWindow& window, Gtk::TreeView& tree,
   }
   if (window.survey.is_uploaded)
     return true;
-  if (button == 0) // no pointer is where the user looks
+  if (button == 0) // a key: the pointer may be anywhere
     window.popup_abundance_menu_beside(tree, path, id, time);
   else
     window.popup_abundance_menu(id, button, time);
@@ -200,7 +200,7 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
   let_shrink(parts.name_column, parts.name_cell, 24);
   limit_displayed(parts.name_column, parts.name_cell);
   parts.name_finder.attach(tree, open_found_row);
-  // Rows of one height need not be measured, which takes seconds for thousands.
+  // Otherwise the toolkit measures every row, which takes seconds for thousands of them.
   tree.set_fixed_height_mode();
 }
 

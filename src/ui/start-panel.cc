@@ -82,7 +82,7 @@ void StartPanel::build_survey_model()
   survey_tree->expand_row(Gtk::TreePath("1"), false);
 }
 
-// Throws a Glib::Error if the directory of the state cannot be read.
+// Reads the surveys of a state. Throws a Glib::Error if its directory cannot be read.
 StartPanel::SurveysByMember StartPanel::read_surveys(MyApp::WhichDir which) const
 {
   SurveysByMember surveys;
@@ -91,7 +91,7 @@ StartPanel::SurveysByMember StartPanel::read_surveys(MyApp::WhichDir which) cons
     Glib::ustring description = my_app->get_survey_description(path, &member_id);
     if (description.empty()) {
       description = "(corrupted survey file)";
-      member_id = -1; // whatever was read before the reading failed
+      member_id = -1; // discards what was read before the failure
     }
     surveys[member_id][path] = description;
   });
@@ -122,8 +122,8 @@ void StartPanel::append_state(MyApp::WhichDir which, const char* heading)
   }
 }
 
-// From the last to the first: a store finds the start of a list at once but walks to
-// its end.
+// Adds the rows from the last to the first, because a store prepends in constant time but
+// walks along the list to append.
 void StartPanel::add_surveys(const Gtk::TreeRow& parent, MyApp::WhichDir which,
                              const std::map<std::string, Glib::ustring>& surveys)
 {
@@ -164,8 +164,8 @@ void StartPanel::deselect_survey()
   show_actions_for(MyApp::WD_NOT_A_SURVEY);
 }
 
-// A survey in progress is marked by opening it and saving it so: only there is
-// it checked. The button then stays out of sight.
+// Hides the button that marks a survey in progress for upload. The user must open the survey
+// and save it for upload, because only the open survey is checked.
 void StartPanel::show_actions_for(MyApp::WhichDir which)
 {
   const bool is_survey = which != MyApp::WD_NOT_A_SURVEY;
@@ -180,7 +180,7 @@ void StartPanel::show_actions_for(MyApp::WhichDir which)
   show_tooltips_for(which);
 }
 
-// What each button would do, or why it cannot do it.
+// Sets tooltips that say what each button does, or why it cannot do it.
 void StartPanel::show_tooltips_for(MyApp::WhichDir which)
 {
   const char* open = "Open the selected survey";
@@ -231,7 +231,7 @@ void StartPanel::on_mark_button()
   if (path.empty())
     return;
   if (which != MyApp::WD_READY_TO_UPLOAD) {
-    puts("un-mark-for-upload is NYI"); // marking from here, that is
+    puts("un-mark-for-upload is NYI"); // marking for upload is meant
     return;
   }
   const bool is_open = same_place(window->survey.filename, path);

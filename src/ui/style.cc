@@ -16,7 +16,7 @@ void mark_as_dark(Gtk::Window& window)
   const auto context = window.get_style_context();
   const bool is_dark = has_dark_theme(window);
   if (is_dark == context->has_class("dark"))
-    return; // the change of class below ends here
+    return; // the change of the class below emits the signal again
   if (is_dark)
     context->add_class("dark");
   else
@@ -54,7 +54,7 @@ bool has_dark_theme(const Gtk::Widget& widget)
   Gdk::RGBA ground;
   if (!widget.get_style_context()->lookup_color("theme_base_color", ground))
     return false;
-  // The eye's weights for red, green and blue.
+  // The brightness of the colour as the eye sees it.
   return 0.30 * ground.get_red() + 0.59 * ground.get_green() + 0.11 * ground.get_blue() < 0.5;
 }
 

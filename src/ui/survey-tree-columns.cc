@@ -2,7 +2,7 @@
 
 SurveyTreeColumns::SurveyTreeColumns()
 {
-  // The toolkit registers WhichDir as a boxed type when it is first asked for.
+  // The toolkit registers WhichDir as a boxed type at its first use.
   add(path);
   add(which_dir);
   add(description);

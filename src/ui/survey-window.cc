@@ -22,19 +22,18 @@
 
 namespace {
 
-constexpr std::size_t longest_site = 200; // characters of it in the title
+constexpr std::size_t longest_site = 200; // characters in the title
 const char* const definition_file = "resources/survey-ui.glade";
 
-// Ends the program over what went wrong while a window was being made.
+// Ends the process because the creation of a window failed.
 [[noreturn]] void fail_to_load(const char* kind, const Glib::ustring& reason)
 {
   fatal("%s loading %s: %s", kind, definition_file, escape_markup(reason).c_str());
 }
 
-// Shows the contents of a page, which are hidden until somebody turns to it: the toolkit
-// neither styles nor measures what is hidden, and a new window takes a quarter less time.
-// The contents get their places at once, since the notebook uses them to find the widget
-// that is to have the keyboard.
+// Shows the contents of a page when the user first turns to it. The toolkit neither styles nor
+// measures hidden widgets, and a new window takes a quarter less time. Allocates the page at
+// once, because the notebook uses the allocation to find the widget that gets the focus.
 void show_contents(Gtk::Widget* page, unsigned int)
 {
   auto* const contents = static_cast<Gtk::Bin*>(page)->get_child();
@@ -144,7 +143,7 @@ void SurveyWindow::make_panels(const Glib::RefPtr<Gtk::Builder>& builder)
   while (notebook->get_n_pages() > 0)
     notebook->remove_page(0);
   fields.find(builder);
-  // Before the notebook itself turns the page.
+  // Called before the notebook's own handler turns the page.
   notebook->signal_switch_page().connect(sigc::ptr_fun(show_contents), false);
   make_panel(builder, start_panel, "start_panel", "Start/Open Survey");
   make_panel(builder, member_panel, "member_panel", "Member Info");
@@ -203,8 +202,7 @@ void SurveyWindow::on_switch_page(Gtk::Widget*, unsigned int page_number)
   show_current_tooltips(*this);
 }
 
-// Before the widget that has the keyboard gets the key: trees would take it for a long
-// way to the side.
+// Called before the focused widget gets the key. Trees would scroll sideways.
 bool SurveyWindow::on_page_key(GdkEventKey* event)
 {
   if ((event->state & gtk_accelerator_get_default_mod_mask()) != GDK_CONTROL_MASK)
@@ -215,7 +213,7 @@ bool SurveyWindow::on_page_key(GdkEventKey* event)
     notebook->prev_page();
   else
     return false;
-  if (!get_focus()) // what had the keyboard went with its page
+  if (!get_focus()) // the focused widget was on the previous page
     notebook->get_nth_page(notebook->get_current_page())->child_focus(Gtk::DIR_TAB_FORWARD);
   return true;
 }

@@ -12,7 +12,7 @@ namespace {
 
 const char* const is_uploaded = "This survey has been uploaded; it can no longer be changed";
 
-// Whatever disable_inputs() and its siblings lock for good.
+// Explains all widgets that a survey locks when it has been uploaded.
 void explain_uploaded_survey(SurveyWindow& window)
 {
   const auto& member = *window.member_panel;
@@ -44,7 +44,8 @@ void explain_uploaded_survey(SurveyWindow& window)
     widget->set_tooltip_text(is_uploaded);
 }
 
-// Before there is a location, the definition file's own tooltips ask for one.
+// Explains the fields that depend on the location. Without a location, the tooltips of the
+// definition file ask for one.
 void explain_fields_of_location(SurveyWindow& window)
 {
   const auto& where = *window.survey_panel1;

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::uint32_t pause_ms = 1000;
 
-// The text in the form in which beginnings are compared.
+// Returns the text without case and accents.
 Glib::ustring folded(const Glib::ustring& text)
 {
   Glib::ustring result;
@@ -16,7 +16,8 @@ Glib::ustring folded(const Glib::ustring& text)
   return result;
 }
 
-// The first row that begins so, looked for from `start` on and then from the top.
+// Returns the first row that begins with `beginning`. Searches from `start` to the end, then
+// from the top.
 int find_row(const Glib::ustring& beginning, std::size_t start,
              const std::vector<Glib::ustring>& labels)
 {

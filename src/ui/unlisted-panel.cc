@@ -102,7 +102,7 @@ void UnlistedPanel::detach_models()
   found_filter.reset();
 }
 
-// New filters ask for every row anew as the trees unfold.
+// Creates new filters, which test every row when the trees expand.
 void UnlistedPanel::attach_models()
 {
   num_selected = 0;
@@ -143,7 +143,7 @@ void UnlistedPanel::on_search_changed()
   run_search();
 }
 
-// Without a text the last results stay in the tree, out of sight.
+// If the text is empty, hides the tree, which keeps the last results.
 void UnlistedPanel::run_search()
 {
   search_words.clear();
@@ -165,7 +165,7 @@ void UnlistedPanel::run_search()
   show_results_from_the_top();
 }
 
-// Also if the cursor is further down, where the tree wants to go for its sake.
+// Also scrolls to the top if the cursor is further down, where the tree would scroll.
 void UnlistedPanel::show_results_from_the_top()
 {
   if (!found_filter->children().empty())
@@ -173,7 +173,7 @@ void UnlistedPanel::show_results_from_the_top()
   found_species_tree->get_vadjustment()->set_value(0);
 }
 
-// The first species, not the family above it, which opens no menu.
+// Goes to the first species, not to the family above it, which has no menu.
 void UnlistedPanel::go_to_first_result()
 {
   if (!found_species_box->get_visible() || found_filter->children().empty())
@@ -201,7 +201,7 @@ void UnlistedPanel::refilter_selected()
   show_selected();
 }
 
-// Rows of an unchanged result stay as they are, and so does the cursor.
+// Keeps the rows and the cursor if the result is the same.
 void UnlistedPanel::refilter_found()
 {
   const auto before = std::make_pair(species_matched, families_matched);
@@ -217,12 +217,12 @@ void UnlistedPanel::show_selected()
 {
   selected_species_tree->expand_all();
   if (num_selected == 0 && selected_species_tree->is_focus())
-    species_search->grab_focus(); // from a tree that goes
+    species_search->grab_focus(); // the tree that has the focus is going to be hidden
   show_or_hide(selected_species_box, num_selected >= 1);
 }
 
-// A new filter shows its rows many times faster than one that has to tell the tree of
-// each row that comes or goes.
+// Creates a new filter. This is many times faster than to let the old one notify the tree of
+// each row that appears or disappears.
 void UnlistedPanel::take_new_found_filter()
 {
   Gtk::TreePath cursor = cursor_path(*found_species_tree);
@@ -264,7 +264,7 @@ bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const
     return false;
   if (search_by == SEARCH_BY_ALL)
     return true;
-  // Asked in the toolkit's own way, which shows in a filter of thousands of rows.
+  // Uses the toolkit's C interface, which matters in a filter of thousands of rows.
   GtkTreeModel* const store = iter.get_model_gobject();
   GtkTreeIter row = *iter.gobj();
   int id = 0;
@@ -276,7 +276,7 @@ bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const
   return family < families_matched.size() && families_matched[family];
 }
 
-// A family is found by its own name, with all its species, or for one of them.
+// Finds a family with all its species by the family's name, or because of one species.
 void UnlistedPanel::match_all()
 {
   num_found = 0;
@@ -332,7 +332,7 @@ const Gtk::TreeModelColumn<Glib::ustring>& UnlistedPanel::searched_column() cons
   }
 }
 
-// The names of families as the diver sees them.
+// Returns the column of family names that the diver sees.
 const Gtk::TreeModelColumn<Glib::ustring>& UnlistedPanel::shown_column() const
 {
   const SurveyData& survey = window->survey;

@@ -21,8 +21,8 @@ struct ActionRow {
   const char* name;
   const char* label;
   const char* tooltip = nullptr;
-  const Gtk::BuiltinStockID* stock = nullptr; // brings icon and accelerator
-  Handler handler = nullptr;                  // without any handler it is a menu
+  const Gtk::BuiltinStockID* stock = nullptr; // provides icon and accelerator
+  Handler handler = nullptr;                  // a row without a handler is a menu
   ToggleHandler toggle_handler = nullptr;
 };
 
@@ -121,7 +121,7 @@ void run_and_hide(Gtk::Dialog& dialog)
   dialog.hide();
 }
 
-// Whether the file could be read; its bytes go to `text`.
+// Reads a file into `text`. Returns whether it could be read.
 bool load_text(const std::string& path, Glib::ustring& text)
 {
   try {
@@ -186,7 +186,7 @@ bool SurveyWindow::build_menus()
   menubar = pack_on_top("/MenuBar");
   if (toolbar)
     toolbar->hide();
-  // Kept for later; nobody sees them yet.
+  // These menus are for later use and are not visible yet.
   actions["EditMenu"]->set_visible(false);
   actions["ViewMenu"]->set_visible(false);
   return true;
@@ -232,7 +232,7 @@ void SurveyWindow::carry_over_to(SurveyWindow& next) const
 {
   next.member_panel->member_id->set_text(member_panel->get_member_id());
   next.member_panel->last_name->set_text(member_panel->get_last_name());
-  // The place first: it fills the list of survey types.
+  // The location first, because it fills the list of survey types.
   next.survey_panel1->subregion->set_label(survey_panel1->subregion->get_label());
   next.survey_panel1->survey_subtype->set_id(survey_panel1->survey_subtype->get_id());
 
@@ -274,7 +274,7 @@ void SurveyWindow::on_action_FileClose(const std::string&)
 void SurveyWindow::on_action_FileQuit(const std::string&)
 {
   if (check_file_save_okay("exiting this program"))
-    hide(); // other windows stay, with their surveys
+    hide(); // other windows stay open
 }
 
 void SurveyWindow::on_action_EditCut(const std::string& action)
@@ -294,7 +294,7 @@ void SurveyWindow::on_action_EditPaste(const std::string& action)
 
 void SurveyWindow::on_action_ViewToolbar(
     const std::string& action,
-    // NOLINTNEXTLINE(performance-unnecessary-value-param): what handlers of toggles take
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature of toggle handlers
     Glib::RefPtr<Gtk::ToggleAction> toggle)
 {
   const bool shown = toggle->get_active();
@@ -322,7 +322,7 @@ void SurveyWindow::show_help_text(const char* what, const char* path, const Glib
     error("Failed to read %s file %s", what, path);
     return;
   }
-  // Stays if the text does not parse.
+  // This text stays if the next one cannot be parsed.
   program_instructions->set_label(Glib::ustring("error parsing markup in ") + path);
   program_instructions->set_label(text);
   instructions_dialog->set_title(title);

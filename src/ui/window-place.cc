@@ -17,7 +17,7 @@ WindowPlace::WindowPlace(Gtk::Window& the_window) : window(the_window)
   window.signal_configure_event().connect(sigc::mem_fun(*this, &WindowPlace::on_configured), false);
 }
 
-// What a window was like before it filled the screen cannot be asked for afterwards.
+// The toolkit does not know the size that a window had before it was maximised or full-screen.
 bool WindowPlace::on_configured(GdkEventConfigure*)
 {
   note();

@@ -8,7 +8,7 @@ namespace {
 
 std::string date_text(int year, int month, int mday)
 {
-  std::array<char, 48> text; // three ints of any size fit
+  std::array<char, 48> text; // large enough for any three ints
   std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", year, month, mday);
   return text.data();
 }

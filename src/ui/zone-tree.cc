@@ -11,7 +11,7 @@
 
 namespace {
 
-// A zone whose descendants may follow.
+// A zone that may have descendants among the next zones.
 struct OpenZone {
   Glib::ustring code;
   std::size_t index;
@@ -63,7 +63,7 @@ ZoneTree::ZoneTree(const std::vector<int>& ids, const std::map<int, Glib::ustrin
   }
 }
 
-// One search: the rows that it has found so far.
+// The state of one search, with the rows found so far.
 class ZoneTree::Search
 {
 public:
@@ -84,8 +84,8 @@ public:
 private:
   bool matches(const Zone& zone) const { return contains(zone.lower_case_name, wanted); }
 
-  // A complete zone that matches is a leaf, and a longer code hangs from the level
-  // above it. One that does not match shows where a match below it lies.
+  // A complete zone that matches has no children: a longer code becomes a child of the level
+  // above. A complete zone that does not match can be an ancestor of a match.
   std::size_t ancestor_of(std::size_t zone) const
   {
     do
@@ -94,7 +94,7 @@ private:
     return zone;
   }
 
-  // Gives the zone its row, behind those of its ancestors.
+  // Adds the zone's row after those of its ancestors.
   void add(std::size_t zone)
   {
     const std::size_t ancestor = ancestor_of(zone);
@@ -107,7 +107,7 @@ private:
   static constexpr int no_row = -1;
   const std::vector<Zone>& zones;
   std::string wanted;
-  std::vector<int> depths; // of the rows, by the index of the zone
+  std::vector<int> depths; // the depths of the rows, by the index of the zone
 };
 
 std::vector<ZoneRow> ZoneTree::rows(const Glib::ustring& search) const
