@@ -12,7 +12,7 @@
 
 namespace {
 
-// A window on the screen with an entry that has the keyboard, and a button.
+// A visible window with an entry that has the focus, and a button.
 class BlockingCalls : public testing::Test
 {
 public:
@@ -31,7 +31,7 @@ public:
     entry.set_text("");
   }
 
-  // Puts a key into the queue of events, as if it had just been pressed.
+  // Adds a key press to the queue of events.
   void type(guint key)
   {
     for (const GdkEventType type : {GDK_KEY_PRESS, GDK_KEY_RELEASE}) {
@@ -45,7 +45,7 @@ public:
       put(event);
     }
   }
-  // The same with a click on the button.
+  // Adds a click on the button to the queue of events.
   void click_button()
   {
     for (const GdkEventType type : {GDK_ENTER_NOTIFY, GDK_BUTTON_PRESS, GDK_BUTTON_RELEASE}) {
@@ -145,7 +145,7 @@ TEST_F(BlockingCalls, KeepAllOtherEvents)
   wait_until("the window is told of its new size", [&] { return was_resized; });
 }
 
-TEST_F(BlockingCalls, TakeADialogThatWasAnsweredOffTheScreen)
+TEST_F(BlockingCalls, HideADialogThatWasJustAnswered)
 {
   const auto color_at = [this](int x, int y) {
     const auto root = Gdk::Screen::get_default()->get_root_window();

@@ -1,4 +1,4 @@
-// Whether the chief header of each folder of the program brings all of its headers.
+// Checks that the chief header of each folder includes all headers of the folder.
 
 #include <gtest/gtest.h>
 

@@ -17,13 +17,13 @@ const char* const dots = "\u2026";
 
 } // namespace
 
-TEST(DisplayedText, IsTheWholeTextAsLongAsItIsShort)
+TEST(DisplayedText, IsTheWholeTextIfItIsShort)
 {
   for (const std::string text : {"", "Miller", "a\nb", "<b>&", "Núñez", "1234567890"})
     EXPECT_EQ(text, displayed_text(text, 10).raw());
 }
 
-TEST(DisplayedText, EndsInDotsBehindSoManyCharacters)
+TEST(DisplayedText, EndsInDotsAfterTheLimitOfCharacters)
 {
   EXPECT_EQ(times(10, "w") + dots, displayed_text(times(11, "w"), 10).raw());
   EXPECT_EQ(times(10, "ñ"), displayed_text(times(10, "ñ"), 10).raw());
@@ -32,14 +32,14 @@ TEST(DisplayedText, EndsInDotsBehindSoManyCharacters)
   EXPECT_EQ(longest_displayed_text + 1, displayed_text(times(3500, "w")).size());
 }
 
-TEST(DisplayedText, OfALineHasNoLineEnds)
+TEST(DisplayedText, InASingleLineHasNoLineEnds)
 {
   EXPECT_EQ("a b c d e", displayed_line("a\nb\rc\td\u2028e").raw());
   EXPECT_EQ(times(10, " ") + dots, displayed_line(times(4000000, "\n"), 10).raw());
   EXPECT_EQ(longest_displayed_line + 1, displayed_line(times(3500, "w")).size());
 }
 
-TEST(DisplayedMarkup, StaysAsItIsWithoutSizesAndLength)
+TEST(DisplayedMarkup, StaysUnchangedIfItIsShortAndSetsNoSizes)
 {
   for (const std::string text :
        {"", "a &amp; b", "<b>Reef</b>, <i>shallow</i>", "<span fgcolor=\"red\">x</span>",
@@ -48,13 +48,13 @@ TEST(DisplayedMarkup, StaysAsItIsWithoutSizesAndLength)
     EXPECT_EQ(text, displayed_markup(text).raw());
 }
 
-TEST(DisplayedMarkup, ShowsWhatIsNotMarkupAsItStands)
+TEST(DisplayedMarkup, ShowsTextThatIsNotMarkupLiterally)
 {
   EXPECT_EQ("Hall &amp; &lt;x", displayed_markup("Hall & <x").raw());
   EXPECT_EQ("&amp;&amp;" + std::string(dots), displayed_markup("&&&", 2).raw());
 }
 
-TEST(DisplayedMarkup, IsCutBetweenCharactersWithItsTagsClosed)
+TEST(DisplayedMarkup, IsTruncatedBetweenCharactersWithItsTagsClosed)
 {
   const struct {
     const char* markup;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// What the user sees when a handler of a button's click throws.
+// Returns the text that the user sees when the handler of a button's click throws.
 Glib::ustring text_after(const std::function<void()>& handler)
 {
   Gtk::Button button;
@@ -21,7 +21,7 @@ Glib::ustring text_after(const std::function<void()>& handler)
 
 } // namespace
 
-TEST(ExceptionReport, ReportsWhatAHandlerThrowsAndTheProgramGoesOn)
+TEST(ExceptionReport, ReportsWhatAHandlerThrowsAndTheProgramContinues)
 {
   const struct {
     const char* kind;

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <limits>
 
-TEST(FileContents, AreAllBytesOfTheFile)
+TEST(FileContents, ContainAllBytesOfTheFile)
 {
   const DataSet directory;
   const std::string texts[] = {
@@ -42,7 +42,7 @@ Descriptor opened(const std::string& path)
 
 } // namespace
 
-TEST(FileBytes, AreThoseOfTheStartUpToALimit)
+TEST(FileBytes, AreReadFromTheStartUpToALimit)
 {
   const DataSet directory;
   const std::string text = std::string(200000, 'x') + '\0' + "end";

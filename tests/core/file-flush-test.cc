@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
-// How failures of the disk are handled is tested among the faults, by system calls that fail.
+// tests/faults tests failures of the disk, by system calls that fail.
 
 TEST(FlushToDisk, FlushesFilesAndDirectories)
 {
@@ -14,7 +14,7 @@ TEST(FlushToDisk, FlushesFilesAndDirectories)
     EXPECT_FALSE(flush_to_disk(Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC)))) << path;
 }
 
-TEST(FlushToDisk, DoesNotCountWhatCannotBeFlushedAsALoss)
+TEST(FlushToDisk, ReportsNoErrorForAFileThatCannotBeFlushed)
 {
   int ends[2];
   ASSERT_EQ(0, pipe2(ends, O_CLOEXEC));

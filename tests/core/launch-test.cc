@@ -5,7 +5,7 @@
 
 namespace {
 
-// An argv that can be changed, ended by a null pointer as main gets it.
+// An argv that can be changed, with a null pointer at its end, like that of main.
 class Arguments
 {
 public:
@@ -71,13 +71,13 @@ TEST(LaunchScript, GetsTheExecutableAndThenTheUsersArguments)
   EXPECT_EQ(expected, launch_script_command("/opt/app", "x", {"-d3", "--name"}));
 }
 
-TEST(LaunchScript, StandsBesideAnExecutableBelowTheRootDirectory)
+TEST(LaunchScript, IsBesideAnExecutableBelowTheRootDirectory)
 {
   const std::vector<std::string> expected{"/MacOS/x-env-setup.sh", "--exec-name", "/MacOS/x"};
   EXPECT_EQ(expected, launch_script_command("/", "x", {}));
 }
 
-TEST_F(DebugArgument, SetsTheLevelAndIsTakenOut)
+TEST_F(DebugArgument, SetsTheLevelAndIsRemoved)
 {
   const struct {
     const char* argument;
@@ -92,7 +92,7 @@ TEST_F(DebugArgument, SetsTheLevelAndIsTakenOut)
   }
 }
 
-TEST_F(DebugArgument, LeavesTheNullPointerBehindWhenItIsTheOnlyOne)
+TEST_F(DebugArgument, LeavesTheNullPointerWhenItIsTheOnlyArgument)
 {
   Arguments arguments({"program", "-d1"});
   take(arguments);
@@ -100,7 +100,7 @@ TEST_F(DebugArgument, LeavesTheNullPointerBehindWhenItIsTheOnlyOne)
   EXPECT_EQ(nullptr, arguments.argv[1]);
 }
 
-TEST_F(DebugArgument, IsLookedForInTheFirstPlaceOnly)
+TEST_F(DebugArgument, IsOnlyRecognisedAsTheFirstArgument)
 {
   for (const auto& texts :
        {std::vector<std::string>{"program", "file", "-d3"},

@@ -12,10 +12,10 @@
 
 namespace {
 
-// No program of any system opens addresses of this scheme.
+// An address with a scheme that no program opens.
 const char* const unknown = "mavo-no-such-scheme:a?b=1&c=<2>";
 
-// What a click on the link does; true if it has been seen to.
+// Emits the signal of a click on a link. Returns whether it was handled.
 bool activate_link(Gtk::Widget& widget, const char* uri)
 {
   const TraceLevel quiet(-1);
@@ -59,7 +59,7 @@ TEST_F(LinkOpener, ShowsAndCopiesAMailAddressWithoutItsScheme)
   EXPECT_EQ("help@mavo.invalid", Gtk::Clipboard::get()->wait_for_text().raw());
 }
 
-TEST_F(LinkOpener, SeesToTheLinksOfAboutToo)
+TEST_F(LinkOpener, HandlesTheLinksOfAbout)
 {
   Gtk::AboutDialog about;
   const SeenDialog seen = answer_next_dialog(
@@ -67,7 +67,7 @@ TEST_F(LinkOpener, SeesToTheLinksOfAboutToo)
   EXPECT_NE(std::string::npos, seen.text.raw().find(unknown)) << seen.text;
 }
 
-TEST_F(LinkOpener, SeesToTheLinksOfWindowsOnTheScreen)
+TEST_F(LinkOpener, HandlesTheLinksOfVisibleWindows)
 {
   Gtk::Window window;
   window.add(label);
@@ -79,7 +79,7 @@ TEST_F(LinkOpener, SeesToTheLinksOfWindowsOnTheScreen)
   window.remove();
 }
 
-TEST_F(LinkOpener, SeesToTheLinksOfMessages)
+TEST_F(LinkOpener, HandlesTheLinksOfMessages)
 {
   Gtk::MessageDialog message("A link: <a href=\"mavo-no-such-scheme:a\">here</a>", true);
   auto* const text = dynamic_cast<Gtk::Label*>(message.get_message_area()->get_children().front());

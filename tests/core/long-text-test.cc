@@ -15,7 +15,7 @@ std::string lines(int first, int last)
 
 } // namespace
 
-TEST(LongText, IsShownAsAWholeIfItIsShortEnough)
+TEST(LongText, IsShownCompletelyIfItIsShortEnough)
 {
   for (const std::string text : {"", "a", "12345678"}) {
     EXPECT_EQ(text, shorten_text(text, 8));
@@ -30,13 +30,13 @@ TEST(LongText, LosesWholeLinesInTheMiddleAndSaysHowMany)
   EXPECT_EQ("aaaa\n\u2026 1 line left out \u2026\ncccc\n", shorten_text("aaaa\nbbbb\ncccc\n", 12));
 }
 
-TEST(LongText, LosesPartOfALineThatIsTooLong)
+TEST(LongText, LosesThePartOfALineThatIsTooLong)
 {
   EXPECT_EQ("aaaa\u2026cccc", shorten_text("aaaabbbbbbcccc", 8));
   EXPECT_EQ("aaaa\n\u2026 2 lines left out \u2026\ncccc", shorten_text("aaaabbb\nbbbcccc", 8));
 }
 
-TEST(LongText, LosesNoPartOfACharacter)
+TEST(LongText, NeverSplitsACharacter)
 {
   for (std::size_t most = 0; most < 40; ++most) {
     const std::string shown = shorten_text("ééé日日日🐟🐟🐟🐟éé日日é", most);
@@ -45,7 +45,7 @@ TEST(LongText, LosesNoPartOfACharacter)
   }
 }
 
-TEST(LongText, KeepsBothEndsOfWhatIsNotUtf8)
+TEST(LongText, KeepsBothEndsOfATextThatIsNotUtf8)
 {
   const std::string bytes(100, '\x80');
   EXPECT_GE(shorten_text(bytes, 40).size(), 30U);
@@ -67,7 +67,7 @@ TEST(LongText, CountsOnlyWhatMarkupShows)
   EXPECT_EQ(markup, shorten_markup(markup, 10).raw());
 }
 
-TEST(LongText, GivesUpMarkupThatIsLongerThanItsText)
+TEST(LongText, RemovesMarkupThatIsLongerThanItsText)
 {
   std::string tags;
   for (int i = 0; i < 1000; ++i)
@@ -78,7 +78,7 @@ TEST(LongText, GivesUpMarkupThatIsLongerThanItsText)
   EXPECT_LE(shown.bytes(), 1000U);
 }
 
-TEST(LongText, StaysMarkupWhateverIsLeftOut)
+TEST(LongText, IsValidMarkupWhateverIsOmitted)
 {
   const std::string markup =
       "<markup>See <b>é&amp;<i>日</i>&lt;\n</b><a href=\"h\">x\ny\nz</a>&#x1b;</markup>";

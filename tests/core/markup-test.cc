@@ -8,7 +8,7 @@ TEST(Markup, PlainWordsAreEscaped)
   EXPECT_EQ("", escape_markup("").raw());
 }
 
-TEST(Markup, UnescapedIsWhatWasEscaped)
+TEST(Markup, UnescapingReversesEscaping)
 {
   std::string every_byte;
   for (char c = 1; c < 127; ++c)
@@ -20,7 +20,7 @@ TEST(Markup, UnescapedIsWhatWasEscaped)
     EXPECT_EQ(text, unescape_markup(escape_markup(text).raw()));
 }
 
-TEST(Markup, UnescapingLeavesWhatNoEscapeMade)
+TEST(Markup, UnescapingKeepsWhatEscapingNeverWrites)
 {
   for (const std::string text : {"<b>a</b>", "a & b", "&nbsp;", "&#x26;", "&#38;", "&#x110000;",
                                  "&#xd800;", "&#x;", "&;", "&lt", "&amp"})
@@ -33,7 +33,7 @@ TEST(Markup, EscapedAmpersandsAreNotEscapedAgain)
   EXPECT_EQ("&amp;amp;", escape_ampersands("&amp;").raw());
 }
 
-TEST(Markup, ValidMarkupIsTold)
+TEST(Markup, ValidMarkupIsRecognised)
 {
   const struct {
     const char* text;
@@ -64,7 +64,7 @@ TEST(Markup, ValidMarkupIsTold)
   }
 }
 
-TEST(Markup, ALinkOfAnyLengthIsRead)
+TEST(Markup, ALinkOfAnyLengthIsValid)
 {
   const std::string address(300000, 'x');
   EXPECT_TRUE(is_label_markup("<a href=\"" + address + "\">x</a>"));

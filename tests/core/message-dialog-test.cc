@@ -120,9 +120,9 @@ TEST(MessageDialog, StaysOnTheScreenWithMarkupThatSetsSizes)
   }
 }
 
-// A run of letters is laid out anew for each line that is broken off it, so that the work
-// grows with the square of its length. The pieces keep that in bounds.
-TEST(MessageDialog, LaysALongTextOutInPieces)
+// Pango lays out the rest of a run of letters again for each line, so the work grows with the
+// square of the run's length. Short runs limit it.
+TEST(MessageDialog, SplitsALongTextIntoShortRuns)
 {
   Message message;
   message.text = std::string(10000, 'w');
@@ -210,7 +210,7 @@ TEST(MessageDialog, BelongsToTheWindowInUse)
       [&] { run_message(message); });
 }
 
-TEST(MessageDialog, BelongsToAModalWindowBeforeAllOthers)
+TEST(MessageDialog, PrefersAModalWindowAsItsParent)
 {
   Gtk::Window modal;
   modal.set_modal();
@@ -228,7 +228,7 @@ TEST(MessageDialog, BelongsToAModalWindowBeforeAllOthers)
       [&] { run_message(message); });
 }
 
-TEST(MessageDialog, GivesDeleteEventWhenItIsClosed)
+TEST(MessageDialog, ReturnsDeleteEventWhenItIsClosed)
 {
   Message message;
   message.text = "a";

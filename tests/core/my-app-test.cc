@@ -16,7 +16,7 @@ class MyAppTest : public testing::Test
 protected:
   void SetUp() override { MyApp::icon_list.clear(); }
 
-  // Constructs the application object; `printed` gets its lines.
+  // Constructs the application object and stores what it prints in `printed`.
   std::unique_ptr<MyApp> make()
   {
     testing::internal::CaptureStdout();
@@ -31,7 +31,7 @@ protected:
 
 } // namespace
 
-TEST_F(MyAppTest, LoadsTheTablesAndKnowsTheServersAddresses)
+TEST_F(MyAppTest, LoadsTheTablesAndHasTheServersAddresses)
 {
   const auto app = make();
   EXPECT_TRUE(app->data_file_info && app->data_defs && app->data_params && app->region_info &&
@@ -41,7 +41,7 @@ TEST_F(MyAppTest, LoadsTheTablesAndKnowsTheServersAddresses)
   EXPECT_EQ("", app->survey_root);
 }
 
-TEST_F(MyAppTest, LoadsFiveIconsOfGrowingSizeOnce)
+TEST_F(MyAppTest, LoadsFiveIconsOfIncreasingSizeOnce)
 {
   const auto app = make();
   ASSERT_EQ(5U, MyApp::icon_list.size());
@@ -55,7 +55,7 @@ TEST_F(MyAppTest, LoadsFiveIconsOfGrowingSizeOnce)
   EXPECT_EQ(5U, MyApp::icon_list.size());
 }
 
-TEST_F(MyAppTest, TakesAMissingIconAsAnEmptyOne)
+TEST_F(MyAppTest, StoresNullForAMissingIcon)
 {
   dir.use_own_resources("MAVO-logo");
   const auto app = make();

@@ -5,7 +5,7 @@
 
 #include <limits>
 
-TEST(ToInt, ReadsAsFarAsThereAreDigits)
+TEST(ToInt, ReadsUpToTheLastDigit)
 {
   const struct {
     const char* text;
@@ -32,14 +32,14 @@ TEST(ToInt, ReadsAsFarAsThereAreDigits)
     EXPECT_EQ(c.expected, to_int(c.text)) << '"' << c.text << '"';
 }
 
-TEST(ToInt, GivesTheNearestNumberBeyondTheRange)
+TEST(ToInt, ReturnsTheNearestNumberBeyondTheRange)
 {
   EXPECT_EQ(std::numeric_limits<int>::max(), to_int("99999999999"));
   EXPECT_EQ(std::numeric_limits<int>::min(), to_int("-99999999999"));
   EXPECT_EQ(std::numeric_limits<int>::max(), to_int("999999999999999999999999999999"));
 }
 
-TEST(ToInt, TakesBothKindsOfString)
+TEST(ToInt, AcceptsBothKindsOfString)
 {
   EXPECT_EQ(5, to_int(std::string("5")));
   EXPECT_EQ(6, to_int(Glib::ustring("6é")));

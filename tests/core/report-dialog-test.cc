@@ -11,7 +11,7 @@
 
 namespace {
 
-// Puts the program's icons back at the end.
+// Restores the program's icons at the end.
 class IconList
 {
 public:
@@ -36,7 +36,7 @@ TEST(ReportDialog, IsAWarningWithOk)
   EXPECT_EQ(1U, seen.buttons.size());
 }
 
-TEST(ReportDialog, HasTheTitleThatWasGiven)
+TEST(ReportDialog, HasTheTitleOfTheReport)
 {
   EXPECT_EQ("Oh no",
             answer_next_dialog(Gtk::RESPONSE_OK, [] { titled_error("Oh no", "a"); }).title.raw());
@@ -44,7 +44,7 @@ TEST(ReportDialog, HasTheTitleThatWasGiven)
             answer_next_dialog(Gtk::RESPONSE_OK, [] { titled_error("", "a"); }).title.raw());
 }
 
-TEST(ReportDialog, ShowsWordsThatAreNotMarkupAsTheyStand)
+TEST(ReportDialog, ShowsTextThatIsNotMarkupLiterally)
 {
   const struct {
     const char* message;
@@ -83,16 +83,16 @@ TEST(ReportDialog, HasTheProgramsIconButNotOneThatWasMissing)
   EXPECT_FALSE(answer_next_dialog(Gtk::RESPONSE_OK, [] { error("a"); }).has_icon);
 }
 
-TEST(ReportDialog, AnswersToBeingClosed)
+TEST(ReportDialog, ReturnsWhenItIsClosed)
 {
   answer_next_dialog(Gtk::RESPONSE_DELETE_EVENT, [] { EXPECT_EQ(RET_FAILURE, error("a")); });
 }
 
-// The dialog of a fatal report ends the process, so a child process meets it
-// and says on standard error what it saw. What it had begun with is not a leak.
+// The dialog of a fatal report ends the process. So a child process shows it and prints to
+// standard error what it saw. Memory that the child inherited is not a leak.
 TEST(FatalDialogDeathTest, IsAnErrorWithCloseAndTheProcessEndsAfterIt)
 {
-  testing::FLAGS_gtest_death_test_style = "threadsafe"; // a display is not shared with a fork
+  testing::FLAGS_gtest_death_test_style = "threadsafe"; // a forked process cannot use the display
   setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
   const struct {
     RetCode code;

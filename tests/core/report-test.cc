@@ -10,7 +10,7 @@
 #include <functional>
 #include <iostream>
 
-// Without a display a report is its line on standard error.
+// Without a display, a report is only its line on standard error.
 
 namespace {
 
@@ -21,7 +21,7 @@ std::string reported(const std::function<void()>& action)
   return testing::internal::GetCapturedStderr();
 }
 
-// In the language of the locale that the tests run in.
+// Returns the system's text in the language of the tests' locale.
 std::string system_text(int number)
 {
   return Glib::strerror(number);
@@ -34,7 +34,7 @@ TEST(Report, IsOneLineOnStandardError)
   EXPECT_EQ("*** ERROR: cannot read x: 7\n", reported([] { error("cannot read %s: %d", "x", 7); }));
 }
 
-TEST(Report, GivesBackTheCode)
+TEST(Report, ReturnsTheCode)
 {
   reported([] {
     EXPECT_EQ(RET_FAILURE, error("a"));
@@ -46,7 +46,7 @@ TEST(Report, GivesBackTheCode)
   });
 }
 
-TEST(Report, PutsThePrefixOfTheCodeInFront)
+TEST(Report, StartsWithThePrefixOfTheCode)
 {
   EXPECT_EQ("*** ERROR: Uh oh, Internal Error: a\n",
             reported([] { error(RET_INTERNAL_ERROR, "a"); }));
@@ -64,10 +64,10 @@ TEST(Report, AppendsTheSystemsTextForErrno)
     titled_error_errno("t", "cannot %s", "x");
   });
   EXPECT_EQ("*** ERROR: cannot x: " + system_text(EACCES) + " (13)\n", denied);
-  EXPECT_TRUE(Glib::ustring(denied).validate()); // whatever the locale's encoding
+  EXPECT_TRUE(Glib::ustring(denied).validate()); // in every locale
 }
 
-TEST(Report, HoldsAMessageOfAnyLength)
+TEST(Report, AcceptsAMessageOfAnyLength)
 {
   for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 100000U}) {
     const std::string message(length, 'm');
@@ -98,7 +98,7 @@ TEST(Report, KeepsAnAmpersandThatStartsNoEscape)
     EXPECT_EQ("*** ERROR: " + message + "\n", reported([&] { error("%s", message.c_str()); }));
 }
 
-TEST(Report, TellsTheErrnoFromBeforeItsArgumentsWereComputed)
+TEST(Report, ReportsTheErrnoFromBeforeTheEvaluationOfItsArguments)
 {
   const auto argument = [] {
     errno = ENOENT;
@@ -123,7 +123,7 @@ TEST(Report, TellsTheErrnoFromBeforeItsArgumentsWereComputed)
               testing::ExitedWithCode(2), "cannot x: " + system_text(EACCES) + " \\(13\\)\n");
 }
 
-TEST(Report, HasTheErrorContextInFront)
+TEST(Report, StartsWithTheErrorContext)
 {
   set_error_context("while testing: ");
   EXPECT_EQ("*** ERROR: while testing: a\n", reported([] { error("a"); }));
@@ -132,13 +132,13 @@ TEST(Report, HasTheErrorContextInFront)
 
 namespace {
 
-// Writes what it gets behind the line on standard error.
+// Prints the report to standard error, after its line.
 void write_report(const Report& report)
 {
   std::cerr << "[" << report.title << "|" << report.text << "|" << report.is_fatal << "]\n";
 }
 
-// Presents reports as long as it lives.
+// Presents reports during its lifetime.
 class WrittenReports
 {
 public:
@@ -161,7 +161,7 @@ TEST(ReportPresenter, GetsEachReportAsMarkupAfterItsLine)
             reported([] { long_error("long", "short"); }));
 }
 
-TEST(ReportPresenter, GetsTheTitleThatWasGiven)
+TEST(ReportPresenter, GetsTheTitleOfTheReport)
 {
   const WrittenReports presented;
   EXPECT_EQ("*** ERROR: a\n[Oh no|a|0]\n", reported([] { titled_error("Oh no", "a"); }));
@@ -175,7 +175,7 @@ TEST(ReportPresenter, GetsAFatalReportBeforeTheProcessEnds)
               "FATAL ERROR: Uh oh, all is lost\n.Error occurred.Uh oh, all is lost.1.\n");
 }
 
-TEST(ReportPresenter, IsCalledNoMoreOnceItIsRemoved)
+TEST(ReportPresenter, IsNotCalledAfterItIsRemoved)
 {
   {
     const WrittenReports presented;
@@ -183,7 +183,7 @@ TEST(ReportPresenter, IsCalledNoMoreOnceItIsRemoved)
   EXPECT_EQ("*** ERROR: a\n", reported([] { error("a"); }));
 }
 
-TEST(TranslateCode, GivesEachCodeItsStatus)
+TEST(TranslateCode, ReturnsTheStatusOfEachCode)
 {
   const struct {
     int code;
@@ -208,7 +208,7 @@ TEST(FatalReport, EndsTheProcessWithTheStatusOfItsCode)
               "FATAL ERROR: a: " + system_text(EACCES) + " \\(13\\)\n");
 }
 
-TEST(AssertFailure, NamesTheExpressionAndItsPlace)
+TEST(AssertFailure, NamesTheExpressionAndItsPosition)
 {
   EXPECT_EXIT(assert_failure("a != b", "some-file", 12), testing::ExitedWithCode(47),
               "FATAL ERROR: Uh oh, Assertion failed at some-file line 12: a != b\n");

@@ -22,7 +22,7 @@ TEST(TrimWs, DropsBlanksAtBothEndsAndNothingElse)
     EXPECT_EQ(c.expected, trim_ws<Glib::ustring>(c.text).raw()) << c.why;
 }
 
-TEST(SameBytes, TellsApartTextsThatTheLocaleTakesAsEqual)
+TEST(SameBytes, DistinguishesTextsThatTheLocaleTreatsAsEqual)
 {
   const Glib::ustring composed = "\u00e9";
   const Glib::ustring decomposed = "e\u0301";
@@ -34,7 +34,7 @@ TEST(SameBytes, TellsApartTextsThatTheLocaleTakesAsEqual)
   EXPECT_TRUE(same_bytes("", Glib::ustring()));
 }
 
-TEST(BeginsWith, ComparesAsManyBytesAsTheBeginningHas)
+TEST(BeginsWith, ComparesTheBytesOfTheBeginning)
 {
   EXPECT_TRUE(begins_with(Glib::ustring("reef fish"), "reef"));
   EXPECT_TRUE(begins_with("reef", std::string("reef")));
@@ -53,14 +53,14 @@ TEST(Contains, FindsThePartAnywhere)
   EXPECT_FALSE(contains("", "reef"));
 }
 
-TEST(Strchrnul, GivesTheFirstSuchCharacterOrTheEnd)
+TEST(Strchrnul, ReturnsTheFirstSuchCharacterOrTheEnd)
 {
   const char* const text = "abcb";
   for (const int c : std::initializer_list<int>{'a', 'b', 'x', '\0', 'b' + 256, 'x' + 256}) {
     const auto byte = static_cast<unsigned char>(c);
     const char* const expected = text + (byte == 'a' ? 0 : byte == 'b' ? 1 : 4);
     EXPECT_EQ(expected, strchrnul(text, c)) << c;
-    EXPECT_EQ(expected, find_or_end(text, c)) << c; // what stands in where the former is missing
+    EXPECT_EQ(expected, find_or_end(text, c)) << c; // replaces strchrnul() where it is missing
   }
   EXPECT_STREQ("", strchrnul("", 'a'));
   EXPECT_STREQ("", find_or_end("", 'a'));

@@ -62,13 +62,13 @@ TEST(WhatWasThrown, NamesEveryKindAndItsText)
   EXPECT_EQ(nullptr, after([] { throw 42; }).kind);
 }
 
-TEST(WhatWasThrown, GivesValidTextForAnyBytes)
+TEST(WhatWasThrown, ReturnsValidTextForAnyBytes)
 {
   EXPECT_TRUE(after([] { throw std::string("caf\xe9"); }).text.validate());
   EXPECT_TRUE(after([] { throw std::runtime_error("caf\xe9"); }).text.validate());
 }
 
-TEST(ThrownText, HasWordsForWhatHasNone)
+TEST(ThrownText, IsTheDefaultForAnExceptionWithoutAText)
 {
   EXPECT_EQ("reason", text_after([] { throw std::string("reason"); }));
   EXPECT_EQ("wordless", text_after([] { throw std::string(); }));

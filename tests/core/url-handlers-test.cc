@@ -13,11 +13,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A search path of its own with commands, and the user's directories of the test's home.
+// A private search path with commands, and the user's directories in the test's home.
 class UrlHandlers : public testing::Test
 {
 protected:
-  static void SetUpTestSuite() // before GLib reads them: no handlers of the system
+  static void SetUpTestSuite() // hides the system's handlers before GLib reads them
   {
     for (const char* const name : {"XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
       setenv(name, "/no/such/directory", 1);
@@ -53,7 +53,7 @@ protected:
     fs::remove_all(applications);
     fs::remove(associations);
   }
-  // What a start registers that takes any "open".
+  // Registers "open" like an earlier version of the program, which accepted any "open".
   void register_open(const std::string& scheme) const
   {
     const auto handler = Gio::AppInfo::create_from_commandline("open", "open hack",
@@ -86,14 +86,14 @@ const char* const not_set_up = "No default app for http!\nFailed to set up handl
 
 } // namespace
 
-TEST_F(UrlHandlers, TakeNoOpenThatIsMissing)
+TEST_F(UrlHandlers, DoNotAcceptAMissingOpen)
 {
   EXPECT_FALSE(has_open_command());
   link("first/open", commands.dir + "gone");
   EXPECT_FALSE(has_open_command());
 }
 
-TEST_F(UrlHandlers, TakeNoOpenThatIsAnotherNameOfXdgOpen)
+TEST_F(UrlHandlers, DoNotAcceptAnOpenThatIsAnotherNameOfXdgOpen)
 {
   executable("bin/xdg-open");
   link("alternatives/open", commands.dir + "bin/xdg-open");
@@ -101,17 +101,17 @@ TEST_F(UrlHandlers, TakeNoOpenThatIsAnotherNameOfXdgOpen)
   EXPECT_FALSE(has_open_command());
 }
 
-TEST_F(UrlHandlers, TakeAnyOtherOpen)
+TEST_F(UrlHandlers, AcceptAnyOtherOpen)
 {
   executable("bin/opener");
   executable("second/xdg-open");
   link("second/open", "../bin/opener");
   EXPECT_TRUE(has_open_command());
-  executable("first/open"); // a script that is found before
+  executable("first/open"); // a script that is found first
   EXPECT_TRUE(has_open_command());
 }
 
-TEST_F(UrlHandlers, RegisterNothingWhereOpenIsAnotherNameOfXdgOpen)
+TEST_F(UrlHandlers, RegisterNothingIfOpenIsAnotherNameOfXdgOpen)
 {
   executable("second/xdg-open");
   link("second/open", "xdg-open");
@@ -121,14 +121,14 @@ TEST_F(UrlHandlers, RegisterNothingWhereOpenIsAnotherNameOfXdgOpen)
   EXPECT_FALSE(has_url_handler("mailto"));
 }
 
-TEST_F(UrlHandlers, RegisterNothingWhereThereIsNoOpen)
+TEST_F(UrlHandlers, RegisterNothingIfThereIsNoOpen)
 {
   EXPECT_EQ(not_set_up, output_of(0, check_url_handlers));
   EXPECT_EQ(0U, desktop_files());
   EXPECT_FALSE(file_exists(associations));
 }
 
-TEST_F(UrlHandlers, CountAnXdgOpenThatAnEarlierStartRegisteredAsNoneAndRemoveIt)
+TEST_F(UrlHandlers, IgnoreAndRemoveAnXdgOpenThatAnEarlierStartRegistered)
 {
   const std::string xdg_open = executable("second/xdg-open");
   link("second/open", xdg_open);
@@ -144,7 +144,7 @@ TEST_F(UrlHandlers, CountAnXdgOpenThatAnEarlierStartRegisteredAsNoneAndRemoveIt)
   EXPECT_EQ(std::string::npos, read_file(associations).find("userapp-open hack-"));
 }
 
-TEST_F(UrlHandlers, AreRegisteredOnceWithAnOpenOfItsOwn)
+TEST_F(UrlHandlers, AreRegisteredOnceIfOpenIsAProgramOfItsOwn)
 {
   executable("first/open");
   EXPECT_EQ("No default app for http!\nNo default app for https!\nNo default app for mailto!\n",
@@ -157,10 +157,10 @@ TEST_F(UrlHandlers, AreRegisteredOnceWithAnOpenOfItsOwn)
   EXPECT_EQ(list, read_file(associations));
 }
 
-TEST_F(UrlHandlers, LeaveNothingBehindThatCouldNotBeMadeTheDefault)
+TEST_F(UrlHandlers, RemoveAHandlerThatCouldNotBecomeTheDefault)
 {
   executable("first/open");
-  fs::create_directories(associations); // so it cannot be written, not even by root
+  fs::create_directories(associations); // even root cannot write a file there
   EXPECT_EQ(not_set_up, output_of(0, check_url_handlers));
   EXPECT_EQ(0U, desktop_files());
 }

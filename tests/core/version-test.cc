@@ -4,14 +4,14 @@
 
 #include <regex>
 
-TEST(BuildInfo, JoinsTheNumbersByPoints)
+TEST(BuildInfo, SeparatesTheNumbersByPoints)
 {
   EXPECT_EQ(std::to_string(BuildInfo::major) + "." + std::to_string(BuildInfo::minor) + "." +
                 std::to_string(BuildInfo::buildnum),
             BuildInfo::version_str);
 }
 
-TEST(BuildInfo, TellsTheBuildDateAsYearMonthDayAndTime)
+TEST(BuildInfo, HasTheBuildDateAsYearMonthDayAndTime)
 {
   EXPECT_TRUE(std::regex_match(BuildInfo::date_str,
                                std::regex("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d")))

@@ -33,10 +33,10 @@ TEST(WidgetHelpers, WordsBreakAnywhereWithoutAHyphen)
       glyphs += run->glyphs->num_glyphs;
   } while (pango_layout_iter_next_run(runs));
   pango_layout_iter_free(runs);
-  EXPECT_EQ(100, glyphs); // a hyphen would be one more
+  EXPECT_EQ(100, glyphs); // a hyphen would be another glyph
 }
 
-TEST(WidgetHelpers, ShowOrHideDoesWhatItSays)
+TEST(WidgetHelpers, ShowOrHideShowsOrHidesAWidget)
 {
   Gtk::Label label;
   show_or_hide(&label, true);

@@ -53,7 +53,7 @@ TEST_F(AbundanceChoicesTest, FillSkippedClasses)
   EXPECT_EQ(Texts({"0 None -1", "0 Oops -1", "0 Oops -1", "3 Only 23"}), choices(2));
 }
 
-TEST_F(AbundanceChoicesTest, AppendARowWhoseClassIsTaken)
+TEST_F(AbundanceChoicesTest, AppendARowWhoseClassAlreadyHasOne)
 {
   read("12,1,Few,2\n11,1,Single,1\n20,1,Zero,0\n21,1,Negative,-3\n");
   EXPECT_EQ(
@@ -117,7 +117,7 @@ TEST_F(AbundanceChoicesTest, SkipSurveyTypesThatCannotIndexATable)
   EXPECT_NE(std::string::npos, out.find("survey_subtype_id 100000 ")) << out;
 }
 
-TEST_F(AbundanceChoicesTest, LimitTheRoomThatFillersTake)
+TEST_F(AbundanceChoicesTest, LimitTheNumberOfFillers)
 {
   std::string rows;
   for (int type = 0; type < 40; ++type)
@@ -142,7 +142,7 @@ TEST_F(AbundanceChoicesTest, AreListedAtLevelThirty)
             read("11,1,Single,1\n"));
 }
 
-TEST_F(AbundanceChoicesTest, AreNotValidWithoutAWholeFile)
+TEST_F(AbundanceChoicesTest, AreInvalidWithoutACompleteFile)
 {
   EXPECT_EQ("Failed to open " + data.dir + "abundance-choices.csv!\n",
             output_of([&] { EXPECT_FALSE(AbundanceChoices(data.dir).is_valid()); }));

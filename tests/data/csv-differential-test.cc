@@ -16,8 +16,8 @@ constexpr int lines = 1'000'000;
 #endif
 constexpr unsigned int seed = 20210630;
 
-// Lines of what decides where a field begins and ends, characters of every
-// length that UTF-8 has or once had, and sequences that are cut or overlong.
+// Random lines of characters that separate fields, of characters of every length in UTF-8
+// (also of the former one with up to six bytes), and of truncated and overlong sequences.
 class OddLines
 {
 public:
@@ -55,7 +55,7 @@ public:
         "\xC0\x80",         // an overlong zero
         "\xE0\x80\xAF",     // an overlong slash
         "\xED\xA0\x80",     // half a pair
-        "\xEF\xBF\xBF",     // no character, but valid
+        "\xEF\xBF\xBF",     // not a character, but valid
         "\xF4\x90\x80\x80", // beyond the last character
         "\xEF\xBB\xBF",     // byte-order mark
     };
@@ -82,7 +82,7 @@ std::string shown(const std::string& line)
 
 } // namespace
 
-TEST(CsvLine, IsReadAsANaiveReadingOfItsSyntaxReadsIt)
+TEST(CsvLine, IsReadLikeByANaiveReader)
 {
   OddLines odd_lines;
   std::vector<Glib::ustring> fields;

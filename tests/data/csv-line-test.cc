@@ -39,7 +39,7 @@ void expect_fields(const std::vector<Case>& cases)
 
 } // namespace
 
-TEST(CsvLine, IsCutAtItsCommas)
+TEST(CsvLine, IsSplitAtItsCommas)
 {
   expect_fields({
       {"an empty line has no field", "", {}},
@@ -110,7 +110,7 @@ TEST(CsvLine, ReadsUnquotedFields)
   });
 }
 
-TEST(CsvLine, KeepsTextBehindAClosingQuoteAndTellsOfIt)
+TEST(CsvLine, KeepsTextAfterAClosingQuoteAndReportsIt)
 {
   const struct {
     const char* why;
@@ -134,7 +134,7 @@ TEST(CsvLine, KeepsTextBehindAClosingQuoteAndTellsOfIt)
   }
 }
 
-TEST(CsvLine, MendsBytesThatAreNotUtf8)
+TEST(CsvLine, ReplacesBytesThatAreNotUtf8)
 {
   const std::string mark = "\xEF\xBF\xBD";
   expect_fields({
@@ -151,7 +151,7 @@ TEST(CsvLine, MendsBytesThatAreNotUtf8)
   });
 }
 
-TEST(CsvLine, ForgetsTheFieldsOfTheLineBefore)
+TEST(CsvLine, ReplacesTheFieldsOfThePreviousLine)
 {
   std::vector<Glib::ustring> fields;
   const auto ignore = [](std::size_t, const Glib::ustring&) {};

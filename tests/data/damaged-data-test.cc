@@ -10,7 +10,7 @@
 
 namespace {
 
-// Damages a file in ways that depend on the seed alone.
+// Damages a file in a way that depends only on the seed.
 class Damage
 {
 public:
@@ -55,20 +55,20 @@ private:
                                          "99999999999999999999",
                                          "<b>&"};
     switch (pick(7)) {
-    case 0: // a byte changes
+    case 0: // changes a byte
       if (!text.empty())
         text[pick(text.size())] = static_cast<char>(random() % 256);
       break;
-    case 1: // the end is cut off
+    case 1: // truncates the text
       text.resize(place(text));
       break;
-    case 2: // some bytes are gone
+    case 2: // removes some bytes
       text.erase(place(text), pick(12));
       break;
-    case 3: // a number is another one
+    case 3: // changes a number
       replace_number(text, pieces[18 + pick(6)]);
       break;
-    case 4: // a part stands twice
+    case 4: // duplicates a part
       text.insert(place(text), text.substr(place(text), pick(60)));
       break;
     default:
@@ -106,7 +106,7 @@ std::size_t use_habitats(const HabitatInfo& habitats)
   return seen;
 }
 
-// Touches what the panels touch: every look-up by an id of another table.
+// Does every look-up that the panels do: each one uses an id from another table.
 std::size_t use(const std::string& dir)
 {
   DataDefs defs(dir);

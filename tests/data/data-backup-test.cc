@@ -26,7 +26,7 @@ class DataBackupTest : public testing::Test
 public:
   DataBackupTest() { write_file(a_csv, "old"); }
 
-  // As tar does it: a new file in the place of the old one.
+  // Replaces a file with a new one, as tar does.
   void unpack_over() const
   {
     fs::remove(a_csv);
@@ -34,7 +34,7 @@ public:
     write_file(b_csv, "new");
   }
 
-  // Does `action` in a process that then ends without any more ado.
+  // Does `action` in a process that then ends immediately.
   static void be_killed_after(const std::function<void()>& action)
   {
     const pid_t process = fork();
@@ -45,7 +45,7 @@ public:
     EXPECT_EQ(process, waitpid(process, nullptr, 0));
   }
 
-  // Does `action` as a user whom the system can refuse something.
+  // Does `action` as a user without root's permissions.
   void do_as_user(const std::function<void()>& action) const
   {
     const uid_t user = geteuid() == 0 ? 65'534 : geteuid();
@@ -64,7 +64,7 @@ public:
     EXPECT_EQ(0, status);
   }
 
-  // What a program leaves that is killed while it unpacks.
+  // Leaves the files of a program that was killed while it was unpacking.
   void be_killed_while_unpacking() const
   {
     be_killed_after([this] {
@@ -85,14 +85,14 @@ public:
     EXPECT_EQ("old", read_file(a_csv));
     EXPECT_FALSE(file_exists(b_csv));
   }
-  // Nothing but the data set, and no backup.
+  // Expects only the data set, without a backup.
   void expect_tidy() const
   {
     EXPECT_EQ(1, std::distance(fs::directory_iterator(local), fs::directory_iterator()));
     EXPECT_FALSE(file_exists(backup_place));
   }
 
-  // Replaces the whole set as tar does; it is as old as the server's files.
+  // Replaces the whole set as tar does, with the times of the server's files.
   void unpack_complete_set(const std::string& timestamp) const
   {
     DataSet set;
@@ -125,7 +125,7 @@ public:
   const std::string restored = "Restored the data in " + local + " from a backup.\n";
 };
 
-// As long as it lives, another process has backed up the directory and is unpacking.
+// During its lifetime, another process has backed up the directory and is unpacking.
 class OtherInstall
 {
 public:
@@ -166,7 +166,7 @@ private:
 
 // --- the end of an install ---
 
-TEST_F(DataBackupTest, LeavesNothingBesideNewDataThatAreWhole)
+TEST_F(DataBackupTest, LeavesNothingBesideCompleteNewData)
 {
   EXPECT_EQ("", output_of([this] {
               DataBackup backup(local);
@@ -179,7 +179,7 @@ TEST_F(DataBackupTest, LeavesNothingBesideNewDataThatAreWhole)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, IsRestoredIfTheNewDataAreNotWhole)
+TEST_F(DataBackupTest, IsRestoredIfTheNewDataAreIncomplete)
 {
   EXPECT_EQ(restored, output_of([this] {
               const DataBackup backup(local);
@@ -211,7 +211,7 @@ TEST_F(DataBackupTest, IsRestoredAfterTheProgramWasKilled)
   EXPECT_EQ("", recover());
 }
 
-TEST_F(DataBackupTest, IsRestoredBeforeAnotherOneIsMade)
+TEST_F(DataBackupTest, IsRestoredBeforeTheNextBackup)
 {
   be_killed_while_unpacking();
   output_of([this] {
@@ -223,7 +223,7 @@ TEST_F(DataBackupTest, IsRestoredBeforeAnotherOneIsMade)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, HoldsNothingToRestoreBeforeItIsWhole)
+TEST_F(DataBackupTest, IsNotRestoredBeforeItIsComplete)
 {
   write_file(backup_place + "/copies/data-files/a.csv", "half");
   EXPECT_EQ("", recover());
@@ -231,7 +231,7 @@ TEST_F(DataBackupTest, HoldsNothingToRestoreBeforeItIsWhole)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, RestoresAFileThatSomebodyPutThere)
+TEST_F(DataBackupTest, RestoresAFileOfTheUser)
 {
   fs::remove_all(local + "/data-files");
   write_file(local + "/data-files", "mine");
@@ -245,7 +245,7 @@ TEST_F(DataBackupTest, RestoresAFileThatSomebodyPutThere)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, RemovesHalfOfAFirstCopy)
+TEST_F(DataBackupTest, RemovesAnIncompleteFirstCopy)
 {
   fs::remove_all(local + "/data-files");
   be_killed_while_unpacking();
@@ -254,7 +254,7 @@ TEST_F(DataBackupTest, RemovesHalfOfAFirstCopy)
   EXPECT_FALSE(file_exists(backup_place));
 }
 
-TEST_F(DataBackupTest, FailsWhereSomethingElseIsInItsPlace)
+TEST_F(DataBackupTest, FailsIfSomethingElseHasItsPath)
 {
   write_file(backup_place, "mine");
   const DataBackup backup(local);
@@ -400,7 +400,7 @@ TEST_F(DataBackupTest, IsRestoredInADirectoryThatAnArchiveHasClosed)
 
 // --- forged backups, and those of earlier versions ---
 
-TEST_F(DataBackupTest, IsNotWhatAnArchivePutsThere)
+TEST_F(DataBackupTest, IsNeverAnEntryOfAnArchive)
 {
   output_of([this] {
     const DataBackup backup(local);
@@ -413,7 +413,7 @@ TEST_F(DataBackupTest, IsNotWhatAnArchivePutsThere)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, IsNotWhatTheArchiveOfAKilledProgramPutsThere)
+TEST_F(DataBackupTest, IsNeverAnEntryOfTheArchiveOfAKilledProgram)
 {
   be_killed_while_unpacking();
   write_file(former + "/data-file-info.txt", "timestamp=9999\nupdated=x\n");
@@ -422,7 +422,7 @@ TEST_F(DataBackupTest, IsNotWhatTheArchiveOfAKilledProgramPutsThere)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, IsNotWhatAnArchivePutsThereBesideNewData)
+TEST_F(DataBackupTest, IsNeverAnEntryOfAnArchiveWithNewData)
 {
   {
     DataBackup backup(local);
@@ -518,7 +518,7 @@ TEST_F(DataBackupTest, IsNotRestoredOverACompleteNewerSet)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, ThatIsNotWholeIsRestoredThoughTheDataAreComplete)
+TEST_F(DataBackupTest, IsRestoredIfItsCopyingWasInterrupted)
 {
   start_with_complete_set();
   write_file(local + "/other/notes.txt", "mine");
@@ -580,7 +580,7 @@ TEST_F(DataBackupTest, IsReadIfItCannotBeRestored)
 
 // --- other programs ---
 
-// tar goes on for a while when the program has ended.
+// tar continues for a while after the end of the program.
 TEST_F(DataBackupTest, IsRestoredOnlyOnceTheCommandsOfAKilledProgramHaveEnded)
 {
   const std::string go_on = scratch.dir + "go-on";
@@ -611,7 +611,7 @@ TEST_F(DataBackupTest, IsRestoredOnlyOnceTheCommandsOfAKilledProgramHaveEnded)
   expect_tidy();
 }
 
-TEST_F(DataBackupTest, IsReadWhereAnotherProgramDoesNotEndItsInstall)
+TEST_F(DataBackupTest, IsReadIfAnotherProgramDoesNotEndItsInstall)
 {
   std::string said;
   {
@@ -627,7 +627,7 @@ TEST_F(DataBackupTest, IsReadWhereAnotherProgramDoesNotEndItsInstall)
   EXPECT_EQ(restored, recover());
 }
 
-TEST_F(DataBackupTest, FailsWhereAnotherProgramDoesNotEndItsInstall)
+TEST_F(DataBackupTest, FailsIfAnotherProgramDoesNotEndItsInstall)
 {
   const OtherInstall other(*this);
   output_of([this] {

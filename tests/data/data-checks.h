@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// What `action` writes to standard error, which is where error() leaves its text.
+// Returns what `action` writes to standard error, such as the text of error().
 inline std::string reported_by(const std::function<void()>& action)
 {
   testing::internal::CaptureStderr();
@@ -15,7 +15,7 @@ inline std::string reported_by(const std::function<void()>& action)
   return testing::internal::GetCapturedStderr();
 }
 
-// The bytes of the texts; Glib::ustring itself compares by collation.
+// Returns the bytes of the texts, because Glib::ustring compares by collation.
 inline std::vector<std::string> bytes(const std::vector<Glib::ustring>& texts)
 {
   return {texts.begin(), texts.end()};

@@ -58,7 +58,7 @@ TEST_F(DataDefsTest, DropsRowsWithoutAGroup)
   EXPECT_EQ(Texts({"None"}), labels("current"));
 }
 
-TEST_F(DataDefsTest, TakesARowOfNoughtAndNothingAsADeclaration)
+TEST_F(DataDefsTest, TreatsARowOfZeroAndAnEmptyLabelAsADeclaration)
 {
   read("depth,0,\ncurrent,0,\"\"\ncurrent,1,None\nvisibility,0,Zero\nvisibility,5,\n");
   EXPECT_EQ(3U, defs->defs.size());
@@ -68,13 +68,13 @@ TEST_F(DataDefsTest, TakesARowOfNoughtAndNothingAsADeclaration)
   EXPECT_EQ(Numbers({0, 5}), values("visibility"));
 }
 
-TEST_F(DataDefsTest, ReadsNumbersAsFarAsTheyGo)
+TEST_F(DataDefsTest, ReadsNumbersUpToTheLastDigit)
 {
   read("depth, 12ft,a\ndepth,deep,b\ndepth,-3,c\ndepth,,d\n");
   EXPECT_EQ(Numbers({12, 0, -3, 0}), values("depth"));
 }
 
-TEST_F(DataDefsTest, IsNotValidWithoutAWholeFile)
+TEST_F(DataDefsTest, IsInvalidWithoutACompleteFile)
 {
   EXPECT_FALSE(DataDefs("/no/such/directory/").is_valid());
   data.file("data-definitions.csv", "group,label\n");

@@ -24,7 +24,7 @@ TEST(DataDialogs, NameTheRowOfTheWrongWidth)
   EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type);
 }
 
-TEST(DataDialogs, ShowThePathAsItIs)
+TEST(DataDialogs, ShowThePathLiterally)
 {
   const DataSet data;
   write_file(data.dir + "fish & <b>chips/data-parameters.csv", "parameter,value\nb\n");
@@ -58,7 +58,7 @@ TEST(DataDialogs, NameTheFileThatIsTooLarge)
             seen.text.raw());
 }
 
-// A file of zero bytes that takes no room on the disk.
+// A sparse file of zero bytes.
 TEST(DataDialogs, NameTheLineThatIsTooLong)
 {
   const DataSet data;

@@ -17,7 +17,7 @@ DataFileInfo info_of(const std::string& text)
 
 } // namespace
 
-TEST(DataFileInfo, HoldsTimestampAndDate)
+TEST(DataFileInfo, HasTimestampAndDate)
 {
   const DataFileInfo info = info_of("version=1\ntimestamp=20210101\nupdated=January 1, 2021\n");
   EXPECT_TRUE(info.valid);
@@ -26,7 +26,7 @@ TEST(DataFileInfo, HoldsTimestampAndDate)
   EXPECT_EQ("data-file-info.txt", DataFileInfo::get_filename());
 }
 
-TEST(DataFileInfo, IsValidOnceBothAreThere)
+TEST(DataFileInfo, IsValidIfItHasBoth)
 {
   const struct {
     const char* why;
@@ -50,14 +50,14 @@ TEST(DataFileInfo, IsValidOnceBothAreThere)
   }
 }
 
-TEST(DataFileInfo, TakesValuesAsTheyStand)
+TEST(DataFileInfo, KeepsValuesUnchanged)
 {
   const DataFileInfo info = info_of("timestamp=1=2==\nupdated= x \r\nupdated= y \r\n");
   EXPECT_EQ("1=2==", info.timestamp);
   EXPECT_EQ(" y \r", info.updated) << "the last one stands";
 }
 
-TEST(DataFileInfo, IsQuietlyInvalidWithoutAReadableFile)
+TEST(DataFileInfo, IsInvalidWithoutAMessageIfTheFileIsUnreadable)
 {
   const DataSet missing;
   const DataSet directory;
@@ -68,7 +68,7 @@ TEST(DataFileInfo, IsQuietlyInvalidWithoutAReadableFile)
     EXPECT_EQ("", output_of([data] { EXPECT_FALSE(DataFileInfo(data->dir).valid); }));
 }
 
-TEST(DataFileInfo, SaysThatItIgnoresAKey)
+TEST(DataFileInfo, ReportsAKeyThatItIgnores)
 {
   bool valid = false;
   EXPECT_EQ("Ignoring unknown data-file-info key \"colour\" (= \"blue=green\")\n"
@@ -80,7 +80,7 @@ TEST(DataFileInfo, SaysThatItIgnoresAKey)
   EXPECT_TRUE(valid);
 }
 
-TEST(DataFileInfo, ReportsAnotherVersionAndReadsOn)
+TEST(DataFileInfo, ReportsAnotherVersionAndContinues)
 {
   bool valid = false;
   EXPECT_EQ(
@@ -93,7 +93,7 @@ TEST(DataFileInfo, ReportsAnotherVersionAndReadsOn)
   EXPECT_NE("", reported_by([] { info_of("version=\xFF\n"); }));
 }
 
-TEST(DataFileInfoDeathTest, EndsTheProgramOverALineWithoutEqualsSign)
+TEST(DataFileInfoDeathTest, EndsTheProgramAtALineWithoutAnEqualsSign)
 {
   EXPECT_EXIT(info_of("timestamp=1\nupdated\n"), testing::ExitedWithCode(1),
               "\\*\\*\\* FATAL ERROR: Data file metadata is corrupted!");

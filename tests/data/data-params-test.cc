@@ -22,26 +22,26 @@ protected:
 
 } // namespace
 
-TEST_F(DataParamsTest, HoldsNumbersByName)
+TEST_F(DataParamsTest, HasNumbersByName)
 {
   EXPECT_TRUE(read("temp_min_c,-2\ntemp_max_f,97\n").is_valid());
   EXPECT_EQ(-2, params->params["temp_min_c"]);
   EXPECT_EQ(97, params->params["temp_max_f"]);
 }
 
-TEST_F(DataParamsTest, LastRowOfANameStands)
+TEST_F(DataParamsTest, KeepsTheLastRowOfAName)
 {
   read("temp_min_c,-2\ntemp_min_c,5\n");
   EXPECT_EQ(5, params->params["temp_min_c"]);
 }
 
-TEST_F(DataParamsTest, CountsAMissingLimitAsNought)
+TEST_F(DataParamsTest, ReturnsZeroForAMissingLimit)
 {
   EXPECT_TRUE(read("").is_valid());
   EXPECT_EQ(0, params->params["temp_max_c"]);
 }
 
-TEST_F(DataParamsTest, CountsAValueThatIsNoNumberAsNought)
+TEST_F(DataParamsTest, ReadsAValueThatIsNotANumberAsZero)
 {
   read("temp_min_c,cold\ntemp_max_c,\nbottom_time_confirm_over, 120 min\n");
   EXPECT_EQ(0, params->params["temp_min_c"]);
@@ -57,7 +57,7 @@ TEST_F(DataParamsTest, ReportsAValueBeyondTheRange)
   EXPECT_EQ("", output_of(-2, [this] { read("temp_min_c,-99999999999\n"); }));
 }
 
-TEST_F(DataParamsTest, IsNotValidWithoutAWholeFile)
+TEST_F(DataParamsTest, IsInvalidWithoutACompleteFile)
 {
   EXPECT_FALSE(DataParams("/no/such/directory/").is_valid());
   data.file("data-parameters.csv", "value\n");

@@ -39,7 +39,7 @@ public:
   static void TearDownTestSuite() { app.reset(); }
 
 protected:
-  // The old tables are never freed by the program, so a test does it.
+  // Frees the old tables, because the program never does.
   void free_tables()
   {
     delete app->data_file_info;
@@ -58,7 +58,7 @@ protected:
     app->abundance_choices = nullptr;
   }
 
-  // A whole copy in the user's directory, with this metadata.
+  // Writes a complete copy with these metadata to the user's directory.
   void local_copy(const std::string& info) const
   {
     for (const auto& entry : std::filesystem::directory_iterator(built_in.root + "/data-files"))
@@ -81,7 +81,7 @@ protected:
   ApplicationDir built_in;
   DataSet local;
   std::string local_dir;
-  static std::unique_ptr<MyApp> app; // one for all tests: each looks through the system's programs
+  static std::unique_ptr<MyApp> app; // shared, because its constructor searches all programs
 };
 std::unique_ptr<MyApp> ReadDataFiles::app;
 
@@ -146,7 +146,7 @@ TEST_F(ReadDataFiles, ChoosesTheNewerCopy)
   }
 }
 
-TEST_F(ReadDataFiles, ReadsTheCopyThatItHasChosen)
+TEST_F(ReadDataFiles, ReadsTheChosenCopy)
 {
   local_copy(metadata("29991231"));
   write_file(local_dir + "data-parameters.csv", "parameter,value\ntemp_min_c,-11\n");
@@ -206,7 +206,7 @@ TEST_F(ReadDataFiles, StopsAtTheFirstTableThatFails)
   }
 }
 
-TEST_F(ReadDataFiles, LeavesTheOldTablesToThoseWhoUseThem)
+TEST_F(ReadDataFiles, KeepsTheOldTables)
 {
   read(RET_SUCCESS);
   const std::unique_ptr<RegionInfo> old_regions(app->region_info);
@@ -219,7 +219,7 @@ TEST_F(ReadDataFiles, LeavesTheOldTablesToThoseWhoUseThem)
   EXPECT_FALSE(old_defs->defs["depth"].labels.empty());
 }
 
-TEST_F(ReadDataFiles, TakesTheShippedDataWithoutComplaint)
+TEST_F(ReadDataFiles, ReadsTheShippedDataWithoutComplaint)
 {
   built_in.use_shipped_data();
   const std::string out = read(RET_SUCCESS);
@@ -227,7 +227,7 @@ TEST_F(ReadDataFiles, TakesTheShippedDataWithoutComplaint)
   EXPECT_EQ(out.size() - 1, out.find('\n')) << out;
 }
 
-TEST_F(ReadDataFiles, MakesTheUsersDirectoryFirst)
+TEST_F(ReadDataFiles, CreatesTheUsersDirectoryFirst)
 {
   app->local_data_dir = local.dir + "config/MAVO-Survey";
   EXPECT_EQ("No data in " + local.dir +
@@ -236,7 +236,7 @@ TEST_F(ReadDataFiles, MakesTheUsersDirectoryFirst)
   EXPECT_TRUE(std::filesystem::is_empty(local.dir + "config/MAVO-Survey"));
 }
 
-TEST_F(ReadDataFiles, KnowsTheUsersDirectoryFromTheConfiguration)
+TEST_F(ReadDataFiles, TakesTheUsersDirectoryFromTheConfiguration)
 {
   app->local_data_dir.clear();
   const std::string expected = Glib::get_user_config_dir() + "/MAVO-Survey";
@@ -247,7 +247,7 @@ TEST_F(ReadDataFiles, KnowsTheUsersDirectoryFromTheConfiguration)
             output_of([&] { EXPECT_EQ(expected, app->get_local_data_dir()); }));
 }
 
-TEST_F(ReadDataFiles, LivesWithoutADirectoryForTheUser)
+TEST_F(ReadDataFiles, WorksWithoutADirectoryForTheUser)
 {
   write_file(local.dir + "file", "in the way");
   app->local_data_dir = local.dir + "file/MAVO-Survey";
@@ -255,9 +255,9 @@ TEST_F(ReadDataFiles, LivesWithoutADirectoryForTheUser)
   EXPECT_EQ(local.dir + "file/MAVO-Survey", app->get_local_data_dir());
 }
 
-// --- an install that has not ended ---
+// --- an interrupted install ---
 
-TEST_F(ReadDataFiles, RestoresWhatABrokenOffInstallHasLeft)
+TEST_F(ReadDataFiles, RestoresTheBackupOfAnInterruptedInstall)
 {
   local_copy(metadata("20230303"));
   const std::string backup = backup_of_local();

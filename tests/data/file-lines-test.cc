@@ -20,7 +20,7 @@ std::vector<std::string> lines_of(const std::string& text)
 
 } // namespace
 
-TEST(FileLines, EndAtLineFeedsAlone)
+TEST(FileLines, EndOnlyAtLineFeeds)
 {
   using Lines = std::vector<std::string>;
   const struct {
@@ -41,7 +41,7 @@ TEST(FileLines, EndAtLineFeedsAlone)
     EXPECT_EQ(c.lines, lines_of(c.text)) << c.text;
 }
 
-TEST(FileLines, MayBeOfAnyLength)
+TEST(FileLines, MayHaveAnyLength)
 {
   std::string text;
   std::vector<std::string> lines;
@@ -54,7 +54,7 @@ TEST(FileLines, MayBeOfAnyLength)
   EXPECT_EQ(lines, lines_of(text)) << "without the last line feed";
 }
 
-TEST(FileLines, EndWhereTheFileCannotBeReadFurther)
+TEST(FileLines, EndWhereReadingFails)
 {
   std::istringstream in("a\nb\n");
   in.setstate(std::ios::badbit);

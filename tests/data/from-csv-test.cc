@@ -11,7 +11,7 @@ namespace {
 
 const char* const two_headings[] = {"a", "b", nullptr};
 
-// Keeps what it is given.
+// Stores the rows that it gets.
 class Rows : public FromCSV
 {
 public:
@@ -48,7 +48,7 @@ public:
 
 using Texts = std::vector<std::string>;
 
-// Keeps the default handling of headings, and all fields.
+// Uses the default handling of headings and stores all fields.
 class PlainRows : public FromCSV
 {
 public:
@@ -62,14 +62,14 @@ public:
 
 } // namespace
 
-TEST(FromCSV, IsNotValidBeforeAReaderSaysSo)
+TEST(FromCSV, IsInvalidUntilAReaderSetsIt)
 {
   const Rows rows;
   EXPECT_FALSE(rows.is_valid());
   EXPECT_TRUE(rows.filename.empty());
 }
 
-TEST(FromCSV, SaysWhenAFileCannotBeOpened)
+TEST(FromCSV, ReportsAFileThatCannotBeOpened)
 {
   Rows rows;
   const std::string fifo = rows.data.dir + "fifo.csv";
@@ -94,7 +94,7 @@ TEST(FromCSV, SaysWhenAFileCannotBeOpened)
   EXPECT_EQ(0, rows.ends + rows.heading_calls);
 }
 
-TEST(FromCSV, HandsOverEachRowAndThenTheEnd)
+TEST(FromCSV, PassesOnEachRowAndThenTheEnd)
 {
   Rows rows;
   EXPECT_EQ(RET_SUCCESS, rows.read("a,b\n1,2\n3,4\n"));
@@ -105,7 +105,7 @@ TEST(FromCSV, HandsOverEachRowAndThenTheEnd)
   EXPECT_TRUE(rows.headings.empty());
 }
 
-TEST(FromCSV, OnlyEndsAnEmptyFile)
+TEST(FromCSV, PassesOnOnlyTheEndOfAnEmptyFile)
 {
   for (const RetCode end_result : {RET_SUCCESS, RET_DECLINED}) {
     Rows rows;
@@ -116,7 +116,7 @@ TEST(FromCSV, OnlyEndsAnEmptyFile)
   }
 }
 
-TEST(FromCSV, TakesAFileOfHeadingsAlone)
+TEST(FromCSV, AcceptsAFileWithOnlyHeadings)
 {
   Rows rows;
   EXPECT_EQ(RET_SUCCESS, rows.read("a,b\n"));
@@ -180,7 +180,7 @@ TEST(FromCSV, RefusesARowOfTheWrongWidth)
   }
 }
 
-TEST(FromCSV, NamesThePathAsPlainWords)
+TEST(FromCSV, EscapesThePathInMessages)
 {
   Rows rows;
   const std::string path = rows.data.dir + "fish & <chips>.csv";
@@ -189,7 +189,7 @@ TEST(FromCSV, NamesThePathAsPlainWords)
             reported_by([&] { rows.read_file(path); }).find("fish & <chips>.csv line 2"));
 }
 
-TEST(FromCSV, TellsOfEveryMissingHeading)
+TEST(FromCSV, ReportsEveryMissingHeading)
 {
   const struct {
     const char* why;
@@ -239,14 +239,14 @@ TEST(FromCSV, SkipsRowsThatLackTheSecondColumnOfAHeading)
   EXPECT_NE(std::string::npos, out.find("line 3 is skipped")) << out;
 }
 
-TEST(FromCSV, TakesTheLastColumnOfAHeadingThatStandsTwice)
+TEST(FromCSV, UsesTheLastColumnOfADuplicateHeading)
 {
   Rows rows;
   EXPECT_EQ(RET_SUCCESS, rows.read("a,a,b,x,x\n1,2,3\n"));
   EXPECT_EQ(Texts({"2|3|"}), rows.rows);
 }
 
-TEST(FromCSV, KeepsARowWithBotchedQuotingAndSaysSo)
+TEST(FromCSV, KeepsAndReportsARowWithBotchedQuoting)
 {
   Rows rows;
   RetCode result = RET_FAILURE;
@@ -256,14 +256,14 @@ TEST(FromCSV, KeepsARowWithBotchedQuotingAndSaysSo)
   EXPECT_EQ(Texts({"1|\"x\"y|"}), rows.rows);
 }
 
-TEST(FromCSV, SaysNothingOfAFieldThatIsNeverClosed)
+TEST(FromCSV, DoesNotReportAFieldThatIsNeverClosed)
 {
   Rows rows;
   EXPECT_EQ("", output_of([&] { rows.read("a,b\n1,\"2,3\n4,5\n"); }));
   EXPECT_EQ(Texts({"1|2,3|", "4|5|"}), rows.rows);
 }
 
-TEST(FromCSV, StopsWhereTheReaderDoes)
+TEST(FromCSV, StopsIfTheReaderFails)
 {
   Rows rows;
   rows.row_result = RET_DECLINED;
@@ -272,7 +272,7 @@ TEST(FromCSV, StopsWhereTheReaderDoes)
   EXPECT_EQ(0, rows.ends);
 }
 
-TEST(FromCSV, GivesWhatTheEndOfTheDataGave)
+TEST(FromCSV, ReturnsTheResultOfTheEndOfTheData)
 {
   Rows rows;
   rows.end_result = RET_RESERVED_8;
@@ -293,7 +293,7 @@ TEST(FromCSV, KeepsTheHeadingsOfAReaderThatDoesNotCheckThem)
   EXPECT_EQ(Texts({"a", "b"}), bytes(rows.headings));
 }
 
-TEST(FromCSV, TakesTheFirstLineAsDataIfHeadingsAreThere)
+TEST(FromCSV, ReadsTheFirstLineAsDataIfItHasHeadings)
 {
   PlainRows rows;
   rows.headings = {"a", "b"};

@@ -32,7 +32,7 @@ protected:
 
 } // namespace
 
-TEST_F(HabitatInfoTest, HoldsNamesAndDescriptionsById)
+TEST_F(HabitatInfoTest, HasNamesAndDescriptionsById)
 {
   EXPECT_EQ("", read("2,Wall,Steep\n0,Sand,\n", ""));
   EXPECT_TRUE(habitats->is_valid());
@@ -50,7 +50,7 @@ TEST_F(HabitatInfoTest, OffersARegionItsHabitatsByTheRegionsCodes)
   EXPECT_EQ(2U, habitats->region_habitats.size());
 }
 
-TEST_F(HabitatInfoTest, LetsTheLastRowOfACodeStand)
+TEST_F(HabitatInfoTest, KeepsTheLastRowOfACode)
 {
   read(three, "PAC,1,2\nPAC,1,3\nPAC,0,1\n");
   EXPECT_EQ(Numbers({1, 3}), ids("PAC"));
@@ -83,7 +83,7 @@ TEST_F(HabitatInfoTest, SkipsIdsAndCodesThatCannotIndexATable)
     EXPECT_NE(std::string::npos, out.find(told)) << told << out;
 }
 
-TEST_F(HabitatInfoTest, LimitsTheRoomThatGapsTake)
+TEST_F(HabitatInfoTest, LimitsTheMemoryOfGaps)
 {
   std::string rows;
   for (int i = 0; i < 12; ++i)
@@ -103,7 +103,7 @@ TEST_F(HabitatInfoTest, DoesNotOpenTheHabitatsIfTheRegionsFail)
             output_of([&] { EXPECT_FALSE(HabitatInfo(data.dir).is_valid()); }));
 }
 
-TEST_F(HabitatInfoTest, IsNotValidWithoutBothFilesWhole)
+TEST_F(HabitatInfoTest, IsInvalidWithoutBothFilesComplete)
 {
   data.file("habitatregion.csv", "regioncode,habitat,habitatid\n");
   EXPECT_EQ("Failed to open " + data.dir + "habitat.csv!\n",

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <vector>
 
-TEST(IdSet, HoldsEachIdOnceInAscendingOrder)
+TEST(IdSet, HasEachIdOnceInAscendingOrder)
 {
   IdSet ids{5, 1, 9, 5, 3};
   EXPECT_EQ((std::vector<int>{1, 3, 5, 9}), std::vector<int>(ids.begin(), ids.end()));

@@ -7,7 +7,8 @@ unsigned int byte_at(const std::string& text, std::size_t at)
   return at < text.size() ? static_cast<unsigned char>(text[at]) : 0;
 }
 
-// By the lead byte alone, as UTF-8 was first told: up to six bytes.
+// Returns the length that the lead byte gives: up to six bytes, as in the first definition of
+// UTF-8.
 std::size_t length_of(unsigned int lead)
 {
   if (lead < 0xC0 || lead >= 0xFE)
@@ -23,7 +24,7 @@ std::vector<std::string> characters_of(const std::string& line)
   return characters;
 }
 
-// The length of the valid sequence that begins at `at`, 0 if none does.
+// Returns the length of the valid sequence at `at`, or 0 if there is none.
 std::size_t valid_length(const std::string& text, std::size_t at)
 {
   const unsigned int lead = byte_at(text, at);

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-// A second reading of a line of a data file, to compare the program's with: slow,
-// character by character, one state after the other, and sharing nothing with it.
+// A second reader of a line of a data file, for comparison with the program's reader. It is
+// slow, reads character by character with a state machine, and shares no code.
 struct NaiveCsvLine {
   struct Botched {
     std::size_t column; // from 1
@@ -13,6 +13,6 @@ struct NaiveCsvLine {
 
   explicit NaiveCsvLine(const std::string& line);
 
-  std::vector<std::string> fields; // bytes that are not UTF-8 have become U+FFFD
-  std::vector<Botched> botched;    // fields with text behind their closing quote
+  std::vector<std::string> fields; // bytes that are not UTF-8 are replaced by U+FFFD
+  std::vector<Botched> botched;    // fields with text after their closing quote
 };

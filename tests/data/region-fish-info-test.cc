@@ -11,7 +11,7 @@ using Texts = std::vector<std::string>;
 const std::string species_headings =
     "speciesid,scientificname,commonname,familyid,invertebratetype,rarefishind";
 
-// One region, XYZ, with one family, no species and no zones unless a test says otherwise.
+// A region, XYZ, with one family, no species and no zones unless a test adds some.
 class RegionFishInfoTest : public testing::Test
 {
 protected:
@@ -35,7 +35,7 @@ protected:
   }
   void zones(const std::string& rows) const { data.file("XYZ-geog.csv", "geogid,name\n" + rows); }
 
-  // Reads the files, which has to succeed, and returns what was printed.
+  // Reads the files, expects success, and returns what was printed.
   std::string read()
   {
     fish = RegionFishInfo();
@@ -57,7 +57,7 @@ TEST_F(RegionFishInfoTest, StartsEmpty)
   EXPECT_EQ(-1, RegionFishInfo::Species().speciesid);
 }
 
-TEST_F(RegionFishInfoTest, HoldsFamiliesSpeciesAndZones)
+TEST_F(RegionFishInfoTest, HasFamiliesSpeciesAndZones)
 {
   families("F2,Hexagrammidae,Greenlings\nF1,Cottidae,Sculpins\n");
   species("3,Ophiodon elongatus,Lingcod,F2,0,1\n");
@@ -111,7 +111,7 @@ TEST_F(RegionFishInfoTest, FailsWithAnyOfItsFiles)
   }
 }
 
-TEST_F(RegionFishInfoTest, ListsAFamilyTwiceThatComesTwice)
+TEST_F(RegionFishInfoTest, ListsADuplicateFamilyTwice)
 {
   families("F1,Cottidae,Sculpins\nF1,Cottoidea,Bullheads\n");
   read();
@@ -119,7 +119,7 @@ TEST_F(RegionFishInfoTest, ListsAFamilyTwiceThatComesTwice)
   EXPECT_EQ("Bullheads", fish.families["F1"].commonname.raw());
 }
 
-TEST_F(RegionFishInfoTest, NamesAFamilyThatHasNoName)
+TEST_F(RegionFishInfoTest, GivesANameToAFamilyThatHasNone)
 {
   families("F1,,\nF2,Cottidae,\n");
   EXPECT_EQ("Warning: XYZ family F1 has no name!\n", read());
@@ -127,7 +127,7 @@ TEST_F(RegionFishInfoTest, NamesAFamilyThatHasNoName)
   EXPECT_EQ("", fish.families["F2"].commonname.raw()) << "it has a scientific name";
 }
 
-TEST_F(RegionFishInfoTest, NamesAFamilyWithoutCommonNameOnceASpeciesNeedsIt)
+TEST_F(RegionFishInfoTest, GivesACommonNameToAFamilyThatASpeciesNeeds)
 {
   families("F2,Cottidae,\n");
   species("1,a,b,F2,0,0\n2,a,b,F2,0,0\n");
@@ -135,7 +135,7 @@ TEST_F(RegionFishInfoTest, NamesAFamilyWithoutCommonNameOnceASpeciesNeedsIt)
   EXPECT_EQ("Unnamed family (F2)", fish.families["F2"].commonname.raw());
 }
 
-TEST_F(RegionFishInfoTest, MakesUpAFamilyThatNoFileDefines)
+TEST_F(RegionFishInfoTest, CreatesAFamilyThatNoFileDefines)
 {
   species("1,a,b,F9,0,0\n2,a,b,F9,0,0\n");
   EXPECT_EQ("Region XYZ family id F9 is not defined!\nRegion XYZ family id F9 has no name!\n",
@@ -146,7 +146,7 @@ TEST_F(RegionFishInfoTest, MakesUpAFamilyThatNoFileDefines)
   EXPECT_EQ(Texts({"F1"}), bytes(fish.family_ids));
 }
 
-TEST_F(RegionFishInfoTest, GivesAllSpeciesWithoutFamilyTheSameOne)
+TEST_F(RegionFishInfoTest, GivesAllSpeciesWithoutAFamilyTheSameOne)
 {
   species("1,a,b,,0,0\n2,a,b,,0,0\n");
   EXPECT_EQ("Region XYZ species id 1 has no family!\n"
@@ -158,7 +158,7 @@ TEST_F(RegionFishInfoTest, GivesAllSpeciesWithoutFamilyTheSameOne)
   EXPECT_EQ("(empty)", fish.species[2].familyid);
 }
 
-TEST_F(RegionFishInfoTest, IsQuietAboutTheFamilyOfAnInvertebrate)
+TEST_F(RegionFishInfoTest, DoesNotReportAMissingFamilyOfAnInvertebrate)
 {
   species("1,a,b,,1,0\n2,a,b,F9,2,0\n");
   EXPECT_EQ("", read());
@@ -167,7 +167,7 @@ TEST_F(RegionFishInfoTest, IsQuietAboutTheFamilyOfAnInvertebrate)
   EXPECT_EQ("Unnamed family (Undefined family F9)", fish.families["F9"].commonname.raw());
 }
 
-TEST_F(RegionFishInfoTest, ComplainsOfFamiliesDownToLevelMinusOne)
+TEST_F(RegionFishInfoTest, ComplainsAboutFamiliesDownToLevelMinusOne)
 {
   species("1,a,b,,0,0\n2,a,b,F9,0,0\n");
   {
@@ -210,7 +210,7 @@ TEST_F(RegionFishInfoTest, SkipsSpeciesWhoseIdCannotIndexATable)
   EXPECT_EQ(std::string::npos, out.find("line 5 ")) << out;
 }
 
-TEST_F(RegionFishInfoTest, CountsAnIdThatIsNoNumberAsNought)
+TEST_F(RegionFishInfoTest, ReadsAnIdThatIsNotANumberAsZero)
 {
   species("one,a,b,F1,0,0\n");
   EXPECT_EQ("", read());
@@ -249,7 +249,7 @@ TEST_F(RegionFishInfoTest, ReportsNumbersThatDoNotFitTheirTypeDownToLevelMinusOn
   EXPECT_EQ("", read());
 }
 
-TEST_F(RegionFishInfoTest, NeverTakesANegativeRarityForTheLargest)
+TEST_F(RegionFishInfoTest, NeverTreatsANegativeRarityAsTheLargest)
 {
   species("1,a,b,F1,0,200\n");
   read();
@@ -272,7 +272,7 @@ TEST_F(RegionFishInfoTest, HasSpanishNamesIfTheFileHasTheColumn)
   EXPECT_EQ("jocú", fish.species[1].spanishname.raw());
 }
 
-TEST_F(RegionFishInfoTest, SurvivesSpanishNamesThatStandTwice)
+TEST_F(RegionFishInfoTest, AcceptsDuplicateColumnsOfSpanishNames)
 {
   data.file("XYZ-species-info.csv",
             species_headings + ",spanishname,spanishname\n1,a,b,F1,0,0,jocú\n");
@@ -281,14 +281,14 @@ TEST_F(RegionFishInfoTest, SurvivesSpanishNamesThatStandTwice)
   EXPECT_EQ("", fish.species[1].spanishname.raw());
 }
 
-TEST_F(RegionFishInfoTest, TakesAnEmptySpeciesFile)
+TEST_F(RegionFishInfoTest, AcceptsAnEmptySpeciesFile)
 {
   EXPECT_EQ("", read());
   EXPECT_EQ(0, fish.max_rarefishind);
   EXPECT_TRUE(fish.species.empty());
 }
 
-TEST_F(RegionFishInfoTest, ListsAZoneTwiceThatComesTwice)
+TEST_F(RegionFishInfoTest, ListsADuplicateZoneTwice)
 {
   zones("5,One\n5,Other\n");
   read();
@@ -305,7 +305,7 @@ TEST_F(RegionFishInfoTest, KeepsZonesOfAnyNumber)
   EXPECT_EQ("Below", fish.geog_names[-5].raw());
 }
 
-TEST_F(RegionFishInfoTest, TellsOfItsProgressAtLevelFour)
+TEST_F(RegionFishInfoTest, TracesItsProgressAtLevelFour)
 {
   zones("3,Washington\n");
   species("2,a,b,F1,0,0\n");

@@ -20,7 +20,7 @@ class RegionInfoTest : public testing::Test
 protected:
   RegionInfoTest()
   {
-    data.minimal(); // brings the fish tables of PAC and CAR
+    data.minimal(); // includes the fish tables of PAC and CAR
   }
   // Reads these rows and returns what was printed.
   std::string read(const std::string& rows)
@@ -35,7 +35,7 @@ protected:
 
 } // namespace
 
-TEST_F(RegionInfoTest, HoldsARowAsASurveyType)
+TEST_F(RegionInfoTest, HasASurveyTypeForEachRow)
 {
   EXPECT_EQ("", read("PAC,PNW,Pacific,Northwest,1,Fish,1,0,1,0,1\n"
                      "PAC,PNW,Pacific,Northwest,2,More,0,1,0,1,0\n"));
@@ -79,7 +79,7 @@ TEST_F(RegionInfoTest, LeavesGapsBetweenIds)
   EXPECT_EQ(Numbers({5, 1}), regions->survey_types["PNW"].values);
 }
 
-TEST_F(RegionInfoTest, TakesAFlagForSetOnlyIfItIsOne)
+TEST_F(RegionInfoTest, TreatsAFlagAsSetOnlyIfItIsOne)
 {
   const struct {
     const char* flag;
@@ -102,7 +102,7 @@ TEST_F(RegionInfoTest, LetsASecondRowOfAnIdOverwriteTheFirst)
   EXPECT_EQ(Texts({"Second", "Second"}), bytes(regions->survey_types["PNW"].labels));
 }
 
-TEST_F(RegionInfoTest, KeepsHiddenSurveyTypesApart)
+TEST_F(RegionInfoTest, SeparatesHiddenSurveyTypes)
 {
   const TraceLevel level(1);
   EXPECT_EQ("Noting non-visible survey subtype 4 Old form\n",
@@ -113,7 +113,7 @@ TEST_F(RegionInfoTest, KeepsHiddenSurveyTypesApart)
   EXPECT_EQ("Old form", regions->hidden_survey_types["PNW"][4].raw());
 }
 
-TEST_F(RegionInfoTest, SaysNothingOfHiddenSurveyTypesAtLevelNought)
+TEST_F(RegionInfoTest, DoesNotReportHiddenSurveyTypesAtLevelZero)
 {
   EXPECT_EQ("", read("PAC,PNW,Pacific,Northwest,4,Old form,1,1,0,1,0\n"));
 }
@@ -142,7 +142,7 @@ TEST_F(RegionInfoTest, ListsSubregionsByTheirCodes)
   EXPECT_EQ(2U, regions->region_fish.size());
 }
 
-TEST_F(RegionInfoTest, LetsTheFirstRowOfASubregionNameIt)
+TEST_F(RegionInfoTest, TakesTheNameOfASubregionFromItsFirstRow)
 {
   read("PAC,PNW,Pacific,Northwest,7,Fish,1,1,0,1,1\nCAR,PNW,Other,Elsewhere,2,Fish,1,1,0,1,1\n");
   EXPECT_EQ("Northwest", regions->subregion_names["PNW"].raw());
@@ -151,7 +151,7 @@ TEST_F(RegionInfoTest, LetsTheFirstRowOfASubregionNameIt)
   EXPECT_EQ(0U, regions->region_fish.count("CAR"));
 }
 
-TEST_F(RegionInfoTest, GivesTheCodeOfTheLaterOfTwoSubregionsOfOneName)
+TEST_F(RegionInfoTest, UsesTheCodeOfTheLaterOfTwoSubregionsWithTheSameName)
 {
   read("PAC,PNW,Pacific,Coast,1,Fish,1,1,0,1,1\nPAC,CAL,Pacific,Coast,2,Fish,1,1,0,1,1\n");
   EXPECT_EQ(1U, regions->subregion_codes.size());
@@ -167,7 +167,7 @@ TEST_F(RegionInfoTest, FailsWithTheFishTablesOfAnyRegion)
   EXPECT_FALSE(regions->is_valid());
 }
 
-TEST_F(RegionInfoTest, IsNotValidWithoutAWholeFile)
+TEST_F(RegionInfoTest, IsInvalidWithoutACompleteFile)
 {
   data.remove("region-info.csv");
   output_of([&] { EXPECT_FALSE(RegionInfo(data.dir).is_valid()); });

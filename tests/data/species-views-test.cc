@@ -64,7 +64,7 @@ TEST_F(SpeciesViewInfoTest, GivesEachSubregionItsViews)
   EXPECT_EQ(Texts({"", "PNW", "PNW", "", "CAL"}), info->view_subregions);
 }
 
-TEST_F(SpeciesViewInfoTest, MarksADefaultOnlyByOne)
+TEST_F(SpeciesViewInfoTest, TreatsAViewAsTheDefaultOnlyIfItsFlagIsOne)
 {
   for (const char* flag : {"yes", "true", "01", "", "0", " 1"}) {
     regions->subregions.clear();
@@ -73,7 +73,7 @@ TEST_F(SpeciesViewInfoTest, MarksADefaultOnlyByOne)
   }
 }
 
-TEST_F(SpeciesViewInfoTest, LetsTheLastDefaultStand)
+TEST_F(SpeciesViewInfoTest, KeepsTheLastDefault)
 {
   read("1,PNW,One,1\n2,PNW,Two,1\n3,PNW,Three,0\n");
   EXPECT_EQ(2, subregion("PNW").default_view);
@@ -97,7 +97,7 @@ TEST_F(SpeciesViewInfoTest, SkipsViewsThatCannotIndexATable)
   EXPECT_NE(std::string::npos, out.find("viewid 100000 ")) << out;
 }
 
-TEST_F(SpeciesViewInfoTest, IsNotValidWithoutAWholeFile)
+TEST_F(SpeciesViewInfoTest, IsInvalidWithoutACompleteFile)
 {
   const auto is_valid = [this] { return SpeciesViewInfo(data.dir, regions.get()).is_valid(); };
   data.remove("species-view-definitions.csv");
@@ -123,7 +123,7 @@ TEST_F(SpeciesViewsTest, KeepTheSpeciesOfAViewInFileOrder)
   EXPECT_TRUE(views->view_subregions.empty());
 }
 
-TEST_F(SpeciesViewsTest, ListASpeciesTwiceThatComesTwice)
+TEST_F(SpeciesViewsTest, ListADuplicateSpeciesTwice)
 {
   read("1,10,F1\n1,12,F1\n1,10,F1\n1,12,F1\n");
   EXPECT_EQ(4U, views->species_of(1).size());
@@ -131,7 +131,7 @@ TEST_F(SpeciesViewsTest, ListASpeciesTwiceThatComesTwice)
   EXPECT_EQ(0U, views->species_set(1).count(11));
 }
 
-TEST_F(SpeciesViewsTest, AreEmptyForAViewThatIsNotThere)
+TEST_F(SpeciesViewsTest, AreEmptyForAMissingView)
 {
   read("1,10,F1\n");
   EXPECT_EQ(1U, views->species_of(1).size());
@@ -152,7 +152,7 @@ TEST_F(SpeciesViewsTest, SkipIdsThatCannotIndexATable)
     EXPECT_NE(std::string::npos, out.find(told)) << told << out;
 }
 
-TEST_F(SpeciesViewsTest, AreNotValidWithoutAWholeFile)
+TEST_F(SpeciesViewsTest, AreInvalidWithoutACompleteFile)
 {
   EXPECT_EQ("Failed to open " + data.dir + "species-views.csv!\n",
             output_of([&] { EXPECT_FALSE(SpeciesViews(data.dir).is_valid()); }));
