@@ -1,6 +1,6 @@
-// bare-window DEFINITION_FILE [PANEL...]: the least that a gtkmm program does to show
-// the window of a definition file, with those panels of the file as pages of its
-// notebook. What the start of the real program is measured beside.
+// bare-window DEFINITION_FILE [PANEL...]: a minimal gtkmm program that shows the window of a
+// definition file, with the given panels of the file as pages of its notebook. It is the
+// reference for the start of the real program.
 #include <gtkmm/application.h>
 #include <gtkmm/builder.h>
 #include <gtkmm/notebook.h>

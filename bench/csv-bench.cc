@@ -1,4 +1,4 @@
-// Reading the reference data: its files alone, and into all tables.
+// Measures reading the reference data: only the files, and into all tables.
 #include "core/my-app.h"
 #include "data/survey-data.h"
 #include "support/bench.h"
@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Looks at every field and keeps none.
+// Reads every field and keeps none.
 class CountedFile : public FromCSV
 {
 public:
@@ -116,7 +116,7 @@ public:
   Tables(const Tables&) = delete;
   Tables& operator=(const Tables&) = delete;
 
-  // As at the start of the program, which has all its memory from the system.
+  // Returns all memory to the system, as at the start of the program.
   void clear()
   {
     const auto remove = [](auto*& table) {
@@ -196,7 +196,7 @@ std::size_t comparisons_of_fish_tables(const std::string& directory)
   return heading_comparisons() - before;
 }
 
-// The same files without a data row.
+// Writes the same files without data rows.
 void write_headings_alone(const std::string& from, const std::string& to)
 {
   for (const auto& path : csv_files(from)) {

@@ -8,11 +8,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <limits> // which libfccp needs and does not include
+#include <limits> // libfccp needs it and does not include it
 #include <memory>
 #include <utility>
 
-// Its reading thread would hide a part of what it costs.
+// The library's reading thread would hide a part of its cost.
 #define CSV_IO_NO_THREAD
 #include <libfccp/csv.h>
 
@@ -57,7 +57,7 @@ struct FileClose {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// What libcsv calls, with a CsvRows as its data.
+// The callback of libcsv. `rows` is a CsvRows.
 void count_field(void*, std::size_t length, void* rows)
 {
   static_cast<CsvRows*>(rows)->bytes += length;
@@ -98,7 +98,7 @@ CsvRows libcsv_rows(const std::string& path)
   CsvRows headings;
   CsvRows rows;
   std::array<char, 65'536> block;
-  // The headings, up to the line feed, are a block of their own.
+  // Parses the headings, up to the line feed, as a separate block.
   if (file && std::fgets(block.data(), block.size(), file.get()))
     csv_parse(&parser, block.data(), std::strlen(block.data()), count_field, count_row, &headings);
   while (const std::size_t length = std::fread(block.data(), 1, block.size(), file.get()))

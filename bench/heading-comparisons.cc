@@ -12,7 +12,7 @@ std::size_t comparisons = 0;
 
 } // namespace
 
-// Stands in front of the library's own, through which all comparisons go.
+// Replaces the library's function, which all comparisons call.
 extern "C" gint g_utf8_collate(const gchar* one, const gchar* other)
 {
   static const auto collate =

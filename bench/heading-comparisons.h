@@ -3,8 +3,7 @@
 #include <string>
 #include <vector>
 
-// How often Glib::ustring has compared a text with one of `headings` since the
-// start: each look-up in a map by heading name does so at least once, unless the
-// map is empty.
+// Returns how often Glib::ustring has compared a text with one of `headings` since the start.
+// Each look-up in a map by heading does so at least once, unless the map is empty.
 std::size_t heading_comparisons();
 void count_comparisons_with(const std::vector<std::string>& headings);

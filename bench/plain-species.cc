@@ -42,7 +42,7 @@ gboolean is_found(GtkTreeModel* model, GtkTreeIter* row, gpointer data)
   return matches.families[static_cast<std::size_t>(family)];
 }
 
-// Rows and columns of a size that is told, so that nothing has to be measured.
+// Appends a column with a fixed size, so that the toolkit need not measure it.
 void append_column(GtkTreeView* tree, const char* title, int width, int text_column)
 {
   GtkCellRenderer* const cell = gtk_cell_renderer_text_new();

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-// The references for the species tables: the toolkit alone, without a thought for the
-// survey, given all that there is to work out.
+// The references for the species tables: only the toolkit, with precomputed texts and without
+// the rules of a survey.
 
-// One row of a store of species, as texts that stand ready.
+// One row of a store of species, with precomputed texts.
 struct PlainRow {
   int id; // negative for a family
   std::string common;
@@ -22,13 +22,13 @@ struct PlainRow {
   bool operator==(const PlainRow& other) const;
 };
 
-// All rows of a store, families before their species.
+// Returns all rows of a store, families before their species.
 std::vector<PlainRow> rows_of(GtkTreeModel* model);
-// Empties the store, which no view shows, and fills it.
+// Clears the store and fills it. REQUIRES: no view shows the store.
 void fill_plainly(GtkTreeStore* store, const std::vector<PlainRow>& rows);
 
-// A window with an entry and a tree of the rows of `store` that a search has found. What it finds
-// is known beforehand.
+// A window with an entry and a tree of the rows of `store` that a search finds. The results of
+// the search are precomputed.
 class PlainSearch
 {
 public:
@@ -37,17 +37,17 @@ public:
   PlainSearch(const PlainSearch&) = delete;
   PlainSearch& operator=(const PlainSearch&) = delete;
 
-  // A search, and what it is to find: by species id, and by family in their order.
+  // The results of a search: by species id, and by family in their order.
   struct Matches {
     std::string text;
     std::vector<char> species;
     std::vector<char> families;
   };
-  // The species and the families with one whose both names have `text`.
+  // Returns the species whose text with both names contains `text`, and their families.
   static Matches matches_of(const std::vector<PlainRow>& rows, const std::string& text);
 
-  // Types the text and shows what was found, with all families unfolded: by the filter
-  // that is there, or by one of its own.
+  // Types the text and shows the results, with all families expanded: with the existing filter
+  // or with a new one.
   void refilter(const Matches& found);
   void filter_anew(const Matches& found);
 

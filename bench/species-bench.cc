@@ -1,4 +1,4 @@
-// The tables of species: filling them on a change of view, and searching them.
+// Measures filling the tables of species after a change of view, and searching them.
 #include "core/my-app.h"
 #include "data/region-info.h"
 #include "support/bench-window.h"
@@ -52,7 +52,7 @@ void destroy_counted(gpointer counted)
     inner->destroy(inner->data);
 }
 
-// The function of that name that this program stands in front of.
+// Returns the library's function of that name, which this program replaces.
 template<typename Function>
 Function* next_function(const char* name)
 {
@@ -80,8 +80,8 @@ extern "C" void gtk_tree_model_filter_set_visible_func(GtkTreeModelFilter* filte
 
 namespace {
 
-// Lets the toolkit do all that is left to do, drawing too, until it has been quiet for
-// the time of some frames.
+// Lets the toolkit finish its work, including drawing, until it has been idle for the time of
+// some frames.
 void settle()
 {
   constexpr int pause = 20'000; // microseconds
@@ -93,7 +93,7 @@ void settle()
   }
 }
 
-// What this process has taken of the processor so far, in seconds.
+// Returns the processor time of this process so far, in seconds.
 double processor_time()
 {
   timespec now{};
@@ -101,8 +101,8 @@ double processor_time()
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-// Measures `action` alone, each time after `prepare`. The processor's time is what
-// counts: a wait for the next frame is none of the program's doing.
+// Measures only `action`, each time after `prepare`. Measures processor time, because the
+// program has no influence on the wait for the next frame.
 template<typename Prepare, typename Action>
 void measure(benchmark::State& state, const Prepare& prepare, const Action& action)
 {
@@ -117,7 +117,7 @@ void measure(benchmark::State& state, const Prepare& prepare, const Action& acti
 template<typename Function>
 void add(const std::string& job, const char* who, const std::string& size, const Function& f)
 {
-  constexpr int repeated = 5; // preparing takes longer
+  constexpr int repeated = 5; // the preparation takes longer than the action
   bench_one(job, who, size, f)->UseManualTime()->Iterations(repeated);
 }
 
@@ -136,7 +136,7 @@ Stores stores_of(const SurveyWindow& window)
           rows_of(GTK_TREE_MODEL(window.unlisted_model->gobj()))};
 }
 
-// Another view, and back: all that follows from the choice.
+// Changes the view and changes it back, with all effects of the choice.
 void fill_ours(benchmark::State& state, SurveyWindow& window)
 {
   const Stores before = stores_of(window);
@@ -153,7 +153,7 @@ void fill_reference(benchmark::State& state, SurveyWindow& window)
   const Stores ready = stores_of(window);
   const auto listed = plain_store(window.species_columns);
   const auto unlisted = plain_store(window.species_columns);
-  measure(state, settle, // as before our own, since much is slower after a pause
+  measure(state, settle, // as for our own code, because much is slower after a pause
           [&] {
             fill_plainly(unlisted->gobj(), ready.second);
             fill_plainly(listed->gobj(), ready.first);
@@ -173,7 +173,7 @@ void register_filling(SurveyWindow& window, const std::string& size)
 
 // --- sorting ---
 
-// The species in the order of their ids, as they are sorted for the second store.
+// Returns the species in the order of their ids, which is their order before sorting.
 std::vector<SpeciesListItem> unsorted_species(const SurveyWindow& window)
 {
   std::vector<SpeciesListItem> list;
@@ -232,13 +232,13 @@ void register_sorting(SurveyWindow& window, const std::string& size)
 
 // --- searching ---
 
-// A text, and how many of all species have it in one of their names or between them.
+// A text, and the share of species with that text in their names or in the markup.
 struct Search {
   const char* text;
   const char* share;
 };
 const char* const nothing = "zzzz";
-const char* const everything = "i"; // of the tag around scientific names
+const char* const everything = "i"; // part of the tag around scientific names
 const Search searches[] = {{"zqone", "1 %"}, {"zqten", "10 %"}, {"i>", "100 %"}};
 
 int species_in(const std::vector<char>& matches)
@@ -263,7 +263,7 @@ void search_ours(benchmark::State& state, SurveyWindow& window, const char* firs
       [&] {
         type(window, search.text);
         calls = std::max(calls, visible_calls);
-        lowered = std::max(lowered, names_lowered - 1); // the other is the text
+        lowered = std::max(lowered, names_lowered - 1); // one call is for the text itself
       });
   state.counters["lowered"] = static_cast<double>(lowered);
   state.counters["visible"] = static_cast<double>(calls) / static_cast<double>(rows.size());

@@ -1,5 +1,5 @@
-// From the start of the program to its window on the display, seen from outside,
-// and the memory that this takes.
+// Measures from outside the time from the start of the program to its visible window, and the
+// memory for it.
 #include "support/bench.h"
 #include "support/started-program.h"
 #include "support/window-watch.h"
@@ -15,11 +15,11 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path application_dir = MAVO_APPLICATION_DIR;
-// The pages of the window, which stand by themselves in its definition file.
+// The pages of the window, which are separate in its definition file.
 const char* const panels[] = {"start_panel",  "member_panel",   "survey_panel1", "survey_panel2",
                               "listed_panel", "unlisted_panel", "confirm_panel"};
 
-// An application directory with other data than those that it was built with.
+// An application directory with other data than those of the build.
 class ApplicationDirectory
 {
 public:
@@ -31,7 +31,7 @@ public:
     link(fs::absolute(data_files), "data-files");
   }
 
-  // As the installed command starts it.
+  // Returns the command line with which the installed command starts the program.
   std::vector<std::string> start_command() const
   {
     const std::string executable = path / "MacOS/mavo-survey";
@@ -75,7 +75,7 @@ void measure_start(benchmark::State& state, const std::vector<std::string>& comm
       program.wait_until_idle();
       peak = std::max(peak, program.peak_bytes());
     }
-    // So that the window manager is not busy with it when the next one starts.
+    // Otherwise the window manager would be busy with it during the next start.
     check_result(state, watch.wait_until_gone(pid), "a window that stays");
   }
   state.counters["peak_bytes"] = peak + more_bytes;

@@ -1,4 +1,4 @@
-// The Start panel's list of all saved surveys.
+// Measures the Start panel's list of all saved surveys.
 #include "core/my-app.h"
 #include "support/bench-window.h"
 #include "ui/start-panel.h"
@@ -23,7 +23,7 @@ std::vector<std::string> files_in(const std::string& directory)
   return paths;
 }
 
-// Counts the rows that name a file, and how many of them could not be described.
+// Counts the rows of files, and those without a description.
 void count_surveys(const Gtk::TreeNodeChildren& rows, const SurveyTreeColumns& columns,
                    std::size_t& surveys, std::size_t& corrupted)
 {
@@ -67,7 +67,7 @@ void register_benchmarks()
 {
   const BenchData data = bench_data_sets().front();
   for (const auto& store : bench_stores()) {
-    // Without the slash at its end, as the program names its own.
+    // The program's own path has no slash at its end.
     MyApp& program = bench_program(data, store.directory.substr(0, store.directory.size() - 1));
     StartPanel* const panel = bench_window(program).start_panel;
     const auto files = files_in(store.directory);

@@ -1,4 +1,4 @@
-// The tree of geographic zones: a keystroke in its search, and all of it.
+// Measures the tree of geographic zones: a keystroke in its search, and the whole tree.
 #include "core/my-app.h"
 #include "data/region-info.h"
 #include "support/bench-window.h"
@@ -17,8 +17,8 @@ namespace {
 
 enum Column { ID, NAME, LABEL };
 
-// A zone with all that can be worked out before a search. The first one of all is
-// the root, which is never shown.
+// A zone with everything that can be computed before a search. The first one is the root,
+// which is never shown.
 struct PlainZone {
   int id = 0;
   std::string name;
@@ -35,7 +35,7 @@ bool begins_with(const std::string& code, const std::string& beginning)
   return code.compare(0, beginning.size(), beginning) == 0;
 }
 
-// Of a region in which codes are as in all real data: sites are leaves.
+// Returns the zones of a region in which sites are leaves, as in all real data.
 std::vector<PlainZone> zones_of(const RegionFishInfo& fish)
 {
   std::vector<PlainZone> zones(1);
@@ -56,7 +56,7 @@ std::vector<PlainZone> zones_of(const RegionFishInfo& fish)
   return zones;
 }
 
-// The same tree made by the toolkit's own means.
+// The same tree, with only the toolkit.
 class PlainTree
 {
 public:
@@ -97,7 +97,7 @@ public:
   }
 
 private:
-  // From the last to the first, since a store walks to the end of a list.
+  // Adds rows from the last to the first, because a store walks along the list to append.
   void fill(int parent, GtkTreeIter* parent_row)
   {
     for (int i = zones[parent].last_child; i > 0; i = zones[i].previous) {
@@ -111,13 +111,13 @@ private:
   }
 
   GtkTreeView* view;
-  GtkEntry* entry; // of the page
+  GtkEntry* entry; // the page's search field
   GtkTreeStore* store;
   std::vector<PlainZone> zones;
   std::vector<char> shown;
 };
 
-// Everything that the model holds, in the order of the tree.
+// Returns all rows of the model, in the order of the tree.
 std::string rows_of(GtkTreeModel* model)
 {
   std::string text;
@@ -138,14 +138,14 @@ std::string rows_of(GtkTreeModel* model)
   return text;
 }
 
-// A window whose tree of zones is in sight, of a region of many zones.
+// Returns the visible zone page of a window, for a region with many zones.
 SurveyPanel1& zone_panel(MyApp& program)
 {
   SurveyWindow& window = bench_window(program);
   SurveyPanel1& panel = *window.survey_panel1;
   window.notebook->set_current_page(panel.page);
   for (const auto& [subregion, region] : program.region_info->subregion_regions)
-    if (region.raw() != "PAC") { // whose subregions have a part of the zones each
+    if (region.raw() != "PAC") { // each subregion of PAC has only a part of the zones
       panel.setup_for_subregion(subregion);
       break;
     }
@@ -153,7 +153,7 @@ SurveyPanel1& zone_panel(MyApp& program)
   return panel;
 }
 
-// Two texts by turns, so that each is a change. Both find the same or nearly so.
+// Two texts that are typed alternately, so that each is a change. They find almost the same.
 struct Keystroke {
   const char* job;
   const char* size;

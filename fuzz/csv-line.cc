@@ -1,4 +1,4 @@
-// The splitter of data lines, compared with a second reading of the syntax.
+// Target: the splitter of data lines. Compares it with a second implementation.
 #include "data/csv-line.h"
 
 #include "data/naive-csv-line.h"

@@ -1,5 +1,5 @@
-// The metadata of a data set. A line without an equals sign ends the program, so
-// each line that has none is given one.
+// Target: the metadata of a data set. Adds an equals sign to each line that has none, because
+// such a line ends the program.
 #include "data/data-file-info.h"
 
 #include "target.h"

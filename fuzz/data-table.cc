@@ -1,5 +1,5 @@
-// The readers of the eleven kinds of data file, each over a set of sound files.
-// The first byte of the input chooses the kind, from 'a' on; the rest is the file.
+// Target: the readers of the eleven kinds of data file. The first byte of the input selects the
+// kind, from 'a' on. The rest replaces that file in a valid data set.
 #include "data/survey-data.h"
 #include "support/data-set.h"
 
@@ -131,7 +131,7 @@ void read(Kind kind, const std::string& dir)
   }
 }
 
-// The files of a sound set, read once to be put back.
+// The files of a valid data set, which are restored after each input.
 class SoundSet
 {
 public:

@@ -1,6 +1,5 @@
-// replay DIRECTORY: hands every file of a corpus to the fuzz target that this is
-// linked with, so that what fuzzing once found is tried with every test run. A
-// crash ends it; so does a directory without a file.
+// replay DIRECTORY: runs the linked fuzz target with every file of a corpus, so that every test
+// run tries what fuzzing found. A crash ends it. It also fails if the directory has no file.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -22,7 +21,7 @@ int main(int argc, char** argv)
   std::sort(paths.begin(), paths.end());
 
   for (const auto& path : paths) {
-    std::fprintf(stderr, "%s\n", path.c_str()); // the last one is the one that crashed
+    std::fprintf(stderr, "%s\n", path.c_str()); // the last line is the input that crashed
     std::ifstream file(path, std::ios::binary);
     const std::string bytes(std::istreambuf_iterator<char>(file), {});
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());

@@ -1,5 +1,5 @@
-// The species search: the first line of the input is what is searched for, the
-// second the chosen label, the others are cells of the table.
+// Target: the species search. The first line of the input is the search text, the second line is
+// the chosen label, and the other lines are cells of the table.
 #include "ui/species-search.h"
 
 #include "core/number.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// As in the program, where both the entry's text and the tables are valid.
+// Returns valid UTF-8, as in the program's entry and tables.
 Glib::ustring text_of(const std::string& line)
 {
   return Glib::ustring(line).make_valid();

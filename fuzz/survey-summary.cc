@@ -1,4 +1,4 @@
-// The describing road: a file among the surveys, up to its line in the list.
+// Target: the description of a saved survey, from its file to its line in the list.
 #include "core/thrown-text.h"
 #include "data/data-defs.h"
 #include "data/region-info.h"

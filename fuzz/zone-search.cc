@@ -1,5 +1,5 @@
-// The zone tree: the first line of the input is the search, the second "REGION
-// SUBREGION", the others are zones as "code,name".
+// Target: the zone tree. The first line of the input is the search, the second line is "REGION
+// SUBREGION", and the other lines are zones as "code,name".
 #include "core/number.h"
 #include "core/text.h"
 #include "ui/zone-tree.h"

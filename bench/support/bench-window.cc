@@ -39,7 +39,7 @@ MyApp& bench_program(const BenchData& data, const std::string& store)
   fs::create_directory(directory);
   fs::create_directory_symlink(MAVO_RESOURCES, directory / "resources");
   fs::create_directory_symlink(data.directory, directory / "data-files");
-  fs::current_path(directory); // where the program looks for both
+  fs::current_path(directory); // the program looks there for both
 
   auto* const program = new MyApp(registered_application());
   program->survey_root = store.empty() ? (directory / "store").string() : store;

@@ -5,13 +5,13 @@
 class MyApp;
 class SurveyWindow;
 
-// The program with the reference data of that directory. Its saved surveys are
-// those in the directory `store`; without one it has none. As in the program
-// itself, what it has read is never freed.
+// Returns the program with the reference data of that directory. `store` is the directory of its
+// saved surveys; if it is empty, there are none. The tables are never freed, as in the program
+// itself.
 MyApp& bench_program(const BenchData& data, const std::string& store = "");
 
-// A window of that program, on the screen with its first page and drawn.
+// Returns a visible window of that program, with its first page drawn.
 SurveyWindow& bench_window(MyApp& program);
 
-// Lets GTK do all that it has put off.
+// Lets GTK do all its pending work.
 void settle_windows();

@@ -11,7 +11,7 @@ namespace {
 
 bool has_failed = false;
 
-// The directories in `folder` of the data of this run, the smallest first.
+// Returns the directories in `folder` of the data of this run, the smallest first.
 std::vector<BenchData> data_in(const char* folder)
 {
   const char* const top = std::getenv("MAVO_BENCH_DATA");

@@ -5,23 +5,23 @@
 #include <string>
 #include <vector>
 
-// What all measurements share. Each has a name of three parts, which bench/table
-// puts together again: what is done, who does it ("ours", or a reference beside
-// which it is to be judged), and the size of the data: "csv_rows/ours/huge".
+// The common part of all measurements. The name of a measurement has three parts, which
+// bench/table combines: the job, who does it ("ours" or a reference), and the size of the
+// data, such as "csv_rows/ours/huge".
 
 // A data set or store that bench/make-data has written.
 struct BenchData {
-  std::string name;      // "huge", or "1000" of a store of so many surveys
+  std::string name;      // such as "huge", or "1000" for a store of 1,000 surveys
   std::string directory; // ends in a slash
 };
 
-// The data sets and the stores that this run has, the smallest first; which, is
-// up to bench/run.sh. The program ends if it was started without any.
+// Return the data sets and the stores of this run, the smallest first. bench/run.sh determines
+// them. They end the program if there are none.
 std::vector<BenchData> bench_data_sets();
 std::vector<BenchData> bench_stores();
 
-// Each program defines this: registers its measurements by bench_one(),
-// after all that they need has been set up.
+// Each program defines this function. It prepares what the measurements need and registers
+// them with bench_one().
 void register_benchmarks();
 
 // Registers one measurement under its name.
@@ -34,5 +34,5 @@ benchmark::internal::Benchmark* bench_one(const std::string& job, const std::str
       ->Unit(benchmark::kMicrosecond);
 }
 
-// A measurement that did not do its work is none: says so, and fails the run.
+// Reports a measurement that did not do its work, and fails the run.
 void check_result(benchmark::State& state, bool held, const char* what);

@@ -32,8 +32,8 @@ std::string fresh_directory()
   return path;
 }
 
-// What every desktop has: programs that open addresses. Where there are none, the
-// program has to make do at each start.
+// Registers programs that open addresses, as on every desktop. Without them, each start of the
+// program takes additional time.
 void make_desktop(const fs::path& home)
 {
   const fs::path applications = home / ".local/share/applications";
@@ -46,8 +46,8 @@ void make_desktop(const fs::path& home)
          "x-scheme-handler/https=browser.desktop\nx-scheme-handler/mailto=browser.desktop\n";
 }
 
-// What this process has, with a home of its own, and without what would lead the
-// program elsewhere.
+// Returns this process's environment with another home directory, and without variables that
+// would make the program use other directories.
 std::vector<std::string> environment_with_home(const std::string& home)
 {
   std::vector<std::string> variables{"HOME=" + home, "XDG_CONFIG_HOME=" + home + "/.config"};
@@ -85,7 +85,7 @@ pid_t spawn(std::vector<std::string> command, std::vector<std::string> environme
   return pid;
 }
 
-// What the kernel says of a process; empty once it has gone.
+// Returns a file of the kernel about a process, or an empty text if the process has ended.
 std::string proc_file(pid_t pid, const char* name)
 {
   std::ifstream file("/proc/" + std::to_string(pid) + "/" + name);
@@ -109,7 +109,7 @@ StartedProgram::~StartedProgram()
   fs::remove_all(home, ignored);
 }
 
-// It is idle when it sleeps, and has neither run nor waited for a processor for a while.
+// The program is idle if it sleeps and has neither run nor waited for a processor for a while.
 void StartedProgram::wait_until_idle() const
 {
   constexpr auto a_while = std::chrono::milliseconds(150);
@@ -133,5 +133,5 @@ double StartedProgram::peak_bytes() const
   const auto found = status.find(label);
   if (found == std::string::npos)
     fail("A program that was started has ended by itself");
-  return std::stod(status.substr(found + label.size())) * 1024; // stands in KiB
+  return std::stod(status.substr(found + label.size())) * 1024; // the file has KiB
 }

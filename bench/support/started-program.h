@@ -6,20 +6,20 @@
 #include <string>
 #include <vector>
 
-// A program that was started with a fresh home directory, as if by a new user. It
-// is killed, and its home removed, at the end of this object's life.
+// A program that was started with a fresh home directory, as by a new user. The destructor
+// kills it and removes the home directory.
 class StartedProgram
 {
 public:
-  // Ends this program if there is no such command.
+  // Ends this program if the command does not exist.
   explicit StartedProgram(std::vector<std::string> command);
   ~StartedProgram();
   StartedProgram(const StartedProgram&) = delete;
   StartedProgram& operator=(const StartedProgram&) = delete;
 
-  // Returns once the program has nothing more to do than to wait for its user.
+  // Returns when the program only waits for its user.
   void wait_until_idle() const;
-  // The most memory that it has had so far, in bytes.
+  // Returns the program's peak memory so far, in bytes.
   double peak_bytes() const;
 
   std::string home;

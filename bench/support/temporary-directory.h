@@ -5,7 +5,7 @@
 #include <string>
 #include <system_error>
 
-// A directory of a measurement's own, removed at the end.
+// A new directory. The destructor removes it.
 class TemporaryDirectory
 {
 public:

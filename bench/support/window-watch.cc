@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto patience = std::chrono::seconds(60);
 
-// A window may go while it is asked about: then it has no properties.
+// A window may disappear during a query; then it has no properties.
 int ignore_error(Display*, XErrorEvent*)
 {
   return 0;
@@ -46,8 +46,8 @@ bool WindowWatch::wait_until_gone(pid_t pid)
   return wait_until([&] { return windows_of(pid).empty(); });
 }
 
-// Looks anew whenever the display's server has told of a change, and only then, so
-// that looking does not slow down what is being waited for.
+// Checks the condition only after events of the display's server, so that the checks do not
+// slow down the program that it waits for.
 template<typename Holds>
 bool WindowWatch::wait_until(const Holds& holds)
 {
@@ -66,14 +66,14 @@ bool WindowWatch::wait_until(const Holds& holds)
   return true;
 }
 
-// Those that the window manager has taken under its wing.
+// Returns the windows that the window manager manages.
 std::vector<Window> WindowWatch::windows_of(pid_t pid)
 {
   std::vector<Window> found;
   for (const Window window : property(root, client_list)) {
     const auto owner = property(window, process);
     if (!owner.empty() && owner.front() == static_cast<unsigned long>(pid)) {
-      XSelectInput(display.get(), window, StructureNotifyMask); // to see it being mapped
+      XSelectInput(display.get(), window, StructureNotifyMask); // reports when it is mapped
       found.push_back(window);
     }
   }
@@ -92,7 +92,7 @@ std::vector<unsigned long> WindowWatch::property(Window window, Atom name)
                          &format, &count, &left, &data) != Success ||
       !data)
     return {};
-  // Xlib gives each item of 32 bits as a long.
+  // Xlib returns each item of 32 bits as a long.
   const auto* const items = reinterpret_cast<const unsigned long*>(data);
   std::vector<unsigned long> values(items, items + (format == 32 ? count : 0));
   XFree(data);

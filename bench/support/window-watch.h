@@ -6,19 +6,18 @@
 #include <memory>
 #include <vector>
 
-// Sees the windows of other programs come and go, as the display's server and the
-// window manager tell of them.
+// Watches the windows of other programs appear and disappear, by the events of the display's
+// server and the properties of the window manager.
 class WindowWatch
 {
 public:
   // Ends this program if there is no display.
   WindowWatch();
 
-  // Returns once a window of the process is mapped, and so are all that it lies in;
-  // false if none comes.
+  // Returns when a window of the process and all its parents are mapped; false if none appears.
   bool wait_for_window(pid_t pid);
-  // Returns once the window manager knows no window of the process any more; false
-  // if it keeps one.
+  // Returns when the window manager no longer manages a window of the process; false if one
+  // stays.
   bool wait_until_gone(pid_t pid);
 
 private:

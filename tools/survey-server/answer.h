@@ -4,24 +4,24 @@
 #include <utility>
 #include <vector>
 
-// What goes back for one request.
+// The answer to one request.
 struct Answer {
   int status = 200;
   std::vector<std::pair<std::string, std::string>> headers; // name, value
   std::string body;
 
   void add_header(const std::string& name, const std::string& value);
-  // Takes every header of that name away, in whatever case it is written.
+  // Removes every header of that name, in any case.
   void remove_header(const std::string& name);
 
-  // A header that only raw bytes can bring across: it holds a line break.
+  // Returns whether a header contains a line break, which only a raw answer can send.
   bool has_broken_header() const;
-  // Status line, headers and the empty line, for a body of `length` bytes after
-  // which the connection is closed.
+  // Returns status line, headers and the empty line, for a body of `length` bytes. The
+  // connection closes after the body.
   std::string head(std::size_t length) const;
 };
 
-// Thrown where a request is refused: the status, and the reason for the user.
+// An exception that refuses a request, with the status and the reason for the user.
 struct Refusal {
   int status;
   std::string reason;

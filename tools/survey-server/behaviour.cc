@@ -9,7 +9,7 @@
 namespace {
 
 const std::size_t trickle_pieces = 20;
-// So much more is announced than comes, if the connection is closed in between.
+// The number of bytes that are announced but not sent if the connection closes early.
 const std::size_t missing_bytes = 1000;
 const char not_http[] = "\x01\x02 not what you asked for \xff";
 
@@ -58,7 +58,7 @@ void read_flag(Behaviour& behaviour, const std::string& word)
     throw std::invalid_argument("unknown word \"" + word + "\"");
 }
 
-// The words that take a value, and what each does.
+// The words that have a value, and their effects.
 const struct {
   const char* name;
   void (*apply)(Behaviour& behaviour, const std::string& value);

@@ -7,36 +7,36 @@
 
 #include "answer.h"
 
-// How one request is answered: as it should be, unless told otherwise.
+// How the server answers one request. By default it answers correctly.
 struct Behaviour {
   enum Close { CLOSE_NEVER, CLOSE_BEFORE, CLOSE_MIDDLE };
 
-  std::optional<int> status;                                // instead of the fitting one
-  std::vector<std::string> without;                         // headers left out
-  std::vector<std::pair<std::string, std::string>> headers; // headers added: name, value
-  std::optional<std::string> redirect;                      // address to go to instead
-  std::optional<std::string> type; // content type instead of the fitting one
-  std::string damage;              // of an archive; empty: none
+  std::optional<int> status;                                // instead of the correct status
+  std::vector<std::string> without;                         // omitted headers
+  std::vector<std::pair<std::string, std::string>> headers; // additional headers: name, value
+  std::optional<std::string> redirect;                      // the address of a redirection
+  std::optional<std::string> type; // instead of the correct content type
+  std::string damage;              // the damage of an archive; empty: none
   unsigned delay_ms = 0;
   Close close = CLOSE_NEVER;
   bool garbage = false;
   bool trickle = false;
 
-  // Whether the request is taken, that is, a survey kept.
+  // Returns whether the server accepts the request and stores the survey.
   bool takes_request() const;
-  // Changes an answer that is as it should be.
+  // Changes a correct answer.
   void spoil(Answer& answer) const;
-  // Whether the library cannot answer so.
+  // Returns whether the library cannot send this answer.
   bool needs_raw_answer(const Answer& answer) const;
-  // What goes over the wire, piece by piece. Nothing if it is closed before.
+  // Returns the bytes of the answer in pieces; none if the connection closes before.
   std::vector<std::string> pieces(const Answer& answer) const;
 };
 
-// Reads the words of a SPEC. Throws std::invalid_argument with what is wrong;
-// `may_damage` tells whether there is an archive to damage.
+// Reads the words of a SPEC. `may_damage` says whether the answer has an archive that can be
+// damaged. Throws std::invalid_argument with a message for the user.
 Behaviour parse_behaviour(const std::string& spec, bool may_damage);
 
-// The behaviours of one road, request by request; the last one stays.
+// The behaviours of one route, by request. The last one applies to all later requests.
 class Turns
 {
 public:

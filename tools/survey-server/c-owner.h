@@ -4,7 +4,7 @@
 
 #include <memory>
 
-// Owners of what the C libraries hand out, released on every path.
+// RAII owners of resources that C libraries return.
 
 struct GObjectUnref {
   void operator()(gpointer object) const { g_object_unref(object); }

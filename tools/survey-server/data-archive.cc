@@ -11,7 +11,7 @@
 
 namespace {
 
-// What a program prints when it is given `input`. No shell comes in between.
+// Returns the output of a program for `input`. Does not use a shell.
 std::string output_of(std::vector<const char*> arguments, const std::string& input)
 {
   const std::string name = arguments.front();
@@ -47,8 +47,8 @@ std::string read_archive(const std::string& path)
 
 std::string pack_data_set(const std::string& dir)
 {
-  // The directory may have any name, but the archive's has a fixed one. Targets
-  // of links stay as they are.
+  // The directory may have any name, but the archive's directory has a fixed one. Targets of
+  // links stay unchanged.
   return output_of({"tar", "-C", dir.c_str(), "--transform=flags=rSH;s,^\\.,data-files,",
                     "--use-compress-program=bzip2", "-cf", "-", "."},
                    "");

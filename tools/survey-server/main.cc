@@ -1,5 +1,5 @@
-// survey-server: takes surveys and tells about versions, for developing,
-// testing and trying the program. --help tells its options.
+// survey-server: receives surveys and answers questions about versions, for the development and
+// the tests of the program. --help lists its options.
 #include <glib-unix.h>
 #include <glibmm/error.h>
 #include <glibmm/init.h>

@@ -3,22 +3,22 @@
 #include <string>
 #include <vector>
 
-// What the command line asks for.
+// The options of the command line.
 struct Options {
   int port = 0; // 0: any free one
   std::string uploads;
   std::string data;
-  std::string requests; // empty: requests are not kept
+  std::string requests; // empty: requests are not stored
   std::string app_version;
   std::string app_url; // empty: a page of this server
   std::string platform = "mac";
-  // What to do at successive requests of each road.
+  // The behaviours for successive requests of each route.
   std::vector<std::string> upload;
   std::vector<std::string> app_query;
   std::vector<std::string> data_query;
   std::vector<std::string> archive;
 };
 
-// Reads the command line; --help prints a text and ends the program. Throws
-// Glib::Error or std::invalid_argument if it cannot be followed.
+// Reads the command line. --help prints a text and ends the program. Throws Glib::Error or
+// std::invalid_argument if the command line is invalid.
 Options read_options(int argc, char** argv);

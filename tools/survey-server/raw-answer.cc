@@ -26,14 +26,14 @@ RawAnswer::~RawAnswer()
 bool RawAnswer::on_time()
 {
   if (!send_next() || sent == pieces.size()) {
-    done(this); // ends this object
+    done(this); // destroys this object
     return false;
   }
   timer = Glib::signal_timeout().connect(sigc::mem_fun(*this, &RawAnswer::on_time), interval_ms);
   return false;
 }
 
-// False if there is nothing to send, or nobody to send it to.
+// Returns false if all is sent or the client has closed the connection.
 bool RawAnswer::send_next()
 {
   if (sent == pieces.size())

@@ -8,13 +8,13 @@
 
 #include "c-owner.h"
 
-// Bytes written to a connection as they are, piece by piece, after which it is
-// closed. Ends at once when it is destroyed.
+// Writes bytes to a connection, piece by piece, and then closes it. The destructor stops at
+// once.
 class RawAnswer
 {
 public:
-  // Waits before the first piece. `done` is called when all is sent, or the other
-  // side has gone.
+  // Waits before the first piece. Calls `done` when all is sent or the client has closed the
+  // connection.
   RawAnswer(GObjectPtr<GIOStream> connection, std::vector<std::string> pieces, unsigned delay_ms,
             std::function<void(RawAnswer*)> done);
   ~RawAnswer();

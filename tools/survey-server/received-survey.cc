@@ -6,8 +6,8 @@
 
 namespace {
 
-// A parameter of Content-Disposition as it came; empty if there is none. The
-// library's own reader would cut a directory off a file name silently.
+// Returns an unchanged parameter of Content-Disposition, or an empty text if there is none. The
+// library's own reader silently removes a directory from a file name.
 std::string parameter(GHashTable* parameters, const char* name)
 {
   const auto* const value = static_cast<const char*>(g_hash_table_lookup(parameters, name));

@@ -4,12 +4,12 @@
 
 #include "request.h"
 
-// The one file of an upload.
+// The file of an upload.
 struct ReceivedSurvey {
-  std::string name; // a name alone, without a directory
+  std::string name; // without a directory
   std::string bytes;
 };
 
-// Takes the survey out of an upload. Throws a Refusal for anything but one form
-// file with the control name "survey-file" that is a survey document.
+// Returns the survey of an upload. Throws a Refusal unless the form has exactly one file, with
+// the control name "survey-file", that is a survey document.
 ReceivedSurvey received_survey(const Request& request);

@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The highest number that a file of the directory begins with; 0 if there is none.
+// Returns the highest number with which a file's name in the directory begins; 0 if there is
+// none.
 int highest_number(const std::string& dir)
 {
   int highest = 0;
@@ -24,8 +25,8 @@ int highest_number(const std::string& dir)
   return highest;
 }
 
-// Makes the file. False if it exists: another server may write to the same
-// directory. Other failures are not reported: a server works without a record.
+// Creates the file. Returns false if it exists, because another server may use the same
+// directory. Ignores other failures, because the server also works without a record.
 bool make_new_file(const std::string& path)
 {
   const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);

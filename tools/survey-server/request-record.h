@@ -4,16 +4,15 @@
 
 #include "request.h"
 
-// Writes down each request as it came, one file each: "1-upload.txt", ... The
-// numbers go on after those that the directory has from former runs, and no
-// file is overwritten.
+// Stores each request unchanged in a file: "1-upload.txt", ... The numbers continue after those
+// of earlier runs in the directory, and no file is overwritten.
 class RequestRecord
 {
 public:
-  // An empty `dir` keeps nothing.
+  // Stores nothing if `dir` is empty.
   explicit RequestRecord(std::string dir);
 
-  // `road` is the second part of the file's name.
+  // Stores a request. `road` is the second part of the file's name.
   void keep(const Request& request, const std::string& road);
 
 private:

@@ -2,6 +2,6 @@
 
 #include <string>
 
-// Why these bytes are not a survey that the program could open, in words for the user;
-// empty if they are one. Nothing outside of the bytes is read.
+// Returns the reason why the program could not open these bytes as a survey, as a text for the
+// user. Returns an empty text if it could. Reads nothing except the bytes.
 std::string fault_of_survey_document(const std::string& bytes);

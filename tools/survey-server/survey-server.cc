@@ -31,7 +31,7 @@ Answer refused(const Refusal& refusal)
   return answer;
 }
 
-// Nothing else may be printed in between: who reads the lines counts on them.
+// Prints one line for the request. Programs read these lines, so nothing else is printed.
 void log_request(const Request& request, const std::string& outcome)
 {
   std::cout << request.method() << ' ' << request.target() << ' ' << outcome << std::endl;
@@ -97,7 +97,7 @@ void SurveyServer::respond(const Request& request, Road& road)
   }
   behaviour.spoil(answer);
 
-  // Who has the answer can count on the line.
+  // The line is printed before the client can have the answer.
   log_request(request, outcome_of(behaviour, answer));
   if (behaviour.needs_raw_answer(answer))
     send_raw(request, behaviour.pieces(answer), behaviour.delay_ms);

@@ -10,7 +10,7 @@
 #include "request-record.h"
 #include "request.h"
 
-// The server: four roads on loopback. docs/server-protocol.md tells what they do.
+// The server: four routes on loopback, which docs/server-protocol.md describes.
 class SurveyServer
 {
 public:
@@ -20,7 +20,7 @@ public:
   SurveyServer(const SurveyServer&) = delete;
   SurveyServer& operator=(const SurveyServer&) = delete;
 
-  // Starts to listen. Throws std::runtime_error if it cannot.
+  // Starts to listen. Throws std::runtime_error if that fails.
   void listen();
 
   unsigned port = 0; // set by listen()
@@ -35,7 +35,7 @@ private:
   void respond(const Request& request, Road& road);
   Road& road_of(const std::string& path, const std::string& asked);
 
-  // What each road answers if all is well. They throw a Refusal.
+  // The correct answers of the routes. They throw a Refusal.
   Answer take_upload(const Request& request, const Behaviour& behaviour) const;
   Answer tell_app_version(const Request& request, const Behaviour& behaviour) const;
   Answer tell_data_version(const Request& request, const Behaviour& behaviour) const;
@@ -52,6 +52,6 @@ private:
   Road data_query;
   Road archive;
   Road elsewhere;
-  std::list<std::unique_ptr<RawAnswer>> raw_answers; // under way
+  std::list<std::unique_ptr<RawAnswer>> raw_answers; // those that are being sent
   Listener listener;
 };

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A file that is there only until its bytes have a name of their own.
+// A temporary file, which exists until its bytes have their final name.
 class ScratchFile
 {
 public:

@@ -4,8 +4,8 @@
 
 #include "received-survey.h"
 
-// Keeps a survey in the directory `dir` under its own name. The same bytes are
-// kept once; other bytes under a taken name get a name beside it, with a number.
-// Nothing is overwritten, and no part of a file is ever seen under such a name.
-// Gives the name it has now. Throws a Refusal if it cannot be kept.
+// Stores a survey in the directory `dir` under its own name and returns the name of the file.
+// Stores the same bytes only once. If other bytes have that name, adds a number. Never
+// overwrites a file, and never shows an incomplete file under such a name. Throws a Refusal if
+// the survey cannot be stored.
 std::string keep_survey(const std::string& dir, const ReceivedSurvey& survey);

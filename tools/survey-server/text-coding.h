@@ -3,12 +3,11 @@
 #include <string>
 #include <vector>
 
-// `text` cut at each `separator`; one empty piece if it is empty.
+// Splits `text` at each `separator`. An empty text gives one empty piece.
 std::vector<std::string> split(const std::string& text, char separator);
 
-// `text` with each %XX replaced by the byte that it stands for; other percent
-// signs stay.
+// Returns `text` with each %XX replaced by its byte. Other percent signs stay.
 std::string decode_percent(const std::string& text);
 
-// A whole number, digits only, of at most 9 of them. Throws std::invalid_argument.
+// Returns a whole number of at most 9 digits. Throws std::invalid_argument for other texts.
 int parse_number(const std::string& text);
