@@ -24,14 +24,14 @@
 
 #include "plain-species.h"
 
-// --- what the toolkit is asked for, counted between it and the program ---
+// --- counters of calls between the program and the toolkit ---
 
 namespace {
 
 long names_lowered = 0;
 long visible_calls = 0;
 
-// A visible function in place of another, which it counts and calls.
+// A visible function that counts and calls another one.
 struct CountedFunction {
   GtkTreeModelFilterVisibleFunc function;
   gpointer data;
@@ -318,7 +318,7 @@ void register_searches(SurveyWindow& window, const std::string& data)
   }
 }
 
-// --- until nothing is left to do ---
+// --- until the program is idle ---
 
 void register_idle(SurveyWindow& window, const std::string& size)
 {
@@ -345,8 +345,8 @@ void register_idle(SurveyWindow& window, const std::string& size)
   });
 }
 
-// Starts a survey, as a diver does, in the first place of the data, of the first type
-// there that takes all kinds of animals.
+// Starts a survey at the first location of the data, with its first survey type that includes
+// all kinds of animals.
 void start_survey(SurveyWindow& window)
 {
   auto& page = *window.survey_panel1;

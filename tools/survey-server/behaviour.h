@@ -15,8 +15,8 @@ struct Behaviour {
   std::vector<std::string> without;                         // omitted headers
   std::vector<std::pair<std::string, std::string>> headers; // additional headers: name, value
   std::optional<std::string> redirect;                      // the address of a redirection
-  std::optional<std::string> type; // instead of the correct content type
-  std::string damage;              // the damage of an archive; empty: none
+  std::optional<std::string> type;                          // instead of the correct content type
+  std::string damage;                                       // the damage of an archive; empty: none
   unsigned delay_ms = 0;
   Close close = CLOSE_NEVER;
   bool garbage = false;
