@@ -123,7 +123,7 @@ public:
 
 // --- every call of the program ---
 
-TEST_F(FaultsInAnInstall, LeaveAFirstCopyWholeOrUndone)
+TEST_F(FaultsInAnInstall, LeaveAFirstCopyCompleteOrNone)
 {
   prepare = [this] { data->start_with_nothing(); };
   try_every_call();
@@ -134,7 +134,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNew)
   try_every_call();
 }
 
-TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNewWhereThereAreNoHardLinks)
+TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNewWithoutHardLinks)
 {
   links_never_work = true;
   try_every_call();
@@ -149,7 +149,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
 // --- the commands, by real means ---
 
 // What is left of it says so itself, unless the cut is between two files.
-TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsCut)
+TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsTruncated)
 {
   const std::string whole = read_file(data->archive(LocalData::WHOLE));
   constexpr std::size_t steps = 40;
@@ -199,7 +199,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
   RecordProperty("tried", tried);
 }
 
-TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsLeftOfABackup)
+TEST_F(FaultsInAnInstall, LeaveTheNewDataIfPartsOfABackupRemain)
 {
   for (const char* name : {"/copies/data-files/a.csv", "/torn/a/b", "/old/0/data-files/a.csv"}) {
     SCOPED_TRACE(name);
@@ -215,7 +215,7 @@ TEST_F(FaultsInAnInstall, LeaveTheNewDataWhateverIsLeftOfABackup)
   RecordProperty("tried", tried);
 }
 
-TEST_F(FaultsInAnInstall, LeaveTheOldDataIfSomethingElseIsInThePlaceOfTheBackup)
+TEST_F(FaultsInAnInstall, LeaveTheOldDataIfSomethingElseHasTheBackupsPath)
 {
   prepare = [this] {
     data->start_with_old_data();

@@ -89,7 +89,7 @@ const std::set<std::string> new_archive = {"", ".goutputstream- "};
 
 } // namespace
 
-TEST_F(KilledInAnInstall, TheProgramLeavesAFirstCopyWholeOrNone)
+TEST_F(KilledInAnInstall, TheProgramLeavesAFirstCopyCompleteOrNone)
 {
   kill_everywhere(killed_at_system_call, nothing, install);
   EXPECT_EQ((Sets{LocalData::NEW, LocalData::NONE}), found);
@@ -103,7 +103,7 @@ TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataOrTheNew)
   EXPECT_EQ(new_archive, left);
 }
 
-TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataOrTheNewWhereThereAreNoHardLinks)
+TEST_F(KilledInAnInstall, TheProgramLeavesTheOldDataOrTheNewWithoutHardLinks)
 {
   kill_everywhere(killed_at_system_call, old_data, [this] {
     FaultyCalls faulty(data->directory);
@@ -128,7 +128,7 @@ TEST_F(KilledInAnInstall, TheProgramLeavesNothingIfTheFirstArchiveFails)
   EXPECT_EQ(none, left);
 }
 
-TEST_F(KilledInAnInstall, AStartThatPutsTheOldDataBackLeavesThemToTheNext)
+TEST_F(KilledInAnInstall, AStartThatRestoresTheOldDataLeavesTheRestToTheNext)
 {
   kill_everywhere(
       killed_at_system_call, [this] { data->start_with_torn_data(); },

@@ -132,7 +132,7 @@ TEST_F(LongUse, GrowsByTheSameBoundedAmountWithEachSurvey)
   RecordProperty("kb_per_cycle", std::to_string(last));
 }
 
-TEST_F(LongUse, WakesNoHiddenWindow)
+TEST_F(LongUse, DoesNotUpdateHiddenWindows)
 {
   ASSERT_NO_FATAL_FAILURE(open_saved_survey());
   use_window();

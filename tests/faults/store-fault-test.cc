@@ -165,7 +165,7 @@ const char* const not_saved = "ERROR: Survey NOT Saved!!!";
 
 } // namespace
 
-TEST_F(FaultsInTheStore, LeaveAFirstSaveWholeOrUndone)
+TEST_F(FaultsInTheStore, LeaveAFirstSaveCompleteOrNone)
 {
   try_everything({"first save", [&] { start_anew(); },
                   [&] {

@@ -89,7 +89,7 @@ TEST_F(FailedFlush, OfANewFileLeavesNoFileAndTheSurveyUnsaved)
   }
 }
 
-TEST_F(FailedFlush, OfANewFileLeavesNoFileWhereTheSystemKnowsNoFilesWithoutAName)
+TEST_F(FailedFlush, OfANewFileLeavesNoFileIfTheSystemHasNoUnnamedFiles)
 {
   FaultyCalls faulty(root);
   faulty.fail_once(Call::open, 1, EOPNOTSUPP);
@@ -117,7 +117,7 @@ TEST_F(FailedFlush, OfAnExistingFileLeavesTheSurveyUnsavedAndTheNextSaveSucceeds
   }
 }
 
-TEST_F(FailedFlush, LeavesTheFileOfTheOldStateAlone)
+TEST_F(FailedFlush, KeepsTheFileOfTheOldState)
 {
   for (int nth = 1; nth <= flushes_of_new_file; ++nth) {
     start_anew();
@@ -149,7 +149,7 @@ TEST_F(FailedFlush, OfADownloadIsReported)
   }
 }
 
-TEST_F(FailedFlush, IsNoneWhereTheFileSystemCannotFlush)
+TEST_F(FailedFlush, IsIgnoredIfTheFileSystemCannotFlush)
 {
   for (const int number : {EINVAL, ENOTSUP}) {
     start_anew();

@@ -128,7 +128,7 @@ public:
 
 } // namespace
 
-TEST_F(KilledInTheMiddle, AFirstSaveLeavesAWholeDocumentOrNone)
+TEST_F(KilledInTheMiddle, AFirstSaveLeavesACompleteDocumentOrNone)
 {
   kill_everywhere([&] { window->do_save(MyApp::WD_IN_PROGRESS, SurveyWindow::SAVE_QUIET); });
 }
@@ -145,7 +145,7 @@ TEST_F(KilledInTheMiddle, AChangeOfStateLeavesTheOldDocumentOrTheNew)
   kill_everywhere([&] { window->do_save(MyApp::WD_READY_TO_UPLOAD, SurveyWindow::SAVE_QUIET); });
 }
 
-TEST_F(KilledInTheMiddle, AMoveLeavesTheDocumentWhole)
+TEST_F(KilledInTheMiddle, AMoveLeavesTheCompleteDocument)
 {
   save_and_change();
   kill_everywhere([&] {
@@ -154,7 +154,7 @@ TEST_F(KilledInTheMiddle, AMoveLeavesTheDocumentWhole)
   });
 }
 
-TEST_F(KilledInTheMiddle, AMoveByACopyLeavesTheDocumentWhole)
+TEST_F(KilledInTheMiddle, AMoveByACopyLeavesTheCompleteDocument)
 {
   save_and_change();
   kill_everywhere([&] {
@@ -165,7 +165,7 @@ TEST_F(KilledInTheMiddle, AMoveByACopyLeavesTheDocumentWhole)
   });
 }
 
-TEST_F(KilledInTheMiddle, AMoveThatReplacesNothingLeavesTheDocumentWhole)
+TEST_F(KilledInTheMiddle, AMoveThatReplacesNothingLeavesTheCompleteDocument)
 {
   save_and_change();
   kill_everywhere([&] {
@@ -174,7 +174,7 @@ TEST_F(KilledInTheMiddle, AMoveThatReplacesNothingLeavesTheDocumentWhole)
   });
 }
 
-TEST_F(KilledInTheMiddle, AMoveByACopyThatReplacesNothingLeavesTheDocumentWhole)
+TEST_F(KilledInTheMiddle, AMoveByACopyThatReplacesNothingLeavesTheCompleteDocument)
 {
   save_and_change();
   kill_everywhere([&] {

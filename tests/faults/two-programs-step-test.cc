@@ -62,7 +62,7 @@ public:
 
 } // namespace
 
-TEST_F(BetweenTwoSystemCalls, TwoNewSurveysOfOneNameBothStay)
+TEST_F(BetweenTwoSystemCalls, TwoNewSurveysWithTheSameNameBothStay)
 {
   try_everywhere([] {}, [&] { save_quietly(*theirs, in_progress); },
                  [&] { save_quietly(*mine, in_progress); },
@@ -74,7 +74,7 @@ TEST_F(BetweenTwoSystemCalls, TwoNewSurveysOfOneNameBothStay)
                  });
 }
 
-TEST_F(BetweenTwoSystemCalls, OneSurveySavedByBothIsWhole)
+TEST_F(BetweenTwoSystemCalls, OneSurveySavedByBothIsComplete)
 {
   try_everywhere([&] { both_open_one(); }, [&] { save_quietly(*theirs, in_progress); },
                  [&] { save_quietly(*mine, in_progress); },
@@ -82,14 +82,14 @@ TEST_F(BetweenTwoSystemCalls, OneSurveySavedByBothIsWhole)
 }
 
 // The file of the old state goes with the change, whatever it holds by then.
-TEST_F(BetweenTwoSystemCalls, ASurveyWhoseStateTheOtherChangesIsWhole)
+TEST_F(BetweenTwoSystemCalls, ASurveyWhoseStateTheOtherChangesIsComplete)
 {
   try_everywhere([&] { both_open_one(); }, [&] { save_quietly(*theirs, ready); },
                  [&] { save_quietly(*mine, in_progress); },
                  [&] { EXPECT_EQ(Texts{their_text}, texts_in(ready)); });
 }
 
-TEST_F(BetweenTwoSystemCalls, ASurveyThatIsUnMarkedReplacesNoneThatTheOtherSaves)
+TEST_F(BetweenTwoSystemCalls, ASurveyThatIsUnMarkedReplacesNoSurveyOfTheOther)
 {
   const auto un_mark = [&] {
     std::string path = mine->survey.filename;

@@ -95,7 +95,7 @@ TEST_F(BothHaveOneSurveyOpen, TheFirstSaveAfterOpeningReplacesWhatTheOtherWrote)
   EXPECT_EQ(Texts{my_text}, texts_in(in_progress));
 }
 
-TEST_F(BothHaveOneSurveyOpen, LaterSavesAreRefusedWhereTheOtherWasFaster)
+TEST_F(BothHaveOneSurveyOpen, LaterSavesAreRefusedIfTheOtherSavedMeanwhile)
 {
   open_in_both(in_progress);
   save_quietly(*mine, in_progress);
@@ -192,7 +192,7 @@ TEST_F(BothHaveOneSurveyOpen, TheSecondToMarkItGetsANumber)
   EXPECT_EQ(my_text, read_file(path_of(ready, natural_name + "-1")));
 }
 
-TEST_F(BothHaveOneSurveyOpen, WhatTheOtherDeletedIsStillHereAndCanBeSaved)
+TEST_F(BothHaveOneSurveyOpen, WhatTheOtherDeletedCanStillBeSaved)
 {
   for (const bool was_saved : {false, true}) {
     SCOPED_TRACE(was_saved ? "saved since opening" : "as opened");
@@ -221,7 +221,7 @@ TEST_F(BothHaveOneSurveyOpen, WhatTheOtherDeletedCannotBeOpenedOrDeletedAgain)
                                   }).title);
 }
 
-TEST_F(BothHaveOneSurveyOpen, WhatTheOtherUploadedIsLeftAloneByTheNextSave)
+TEST_F(BothHaveOneSurveyOpen, TheNextSaveKeepsWhatTheOtherUploaded)
 {
   open_in_both(ready);
   const std::string sent = read_file(path);
@@ -256,7 +256,7 @@ TEST_F(BothHaveOneSurveyOpen, WhatTheOtherMovedAwayCannotBeMovedAgain)
   EXPECT_EQ(Names(), names_in(in_progress));
 }
 
-TEST_F(BothSaveANewSurvey, ManyTimesAtOnceAndEachGetsAFileOfItsOwn)
+TEST_F(BothSaveANewSurvey, ManyTimesTogetherAndEachGetsItsOwnFile)
 {
   constexpr int rounds = 20;
   const auto save_them = [](SurveyWindow& saved) {
@@ -274,7 +274,7 @@ TEST_F(BothSaveANewSurvey, ManyTimesAtOnceAndEachGetsAFileOfItsOwn)
   RecordProperty("tried", 2 * rounds);
 }
 
-TEST_F(BothSaveANewSurvey, AndAFailedSaveGivesNoRightToTheFileOfTheOther)
+TEST_F(BothSaveANewSurvey, AndAFailedSaveDoesNotOwnTheFileOfTheOther)
 {
   they_save_where_i_failed(in_progress);
   save_quietly(*mine, in_progress);
@@ -283,7 +283,7 @@ TEST_F(BothSaveANewSurvey, AndAFailedSaveGivesNoRightToTheFileOfTheOther)
   EXPECT_EQ(my_text, read_file(mine->survey.filename));
 }
 
-TEST_F(BothSaveANewSurvey, AndAFailedSaveToAnotherStateGivesNoRightToTheFileThere)
+TEST_F(BothSaveANewSurvey, AndAFailedSaveToAnotherStateDoesNotOwnTheFileThere)
 {
   they_save_where_i_failed(ready);
   save_quietly(*mine, in_progress);
@@ -291,7 +291,7 @@ TEST_F(BothSaveANewSurvey, AndAFailedSaveToAnotherStateGivesNoRightToTheFileTher
   EXPECT_EQ(Texts{my_text}, texts_in(in_progress));
 }
 
-TEST_F(BothSaveANewSurvey, AndASaveThatSucceedsAfterAFailedOneGivesTheRightToItsFile)
+TEST_F(BothSaveANewSurvey, AndASaveThatSucceedsAfterAFailedOneOwnsItsFile)
 {
   they_save_where_i_failed(in_progress);
   save_quietly(*mine, in_progress);
@@ -301,7 +301,7 @@ TEST_F(BothSaveANewSurvey, AndASaveThatSucceedsAfterAFailedOneGivesTheRightToIts
   EXPECT_EQ(path_of(in_progress, natural_name + "-1"), mine->survey.filename);
 }
 
-TEST_F(BothHaveOneSurveyOpen, AndSaveItManyTimesAtOnceWithoutTearingIt)
+TEST_F(BothHaveOneSurveyOpen, AndSaveItManyTimesTogetherAndItStaysComplete)
 {
   open_in_both(in_progress);
   constexpr int rounds = 50;

@@ -52,7 +52,7 @@ TEST(PlainProgram, ReadsADataSet)
   EXPECT_EQ(28, data.data_params->params["temp_min_f"]);
 }
 
-TEST(PlainProgram, StopsAtTheFirstTableThatIsNotValid)
+TEST(PlainProgram, StopsAtTheFirstInvalidTable)
 {
   const DataSet set;
   set.minimal();

@@ -20,7 +20,7 @@ namespace {
 const char* const old_timestamp = "20210101000000";
 const char* const new_timestamp = "20220202000000";
 
-// Names and contents of all that is below a directory, in one text.
+// Returns names and contents of all files below a directory, in one text.
 std::string contents_of(const std::string& directory)
 {
   Names lines;
@@ -34,7 +34,7 @@ std::string contents_of(const std::string& directory)
   return text;
 }
 
-// Sets the search path of commands as long as it lives.
+// Sets the search path of commands during its lifetime.
 class SearchPath
 {
 public:
@@ -50,14 +50,14 @@ private:
   std::string previous;
 };
 
-// Lets the process open no more than `spare` further files as long as it lives.
+// Limits the process, during its lifetime, to `spare` more open files.
 class FewFiles
 {
 public:
   explicit FewFiles(rlim_t spare)
   {
     getrlimit(RLIMIT_NOFILE, &before);
-    const int next = dup(0); // the lowest number that is free
+    const int next = dup(0); // the lowest free number
     close(next);
     const rlimit limit{static_cast<rlim_t>(next) + spare, before.rlim_max};
     setrlimit(RLIMIT_NOFILE, &limit);
@@ -98,7 +98,7 @@ public:
   {
     return "bzip2 -dkc '" + archive() + "' | tar -C '" + my_app->local_data_dir + "' -xvf - 2>&1";
   }
-  // What the user is told when the command ends so.
+  // Returns the message to the user if the command ends with this status.
   static std::string failed_install(const std::string& command, const std::string& output,
                                     int status)
   {
@@ -107,7 +107,7 @@ public:
            command + "\n\n" + output + "\nCommand returned " + std::to_string(status);
   }
 
-  // Downloads as after a Yes to the offer, and answers what comes.
+  // Downloads as after a Yes to the offer, and answers the dialogs that follow.
   RetCode download(const std::vector<int>& answers)
   {
     const HttpSession session = open_http_session(false);
@@ -121,18 +121,18 @@ public:
   bool uses_old_data() const { return my_app->data_file_info->timestamp == old_timestamp; }
 };
 
-// The next is so named for the order in which the cases run.
+// GoogleTest runs suites with this name first.
 using DataInstallDeathTest = DataInstall;
 
 const char* const no_archive = "tar: This does not look like a tar archive\n"
                                "tar: Exiting with failure status due to previous errors\n";
-constexpr int tar_failed = 512; // as wait() gives an exit status of 2
+constexpr int tar_failed = 512; // the status of wait() for exit status 2
 
 } // namespace
 
 // --- success ---
 
-TEST_F(DataInstall, PutsTheNewDataToUse)
+TEST_F(DataInstall, UsesTheNewData)
 {
   const std::string built_in = contents_of("data-files");
   EXPECT_EQ(RET_DATA_INSTALLED, download({ok}));
@@ -158,7 +158,7 @@ TEST_F(DataInstall, ReplacesAnOlderCopyAndLeavesFilesThatTheArchiveLacks)
   EXPECT_NE(first_archive, read_file(archive()));
 }
 
-TEST_F(DataInstall, ReportsSuccessForDataOlderThanTheProgramsButGoesOnWithThose)
+TEST_F(DataInstall, ReportsSuccessForDataOlderThanTheProgramsAndKeepsUsingThose)
 {
   offer_new_data("2019");
   EXPECT_EQ(RET_DATA_INSTALLED, download({ok}));
@@ -167,7 +167,7 @@ TEST_F(DataInstall, ReportsSuccessForDataOlderThanTheProgramsButGoesOnWithThose)
   EXPECT_TRUE(file_exists(local_file("data-file-info.txt")));
 }
 
-TEST_F(DataInstall, TakesAnArchiveThatTrickles)
+TEST_F(DataInstall, AcceptsAnArchiveThatArrivesSlowly)
 {
   serve_new_data({"--archive", "trickle"});
   EXPECT_EQ(RET_DATA_INSTALLED, download({ok}));
@@ -206,7 +206,7 @@ TEST_F(DataInstall, ReportsAFailedDownloadAndChangesNothing)
 {
   const struct {
     const char* spec;
-    const char* status; // as shown; empty: one of the library's own
+    const char* status; // the shown status; empty: one of the library
   } cases[] = {
       {"status=404", "404"},
       {"status=500", "500"},
@@ -216,7 +216,7 @@ TEST_F(DataInstall, ReportsAFailedDownloadAndChangesNothing)
       {"type=application/X-bzip2", "200"},
       {"without=Content-Type", "200"},
       {"close=before", ""},
-      {"close=middle", "200"}, // the library takes half a body for a whole one
+      {"close=middle", "200"}, // the library treats half a body as a complete one
       {"garbage", ""},
       {"long-header=1000000", ""},
       {"redirect=/nowhere", "404"},
@@ -234,7 +234,7 @@ TEST_F(DataInstall, ReportsAFailedDownloadAndChangesNothing)
   }
 }
 
-TEST_F(DataInstall, ReportsAnAddressWithNobodyThere)
+TEST_F(DataInstall, ReportsAnAddressWithoutAServer)
 {
   const HttpSession session = open_http_session(false);
   for (const char* url : {"", "nonsense", "ftp://127.0.0.1/", "http://", "http://127.0.0.1:1/"}) {
@@ -247,7 +247,7 @@ TEST_F(DataInstall, ReportsAnAddressWithNobodyThere)
 
 // --- a place that cannot be written ---
 
-TEST_F(DataInstall, SaysThatTheArchiveCannotBeWritten)
+TEST_F(DataInstall, ReportsThatTheArchiveCannotBeWritten)
 {
   const std::string in_the_way = application_dir.root + "/file";
   write_file(in_the_way, "not a directory");
@@ -282,10 +282,10 @@ TEST_F(DataInstall, LeavesTheOldCopyIfTheDiskIsFullForTheArchive)
 
 // --- a failed unpacking ---
 
-TEST_F(DataInstall, PutsTheOldCopyBackIfTheDiskIsFullForTheNewOne)
+TEST_F(DataInstall, RestoresTheOldCopyIfTheDiskIsFullForTheNewOne)
 {
   constexpr std::size_t large = 200'000;
-  constexpr rlim_t room = 50'000; // enough for the packed archive
+  constexpr rlim_t room = 50'000; // bytes; enough only for the packed archive
   const auto install = [this] {
     const FullDisk full(room);
     return download({ok});
@@ -332,7 +332,7 @@ TEST_F(DataInstall, ShowsTheCommandItsOutputAndItsStatus)
   }
 }
 
-TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTheWordsAroundIt)
+TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTextAroundIt)
 {
   constexpr int lines = 3000;
   const std::string commands = application_dir.root + "/commands";
@@ -362,7 +362,7 @@ TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTheWordsAroundIt)
   }
 }
 
-TEST_F(DataInstall, ShowsAmpersandsAndBracketsInPathsAsTheyStand)
+TEST_F(DataInstall, ShowsAmpersandsAndBracketsInPathsLiterally)
 {
   serve_new_data({"--archive", "damaged=not-tar"});
   for (const char* name : {"/a&b", "/a&amp;b", "/a<b>&c", "/a</b"}) {
@@ -372,7 +372,7 @@ TEST_F(DataInstall, ShowsAmpersandsAndBracketsInPathsAsTheyStand)
   }
 }
 
-// The quotation mark ends the path in the command line, which then is another.
+// The quotation mark ends the path in the command line.
 TEST_F(DataInstall, FailsInADirectoryWithASingleQuote)
 {
   my_app->local_data_dir = application_dir.root + "/o'brien";
@@ -405,8 +405,8 @@ TEST_F(DataInstall, FailsWithoutTheCommands)
   EXPECT_TRUE(uses_old_data());
 }
 
-// The connection is open by then, and writing the archive takes one more file;
-// a command takes two.
+// At this point the connection is open. Writing the archive needs one more file, and a command
+// needs two.
 TEST_F(DataInstall, FailsIfTheCommandCannotBeStarted)
 {
   constexpr int not_started = -77;
@@ -427,8 +427,8 @@ TEST_F(DataInstall, FailsIfTheCommandCannotBeStarted)
 
 TEST_F(DataInstallDeathTest, EndsTheProgramIfAFileOfTheDataIsMissing)
 {
-  // The child process starts over, since a display cannot be shared; it has no
-  // later chance to remove its directories.
+  // The child process starts again, because it cannot share the display. It ends before it can
+  // remove its directories.
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
   const auto install = [this] {

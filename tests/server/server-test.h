@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-// The words of these tests: lists, the states of surveys, the answers to dialogs
-// and the titles of some.
+// Short names for these tests: lists, the states of surveys, the answers to dialogs and some
+// titles.
 using Names = std::vector<std::string>;
 using Titles = std::vector<Glib::ustring>;
 constexpr auto in_progress = MyApp::WD_IN_PROGRESS;
@@ -26,31 +26,31 @@ constexpr const char* succeeded = "Upload Successful";
 constexpr const char* upload_all = "Upload all surveys that are ready?";
 constexpr const char* up_to_date = "Program and Data are Up To Date";
 
-// A test of what goes over the network: a window on the screen, an empty store,
-// no local data, and the project's own server.
+// A test of the network exchange, with a visible window, an empty store, no local data, and the
+// project's own server.
 class ServerTest : public SavingTest
 {
 public:
   void SetUp() override;
 
-  // Starts a server with these options; the program asks it from then on.
+  // Starts a server with these options and lets the program use it.
   TestServer& serve(const std::vector<std::string>& options = {});
-  // Lets the program ask there: "http://host:port".
+  // Lets the program use the server at this address: "http://host:port".
   void ask_server_at(const std::string& address) const;
 
-  // Puts a survey into the window that may be uploaded; its name is natural_name.
+  // Enters a complete survey into the window. Its name is natural_name.
   void enter_complete_survey();
-  // Writes a file into the directory of a state and gives its path.
+  // Writes a file to the directory of a state and returns its path.
   std::string put(MyApp::WhichDir which, const std::string& name, const std::string& text) const;
 
-  // What both messages of success end with.
+  // Returns the end of both messages of success.
   Glib::ustring second_step() const;
-  // Fails the test unless a message of success is shown as one, with a link to the
-  // online page and with what can be done next.
+  // Fails the test unless the dialog is a message of success with a link to the online page and
+  // buttons for the next steps.
   void expect_next_steps(const SeenDialog& seen) const;
 
   std::unique_ptr<TestServer> server;
 };
 
-// The titles of dialogs, in order.
+// Returns the titles of dialogs, in order.
 std::vector<Glib::ustring> titles_of(const std::vector<SeenDialog>& dialogs);

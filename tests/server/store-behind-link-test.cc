@@ -1,5 +1,5 @@
-// The survey in the window was opened under another spelling of its path than the
-// store has for it: through a link. It is the same survey all the same.
+// The survey in the window was opened through a link, by another path than that of the store.
+// It is the same survey.
 #include "server/server-test.h"
 #include "ui/start-panel.h"
 #include "ui/survey-panel2.h"
@@ -14,7 +14,7 @@ namespace {
 class OpenedThroughALink : public ServerTest
 {
 public:
-  // Saves a complete survey as ready and opens it through a link to the store.
+  // Saves a complete survey for upload and opens it through a link to the store.
   void SetUp() override
   {
     ServerTest::SetUp();
@@ -32,7 +32,7 @@ public:
     EXPECT_EQ(spelling, window->survey.filename);
   }
 
-  // Selects the survey on the Start page, where it is the only one.
+  // Selects the only survey on the Start page.
   StartPanel& select_on_start_page() const
   {
     StartPanel& panel = *window->start_panel;
@@ -87,7 +87,7 @@ TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploaded)
   EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
 }
 
-TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploadedIfTheQueueHoldsALinkToIt)
+TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploadedIfTheQueueHasALinkToIt)
 {
   const std::string elsewhere = application_dir.root + "/elsewhere";
   fs::rename(path, elsewhere);
@@ -104,21 +104,21 @@ TEST_F(OpenedThroughALink, IsMarkedAsTheCurrentOneInLists)
   EXPECT_NE(std::string::npos, list.find(" (current survey)\n")) << list;
 }
 
-TEST_F(OpenedThroughALink, IsLockedOnceItsFileWasUploaded)
+TEST_F(OpenedThroughALink, IsLockedWhenItsFileHasBeenUploaded)
 {
   EXPECT_EQ(RET_SUCCESS, window->do_upload_file(path));
   EXPECT_TRUE(window->survey.is_uploaded);
   EXPECT_EQ(path_of(uploaded, natural_name), window->survey.filename);
 }
 
-TEST_F(OpenedThroughALink, IsFollowedWhenAFailedUploadTakesItOutOfTheQueue)
+TEST_F(OpenedThroughALink, IsFollowedWhenAFailedUploadRemovesItFromTheQueue)
 {
   serve({"--upload", "status=500"});
   answer_dialogs({ok, ok, ok}, [&] { window->do_upload_all_ready({path}); });
   EXPECT_EQ(path_of(in_progress, natural_name), window->survey.filename);
 }
 
-TEST_F(OpenedThroughALink, GivesWayToANewSurveyWhenItIsDeleted)
+TEST_F(OpenedThroughALink, IsReplacedByANewSurveyWhenItIsDeleted)
 {
   StartPanel& panel = select_on_start_page();
   answer_next_dialog(yes, [&] { press(*panel.delete_button); });

@@ -13,8 +13,8 @@ constexpr std::size_t block_size = 512;
 
 using Block = std::array<char, block_size>;
 
-// The fields of a header (POSIX.1-1988, "ustar"): where they begin and how long
-// they are. Numbers are octal digits.
+// The position and length of a header's field (POSIX.1-1988, "ustar"). Numbers are in octal
+// digits.
 struct Field {
   std::size_t start;
   std::size_t size;
@@ -40,7 +40,7 @@ void put_number(Block& header, const Field& field, std::size_t number)
   put(header, field, digits);
 }
 
-// The sum of all bytes, those of its own field counted as blanks.
+// Writes the sum of all bytes. The bytes of its own field count as blanks.
 void put_checksum(Block& header)
 {
   put(header, checksum_field, std::string(checksum_field.size, ' '));
@@ -76,7 +76,7 @@ void write_archive(const std::string& path, const std::vector<TarEntry>& entries
   std::string bytes;
   for (const auto& entry : entries)
     bytes += tar_bytes(entry);
-  bytes.append(2 * block_size, '\0'); // the end
+  bytes.append(2 * block_size, '\0'); // marks the end of the archive
 
   const Pipe bzip2(popen(("bzip2 -c >'" + path + "'").c_str(), "w"));
   ASSERT_TRUE(bzip2);

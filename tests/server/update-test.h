@@ -7,22 +7,21 @@
 #include <string>
 #include <vector>
 
-// A test of checks for updates. The server offers the data in use unless told
-// otherwise.
+// A test of checks for updates. By default the server offers the data in use.
 class UpdateTest : public ServerTest
 {
 public:
-  // Lets the server offer other data than those in use, with one more species: 13.
+  // Lets the server offer other data than those in use. They have another species, 13.
   void offer_new_data(const std::string& timestamp = "20220202000000") const;
 
-  // Lets `window` check, and answers the dialogs of that in turn.
+  // Lets `window` check for updates, and answers its dialogs in turn.
   RetCode check(const std::vector<int>& answers,
                 SurveyWindow::ResponseCode next = SurveyWindow::RESPONSE_NONE,
                 const char* action = nullptr);
-  // "title: text" of each dialog seen.
+  // Returns "title: text" of each dialog.
   std::vector<std::string> told() const;
 
-  std::vector<SeenDialog> seen; // in the last check
+  std::vector<SeenDialog> seen; // the dialogs of the last check
 
   const std::string up_to_date =
       "Program and Data are Up To Date: You are running the best available version of the "

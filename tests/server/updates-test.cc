@@ -33,8 +33,8 @@ public:
       "restart the program?\nClick Yes to download the new data files";
   const std::string or_cancel = ",\nor click Cancel to do nothing at this time.";
 
-  // A check in which the program cannot be asked about, with the program ended
-  // after it: it is told once, and the program ends all the same.
+  // Runs a check that cannot reach the server, before the end of the program. Expects one message
+  // and the end of the program.
   void expect_no_contact(const std::string& why)
   {
     EXPECT_EQ(RET_FAILURE, check({ok}, quit)) << why;
@@ -46,14 +46,14 @@ public:
 
 } // namespace
 
-// --- what the user is told, case by case ---
+// --- the messages to the user ---
 
-TEST_F(UpdateCheck, TellsWhatIsNewAndWhatFailsCaseByCase)
+TEST_F(UpdateCheck, ReportsWhatIsNewAndWhatFailsInEachCase)
 {
   const struct {
     const char* why;
     Lines options;
-    const char* new_data; // their time stamp; null: those in use
+    const char* new_data; // their timestamp; null: the data in use
     Responses answers;
     Lines titles;
     RetCode result;
@@ -142,13 +142,13 @@ TEST_F(UpdateCheck, TellsWhatIsNewAndWhatFailsCaseByCase)
   }
 }
 
-TEST_F(UpdateCheck, TellsNothingOfWhatIsCurrentWhenTheUserWasAboutToDoSomething)
+TEST_F(UpdateCheck, DoesNotReportCurrentVersionsIfTheUserWasDoingSomethingElse)
 {
   serve();
   EXPECT_EQ(RET_SUCCESS, check({}, no_next, "upload"));
 }
 
-TEST_F(UpdateCheck, OffersDataThatAreOlderThanThoseInUseToo)
+TEST_F(UpdateCheck, AlsoOffersDataThatAreOlderThanThoseInUse)
 {
   serve();
   offer_new_data("2019");
@@ -156,7 +156,7 @@ TEST_F(UpdateCheck, OffersDataThatAreOlderThanThoseInUseToo)
   EXPECT_EQ(Lines{news_of_data + or_cancel}, told());
 }
 
-TEST_F(UpdateCheck, SaysThatAllIsUpToDateWithOneButton)
+TEST_F(UpdateCheck, ReportsThatAllIsUpToDateWithOneButton)
 {
   serve();
   check({ok});
@@ -165,7 +165,7 @@ TEST_F(UpdateCheck, SaysThatAllIsUpToDateWithOneButton)
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
 }
 
-TEST_F(UpdateCheck, SaysWhereTheNewProgramIs)
+TEST_F(UpdateCheck, ShowsTheAddressOfTheNewProgram)
 {
   serve({"--app-version", "1.2 beta"});
   check({yes});
@@ -178,7 +178,7 @@ TEST_F(UpdateCheck, SaysWhereTheNewProgramIs)
             seen.at(0).markup.raw().find("<a href=\"" + url + "\">" + url + "</a>"));
 }
 
-TEST_F(UpdateCheck, AsksWhetherToGoOnWithTheOldProgram)
+TEST_F(UpdateCheck, AsksWhetherToContinueWithTheOldProgram)
 {
   const struct {
     int answer;
@@ -206,7 +206,7 @@ TEST_F(UpdateCheck, OffersNewData)
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
 }
 
-TEST_F(UpdateCheck, OffersNewDataOrElseWhatTheUserWasAboutToDo)
+TEST_F(UpdateCheck, OffersNewDataOrTheActionThatTheUserWanted)
 {
   const struct {
     const char* version;
@@ -217,7 +217,7 @@ TEST_F(UpdateCheck, OffersNewDataOrElseWhatTheUserWasAboutToDo)
       {BuildInfo::version_str, {cancel}, RET_DECLINED},
       {BuildInfo::version_str, {close_frame}, RET_DECLINED},
       {"9", {yes, no}, RET_SUCCESS},
-      {"9", {cancel, no}, RET_DECLINED}, // declined before
+      {"9", {cancel, no}, RET_DECLINED}, // the user declined an earlier question
   };
   for (const auto& c : cases) {
     serve({"--app-version", c.version});
@@ -229,7 +229,7 @@ TEST_F(UpdateCheck, OffersNewDataOrElseWhatTheUserWasAboutToDo)
   }
 }
 
-// --- what the server says, as markup ---
+// --- texts of the server as markup ---
 
 TEST_F(UpdateCheck, ShowsOddAddressesAndVersionsReadably)
 {
@@ -238,7 +238,7 @@ TEST_F(UpdateCheck, ShowsOddAddressesAndVersionsReadably)
     const char* url;
     const char* shown_version;
     const char* shown_url;
-    const char* address; // that the link leads to
+    const char* address; // the target of the link
   } cases[] = {
       {"2", "http://a.example/?b=1&c=2", "2", "http://a.example/?b=1&c=2",
        "http://a.example/?b=1&c=2"},
@@ -284,7 +284,7 @@ TEST_F(UpdateCheck, ShowsOddDatesOfDataReadably)
 
 // --- failures ---
 
-TEST_F(UpdateCheck, CountsAnAnswerWithoutAHeaderAsNoContact)
+TEST_F(UpdateCheck, TreatsAnAnswerWithoutAHeaderAsNoContact)
 {
   for (const char* header : {"X-Current-App-Version-Is", "X-Download-App-From"}) {
     serve({"--app-query", std::string("without=") + header});
@@ -299,7 +299,7 @@ TEST_F(UpdateCheck, CountsAnAnswerWithoutAHeaderAsNoContact)
   }
 }
 
-TEST_F(UpdateCheck, TellsEveryFailureOnceAndGoesOn)
+TEST_F(UpdateCheck, ReportsEveryFailureOnceAndContinues)
 {
   for (const char* spec :
        {"close=before", "garbage", "status=201", "status=204", "status=304", "status=400",
@@ -316,7 +316,7 @@ TEST_F(UpdateCheck, TellsEveryFailureOnceAndGoesOn)
   }
 }
 
-TEST_F(UpdateCheck, TellsOnceThatNobodyIsThere)
+TEST_F(UpdateCheck, ReportsOnceThatThereIsNoServer)
 {
   serve().stop();
   expect_no_contact("refused");
@@ -327,14 +327,14 @@ TEST_F(UpdateCheck, TellsOnceThatNobodyIsThere)
   }
 }
 
-TEST_F(UpdateCheck, TakesAnAnswerThatTricklesOrBreaksOffBehindItsHeaders)
+TEST_F(UpdateCheck, AcceptsAnAnswerThatIsSlowOrEndsAfterItsHeaders)
 {
   serve({"--app-query", "trickle", "--data-query", "close=middle"});
   EXPECT_EQ(RET_SUCCESS, check({ok}));
   EXPECT_EQ(Lines{up_to_date}, told());
 }
 
-TEST_F(UpdateCheck, TakesAnAnswerWithALongHeader)
+TEST_F(UpdateCheck, AcceptsAnAnswerWithALongHeader)
 {
   serve({"--app-query", "long-header=8000"});
   EXPECT_EQ(RET_SUCCESS, check({ok}));
@@ -349,7 +349,7 @@ TEST_F(UpdateCheck, FollowsTheServerToAnotherAddress)
   EXPECT_EQ("New program version is available", seen.at(0).title);
 }
 
-// --- what goes over the wire, and what is traced ---
+// --- requests and traces ---
 
 TEST_F(UpdateCheck, AsksForTheProgramAndThenForTheData)
 {
@@ -378,7 +378,7 @@ TEST_F(UpdateCheck, TracesBothQueries)
   EXPECT_EQ("", output_of(0, [this] { check({ok}); }));
 }
 
-TEST_F(UpdateCheck, TracesWhatTheServerDoesNotSay)
+TEST_F(UpdateCheck, TracesMissingHeaders)
 {
   serve({"--app-query", "status=404,without=X-Current-App-Version-Is,without=X-Download-App-From"});
   const std::string url = my_app->version_query_url;
@@ -404,9 +404,9 @@ TEST_F(UpdateCheck, LogsTheWholeExchangeFromLevelTwoOn)
   EXPECT_NE(std::string::npos, output_of(2, [this] { check({ok}); }).find(header));
 }
 
-// --- the doors ---
+// --- the ways to start a check ---
 
-TEST_F(UpdateCheck, AsksAboutUnsavedChangesAtEachDoor)
+TEST_F(UpdateCheck, AsksAboutUnsavedChangesAtEachStartOfACheck)
 {
   const struct {
     const char* name;
@@ -437,14 +437,14 @@ TEST_F(UpdateCheck, AsksAboutUnsavedChangesAtEachDoor)
     seen = answer_dialogs({yes, ok, ok}, door.open);
     EXPECT_EQ("Survey Saved", seen.at(1).title);
     EXPECT_EQ(up_to_date, told().back());
-    answer_dialogs({ok}, door.open); // nothing is unsaved any more
+    answer_dialogs({ok}, door.open); // there are no unsaved changes any more
   }
   EXPECT_TRUE(window->get_visible());
 }
 
 // --- many checks ---
 
-TEST_F(UpdateCheck, NeedsNoMoreMemoryTheMoreOftenItIsMade)
+TEST_F(UpdateCheck, UsesNoMoreMemoryWithEachCheck)
 {
   constexpr int checks = 100;
   serve();

@@ -20,25 +20,25 @@ const char* const some_arrived = "Upload Partially Successful";
 const char* const description =
     "Member 1234 - Northwest: fish and invertebrates - 2021-06-30 at 9 AM - Rosario Wall";
 
-// Uploads of all surveys that are ready.
+// Tests the upload of all surveys that are ready.
 class UploadAll : public ServerTest
 {
 public:
-  // That many surveys are ready: 1.MAVO-Survey, 2.MAVO-Survey, ...
+  // Writes `count` surveys to Ready To Upload: 1.MAVO-Survey, 2.MAVO-Survey, ...
   void put_ready(int count) const
   {
     for (int i = 1; i <= count; ++i)
       put(ready, std::to_string(i) + ".MAVO-Survey", SurveyFile().text());
   }
 
-  // A complete survey in the window, saved as ready.
+  // Enters a complete survey into the window and saves it for upload.
   void save_ready()
   {
     enter_complete_survey();
     save_quietly(*window, ready);
   }
 
-  // Starts a server that refuses those surveys of the queue: 1, 2, ...
+  // Starts a server that refuses these surveys of the queue: 1, 2, ...
   void serve_refusing(const std::vector<int>& refused, int count)
   {
     Names options;
@@ -54,7 +54,7 @@ public:
   {
     auto seen = answer_dialogs(
         responses, [&] { window->do_upload_all_ready(my_app->get_ready_survey_list()); });
-    seen.resize(responses.size()); // what is missing has been told
+    seen.resize(responses.size()); // missing dialogs have already been reported
     return seen;
   }
 
@@ -69,7 +69,7 @@ public:
 
 } // namespace
 
-TEST_F(UploadAll, SendsOneAfterTheOtherAndTellsHowMany)
+TEST_F(UploadAll, SendsOneAfterTheOtherAndReportsTheirNumber)
 {
   const struct {
     int count;
@@ -89,7 +89,7 @@ TEST_F(UploadAll, SendsOneAfterTheOtherAndTellsHowMany)
   }
 }
 
-TEST_F(UploadAll, GoesInTheOrderOfTheFileNames)
+TEST_F(UploadAll, SendsInTheOrderOfTheFileNames)
 {
   serve();
   put_ready(3);
@@ -101,7 +101,7 @@ TEST_F(UploadAll, GoesInTheOrderOfTheFileNames)
   }
 }
 
-TEST_F(UploadAll, AsksAfterAFailureWhetherToGoOnWithTheOthers)
+TEST_F(UploadAll, AsksAfterAFailureWhetherToContinue)
 {
   serve_refusing({2}, 4);
   put_ready(3);
@@ -119,7 +119,7 @@ TEST_F(UploadAll, AsksAfterAFailureWhetherToGoOnWithTheOthers)
   EXPECT_TRUE(seen[1].has_icon);
 }
 
-TEST_F(UploadAll, GoesOnWithTheOthersOnYes)
+TEST_F(UploadAll, ContinuesWithTheOthersOnYes)
 {
   serve_refusing({2}, 4);
   put_ready(4);
@@ -136,7 +136,7 @@ TEST_F(UploadAll, GoesOnWithTheOthersOnYes)
 TEST_F(UploadAll, StopsOnAnyOtherAnswer)
 {
   for (const int answer : {no, closed, cancel, ok}) {
-    fs::remove_all(my_app->get_survey_dir(in_progress)); // of the answer before
+    fs::remove_all(my_app->get_survey_dir(in_progress)); // surveys of the previous answer
     serve_refusing({2}, 4);
     put_ready(4);
     const auto seen = upload_ready({ok, answer, ok, ok});
@@ -159,7 +159,7 @@ TEST_F(UploadAll, AsksNothingIfTheLastOneFails)
   EXPECT_EQ(files({3}), names_in(in_progress));
 }
 
-TEST_F(UploadAll, SaysNothingOfASecondStepIfAllFailed)
+TEST_F(UploadAll, DoesNotMentionASecondStepIfAllFailed)
 {
   serve({"--upload", "status=500"});
   put_ready(1);
@@ -178,7 +178,7 @@ TEST_F(UploadAll, SaysNothingOfASecondStepIfAllFailed)
   EXPECT_EQ(Names(), names_in(ready));
 }
 
-TEST_F(UploadAll, AsksAboutWhatIsReadyNow)
+TEST_F(UploadAll, AsksAboutTheSurveysThatAreReadyNow)
 {
   serve({"--upload", "status=500"});
   put_ready(2);
@@ -190,7 +190,7 @@ TEST_F(UploadAll, AsksAboutWhatIsReadyNow)
   EXPECT_EQ(files({2}), names_in(ready)) << "has come in the meantime";
 }
 
-TEST_F(UploadAll, TellsIfAFailedSurveyCannotLeaveTheQueue)
+TEST_F(UploadAll, ReportsAFailedSurveyThatCannotLeaveTheQueue)
 {
   serve({"--upload", "status=500"});
   put_ready(1);
@@ -219,7 +219,7 @@ TEST_F(UploadAll, ShowsTheNewStatesOnTheStartPage)
   EXPECT_EQ("Uploaded", heading(2));
 }
 
-TEST_F(UploadAll, FollowsTheOpenSurveyToWhereverItGoes)
+TEST_F(UploadAll, FollowsTheFileOfTheOpenSurvey)
 {
   serve({"--upload", "status=500", "--upload", "ok"});
   save_ready();
@@ -286,7 +286,7 @@ TEST_F(UploadAll, FromTheMenuAsksFirst)
   EXPECT_TRUE(seen.has_icon);
 }
 
-TEST_F(UploadAll, ShowsTheEndsOfALongListAndAllTheWordsAroundIt)
+TEST_F(UploadAll, ShowsTheEndsOfALongListAndAllTextAroundIt)
 {
   serve();
   for (int i = 100; i < 400; ++i)
@@ -330,7 +330,7 @@ TEST_F(UploadAll, FromTheStartPageIsTheSame)
   EXPECT_EQ(files({1}), names_in(uploaded));
 }
 
-TEST_F(UploadAll, SaysHowToMarkSurveysIfNoneIsReady)
+TEST_F(UploadAll, ExplainsHowToMarkSurveysIfNoneIsReady)
 {
   serve();
   const auto seen =
@@ -347,7 +347,7 @@ TEST_F(UploadAll, SavesTheOpenSurveyFirstIfItIsReadyAndChanged)
 {
   serve();
   save_ready();
-  window->survey_panel2->bottom_time->set_text(""); // no longer complete: nobody asks
+  window->survey_panel2->bottom_time->set_text(""); // incomplete, which causes no question
   answer_dialogs({yes, ok, ok}, [&] { window->on_action_FileUploadAll("FileUploadAll"); });
   EXPECT_EQ(Names{natural_name + ".MAVO-Survey"}, names_in(uploaded));
   const std::string sent = read_file(server->uploads + natural_name + ".MAVO-Survey");
@@ -389,7 +389,7 @@ TEST_F(UploadAll, SendsNothingIfTheOpenSurveyCannotBeSavedFirst)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UploadAll, TakesAFailedSurveyBackUnderAFreeNameIfItsOwnIsTaken)
+TEST_F(UploadAll, MovesAFailedSurveyToAFreeNameIfItsOwnExists)
 {
   serve({"--upload", "status=500", "--upload", "ok"});
   save_ready();

@@ -18,18 +18,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Uploads with a disk that does not play along.
+// Tests uploads with failures of the disk.
 class UploadFromABadDisk : public ServerTest
 {
 public:
-  // A file lies where a state's directory should be.
+  // Puts a file at the path of a state's directory.
   void obstruct(const char* directory) const
   {
     fs::remove_all(my_app->survey_root + directory);
     write_file(my_app->survey_root + directory, "in the way");
   }
 
-  // Selects the survey at that path on the Start page and presses Upload there.
+  // Selects the survey on the Start page and clicks Upload there.
   void upload_from_start_page(const std::string& path, const std::function<void()>& meanwhile)
   {
     StartPanel& panel = *window->start_panel;
@@ -42,8 +42,8 @@ public:
     press(*panel.upload_button);
   }
 
-  // Runs `upload` while the server answers the first request late, and runs
-  // `change` in between: after the survey has been received.
+  // Runs `upload` with a server that answers the first request late. Runs `change` after the
+  // server has received the survey and before it answers.
   void change_while_server_is_asked(const std::function<void()>& change,
                                     const std::function<void()>& upload)
   {
@@ -61,7 +61,7 @@ public:
   const std::string survey = SurveyFile().text();
 };
 
-// As long as it lives, uploaded surveys lie on another disk.
+// During its lifetime, the directory of uploaded surveys is on another disk.
 class ElsewhereUploaded
 {
 public:
@@ -82,7 +82,7 @@ public:
 
 } // namespace
 
-TEST_F(UploadFromABadDisk, EndsWithWhatTheLibrarySaysOfAFileThatCannotBeRead)
+TEST_F(UploadFromABadDisk, EndsWithTheLibrarysTextForAFileThatCannotBeRead)
 {
   serve();
   const std::string directory = my_app->get_survey_dir(ready) + "/a";
@@ -96,7 +96,7 @@ TEST_F(UploadFromABadDisk, EndsWithWhatTheLibrarySaysOfAFileThatCannotBeRead)
   EXPECT_EQ((Names{"a", "b"}), names_in(ready));
 }
 
-TEST_F(UploadFromABadDisk, TellsOnceIfTheFileWentAwayAndLivesOn)
+TEST_F(UploadFromABadDisk, ReportsAMissingFileOnceAndContinues)
 {
   serve();
   enter_survey();
@@ -132,7 +132,7 @@ TEST_F(UploadFromABadDisk, DoesNotWaitForAPipe)
   EXPECT_EQ((Names{"7 <&>", "8"}), names_in(ready));
 }
 
-TEST_F(UploadFromABadDisk, TakesAPipeOutOfTheQueueAndGoesOn)
+TEST_F(UploadFromABadDisk, RemovesAPipeFromTheQueueAndContinues)
 {
   serve();
   ASSERT_EQ(0, mkfifo((my_app->get_survey_dir(ready) + "/1").c_str(), 0600));
@@ -147,7 +147,7 @@ TEST_F(UploadFromABadDisk, TakesAPipeOutOfTheQueueAndGoesOn)
   EXPECT_EQ(Names{"2"}, names_in(uploaded));
 }
 
-TEST_F(UploadFromABadDisk, TakesAnEmptyFileForOneThatCannotBeRead)
+TEST_F(UploadFromABadDisk, TreatsAnEmptyFileAsOneThatCannotBeRead)
 {
   serve();
   const std::string path = put(ready, "1 <&>", "");
@@ -198,7 +198,7 @@ TEST_F(UploadFromABadDisk, LeavesAFileThatChangedMeanwhileInTheQueue)
   EXPECT_EQ(survey, read_file(server->uploads + "7 <&>.MAVO-Survey"));
 }
 
-TEST_F(UploadFromABadDisk, DoesNotTakeAChangedFileBackToWorkInABatch)
+TEST_F(UploadFromABadDisk, DoesNotMoveAChangedFileToInProgressInABatch)
 {
   put(ready, "1", survey);
   const std::string path = my_app->get_survey_dir(ready) + "/1";
@@ -214,7 +214,7 @@ TEST_F(UploadFromABadDisk, DoesNotTakeAChangedFileBackToWorkInABatch)
   EXPECT_EQ(Names(), names_in(in_progress));
 }
 
-TEST_F(UploadFromABadDisk, CountsAsDoneIfTheFileCannotBeMoved)
+TEST_F(UploadFromABadDisk, SucceedsIfTheFileCannotBeMoved)
 {
   serve();
   enter_complete_survey();

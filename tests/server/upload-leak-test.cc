@@ -7,7 +7,7 @@
 
 namespace {
 
-// Large enough for one kept copy of each file to show.
+// Returns a survey that is so large that a leak of one copy is measurable.
 std::string large_survey()
 {
   return SurveyFile().text() + "<!--" + std::string(50000, 'x') + "-->";
@@ -15,7 +15,7 @@ std::string large_survey()
 
 } // namespace
 
-// Taken and refused in turn, as it comes in practice.
+// The server alternately accepts and refuses surveys.
 TEST_F(ServerTest, KeepsNoMemoryOfUploads)
 {
   std::vector<std::string> options;

@@ -10,12 +10,11 @@ namespace {
 const Names file = {"7.MAVO-Survey"};
 const char* const unknown = "Failed to upload file: Unknown (error header missing)";
 
-// Uploads over a network that does what it likes.
+// Tests uploads over an unreliable network.
 class UploadOverABadNetwork : public ServerTest
 {
 public:
-  // Uploads a survey that does not arrive: the user is told once, and the survey
-  // stays where it was.
+  // Uploads a survey and expects one message of failure and an unchanged survey file.
   void expect_failure(const std::string& why, const Glib::ustring& text = unknown)
   {
     const Names uploaded_before = names_in(uploaded);
@@ -30,7 +29,7 @@ public:
     EXPECT_EQ(uploaded_before, names_in(uploaded)) << why;
   }
 
-  // Uploads one that does arrive.
+  // Uploads a survey and expects success.
   void expect_success(const std::string& why)
   {
     const std::string path = put(ready, file.front(), survey);
@@ -41,7 +40,7 @@ public:
     EXPECT_EQ(survey, read_file(server->uploads + file.front())) << why;
   }
 
-  // Starts a server that answers one request after the other so.
+  // Starts a server that answers successive requests with these behaviours.
   void serve_in_turn(const Names& specs)
   {
     Names options;
@@ -57,7 +56,7 @@ public:
 
 } // namespace
 
-TEST_F(UploadOverABadNetwork, KeepsTheSurveyWhateverStatusComes)
+TEST_F(UploadOverABadNetwork, KeepsTheSurveyForEachStatus)
 {
   const Names specs = {"status=100", "status=101", "status=102", "status=200", "status=202",
                        "status=204", "status=206", "status=300", "status=301", "status=302",
@@ -96,13 +95,13 @@ TEST_F(UploadOverABadNetwork, IsRepeatedWithoutHarmIfOnlyTheAnswerWasLost)
   expect_success("again");
 }
 
-TEST_F(UploadOverABadNetwork, HasArrivedOnceTheServerSaysSoEvenIfTheRestIsCutOff)
+TEST_F(UploadOverABadNetwork, SucceedsIfOnlyTheBodyOfTheAnswerIsIncomplete)
 {
   serve({"--upload", "close=middle"});
   expect_success("only the headers are of interest");
 }
 
-TEST_F(UploadOverABadNetwork, WaitsForAnAnswerThatTakesItsTime)
+TEST_F(UploadOverABadNetwork, WaitsForASlowAnswer)
 {
   const Names specs = {"trickle", "delay=300", "delay=100,trickle"};
   serve_in_turn(specs);
@@ -110,7 +109,7 @@ TEST_F(UploadOverABadNetwork, WaitsForAnAnswerThatTakesItsTime)
     expect_success(spec);
 }
 
-TEST_F(UploadOverABadNetwork, ForgetsTheKeysThatWerePressedMeanwhile)
+TEST_F(UploadOverABadNetwork, DiscardsTheKeysOfTheMeantime)
 {
   int keys = 0;
   window->signal_key_press_event().connect(
@@ -138,7 +137,7 @@ TEST_F(UploadOverABadNetwork, ForgetsTheKeysThatWerePressedMeanwhile)
   EXPECT_EQ(1, keys) << "a later one counts";
 }
 
-TEST_F(UploadOverABadNetwork, TakesAnAnswerWithALongHeader)
+TEST_F(UploadOverABadNetwork, AcceptsAnAnswerWithALongHeader)
 {
   serve_in_turn({"long-header=60000", "long-header=60000,status=500,error=No room."});
   expect_success("long header");
@@ -151,9 +150,9 @@ TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfAHeaderIsEndless)
   expect_failure("a header of megabytes");
 }
 
-TEST_F(UploadOverABadNetwork, IsNotTakenElsewhereByARedirect)
+TEST_F(UploadOverABadNetwork, DoesNotFollowARedirect)
 {
-  // There, a question without a survey would get the answer of a success.
+  // That server would answer a request without a survey with success.
   const TestServer elsewhere({"--app-query", "status=201,header=X-Survey-Upload-Successful:1"});
   const std::string address = elsewhere.address() + "/offline-data-entry/?get-version=mac";
   Names specs;
@@ -168,7 +167,7 @@ TEST_F(UploadOverABadNetwork, IsNotTakenElsewhereByARedirect)
   EXPECT_EQ(specs.size(), server->log().size());
 }
 
-TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfNobodyIsThere)
+TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfThereIsNoServer)
 {
   serve().stop();
   expect_failure("connection refused");
@@ -176,7 +175,7 @@ TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfNobodyIsThere)
   expect_failure("no such name");
 }
 
-TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfTheAddressIsNone)
+TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfTheAddressIsInvalid)
 {
   for (const char* address : {"", "nowhere", "http://", "http:///dataentry", "http://[::1",
                               "/dataentry/upload-survey.php", "ftp://127.0.0.1/",
@@ -186,7 +185,7 @@ TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfTheAddressIsNone)
   }
 }
 
-TEST_F(UploadOverABadNetwork, TellsOfTheFailureAndThatNothingNewCouldBeAskedFor)
+TEST_F(UploadOverABadNetwork, ReportsTheFailureAndThatTheCheckForUpdatesFailed)
 {
   serve().stop();
   const std::string path = put(ready, file.front(), survey);
@@ -195,7 +194,7 @@ TEST_F(UploadOverABadNetwork, TellsOfTheFailureAndThatNothingNewCouldBeAskedFor)
   EXPECT_EQ(survey, read_file(path));
 }
 
-TEST_F(UploadOverABadNetwork, PutsEachSurveyOfABatchBackToWork)
+TEST_F(UploadOverABadNetwork, MovesEachSurveyOfABatchToInProgress)
 {
   const Names specs = {"close=before", "close=middle,status=502", "garbage", "status=503",
                        "redirect=http://127.0.0.1:1/"};

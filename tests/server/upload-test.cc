@@ -15,11 +15,11 @@ namespace {
 
 const char* const failed = "Upload Failed!";
 
-// The uploads of single surveys.
+// Tests the upload of single surveys.
 class Upload : public ServerTest
 {
 public:
-  // A complete survey in the window, saved as ready.
+  // Enters a complete survey into the window and saves it for upload.
   std::string save_ready()
   {
     enter_complete_survey();
@@ -32,10 +32,10 @@ public:
     return put(ready, name, SurveyFile().text());
   }
 
-  // The file of the survey that enter_complete_survey() enters.
+  // Returns the file name of the survey that enter_complete_survey() enters.
   std::string base_file() const { return natural_name + ".MAVO-Survey"; }
 
-  // What the row of a state on the Start page says, with its surveys below it.
+  // Returns the row of a state on the Start page and the rows of its surveys.
   Names rows_of(int state) const
   {
     const StartPanel& panel = *window->start_panel;
@@ -46,7 +46,7 @@ public:
     return rows;
   }
 
-  // Selects the survey at that path on the Start page and presses Upload there.
+  // Selects the survey on the Start page and clicks Upload there.
   void upload_from_start_page(const std::string& path) const
   {
     StartPanel& panel = *window->start_panel;
@@ -63,7 +63,7 @@ public:
     press(*panel.upload_button);
   }
 
-  // Uploads a survey that the server does not take; the text of the dialog.
+  // Uploads a survey that the server refuses. Returns the text of the dialog.
   Glib::ustring failure_text(const char* why = "")
   {
     RetCode result = RET_SUCCESS;
@@ -78,7 +78,7 @@ public:
   }
 };
 
-// A request as the server wrote it down.
+// A request that the server stored.
 struct Request {
   explicit Request(const std::string& path)
   {
@@ -88,7 +88,7 @@ struct Request {
     body = text.substr(end + 4);
   }
 
-  // The value of a header; empty if it is absent.
+  // Returns the value of a header; empty if it is missing.
   std::string header(const std::string& name) const
   {
     const auto start = head.find("\r\n" + name + ": ");
@@ -102,7 +102,7 @@ struct Request {
   std::string body;
 };
 
-// The body of a request with one survey.
+// Returns the body of a request with one survey.
 std::string form_of_one_file(const std::string& boundary, const std::string& name,
                              const std::string& contents)
 {
@@ -112,7 +112,7 @@ std::string form_of_one_file(const std::string& boundary, const std::string& nam
 
 } // namespace
 
-TEST_F(Upload, SendsTheFileAsItIsOnDiskAsTheOnlyPartOfAForm)
+TEST_F(Upload, SendsTheFileOnDiskAsTheOnlyPartOfAForm)
 {
   const char odd[] = "<?xml?>\r\n\xff\xfe\0 Jos\u00e9 \n--\r\n\r\n";
   const std::string bytes(odd, sizeof odd);
@@ -142,7 +142,7 @@ TEST_F(Upload, SendsTheFileAsItIsOnDiskAsTheOnlyPartOfAForm)
   }
 }
 
-TEST_F(Upload, MovesWhatTheServerTookAndSaysWhatIsLeftToDo)
+TEST_F(Upload, MovesAnAcceptedSurveyAndExplainsTheNextStep)
 {
   serve();
   const std::string text = SurveyFile().text();
@@ -195,7 +195,7 @@ TEST_F(Upload, ReplacesAnUploadedSurveyOfThatNameWithoutAsking)
   EXPECT_EQ(SurveyFile().text(), read_file(older));
 }
 
-TEST_F(Upload, CanBeSentAgainAndIsKeptOnce)
+TEST_F(Upload, CanBeRepeatedAndIsStoredOnce)
 {
   serve();
   answer_dialogs({ok, ok}, [&] { window->do_upload_single(put_ready()); });
@@ -203,7 +203,7 @@ TEST_F(Upload, CanBeSentAgainAndIsKeptOnce)
   EXPECT_EQ(1, std::distance(fs::directory_iterator(server->uploads), fs::directory_iterator()));
 }
 
-TEST_F(Upload, FailsInTheServersWords)
+TEST_F(Upload, ShowsTheServersReasonForAFailure)
 {
   const struct {
     const char* why;
@@ -234,7 +234,7 @@ TEST_F(Upload, FailsInTheServersWords)
     EXPECT_EQ(Glib::ustring("Failed to upload file: ") + c.said, failure_text(c.why)) << c.why;
 }
 
-TEST_F(Upload, ShowsALongReasonAsFarAsItIsOfUse)
+TEST_F(Upload, ShortensALongReason)
 {
   const std::string reason(30000, 'x');
   serve({"--upload", "status=422,error=" + reason});
@@ -243,13 +243,13 @@ TEST_F(Upload, ShowsALongReasonAsFarAsItIsOfUse)
   EXPECT_LT(10000U, text.size());
 }
 
-TEST_F(Upload, IsAConfusionIfTheServerDoesNotSayThatItSucceeded)
+TEST_F(Upload, IsAConfusionWithoutTheSuccessHeader)
 {
   serve({"--upload", "without=X-Survey-Upload-Successful"});
   EXPECT_EQ("Confusion: response is 201 but success header is missing!?", failure_text());
 }
 
-TEST_F(Upload, DoesNotReadWhatTheSuccessHeaderSays)
+TEST_F(Upload, IgnoresTheValueOfTheSuccessHeader)
 {
   serve({"--upload", "without=X-Survey-Upload-Successful,header=X-Survey-Upload-Successful:"});
   answer_dialogs({ok, ok}, [&] { window->do_upload_single(put_ready()); });
@@ -282,9 +282,9 @@ TEST_F(Upload, IsTracedFromLevelOne)
   EXPECT_NE(std::string::npos, said.find("\n< HTTP/1.1 500 ")) << said;
 }
 
-// --- what the user wants to do next ---
+// --- the next action of the user ---
 
-TEST_F(Upload, GoesOnToANewSurveyIfTheUserWantsIt)
+TEST_F(Upload, StartsANewSurveyIfTheUserWantsIt)
 {
   serve();
   const std::string path = save_ready();
@@ -302,7 +302,7 @@ TEST_F(Upload, EndsTheProgramIfTheUserWantsIt)
   EXPECT_TRUE(visible_windows().empty());
 }
 
-TEST_F(Upload, OffersTheSavedSurveysIfTheUserWantsIt)
+TEST_F(Upload, OffersTheSavedSurveysIfTheUserWantsToOpenOne)
 {
   serve();
   const std::string path = save_ready();
@@ -312,7 +312,7 @@ TEST_F(Upload, OffersTheSavedSurveysIfTheUserWantsIt)
   EXPECT_TRUE(window->get_visible());
 }
 
-TEST_F(Upload, StaysWhereItIsOnAnyOtherAnswer)
+TEST_F(Upload, DoesNothingElseOnAnyOtherAnswer)
 {
   serve();
   for (const int answer : {-1, -4, -5, -6}) {
@@ -383,7 +383,7 @@ TEST_F(Upload, OfAnIncompleteSurveyEndsOnTheConfirmationPage)
   for (const auto& door : doors) {
     enter_survey();
     go_to_page(0);
-    window->survey.survey_complete = true; // of an earlier look
+    window->survey.survey_complete = true; // the result of an earlier check
     const auto seen = answer_next_dialog(ok, door);
     EXPECT_EQ("Can't upload yet", seen.title);
     EXPECT_EQ("Survey data is missing or invalid.", seen.text);
@@ -460,7 +460,7 @@ TEST_F(Upload, ByTheButtonLeavesTheOpenSurveySavedOnCancel)
   EXPECT_EQ(Names(), server->log());
 }
 
-TEST_F(Upload, ByTheButtonTakesTheOpenSurveyAloneOnNoOrIfTheQuestionIsClosed)
+TEST_F(Upload, ByTheButtonSendsOnlyTheOpenSurveyOnNoOrIfTheQuestionIsClosed)
 {
   for (const int answer : {no, closed}) {
     serve();
@@ -476,7 +476,7 @@ TEST_F(Upload, ByTheButtonTakesTheOpenSurveyAloneOnNoOrIfTheQuestionIsClosed)
   }
 }
 
-TEST_F(Upload, ByTheButtonTakesAllOnYes)
+TEST_F(Upload, ByTheButtonSendsAllOnYes)
 {
   serve();
   enter_complete_survey();
@@ -491,7 +491,7 @@ TEST_F(Upload, ByTheButtonTakesAllOnYes)
 
 // --- from the Start page ---
 
-TEST_F(Upload, OfAnotherSurveyLeavesTheOpenOneAlone)
+TEST_F(Upload, OfAnotherSurveyDoesNotChangeTheOpenOne)
 {
   serve();
   enter_survey(); // incomplete, and not saved

@@ -21,9 +21,9 @@ const auto new_survey = SurveyWindow::RESPONSE_NEW_SURVEY;
 const auto quit = SurveyWindow::RESPONSE_QUIT;
 const auto open_survey = SurveyWindow::RESPONSE_OPEN_SURVEY;
 
-constexpr int new_species = 13; // that only the new data have
+constexpr int new_species = 13; // only in the new data
 
-// What comes after a check for updates, mostly one that installs new data.
+// Tests the action after a check for updates, usually a check that installs new data.
 class WindowSwap : public UpdateTest
 {
 public:
@@ -42,8 +42,7 @@ public:
     return window->survey.filename;
   }
 
-  // The same as check(), with a file chosen in the dialog that asks for one; none
-  // if `path` is empty.
+  // Like check(), and chooses the file `path` in the file dialog, or none if `path` is empty.
   RetCode check_and_choose(std::vector<int> answers, const std::string& path)
   {
     RetCode result = RET_INTERNAL_ERROR;
@@ -60,7 +59,8 @@ public:
     return result;
   }
 
-  // The only window on the screen and in the application's list; null if there is another.
+  // Returns the only visible window, which is also the only one in the application's list. Returns
+  // null if there are others.
   SurveyWindow* only_window() const
   {
     const auto visible = visible_windows();
@@ -69,7 +69,7 @@ public:
       return nullptr;
     return visible.front();
   }
-  // Whether nothing came in place of the old window.
+  // Returns whether the old window is still the only one.
   bool is_still_there() const { return only_window() == old; }
 
   static bool knows_new_species(const SurveyWindow& survey_window)
@@ -102,18 +102,18 @@ private:
   static int take_first(std::vector<int>& answers)
   {
     if (answers.empty())
-      return Gtk::RESPONSE_DELETE_EVENT; // the count of dialogs tells
+      return Gtk::RESPONSE_DELETE_EVENT; // the number of dialogs is checked later
     const int first = answers.front();
     answers.erase(answers.begin());
     return first;
   }
 };
 
-// What comes of a window whose survey cannot be opened with the new data.
+// Tests a window whose survey cannot be opened with the new data.
 class FailingSwap : public WindowSwap
 {
 public:
-  // The new data lack the location of the survey.
+  // Removes the survey's location from the new data.
   void withdraw_northwest() const
   {
     const std::string regions = server->data + "region-info.csv";
@@ -124,7 +124,7 @@ public:
     write_file(regions, others);
   }
 
-  // The old window is on the screen, alone and with the whole survey.
+  // Expects that the old window is the only visible one and has the complete survey.
   void expect_kept(const std::string& path) const
   {
     EXPECT_TRUE(is_still_there());
@@ -159,11 +159,11 @@ TEST_F(WindowSwap, OpensTheSavedSurveyAgainWithTheNewData)
   EXPECT_FALSE(knows_new_species(*old)) << "the old tables stay alive";
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 
-  shown->hide(); // as when the user closes it
+  shown->hide(); // like a user who closes it
   EXPECT_TRUE(my_app->app->get_windows().empty()) << "the program would not end";
 }
 
-TEST_F(WindowSwap, LetsASpeciesBeMarkedThatOnlyTheNewDataHave)
+TEST_F(WindowSwap, AllowsToMarkASpeciesThatOnlyTheNewDataHave)
 {
   const std::string path = enter_and_save();
   check({yes, ok});
@@ -184,7 +184,7 @@ TEST_F(WindowSwap, LetsASpeciesBeMarkedThatOnlyTheNewDataHave)
       << read_file(path);
 }
 
-TEST_F(WindowSwap, ShowsAnEmptyWindowWhereNothingWasSavedOrEntered)
+TEST_F(WindowSwap, ShowsAnEmptyWindowIfNothingWasSavedOrEntered)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
   ASSERT_TRUE(only_window());
@@ -209,7 +209,7 @@ TEST_F(WindowSwap, ShowsTheNewWindowWhereTheOldOneWas)
   wait_until("the new window is there, too", [&] { return place_of(*shown) == moved; });
 }
 
-TEST_F(WindowSwap, IsWhatAnUnknownChoiceMeans)
+TEST_F(WindowSwap, IsTheDefaultForAnUnknownChoice)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, static_cast<SurveyWindow::ResponseCode>(5)));
   EXPECT_NE(old, only_window());
@@ -264,7 +264,7 @@ TEST_F(FailingSwap, KeepsAWindowThatCanStillBeSaved)
   EXPECT_NE(std::string::npos, read_file(path).find("<last_name>Fisher</last_name>"));
 }
 
-TEST_F(FailingSwap, KeepsTheWindowWhoseSavedFileHasGone)
+TEST_F(FailingSwap, KeepsTheWindowWhoseSavedFileIsMissing)
 {
   const std::string path = enter_and_save();
   fs::remove(path);
@@ -291,9 +291,9 @@ TEST_F(FailingSwap, KeepsTheWindowIfNoOtherSurveyWasChosenEither)
   expect_kept(path);
 }
 
-// --- what the user chose to do next ---
+// --- the action that the user chose ---
 
-TEST_F(WindowSwap, GivesWayToANewSurvey)
+TEST_F(WindowSwap, IsReplacedByANewSurvey)
 {
   enter_and_save();
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, new_survey));
@@ -304,7 +304,7 @@ TEST_F(WindowSwap, GivesWayToANewSurvey)
   EXPECT_TRUE(knows_new_species(*only_window()));
 }
 
-TEST_F(WindowSwap, LeavesTheWindowIfTheUserWillNotLoseItForANewSurvey)
+TEST_F(WindowSwap, KeepsTheWindowIfTheUserCancelsANewSurvey)
 {
   enter_survey();
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}, new_survey));
@@ -312,16 +312,16 @@ TEST_F(WindowSwap, LeavesTheWindowIfTheUserWillNotLoseItForANewSurvey)
   EXPECT_TRUE(is_still_there());
 }
 
-TEST_F(WindowSwap, GivesWayToTheEndOfTheProgram)
+TEST_F(WindowSwap, IsReplacedByTheEndOfTheProgram)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}, quit));
   EXPECT_TRUE(visible_windows().empty());
   EXPECT_TRUE(my_app->app->get_windows().empty());
 }
 
-TEST_F(WindowSwap, LeavesAWindowThatTheUserWillNotEndWithItsOldTables)
+TEST_F(WindowSwap, KeepsAWindowThatTheUserDoesNotCloseWithItsOldTables)
 {
-  // Responses of the abundances have other numbers in the new data.
+  // The new data have other response ids for the abundances.
   const std::string choices = "abundance-choices.csv";
   write_file(server->data + choices, "responseid,survey_subtype_id,label,abun\n"
                                      "801,1,One,1\n802,1,Two,2\n");
@@ -337,7 +337,7 @@ TEST_F(WindowSwap, LeavesAWindowThatTheUserWillNotEndWithItsOldTables)
   EXPECT_NE(std::string::npos, document.find("abun=\"2\" resp=\"302\"")) << document;
 }
 
-TEST_F(WindowSwap, HappensWhereNoSurveyWasOpened)
+TEST_F(WindowSwap, HappensIfNoSurveyWasOpened)
 {
   const std::string path = enter_and_save();
   EXPECT_EQ(RET_DECLINED, check_and_choose({yes, ok}, ""));
@@ -346,7 +346,7 @@ TEST_F(WindowSwap, HappensWhereNoSurveyWasOpened)
   EXPECT_EQ(path, only_window()->survey.filename);
 }
 
-TEST_F(WindowSwap, HappensWhereTheChosenSurveyCannotBeOpened)
+TEST_F(WindowSwap, HappensIfTheChosenSurveyCannotBeOpened)
 {
   const std::string path = my_app->get_survey_dir(in_progress) + "/broken.MAVO-Survey";
   write_file(path, "no survey");
@@ -357,7 +357,7 @@ TEST_F(WindowSwap, HappensWhereTheChosenSurveyCannotBeOpened)
   EXPECT_TRUE(only_window()->survey.filename.empty());
 }
 
-TEST_F(WindowSwap, GivesWayToASurveyThatIsOpened)
+TEST_F(WindowSwap, IsReplacedByAnOpenedSurvey)
 {
   enter_and_save();
   const std::string path = my_app->get_survey_dir(in_progress) + "/another.MAVO-Survey";
@@ -368,7 +368,7 @@ TEST_F(WindowSwap, GivesWayToASurveyThatIsOpened)
   EXPECT_TRUE(knows_new_species(*only_window()));
 }
 
-TEST_F(WindowSwap, LeavesTheResultToTheOpeningOfASurvey)
+TEST_F(WindowSwap, ReturnsTheResultOfOpeningASurvey)
 {
   serve({"--app-query", "status=500"});
   EXPECT_EQ(RET_DECLINED, check_and_choose({ok}, "")) << "the check itself failed";
@@ -380,7 +380,7 @@ TEST_F(WindowSwap, LeavesTheResultToTheOpeningOfASurvey)
   EXPECT_EQ(path, only_window()->survey.filename);
 }
 
-TEST_F(WindowSwap, LeavesNewSurveyAndEndToTheUserAfterAFailureToo)
+TEST_F(WindowSwap, StartsANewSurveyOrEndsAlsoAfterAFailure)
 {
   serve({"--app-query", "status=500"});
   EXPECT_EQ(RET_FAILURE, check({ok}, new_survey));
@@ -411,7 +411,7 @@ TEST_F(WindowSwap, SavesUnsavedChangesAndOpensThemAgainIfTheUserWants)
   EXPECT_EQ(path_of(in_progress, natural_name), only_window()->survey.filename);
 }
 
-TEST_F(WindowSwap, DropsUnsavedChangesThatTheUserGivesUp)
+TEST_F(WindowSwap, DiscardsUnsavedChangesIfTheUserAgrees)
 {
   enter_survey();
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, no}));
@@ -420,7 +420,7 @@ TEST_F(WindowSwap, DropsUnsavedChangesThatTheUserGivesUp)
   EXPECT_TRUE(names_in(in_progress).empty());
 }
 
-TEST_F(WindowSwap, DoesNotAskTwiceAboutChangesGivenUpBeforeTheCheck)
+TEST_F(WindowSwap, DoesNotAskAgainAboutChangesThatWereDiscardedBeforeTheCheck)
 {
   enter_survey();
   seen = answer_dialogs({no, yes, ok}, [this] { window->manual_check_for_updates(); });
@@ -428,7 +428,7 @@ TEST_F(WindowSwap, DoesNotAskTwiceAboutChangesGivenUpBeforeTheCheck)
   EXPECT_NE(old, only_window());
 }
 
-TEST_F(WindowSwap, DoesNotAskAboutASavedSurveyWhoseResponsesGetOtherNumbers)
+TEST_F(WindowSwap, DoesNotAskAboutASavedSurveyWhoseResponseIdsChange)
 {
   write_file(server->data + "abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n"
                                                      "801,1,One,1\n802,1,Two,2\n");
@@ -437,7 +437,7 @@ TEST_F(WindowSwap, DoesNotAskAboutASavedSurveyWhoseResponsesGetOtherNumbers)
   EXPECT_NE(old, only_window());
 }
 
-TEST_F(WindowSwap, AsksAgainAfterAnUploadAboutChangesGivenUpForNothing)
+TEST_F(WindowSwap, AsksAgainAfterAnUploadAboutDiscardedChanges)
 {
   const std::string path = my_app->get_survey_dir(ready) + "/another.MAVO-Survey";
   write_file(path, SurveyFile().text());

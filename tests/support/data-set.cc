@@ -24,9 +24,9 @@ struct DataFile {
   const char* text;
 };
 
-// Region PAC has shades of rarity 1, no Spanish names, an invertebrate of each
-// kind; CAR has Spanish names, rarity 2, and only fish. Species 12 of PAC is in
-// no view; zones of PAC that begin with 4 belong to CAL.
+// Region PAC has rarity 1, no Spanish names, and an invertebrate of each kind. Region CAR has
+// Spanish names, rarity 2, and only fish. Species 12 of PAC is in no view. Zones of PAC that
+// begin with 4 belong to CAL.
 const DataFile minimal_files[] = {
     {"data-file-info.txt", "version=1\ntimestamp=20210101000000\nupdated=January 1, 2021\n"},
     {"data-definitions.csv", "group,value,label\n"
@@ -95,7 +95,7 @@ DataSet::DataSet() : dir(new_directory() + "/") {}
 
 DataSet::~DataSet()
 {
-  std::error_code ignored; // a test may have taken its rights away
+  std::error_code ignored; // a test may have removed its permissions
   fs::remove_all(dir, ignored);
 }
 

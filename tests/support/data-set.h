@@ -2,7 +2,7 @@
 
 #include <string>
 
-// A data set of the test's own: a fresh directory, removed at the end.
+// A data set in a new directory. The destructor removes it.
 class DataSet
 {
 public:
@@ -11,20 +11,19 @@ public:
   DataSet(const DataSet&) = delete;
   DataSet& operator=(const DataSet&) = delete;
 
-  // Writes one file of the set as it stands.
+  // Writes one file of the set.
   void file(const std::string& name, const std::string& text) const;
   // Removes one file of the set.
   void remove(const std::string& name) const;
-  // Writes the smallest set in which everything works: region PAC with the
-  // subregions PNW and CAL, and region CAR with the subregion FLA. See
-  // data-set.cc for its rows.
+  // Writes the smallest complete set: region PAC with the subregions PNW and CAL, and region CAR
+  // with the subregion FLA. data-set.cc has its rows.
   void minimal() const;
 
   std::string dir; // ends in '/'
 };
 
-// A directory that the program can run in: resources/ as shipped and
-// data-files/ of the test's own. The working directory until the end.
+// An application directory with the shipped resources/ and the test's own data-files/. It is the
+// working directory during its lifetime.
 class ApplicationDir
 {
 public:
@@ -34,19 +33,19 @@ public:
   ApplicationDir& operator=(const ApplicationDir&) = delete;
 
   std::string root;     // no trailing '/'
-  std::string previous; // the working directory before
+  std::string previous; // the previous working directory
 
-  // What the program finds as its data; starts as DataSet::minimal().
+  // Writes a file of the program's data set, which is DataSet::minimal() at first.
   void file(const std::string& name, const std::string& text) const;
-  // Uses the data set that ships with the program instead.
+  // Uses the shipped data set instead.
   void use_shipped_data() const;
-  // Takes a copy of the shipped resources/ without the files whose names begin so,
-  // for tests that change or miss some.
+  // Uses a copy of the shipped resources/ without the files whose names begin with
+  // `without_prefix`, for tests that change or remove some.
   void use_own_resources(const std::string& without_prefix) const;
 };
 
-// The whole file; fails the test if it cannot be read.
+// Returns the whole file. Fails the test if it cannot be read.
 std::string read_file(const std::string& path);
-// Writes a file, with its directories.
+// Writes a file and creates its directories.
 void write_file(const std::string& path, const std::string& text);
 bool file_exists(const std::string& path);

@@ -24,7 +24,7 @@ void collect_labels(Gtk::Widget& widget, Glib::ustring& text)
   }
 }
 
-// Fails the test if the dialog does not fit the screen, with its frame.
+// Fails the test if the dialog, including its frame, does not fit the screen.
 void expect_on_screen(Gtk::Dialog& dialog)
 {
   Gdk::Rectangle frame;
@@ -35,9 +35,9 @@ void expect_on_screen(Gtk::Dialog& dialog)
   EXPECT_LE(frame.get_height(), screen.get_height()) << dialog.get_title();
 }
 
-// Hands on each dialog that comes up as long as it lives, once it has been laid
-// out and drawn. It is told of them by the toolkit and does not look around all
-// the time: a source that is always due would keep settle() from ending.
+// During its lifetime, passes on each dialog that appears, when it has been drawn. It uses a
+// signal of the toolkit and does not poll: a source that is always ready would keep settle()
+// from returning.
 class Watch
 {
 public:
@@ -68,7 +68,7 @@ private:
     auto* widget = static_cast<GtkWidget*>(g_value_get_object(values));
     if (GTK_IS_DIALOG(widget))
       static_cast<Watch*>(watch)->hand_on_later(GTK_DIALOG(widget));
-    return TRUE; // stay
+    return TRUE; // keeps the hook
   }
 
   void hand_on_later(GtkDialog* shown) const
@@ -85,7 +85,7 @@ private:
         Glib::PRIORITY_LOW);
   }
 
-  std::shared_ptr<Meet> meet; // empty once the watch has ended
+  std::shared_ptr<Meet> meet; // empty when the watch has ended
   gulong hook = 0;
 };
 

@@ -47,7 +47,7 @@ void send(GdkWindow* window, GdkEventType type, guint keyval, guint modifiers)
 
 void press_key(Gtk::Window& window, unsigned int keyval, unsigned int modifiers)
 {
-  const auto surface = window.get_window(); // also of a window that a key closes
+  const auto surface = window.get_window(); // kept because the key may close the window
   send(surface->gobj(), GDK_KEY_PRESS, keyval, modifiers);
   send(surface->gobj(), GDK_KEY_RELEASE, keyval, modifiers);
   settle();

@@ -5,24 +5,23 @@
 
 #include <vector>
 
-// Presses and releases a key of GDK_KEY_*, with these modifiers held, as if the window had
-// the keyboard: what opens meanwhile, such as a menu, gets it as on a real keyboard.
+// Presses and releases a key of GDK_KEY_* with these modifiers, as if the window had the focus.
+// A menu that is open gets the key, as with a real keyboard.
 void press_key(Gtk::Window& window, unsigned int keyval, unsigned int modifiers = 0);
 
-// The same for keys that follow each other at once: nothing is laid out or drawn between them.
+// Like press_key(), for keys in immediate succession, without layout and drawing between them.
 void press_keys_at_once(Gtk::Window& window, const std::vector<unsigned int>& keyvals);
 
-// The same in a window of the display that need not be on the screen any more: the program
-// gets it from the display's queue.
+// Like press_key(), through the display's queue, for a window that may be hidden already.
 void press_key_in_queue(const Glib::RefPtr<Gdk::Window>& window, unsigned int keyval);
 
 // Types ASCII text, key by key.
 void type_text(Gtk::Window& window, const char* text);
 
-// Tells a window, once the program looks at the display's queue, that its grab of the keyboard
-// has ended without another one, as the toolkit does it late for a grab of the past.
+// Queues an event for a window that its keyboard grab has ended without another one. The toolkit
+// sends such events late for an earlier grab.
 void report_end_of_grab(const Glib::RefPtr<Gdk::Window>& window);
 
-// Tells the window that it has lost the keyboard, or has it again, as the display does it when
-// a menu takes the keyboard and gives it back.
+// Sends the window an event that it has lost or got the focus, as the display does when a menu
+// grabs and releases the keyboard.
 void move_keyboard(Gtk::Window& window, bool to_window);

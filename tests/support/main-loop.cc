@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <gtkmm/widget.h>
 
-// What was asked of the display comes back as events, such as the keyboard's
-// being taken and given back by a menu. They have to be here to be handled.
+// Requests to the display cause events, for example when a menu grabs and releases the keyboard.
+// They must arrive before they can be handled.
 void settle()
 {
   if (auto* display = gdk_display_get_default())
@@ -34,7 +34,7 @@ void wait_until(const char* what, const std::function<bool()>& holds)
 void let_draw(Gtk::Widget& widget)
 {
   int frames = 0;
-  constexpr int enough = 3; // the first may have begun before
+  constexpr int enough = 3; // the first frame may have begun earlier
   widget.add_tick_callback(
       [&frames](const Glib::RefPtr<Gdk::FrameClock>&) { return ++frames < enough; });
   wait_until("frames are drawn", [&frames] { return frames == enough; });

@@ -1,12 +1,12 @@
 #pragma once
 
-// The most memory that the process has had so far, in kB.
+// Returns the peak memory of the process so far, in kB.
 long memory_peak_kb();
 
-// The memory that the process has now, in kB.
+// Returns the current memory of the process, in kB.
 long memory_now_kb();
 
-// How much freed memory a sanitizer keeps back, in kB; 0 without one.
+// The freed memory that a sanitizer retains, in kB; 0 without a sanitizer.
 #ifdef __SANITIZE_ADDRESS__
 constexpr long memory_kept_back_kb = 256 * 1024;
 #else

@@ -5,12 +5,12 @@
 #include <functional>
 #include <string>
 
-// What `action` prints on standard output.
+// Returns what `action` prints to standard output.
 std::string output_of(const std::function<void()>& action);
-// The same at that level of trace lines.
+// Like output_of(), at that trace level.
 std::string output_of(int level, const std::function<void()>& action);
 
-// Sets the level of trace lines as long as it lives.
+// Sets the trace level during its lifetime.
 class TraceLevel
 {
 public:

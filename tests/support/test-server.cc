@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A test that dies takes its server along.
+// Ends the server if the test dies.
 void end_with_parent()
 {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -81,12 +81,12 @@ void TestServer::start(const std::vector<std::string>& options)
   const std::string line = read_line();
   EXPECT_EQ(greeting, line.substr(0, greeting.size())) << "the server does not start";
   port = line.size() > greeting.size() ? std::stoi(line.substr(greeting.size())) : 0;
-  // From here on the log is read as far as it goes, and has room for long tests.
+  // From now on, reads of the log do not block. The pipe is large enough for long tests.
   fcntl(output, F_SETFL, O_NONBLOCK);
   fcntl(output, F_SETPIPE_SZ, 1 << 20);
 }
 
-// One line, waited for; what came of it if the server ends.
+// Waits for one line. Returns the incomplete line if the server ends.
 std::string TestServer::read_line() const
 {
   std::string line;

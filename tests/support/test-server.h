@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-// The project's own server as a child process on loopback, with directories of
-// its own; ended and removed by the destructor. Its --help tells the options.
+// The project's own server as a child process on loopback, with its own directories. The
+// destructor ends it and removes them. Its --help lists the options.
 class TestServer
 {
 public:
@@ -17,24 +17,24 @@ public:
   TestServer& operator=(const TestServer&) = delete;
 
   std::string address() const; // "http://127.0.0.1:PORT"
-  // The requests answered so far, such as "GET /path?query 200". A request whose
-  // answer has come is among them.
+  // Returns the answered requests so far, such as "GET /path?query 200". They include every
+  // request whose answer has arrived.
   std::vector<std::string> log() const;
-  // Ends it early: from now on the address refuses connections.
+  // Ends the server. From then on the address refuses connections.
   void stop();
 
-  DataSet scratch;      // what all is in
-  std::string uploads;  // the surveys that it keeps; ends in '/', as the next two
-  std::string data;     // the data set that it offers; starts as DataSet::minimal()
-  std::string requests; // each request as it came: "1-upload.txt", "2-app-query.txt", ...
+  DataSet scratch;      // has the three directories below
+  std::string uploads;  // the surveys that it stores; ends in '/', like the next two
+  std::string data;     // the data set that it offers; DataSet::minimal() at first
+  std::string requests; // each request: "1-upload.txt", "2-app-query.txt", ...
   int port = 0;
 
 private:
   void start(const std::vector<std::string>& options);
   std::string read_line() const;
 
-  int child = 0; // process id; 0 once it has been ended
+  int child = 0; // process id; 0 after its end
   int output = -1;
-  mutable std::string unfinished; // line of the log
+  mutable std::string unfinished; // the last, incomplete line of the log
   mutable std::vector<std::string> lines;
 };

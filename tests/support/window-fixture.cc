@@ -12,10 +12,10 @@
 
 namespace {
 
-// Nobody listens there: a test that wants an answer starts a server.
+// No server listens there. A test that needs an answer starts one.
 const char* const nobody = "http://127.0.0.1:9"; // the discard port
 
-// Never freed: hidden windows still point to it.
+// Returns the application object, which is never freed because hidden windows point to it.
 MyApp* kept_program()
 {
   static auto& kept = *new std::vector<MyApp*>();
@@ -49,7 +49,7 @@ SurveyWindow* WindowTest::open_window()
   create_window();
   my_app->app->add_window(*window);
   window->show();
-  window->present(); // as when a person starts the program: the keyboard is its own
+  window->present(); // the window gets the focus, as when a person starts the program
   wait_until("the window is the active one", [this] { return window->is_active(); });
   settle();
   return window;

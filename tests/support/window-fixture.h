@@ -17,38 +17,38 @@ class DropDownBox;
 class MyApp;
 class SurveyWindow;
 
-// A test of real windows. Each has a program directory with the minimal data
-// set, which it may change before its first window, and an empty store.
+// A test of real windows. Each test has an application directory with the minimal data set,
+// which it may change before its first window, and an empty store.
 class WindowTest : public testing::Test
 {
 public:
   ~WindowTest() override;
 
-  // A new window with its panels, hidden; the first one reads the data. It also
-  // becomes `window`.
+  // Returns a new, hidden window with its panels and stores it in `window`. The first one reads
+  // the data.
   SurveyWindow* create_window();
-  // The same, added to the application and on the screen.
+  // Like create_window(), but adds the window to the application and shows it.
   SurveyWindow* open_window();
-  // The windows that the user can see.
+  // Returns the visible windows.
   static std::vector<SurveyWindow*> visible_windows();
 
-  // Chooses a place of region-info.csv by its name, as the user does.
+  // Chooses a location of region-info.csv by its name, as the user does.
   void choose_subregion(const Glib::ustring& name) const;
   // Chooses a survey type by its name.
   void choose_survey_type(const Glib::ustring& name) const;
-  // Turns to the notebook's page of that number.
+  // Turns to the notebook's page with that number.
   void go_to_page(int page) const;
 
   ApplicationDir application_dir;
-  MyApp* my_app = nullptr; // lives as long as the process, as windows do
+  MyApp* my_app = nullptr; // lives until the process ends, like windows
   SurveyWindow* window = nullptr;
 };
 
-// Chooses the first row with that label; fails the test if there is none.
+// Chooses the first row with that label. Fails the test if there is none.
 void choose(DropDownBox& box, const Glib::ustring& label);
 
-// Clicks a button; fails the test if the user could not.
+// Clicks a button. Fails the test if the user could not click it.
 void press(Gtk::Button& button);
 
-// The widget of that id in the window, null if there is none.
+// Returns the widget with that id in the window, or null if there is none.
 Gtk::Widget* find_widget(Gtk::Widget& window, const Glib::ustring& id);

@@ -20,8 +20,8 @@ bool has_window_manager()
                           FALSE, nullptr, nullptr, nullptr, nullptr);
 }
 
-// The display and its window manager start at the same time as the tests. A
-// window that comes up before the manager would not be given the keyboard.
+// Waits for the window manager, which starts at the same time as the tests. A window that
+// appears before it would not get the focus.
 bool wait_for_window_manager()
 {
   constexpr int pause = 10'000; // microseconds
