@@ -40,7 +40,7 @@ std::ostream& operator<<(std::ostream& out, DateVerdict verdict)
   return out << names[static_cast<int>(verdict)];
 }
 
-TEST(JudgeDate, SaysWhatIsWrongWithADate)
+TEST(JudgeDate, ReturnsWhatIsWrongWithADate)
 {
   const struct {
     const char* why;
@@ -68,7 +68,7 @@ TEST(JudgeDate, SaysWhatIsWrongWithADate)
     EXPECT_EQ(c.expected, judge_date(c.year, c.month, c.mday, noon_of_2021_06_30)) << c.why;
 }
 
-TEST(JudgeDate, CountsADayAsFutureUntilItsFirstMidnightHasPassed)
+TEST(JudgeDate, TreatsADayAsFutureUntilItsFirstMidnight)
 {
   const std::time_t midnight = 1625011200; // 2021-06-30 00:00:00 in UTC
   EXPECT_EQ(DateVerdict::in_future, judge_date(2021, 6, 30, midnight - 1));
@@ -76,7 +76,7 @@ TEST(JudgeDate, CountsADayAsFutureUntilItsFirstMidnightHasPassed)
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 6, 30, midnight + 24 * hour - 1));
 }
 
-TEST(JudgeDate, GoesByTheLocalClock)
+TEST(JudgeDate, UsesTheLocalTimeZone)
 {
   const std::time_t evening = noon_of_2021_06_30 + 11 * hour; // 23:00 in UTC
   EXPECT_EQ(DateVerdict::in_future, judge_date(2021, 7, 1, evening));
@@ -84,14 +84,14 @@ TEST(JudgeDate, GoesByTheLocalClock)
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 7, 1, evening));
 }
 
-TEST(JudgeDate, AcceptsADayThatHasNoMidnight)
+TEST(JudgeDate, AcceptsADayWithoutAMidnight)
 {
   const TimeZone summer_begins_at_midnight("BRT3BRST,M10.3.0/0,M2.3.0/0");
   const std::time_t a_week_later = 1635044400;
   EXPECT_EQ(DateVerdict::good, judge_date(2021, 10, 17, a_week_later));
 }
 
-TEST(JudgeDate, RefusesWhatTheClockCannotTell)
+TEST(JudgeDate, RefusesADateThatTheSystemCannotRepresent)
 {
   // One second before the count of seconds begins is also the answer for "no".
   const TimeZone odd("ODD0:00:01"); // local midnight of 1 January 1970 is at second 1

@@ -18,7 +18,7 @@ std::time_t noon(int year, int month, int mday)
 
 } // namespace
 
-TEST(SurveyDateCheck, SaysWhatIsWrongBehindTheDate)
+TEST(SurveyDateCheck, AppendsWhatIsWrongToTheDate)
 {
   const std::time_t now = noon(2025, 6, 15);
   const struct {
@@ -43,7 +43,7 @@ TEST(SurveyDateCheck, SaysWhatIsWrongBehindTheDate)
   }
 }
 
-TEST(ZoneCheck, WantsACompleteZoneWithAName)
+TEST(ZoneCheck, RequiresACompleteZoneWithAName)
 {
   const struct {
     const char* code;
@@ -66,7 +66,7 @@ TEST(ZoneCheck, WantsACompleteZoneWithAName)
   }
 }
 
-TEST(TemperatureCheck, JudgesTheNumberWithinInclusiveLimits)
+TEST(TemperatureCheck, ChecksTheNumberWithInclusiveLimits)
 {
   const struct {
     const char* typed;
@@ -88,12 +88,12 @@ TEST(TemperatureCheck, JudgesTheNumberWithinInclusiveLimits)
   }
 }
 
-TEST(TemperatureCheck, TakesTextAsZeroWhichMayBeGood)
+TEST(TemperatureCheck, TreatsTextAsZeroWhichMayBeGood)
 {
   EXPECT_TRUE(check_temperature("abc", "C", -2, 36).good);
 }
 
-TEST(BottomTimeCheck, CallsTheLimitsThemselvesUsual)
+TEST(BottomTimeCheck, TreatsTheLimitsAsUsual)
 {
   EXPECT_TRUE(is_unusual_bottom_time(14, 15, 120));
   EXPECT_FALSE(is_unusual_bottom_time(15, 15, 120));

@@ -37,7 +37,7 @@ public:
 
 } // namespace
 
-TEST_F(AbundanceMenuTest, StandsForEachListAndIsNullForAnEmptyOne)
+TEST_F(AbundanceMenuTest, ExistsForEachListAndIsNullForAnEmptyOne)
 {
   create_window();
   const auto& menus = window->abundance_menus;
@@ -51,7 +51,7 @@ TEST_F(AbundanceMenuTest, StandsForEachListAndIsNullForAnEmptyOne)
   EXPECT_EQ(window, menus[1]->get_attach_widget());
 }
 
-TEST_F(AbundanceMenuTest, ShowsLabelsAsTheyStand)
+TEST_F(AbundanceMenuTest, ShowsLabelsLiterally)
 {
   application_dir.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n"
                                                 "101,1,_One & <only>,1\n103,1,Three,3\n");
@@ -73,7 +73,7 @@ TEST_F(AbundanceMenuTest, IsTracedItemByItem)
   EXPECT_EQ("For 2, adding 0 None\nFor 2, adding 1 Seen\n", output_of(30, build));
 }
 
-TEST_F(AbundanceMenuTest, LeavesOutANegativeAbundanceAndSaysSo)
+TEST_F(AbundanceMenuTest, OmitsAndReportsANegativeAbundance)
 {
   application_dir.file("abundance-choices.csv",
                        "responseid,survey_subtype_id,label,abun\n100,2,Minus,-1\n101,2,Seen,2\n");
@@ -231,7 +231,7 @@ TEST_F(AbundanceMenuTest, OffersOnlyPresenceOfSomeInvertebrates)
       << "labels come from the survey type's list";
 }
 
-TEST_F(AbundanceMenuTest, TellsTheUserWhenTheDataLackTheList)
+TEST_F(AbundanceMenuTest, InformsTheUserIfTheDataLackTheList)
 {
   application_dir.file("abundance-choices.csv",
                        "responseid,survey_subtype_id,label,abun\n301,3,Single (1),1\n");

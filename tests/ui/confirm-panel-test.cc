@@ -115,7 +115,7 @@ TEST_F(ConfirmPanelTest, FindsNothingWrongWithACompleteSurvey)
   EXPECT_EQ("1", panel->conf_total_species->get_text());
 }
 
-TEST_F(ConfirmPanelTest, ShowsAllThatAnEmptySurveyLacksAtOnce)
+TEST_F(ConfirmPanelTest, ShowsEverythingThatAnEmptySurveyLacksTogether)
 {
   open_window();
   panel = window->confirm_panel;
@@ -132,7 +132,7 @@ TEST_F(ConfirmPanelTest, ShowsAllThatAnEmptySurveyLacksAtOnce)
   expect_complete(false);
 }
 
-TEST_F(ConfirmPanelTest, WantsMemberAndName)
+TEST_F(ConfirmPanelTest, RequiresMemberAndName)
 {
   open_complete_survey();
   window->member_panel->member_id->set_text("  ");
@@ -177,7 +177,7 @@ TEST_F(ConfirmPanelTest, ShowsAnOldSurveyTypeInRedWhenItComesFirst)
                "Northwest: old form - No longer available");
 }
 
-TEST_F(ConfirmPanelTest, MarksADateThatCannotBe)
+TEST_F(ConfirmPanelTest, MarksAnImpossibleDate)
 {
   open_complete_survey();
   auto& when = *window->survey_panel1;
@@ -190,7 +190,7 @@ TEST_F(ConfirmPanelTest, MarksADateThatCannotBe)
   expect_wrong(panel->conf_label_survey_date, panel->conf_survey_date, "Required");
 }
 
-TEST_F(ConfirmPanelTest, WantsAStartTime)
+TEST_F(ConfirmPanelTest, RequiresAStartTime)
 {
   open_complete_survey();
   window->survey_panel1->dive_start->unset_active();
@@ -198,7 +198,7 @@ TEST_F(ConfirmPanelTest, WantsAStartTime)
   expect_wrong(panel->conf_label_dive_start, panel->conf_dive_start, "Required");
 }
 
-TEST_F(ConfirmPanelTest, WantsACompleteKnownZone)
+TEST_F(ConfirmPanelTest, RequiresACompleteKnownZone)
 {
   open_complete_survey();
   window->survey_panel1->zonecode->set_text("3102");
@@ -216,14 +216,14 @@ TEST_F(ConfirmPanelTest, WantsACompleteKnownZone)
             panel->conf_zone_code->get_label().raw());
 }
 
-TEST_F(ConfirmPanelTest, ShowsAZoneNameWithAnAmpersandAndALoneBracketAsItIs)
+TEST_F(ConfirmPanelTest, ShowsAZoneNameWithAnAmpersandAndASingleBracketLiterally)
 {
   application_dir.file("PAC-geog.csv", "geogid,name\n31020003,Hall & Oates <12 m\n");
   open_complete_survey();
   EXPECT_EQ("Hall & Oates <12 m", panel->conf_zone_name->get_text());
 }
 
-TEST_F(ConfirmPanelTest, JudgesBothTemperaturesInTheChosenUnit)
+TEST_F(ConfirmPanelTest, ChecksBothTemperaturesInTheChosenUnit)
 {
   open_complete_survey();
   auto& conditions = *window->survey_panel2;
@@ -240,7 +240,7 @@ TEST_F(ConfirmPanelTest, JudgesBothTemperaturesInTheChosenUnit)
                "37C      Temperature must be between -2C and 36C");
 }
 
-TEST_F(ConfirmPanelTest, TakesALimitThatTheDataLackAsZero)
+TEST_F(ConfirmPanelTest, TreatsAMissingLimitAsZero)
 {
   open_complete_survey();
   window->survey_panel2->temp_units->unset_active();
@@ -250,7 +250,7 @@ TEST_F(ConfirmPanelTest, TakesALimitThatTheDataLackAsZero)
                "5      Temperature must be between 0 and 0");
 }
 
-TEST_F(ConfirmPanelTest, WantsAnUnusualBottomTimeConfirmed)
+TEST_F(ConfirmPanelTest, RequiresTheConfirmationOfAnUnusualBottomTime)
 {
   open_complete_survey();
   auto& conditions = *window->survey_panel2;
@@ -286,7 +286,7 @@ TEST_F(ConfirmPanelTest, HidesTheConfirmationOfAUsualOrMissingTime)
   EXPECT_FALSE(panel->confirm_bottom_time->get_visible());
 }
 
-TEST_F(ConfirmPanelTest, WantsEachConditionOfASurveyWithAbundance)
+TEST_F(ConfirmPanelTest, RequiresEachConditionOfASurveyWithAbundance)
 {
   open_complete_survey();
   auto& conditions = *window->survey_panel2;
@@ -312,7 +312,7 @@ TEST_F(ConfirmPanelTest, WantsEachConditionOfASurveyWithAbundance)
   }
 }
 
-TEST_F(ConfirmPanelTest, WantsOnlyTheBottomTimeOfASpeciesOnlySurvey)
+TEST_F(ConfirmPanelTest, RequiresOnlyTheBottomTimeOfASpeciesOnlySurvey)
 {
   open_complete_survey("Northwest: species only");
   auto& conditions = *window->survey_panel2;
@@ -326,7 +326,7 @@ TEST_F(ConfirmPanelTest, WantsOnlyTheBottomTimeOfASpeciesOnlySurvey)
   expect_wrong(panel->conf_label_bottom_time, panel->conf_bottom_time, "Required");
 }
 
-TEST_F(ConfirmPanelTest, WantsTheMaximumNoLessThanTheAverageDepth)
+TEST_F(ConfirmPanelTest, RequiresAMaximumDepthNoLessThanTheAverageDepth)
 {
   open_complete_survey();
   auto& conditions = *window->survey_panel2;
@@ -341,7 +341,7 @@ TEST_F(ConfirmPanelTest, WantsTheMaximumNoLessThanTheAverageDepth)
   expect_right(panel->conf_label_max_depth, panel->conf_max_depth, "Deep");
 }
 
-TEST_F(ConfirmPanelTest, RefusesAnAverageWithoutAMaximumDepthInASpeciesOnlySurveyToo)
+TEST_F(ConfirmPanelTest, AlsoRefusesAnAverageWithoutAMaximumDepthInASpeciesOnlySurvey)
 {
   open_complete_survey("Northwest: species only");
   window->survey_panel2->max_depth->unset_active();
@@ -350,7 +350,7 @@ TEST_F(ConfirmPanelTest, RefusesAnAverageWithoutAMaximumDepthInASpeciesOnlySurve
   EXPECT_EQ("  Must be no less than Average Depth", panel->conf_max_depth->get_text().raw());
 }
 
-TEST_F(ConfirmPanelTest, TakesAPromptInTheHabitatBoxAsNothing)
+TEST_F(ConfirmPanelTest, TreatsAPromptInTheHabitatBoxAsNoChoice)
 {
   open_complete_survey();
   window->survey_panel2->habitat->add_item(77, "(please choose)");
@@ -362,7 +362,7 @@ TEST_F(ConfirmPanelTest, TakesAPromptInTheHabitatBoxAsNothing)
   expect_right(panel->conf_label_habitat, panel->conf_habitat, "");
 }
 
-TEST_F(ConfirmPanelTest, WantsASpeciesInOrOutsideTheView)
+TEST_F(ConfirmPanelTest, RequiresASpeciesInOrOutsideTheView)
 {
   open_complete_survey();
   mark(10, 0);
@@ -405,7 +405,7 @@ TEST_F(ConfirmPanelTest, SummarisesTheMarkedSpeciesUnderTheirFamilies)
   EXPECT_EQ("Few (2-10)", unlisted[0].children()[0].get_value(columns.col_abundance_label).raw());
 }
 
-TEST_F(ConfirmPanelTest, HasColumnsByTheNamesShownFromTheStart)
+TEST_F(ConfirmPanelTest, HasColumnsForTheShownNamesFromTheStart)
 {
   open_window();
   panel = window->confirm_panel;
@@ -420,7 +420,7 @@ TEST_F(ConfirmPanelTest, HasColumnsByTheNamesShownFromTheStart)
   EXPECT_EQ(common, titles(*panel->conf_unlisted_tree));
 }
 
-TEST_F(ConfirmPanelTest, FoldsAFamilyThatIsClickedAndLeavesSpeciesAlone)
+TEST_F(ConfirmPanelTest, CollapsesAFamilyThatIsClickedButNotSpecies)
 {
   open_complete_survey();
   auto& tree = *panel->conf_listed_tree;
@@ -441,7 +441,7 @@ TEST_F(ConfirmPanelTest, TracesTheSelectedRow)
             output_of(30, [&] { panel->on_listed_clicked(); }));
 }
 
-TEST_F(ConfirmPanelTest, KeepsTheButtonsOffForAnUploadedSurvey)
+TEST_F(ConfirmPanelTest, DisablesTheButtonsForAnUploadedSurvey)
 {
   open_complete_survey();
   window->survey.is_uploaded = true;
@@ -461,7 +461,7 @@ TEST_F(ConfirmPanelTest, IsRefreshedByTurningToThePage)
   expect_wrong(panel->conf_label_member_id, panel->conf_member_id, "Required");
 }
 
-TEST_F(ConfirmPanelTest, MarksInRedOnceHoweverOftenItIsAsked)
+TEST_F(ConfirmPanelTest, MarksInRedOnlyOnce)
 {
   open_window();
   panel = window->confirm_panel;
@@ -476,7 +476,7 @@ TEST_F(ConfirmPanelTest, MarksInRedOnceHoweverOftenItIsAsked)
   EXPECT_EQ(before, label.get_label().raw());
 }
 
-TEST_F(ConfirmPanelTest, NeverWantsAFieldThatIsNotRequired)
+TEST_F(ConfirmPanelTest, NeverMarksAFieldThatIsNotRequired)
 {
   open_window();
   panel = window->confirm_panel;
@@ -488,7 +488,7 @@ TEST_F(ConfirmPanelTest, NeverWantsAFieldThatIsNotRequired)
 
 // --- without a mouse ---
 
-TEST_F(ConfirmPanelTest, CountsWhatIsMissingInOneLine)
+TEST_F(ConfirmPanelTest, CountsTheMarkedEntriesInOneLine)
 {
   open_complete_survey();
   EXPECT_EQ("Complete", panel->confirm_verdict->get_label());
@@ -503,7 +503,7 @@ TEST_F(ConfirmPanelTest, CountsWhatIsMissingInOneLine)
   EXPECT_EQ("4 entries are missing or need a look", panel->confirm_verdict->get_label());
 }
 
-TEST_F(ConfirmPanelTest, BeginsWithTheVerdictForTheKeyboard)
+TEST_F(ConfirmPanelTest, GivesTheFocusToTheVerdictFirst)
 {
   open_complete_survey();
   window->set_focus(*window->notebook);
@@ -511,7 +511,7 @@ TEST_F(ConfirmPanelTest, BeginsWithTheVerdictForTheKeyboard)
   EXPECT_TRUE(panel->confirm_verdict->is_focus());
 }
 
-TEST_F(ConfirmPanelTest, LeadsFromTheVerdictToTheFirstEntryThatIsMarked)
+TEST_F(ConfirmPanelTest, GoesFromTheVerdictToTheFirstMarkedEntry)
 {
   open_complete_survey();
   const auto expect_field = [this](int page, const Gtk::Widget* field, const char* what) {
@@ -536,7 +536,7 @@ TEST_F(ConfirmPanelTest, LeadsFromTheVerdictToTheFirstEntryThatIsMarked)
   expect_field(window->member_panel->page, window->member_panel->member_id, "the first of all");
 }
 
-TEST_F(ConfirmPanelTest, LeadsFromACompleteSurveyToMarkingIt)
+TEST_F(ConfirmPanelTest, GoesFromTheVerdictOfACompleteSurveyToMarkForUpload)
 {
   open_complete_survey();
   panel->confirm_verdict->grab_focus();
@@ -545,7 +545,7 @@ TEST_F(ConfirmPanelTest, LeadsFromACompleteSurveyToMarkingIt)
   EXPECT_TRUE(window->ready_button->is_focus());
 }
 
-TEST_F(ConfirmPanelTest, FoldsNoFamilyByTabOrArrows)
+TEST_F(ConfirmPanelTest, CollapsesNoFamilyByTabOrArrows)
 {
   open_complete_survey();
   auto& tree = *panel->conf_listed_tree;
@@ -579,7 +579,7 @@ void add_labels(const Glib::RefPtr<Atk::Object>& thing, std::vector<std::string>
 
 } // namespace
 
-TEST_F(ConfirmPanelTest, IsReadInTheOrderInWhichItIsSeen)
+TEST_F(ConfirmPanelTest, IsReadInItsVisualOrder)
 {
   open_complete_survey();
   std::vector<std::string> labels;

@@ -153,20 +153,20 @@ TEST(ContrastOfColours, IsThatOfTheGuidelines)
     EXPECT_NEAR(c.expected, contrast(Gdk::RGBA(c.one), Gdk::RGBA(c.other)), 0.01) << c.one;
 }
 
-TEST_P(Contrast, LetsEveryPageOfAnEmptySurveyBeRead)
+TEST_P(Contrast, IsSufficientOnEveryPageOfAnEmptySurvey)
 {
   open_large_window();
   expect_all_pages_readable("empty");
 }
 
-TEST_P(Contrast, LetsEveryPageOfASurveyBeRead)
+TEST_P(Contrast, IsSufficientOnEveryPageOfASurvey)
 {
   open_large_window();
   enter_what_can_be_entered();
   expect_all_pages_readable("begun");
 }
 
-TEST_P(Contrast, LetsWhatCanNoLongerBeChangedBeRead)
+TEST_P(Contrast, IsSufficientForLockedFields)
 {
   open_large_window();
   enter_what_can_be_entered();
@@ -174,7 +174,7 @@ TEST_P(Contrast, LetsWhatCanNoLongerBeChangedBeRead)
   expect_all_pages_readable("uploaded");
 }
 
-TEST_P(Contrast, LetsRowsOfSpeciesBeReadInEveryState)
+TEST_P(Contrast, IsSufficientForRowsOfSpeciesInEveryState)
 {
   open_northwest();
   for (const auto* const view :
@@ -185,7 +185,7 @@ TEST_P(Contrast, LetsRowsOfSpeciesBeReadInEveryState)
       expect_rows_readable(*view, state);
 }
 
-TEST_P(Contrast, DrawsListsAsLightOrDarkAsTheTheme)
+TEST_P(Contrast, MatchesTheThemeInLists)
 {
   open_northwest();
   EXPECT_EQ(GetParam().is_dark, has_dark_theme(*window));
@@ -206,7 +206,7 @@ TEST_P(Contrast, DrawsListsAsLightOrDarkAsTheTheme)
 }
 
 // The data's own colours, as cells and the instructions draw them.
-TEST_P(Contrast, LetsTheDrawnRowsBeRead)
+TEST_P(Contrast, IsSufficientInDrawnRows)
 {
   application_dir.use_shipped_data();
   open_survey("Florida and Gulf of Mexico", "Florida: species and abundance");
@@ -222,7 +222,7 @@ TEST_P(Contrast, LetsTheDrawnRowsBeRead)
   EXPECT_TRUE(has_shade);
 }
 
-TEST_P(Contrast, LetsRowsOfSurveysAndZonesBeReadInEveryState)
+TEST_P(Contrast, IsSufficientForRowsOfSurveysAndZonesInEveryState)
 {
   open_northwest();
   for (const auto* const view :
@@ -231,7 +231,7 @@ TEST_P(Contrast, LetsRowsOfSurveysAndZonesBeReadInEveryState)
       expect_readable({styled_text(*view, state)}, "row");
 }
 
-TEST_P(Contrast, LetsTheShadesInTheInstructionsBeRead)
+TEST_P(Contrast, IsSufficientForTheShadesInTheInstructions)
 {
   open_northwest();
   auto& label = *window->listed_panel->listed_instructions;
@@ -242,7 +242,7 @@ TEST_P(Contrast, LetsTheShadesInTheInstructionsBeRead)
   }
 }
 
-TEST_P(Contrast, LetsMenusBeReadAlsoUnderThePointer)
+TEST_P(Contrast, IsSufficientInMenusAlsoUnderThePointer)
 {
   open_northwest();
   Gtk::Menu* const menu = window->current_abundance_menu;
@@ -254,7 +254,7 @@ TEST_P(Contrast, LetsMenusBeReadAlsoUnderThePointer)
 }
 
 // As window managers that tell which window has the keyboard have it.
-TEST_P(Contrast, LetsTheWindowBehindADialogBeRead)
+TEST_P(Contrast, IsSufficientInTheWindowBehindADialog)
 {
   open_large_window();
   enter_what_can_be_entered();
@@ -262,7 +262,7 @@ TEST_P(Contrast, LetsTheWindowBehindADialogBeRead)
   expect_all_pages_readable("behind");
 }
 
-TEST_P(Contrast, LetsDialogsBeRead)
+TEST_P(Contrast, IsSufficientInDialogs)
 {
   open_large_window();
   enter_what_can_be_entered();

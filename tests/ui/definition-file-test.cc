@@ -99,7 +99,7 @@ protected:
 
 } // namespace
 
-TEST_F(DefinitionFile, HoldsTheWindowAndItsDialogs)
+TEST_F(DefinitionFile, HasTheWindowAndItsDialogs)
 {
   expect_type("GtkWindow", {"survey_window"});
   expect_type("GtkBox", {"survey_window_box"});
@@ -119,7 +119,7 @@ TEST_F(DefinitionFile, LeavesTheWindowHidden)
     EXPECT_NE(property(object(id), "visible"), "True") << id;
 }
 
-TEST_F(DefinitionFile, HoldsThePanelsAtItsTopLevel)
+TEST_F(DefinitionFile, HasThePanelsAtItsTopLevel)
 {
   expect_type("GtkGrid", panels);
   for (const auto& id : panels)
@@ -135,7 +135,7 @@ TEST_F(DefinitionFile, ShowsEverythingInThePanels)
           << panel << ": " << widget->get_attribute_value("class") << " " << id_of(widget);
 }
 
-TEST_F(DefinitionFile, HoldsTheStartPanelsWidgets)
+TEST_F(DefinitionFile, HasTheStartPanelsWidgets)
 {
   expect_type("GtkTreeView", {"survey_tree"});
   expect_type("GtkButton", {"startp_updates_button", "startp_new_survey_button",
@@ -143,7 +143,7 @@ TEST_F(DefinitionFile, HoldsTheStartPanelsWidgets)
                             "startp_mark_button", "startp_upload_button", "startp_delete_button"});
 }
 
-TEST_F(DefinitionFile, HoldsTheMemberAndLocationPanelsWidgets)
+TEST_F(DefinitionFile, HasTheMemberAndLocationPanelsWidgets)
 {
   expect_type("GtkEntry", {"member_id", "last_name", "zonecode", "zone_search"});
   expect_type("GtkComboBoxText",
@@ -152,7 +152,7 @@ TEST_F(DefinitionFile, HoldsTheMemberAndLocationPanelsWidgets)
   expect_type("GtkTreeView", {"geog_tree"});
 }
 
-TEST_F(DefinitionFile, HoldsTheConditionsPanelsWidgets)
+TEST_F(DefinitionFile, HasTheConditionsPanelsWidgets)
 {
   expect_type("GtkLabel", {"sp2_instructions", "optional1", "optional2", "label_avg_depth",
                            "label_max_depth", "habitat_descr"});
@@ -161,7 +161,7 @@ TEST_F(DefinitionFile, HoldsTheConditionsPanelsWidgets)
               {"temp_units", "visibility", "avg_depth", "max_depth", "current", "habitat"});
 }
 
-TEST_F(DefinitionFile, HoldsTheSpeciesPanelsWidgets)
+TEST_F(DefinitionFile, HasTheSpeciesPanelsWidgets)
 {
   expect_type("GtkLabel", {"listed_instructions", "unlisted_instructions", "found_species_heading",
                            "no_found_species_heading"});
@@ -175,7 +175,7 @@ TEST_F(DefinitionFile, HoldsTheSpeciesPanelsWidgets)
   expect_type("GtkEntry", {"species_search"});
 }
 
-TEST_F(DefinitionFile, HoldsTheConfirmationPanelsWidgets)
+TEST_F(DefinitionFile, HasTheConfirmationPanelsWidgets)
 {
   for (const std::string field :
        {"member_id", "last_name", "survey_type", "survey_date", "dive_start", "zone_code",
@@ -189,7 +189,7 @@ TEST_F(DefinitionFile, HoldsTheConfirmationPanelsWidgets)
   expect_type("GtkTreeView", {"conf_listed_tree", "conf_unlisted_tree"});
 }
 
-TEST_F(DefinitionFile, TakesMarkupInEveryLabelThatGetsMarkup)
+TEST_F(DefinitionFile, EnablesMarkupInEveryLabelThatGetsMarkup)
 {
   auto labels = objects_of("confirm_panel", "[@class='GtkLabel' and @id]");
   for (const auto& id : {"listed_instructions", "unlisted_instructions", "sp2_instructions",
@@ -270,7 +270,7 @@ TEST_F(DefinitionFile, NamesEveryFieldTreeAndButton)
     EXPECT_NE(property(button, "label"), "") << id_of(button);
 }
 
-TEST_F(DefinitionFile, TellsWhichValueEachCaptionOfTheConfirmationPageNames)
+TEST_F(DefinitionFile, LinksEachCaptionOfTheConfirmationPageToItsValue)
 {
   for (const auto* const caption :
        objects_of("confirm_panel", "[starts-with(@id, 'conf_label_')]")) {
@@ -283,7 +283,7 @@ TEST_F(DefinitionFile, TellsWhichValueEachCaptionOfTheConfirmationPageNames)
 }
 
 // A frame around a tree would be one more stop on the way through the page.
-TEST_F(DefinitionFile, LetsFramesTakeTheKeyboardOnlyWhereThereIsTextToScroll)
+TEST_F(DefinitionFile, MakesFramesFocusableOnlyIfTheyScrollText)
 {
   for (const auto* const frame : find(root, "//object[@class='GtkScrolledWindow']")) {
     const bool holds_tree = !find(frame, "child/object[@class='GtkTreeView']").empty();
@@ -333,7 +333,7 @@ TEST_F(DefinitionFile, ClosesTheDialogsWithTheirButtons)
   }
 }
 
-TEST_F(DefinitionFile, TellsInTheContactDialogHowToReachTheOrganisation)
+TEST_F(DefinitionFile, ExplainsInTheContactDialogHowToReachTheOrganisation)
 {
   std::string words;
   for (const auto* const label : objects_of("contact_dialog", "[@class='GtkLabel']"))
@@ -342,7 +342,7 @@ TEST_F(DefinitionFile, TellsInTheContactDialogHowToReachTheOrganisation)
   EXPECT_NE(words.find("http://" MAVO_WEB_HOST), std::string::npos);
 }
 
-TEST_F(DefinitionFile, CarriesTheProgramsNameAndLogoInTheAboutBox)
+TEST_F(DefinitionFile, HasTheProgramsNameAndLogoInTheAboutBox)
 {
   const auto* const about = object("about_dialog");
   EXPECT_EQ(property(about, "program-name"), "MAVO Survey");

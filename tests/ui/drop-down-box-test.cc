@@ -74,7 +74,7 @@ TEST_F(DropDown, StartsWithoutItemsOfItsOwn)
   EXPECT_EQ("", box->get_label());
 }
 
-TEST_F(DropDown, ReadsTheTextOfARowThatItHasNoItemFor)
+TEST_F(DropDown, ReadsTheTextOfARowWithoutAnItem)
 {
   box->set_active(1);
   EXPECT_EQ(-1, box->get_id());
@@ -85,7 +85,7 @@ TEST_F(DropDown, ReadsTheTextOfARowThatItHasNoItemFor)
   EXPECT_EQ("Late", box->get_label());
 }
 
-TEST_F(DropDown, TakesAListOfPairsInItsOrder)
+TEST_F(DropDown, KeepsTheOrderOfAListOfPairs)
 {
   box->set_active(1);
   box->init({{3, "three"}, {1, "one"}, {1, "uno"}}, 0);
@@ -108,7 +108,7 @@ TEST_F(DropDown, IsEmptyAfterAnEmptyList)
   EXPECT_EQ("", stored());
 }
 
-TEST_F(DropDown, BeginsWithTheEntryAskedForAndLosesNone)
+TEST_F(DropDown, BeginsWithTheRequestedEntryAndLosesNone)
 {
   const struct {
     unsigned int first;
@@ -128,7 +128,7 @@ TEST_F(DropDown, BeginsWithTheEntryAskedForAndLosesNone)
   }
 }
 
-TEST_F(DropDown, LeavesOutLabelsWithoutAValue)
+TEST_F(DropDown, OmitsLabelsWithoutAValue)
 {
   box->init({10, 20}, labels, -1, 0);
   EXPECT_EQ("10=a,20=b", stored());
@@ -184,7 +184,7 @@ TEST_F(DropDown, IsSetByTheFirstRowOfAnId)
   EXPECT_EQ(-1, box->get_active_row_number()) << "stands for nothing chosen";
 }
 
-TEST_F(DropDown, TellsOfEveryChangeOfItsChoice)
+TEST_F(DropDown, ReportsEveryChangeOfItsChoice)
 {
   box->init(values, labels, -1, 0);
   changes = 0;
@@ -194,14 +194,14 @@ TEST_F(DropDown, TellsOfEveryChangeOfItsChoice)
   EXPECT_EQ(2, changes);
 }
 
-TEST_F(DropDown, ShowsLabelsAsTheyStand)
+TEST_F(DropDown, ShowsLabelsLiterally)
 {
   box->init({{1, "Florida & <Gulf>"}}, -1);
   box->set_label("Florida & <Gulf>");
   EXPECT_EQ("Florida & <Gulf>", box->get_active_text());
 }
 
-TEST_F(DropDown, TellsScreenReadersItsNameAndChoice)
+TEST_F(DropDown, ReportsItsNameAndChoiceToScreenReaders)
 {
   EXPECT_EQ("Search in", focused()->get_name());
   EXPECT_EQ(Atk::ROLE_COMBO_BOX, focused()->get_role());

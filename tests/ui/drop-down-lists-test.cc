@@ -218,7 +218,7 @@ TEST_F(DropDownLists, OpenBelowTheirBoxAndAreAsWide)
   }
 }
 
-TEST_F(DropDownLists, LeaveTheHabitatDescriptionsInView)
+TEST_F(DropDownLists, DoNotCoverTheHabitatDescriptions)
 {
   const Gdk::Rectangle list = place_of(*open(*page2->habitat).get_toplevel());
   const Gdk::Rectangle box = place_of(*page2->habitat);
@@ -254,7 +254,7 @@ TEST_F(DropDownLists, KeepTheirNamesForScreenReaders)
 }
 
 // A long name alone must not make a page wider than the window.
-TEST_F(DropDownLists, CutALongTextInANarrowBox)
+TEST_F(DropDownLists, TruncateALongTextInANarrowBox)
 {
   const auto settings = Gtk::Settings::get_default();
   settings->property_gtk_xft_dpi() = 2 * 96 * 1024;
@@ -293,7 +293,7 @@ TEST_F(DropDownLists, FollowTheArrowKeysThroughAGrid)
 
 // --- typing ---
 
-TEST_F(DropDownLists, PickWhatIsTypedAndTakeItOnReturn)
+TEST_F(DropDownLists, SelectWhatIsTypedAndChooseItOnReturn)
 {
   focus(*page1->mday);
   open(*page1->mday);
@@ -309,7 +309,7 @@ TEST_F(DropDownLists, PickWhatIsTypedAndTakeItOnReturn)
   EXPECT_EQ("12", page1->mday->get_label());
 }
 
-TEST_F(DropDownLists, PickWhatIsTypedOnAKeypad)
+TEST_F(DropDownLists, SelectWhatIsTypedOnAKeypad)
 {
   open(*page1->mday);
   press(GDK_KEY_KP_2);
@@ -318,7 +318,7 @@ TEST_F(DropDownLists, PickWhatIsTypedOnAKeypad)
   EXPECT_EQ("25", page1->mday->get_label());
 }
 
-TEST_F(DropDownLists, GoOnFromTheRowThatTheArrowsReached)
+TEST_F(DropDownLists, ContinueFromTheRowThatTheArrowsReached)
 {
   open(*page1->mday);
   EXPECT_EQ("1", picked_in(*page1->mday)) << "without a choice";
@@ -375,7 +375,7 @@ TEST_F(DropDownLists, RunTheHandlersOfWhatIsTyped)
   EXPECT_TRUE(page2->max_depth->get_sensitive());
 }
 
-TEST_F(DropDownLists, TakeABlankForALetterOnlyWithinAText)
+TEST_F(DropDownLists, TreatABlankAsALetterOnlyWithinAText)
 {
   focus(*page1->dive_start);
   type("1 P");
@@ -386,7 +386,7 @@ TEST_F(DropDownLists, TakeABlankForALetterOnlyWithinAText)
   EXPECT_EQ("Noon", page1->dive_start->get_label()) << "chooses: no row begins with \"noon \"";
 }
 
-TEST_F(DropDownLists, LeaveShortcutsAlone)
+TEST_F(DropDownLists, DoNotHandleShortcuts)
 {
   focus(*page1->month);
   for (const guint state : {guint{GDK_CONTROL_MASK}, guint{GDK_MOD1_MASK}, guint{GDK_SUPER_MASK}}) {

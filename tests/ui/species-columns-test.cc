@@ -29,7 +29,7 @@ public:
 
 } // namespace
 
-TEST_F(SpeciesColumnsTest, StandInTheirOrder)
+TEST_F(SpeciesColumnsTest, HaveAFixedOrder)
 {
   EXPECT_EQ(0, columns.col_id.index());
   EXPECT_EQ(1, columns.col_common.index());
@@ -42,7 +42,7 @@ TEST_F(SpeciesColumnsTest, StandInTheirOrder)
   EXPECT_EQ(8u, columns.size());
 }
 
-TEST_F(SpeciesColumnsTest, SetWritesAllOfARow)
+TEST_F(SpeciesColumnsTest, SetWritesAllCellsOfARow)
 {
   set(11, 1, true, 1);
   EXPECT_EQ(11, row->get_value(columns.col_id));

@@ -74,7 +74,7 @@ TEST(RareColor, WrapsTextInTheShadeOfTheRows)
   EXPECT_EQ("<span background=\"#9cf\"></span>", rarecolor(""));
 }
 
-TEST(RarityNote, SaysWhatTheShadeMeansInItsRegion)
+TEST(RarityNote, ExplainsTheShadeInItsRegion)
 {
   EXPECT_EQ("", rarity_note(0, 2));
   EXPECT_EQ("", rarity_note(-1, 1));

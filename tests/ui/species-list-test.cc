@@ -84,7 +84,7 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
 }
 
 // Names that a locale may take for equal, or set in an order of its own.
-TEST(SpeciesOrder, IsThatOfTheLocaleWithTiesAsTheyWereSorted)
+TEST(SpeciesOrder, IsThatOfTheLocaleAndSortsEqualNamesAlike)
 {
   const char* const names[] = {
       "Gray",       "gray",       "GRAY",     "Gray ",    " Gray",
@@ -127,7 +127,7 @@ TEST(SpeciesOrder, IsThatOfTheLocaleWithTiesAsTheyWereSorted)
   check("none");
 }
 
-TEST(SpeciesOrder, IsThatOfTheRegionInHand)
+TEST(SpeciesOrder, IsThatOfTheCurrentRegion)
 {
   RegionFishInfo one = small_region();
   RegionFishInfo other = small_region();
@@ -141,7 +141,7 @@ TEST(SpeciesOrder, IsThatOfTheRegionInHand)
       << "kinds that were not sorted before";
 }
 
-TEST(AllSpeciesList, HoldsAllFishButOnlyTheViewsInvertebrates)
+TEST(AllSpeciesList, HasAllFishButOnlyTheViewsInvertebrates)
 {
   const struct {
     const char* why;
@@ -202,7 +202,7 @@ TEST(ViewSpeciesList, KeepsTheOrderAndTheFamiliesOfTheView)
   }
 }
 
-TEST(ViewSpeciesList, LeavesOutSpeciesThatTheRegionLacksAndSaysSo)
+TEST(ViewSpeciesList, OmitsAndReportsSpeciesThatTheRegionLacks)
 {
   RegionFishInfo fish = small_region();
   fish.region = "PAC";
@@ -218,7 +218,7 @@ TEST(ViewSpeciesList, LeavesOutSpeciesThatTheRegionLacksAndSaysSo)
   EXPECT_EQ("", output_of(-2, complain));
 }
 
-TEST(SpeciesLists, TraceWhatTheyHold)
+TEST(SpeciesLists, TraceTheirContents)
 {
   RegionFishInfo fish = small_region();
   const auto traced = [&](int level, auto&& make_list) {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(DrawnMarkup, FitsTheThemeAndTellsShadesApartByLinesToo)
+TEST(DrawnMarkup, MatchesTheThemeAndMarksShadesAlsoByLines)
 {
   const struct {
     const char* why;
@@ -30,7 +30,7 @@ TEST(DrawnMarkup, FitsTheThemeAndTellsShadesApartByLinesToo)
   }
 }
 
-TEST(SpeciesMarkup, ShowsBothNamesAsFarAsTheyDiffer)
+TEST(SpeciesMarkup, ShowsBothNamesIfTheyDiffer)
 {
   const struct {
     const char* why;
@@ -102,14 +102,14 @@ TEST(SpeciesMarkup, ShadesByRarityAndMakesFamiliesBoldBlue)
   }
 }
 
-TEST(SpeciesMarkup, WrapsEmptyNamesToo)
+TEST(SpeciesMarkup, WrapsAlsoEmptyNames)
 {
   const SpeciesMarkup names = species_markup(-1, "Sculpins", "Cottidae", "", 0);
   EXPECT_EQ("<span weight=\"bold\" fgcolor=\"blue\">Sculpins <i>(Cottidae)</i></span>", names.both);
   EXPECT_EQ("<span weight=\"bold\" fgcolor=\"blue\"></span>", names.spanish);
 }
 
-TEST(SpeciesMarkup, KeepsNamesReadableWhoseTagsMakeNoSense)
+TEST(SpeciesMarkup, KeepsNamesWithInvalidTagsReadable)
 {
   const struct {
     const char* name;
@@ -130,7 +130,7 @@ TEST(SpeciesMarkup, KeepsNamesReadableWhoseTagsMakeNoSense)
   }
 }
 
-TEST(SpeciesMarkup, LeavesTagsInSpanishNamesWhoseCellsShowPlainText)
+TEST(SpeciesMarkup, KeepsTagsInSpanishNamesWhoseCellsShowPlainText)
 {
   EXPECT_EQ("Goby < 3 cm &amp; co", species_markup(1, "", "", "Goby < 3 cm & co", 0).spanish);
 }

@@ -36,7 +36,7 @@ TEST(SpeciesSearch, SplitsAtEachSingleBlank)
     EXPECT_EQ(c.expected, barred(split_search_words(c.text))) << c.text;
 }
 
-TEST(SpeciesSearch, NeedsEveryWordAnywhereInAnyOrder)
+TEST(SpeciesSearch, RequiresEveryWordInAnyOrder)
 {
   const struct {
     const char* text;
@@ -66,7 +66,7 @@ TEST(SpeciesSearch, NeedsEveryWordAnywhereInAnyOrder)
   EXPECT_TRUE(contains_all_words("anything", {}));
 }
 
-TEST(SpeciesSearch, TakesTheFirstWordAsANumberForACode)
+TEST(SpeciesSearch, ReadsTheFirstWordAsTheNumberOfACode)
 {
   const struct {
     const char* text;
@@ -97,7 +97,7 @@ TEST(SpeciesSearch, TakesTheFirstWordAsANumberForACode)
   EXPECT_FALSE(is_searched_code(0, {}));
 }
 
-TEST(SpeciesSearch, KnowsItsModesByTheirLabels)
+TEST(SpeciesSearch, FindsItsModesByTheirLabels)
 {
   const struct {
     const char* text;

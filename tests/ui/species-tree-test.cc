@@ -36,7 +36,7 @@ public:
 
 } // namespace
 
-TEST_F(SpeciesTreeTest, LeftClickFoldsAndUnfoldsAFamily)
+TEST_F(SpeciesTreeTest, LeftClickCollapsesAndExpandsAFamily)
 {
   EXPECT_EQ("0 0", unfolded());
   EXPECT_TRUE(click("1", left));
@@ -47,7 +47,7 @@ TEST_F(SpeciesTreeTest, LeftClickFoldsAndUnfoldsAFamily)
   EXPECT_EQ(nullptr, close_open_menu());
 }
 
-TEST_F(SpeciesTreeTest, RightClickOnAFamilyIsTakenAndDoesNothing)
+TEST_F(SpeciesTreeTest, RightClickOnAFamilyDoesNothing)
 {
   EXPECT_TRUE(click("0", right));
   EXPECT_EQ("0 0", unfolded());
@@ -66,7 +66,7 @@ TEST_F(SpeciesTreeTest, AClickOfEitherButtonOpensASpeciesMenu)
   }
 }
 
-TEST_F(SpeciesTreeTest, OtherClicksAreLeftToTheTree)
+TEST_F(SpeciesTreeTest, TheTreeHandlesOtherClicks)
 {
   tree().expand_all();
   EXPECT_FALSE(click("1:0", middle));
@@ -79,14 +79,14 @@ TEST_F(SpeciesTreeTest, OtherClicksAreLeftToTheTree)
   EXPECT_EQ(-1, window->abundance_target);
 }
 
-TEST_F(SpeciesTreeTest, AClickBelowTheRowsIsLeftToTheTree)
+TEST_F(SpeciesTreeTest, TheTreeHandlesAClickBelowTheRows)
 {
   GdkEventButton event = press_on(Gtk::TreePath("0"), left);
   event.y = 5000;
   EXPECT_FALSE(window->listed_panel->on_species_clicked(&event));
 }
 
-TEST_F(SpeciesTreeTest, AClickInAnotherWindowIsReportedAndLeftToTheTree)
+TEST_F(SpeciesTreeTest, AClickInAnotherWindowIsReportedAndTheTreeHandlesIt)
 {
   GdkEventButton event = press_on(Gtk::TreePath("0"), left);
   GdkWindow* const rows = event.window;
@@ -128,7 +128,7 @@ TEST_F(SpeciesTreeTest, AClickIsTraced)
             output_of(10, on_click));
 }
 
-TEST_F(SpeciesTreeTest, AnUploadedSurveyOpensNoMenuButStillFolds)
+TEST_F(SpeciesTreeTest, AnUploadedSurveyOpensNoMenuButStillCollapses)
 {
   tree().expand_all();
   window->survey.is_uploaded = true;
@@ -155,7 +155,7 @@ TEST_F(SpeciesTreeTest, ReturnRightAndTheMenuKeyOpenASpeciesMenu)
   EXPECT_EQ(window->abundance_menus[1], close_open_menu());
 }
 
-TEST_F(SpeciesTreeTest, TheKeysOfSpeciesLeaveFamiliesAlone)
+TEST_F(SpeciesTreeTest, TheKeysOfSpeciesDoNotAffectFamilies)
 {
   put_cursor(Gtk::TreePath("1"));
   EXPECT_TRUE(press_key(GDK_KEY_Return));
@@ -165,7 +165,7 @@ TEST_F(SpeciesTreeTest, TheKeysOfSpeciesLeaveFamiliesAlone)
   EXPECT_EQ(nullptr, close_open_menu());
 }
 
-TEST_F(SpeciesTreeTest, PlusAndMinusFoldFamilies)
+TEST_F(SpeciesTreeTest, PlusAndMinusExpandAndCollapseFamilies)
 {
   put_cursor(Gtk::TreePath("1"));
   EXPECT_FALSE(press_key(GDK_KEY_plus));
@@ -176,7 +176,7 @@ TEST_F(SpeciesTreeTest, PlusAndMinusFoldFamilies)
   EXPECT_EQ("0 0", unfolded());
 }
 
-TEST_F(SpeciesTreeTest, OtherKeysAreLeftToTheTree)
+TEST_F(SpeciesTreeTest, TheTreeHandlesOtherKeys)
 {
   put_cursor(Gtk::TreePath("1:0"));
   for (const guint keyval :
@@ -215,7 +215,7 @@ TEST_F(SpeciesTreeTest, ARowIsTraced)
             output_of(30, trigger));
 }
 
-TEST_F(SpeciesTreeTest, TheIdCellTellsFamiliesFromSpecies)
+TEST_F(SpeciesTreeTest, TheIdCellDistinguishesFamiliesFromSpecies)
 {
   Gtk::CellRendererText cell;
   const auto shown = [&](const char* path) {
@@ -333,7 +333,7 @@ TEST_F(TypingInATree, FollowsTheNamesThatAreShown)
   EXPECT_EQ("0", found_by("lingcod"));
 }
 
-TEST_F(TypingInATree, SaysThatNothingIsFound)
+TEST_F(TypingInATree, ShowsThatNothingIsFound)
 {
   start_at("0");
   type("zzz");
@@ -346,7 +346,7 @@ TEST_F(TypingInATree, SaysThatNothingIsFound)
   EXPECT_FALSE(field()->get_style_context()->has_class("error"));
 }
 
-TEST_F(TypingInATree, LeavesTheKeyboardToTheTreeAfterwards)
+TEST_F(TypingInATree, ReturnsTheFocusToTheTree)
 {
   for (const guint key : {guint{GDK_KEY_Escape}, guint{GDK_KEY_Return}}) {
     start_at("0");
@@ -471,7 +471,7 @@ TEST_F(TypingAmongMany, PrefersNamesThatBeginWithTheText)
   EXPECT_EQ("1:0", cursor());
 }
 
-TEST_F(TypingAmongMany, UnfoldsOnlyTheFamilyOfTheRowThatIsFound)
+TEST_F(TypingAmongMany, ExpandsOnlyTheFamilyOfTheRowThatIsFound)
 {
   start_at("0");
   EXPECT_EQ("0 0", unfolded());
@@ -486,7 +486,7 @@ TEST_F(TypingAmongMany, UnfoldsOnlyTheFamilyOfTheRowThatIsFound)
   EXPECT_EQ("1 1", unfolded()) << "what an earlier search has found stays unfolded";
 }
 
-TEST_F(TypingAmongMany, UnfoldsAFamilyThatIsFoundAsLongAsItIs)
+TEST_F(TypingAmongMany, ExpandsAFamilyOnlyWhileItIsFound)
 {
   start_at("0");
   type("greenl");
@@ -544,7 +544,7 @@ TEST_F(TypingAmongMany, AnUploadedSurveyFindsRowsAndOpensNoMenu)
   EXPECT_EQ(nullptr, close_open_menu());
 }
 
-TEST_F(SpeciesTreeTest, ShowsScientificNamesWhereNoneAreAskedFor)
+TEST_F(SpeciesTreeTest, ShowsScientificNamesIfNoNamesAreSelected)
 {
   set_species_tree_columns(tree(), window->listed_panel->species_parts, window->species_columns,
                            NameDisplay(), "Number seen");

@@ -135,7 +135,7 @@ TEST_F(StartPanelTest, GroupsSurveysOfSeveralMembersInThatStateOnly)
   EXPECT_FALSE(panel->survey_tree->row_expanded(Gtk::TreePath("0:0")));
 }
 
-TEST_F(StartPanelTest, ShowsWhatItCannotDescribeAsCorruptedOfNoMember)
+TEST_F(StartPanelTest, ShowsAFileWithoutADescriptionAsCorruptedAndWithoutAMember)
 {
   put(in_progress, "good");
   write_file(path_of(in_progress, "note"), "a note");
@@ -175,7 +175,7 @@ TEST_F(StartPanelTest, TracesAndDescribesOneEntryAfterTheOtherInDirectoryOrder)
   EXPECT_EQ(path_of(in_progress, "e"), row(4));
 }
 
-TEST_F(StartPanelTest, SaysThatADirectoryCannotBeReadAndShowsTheOthers)
+TEST_F(StartPanelTest, ReportsAnUnreadableDirectoryAndShowsTheOthers)
 {
   put(ready, "a");
   fs::remove_all(my_app->survey_root + "/In Progress");
@@ -220,7 +220,7 @@ TEST_F(StartPanelTest, TogglesAHeadingByTheFirstButtonOnly)
   EXPECT_TRUE(panel->survey_tree->row_expanded(Gtk::TreePath("0")));
 }
 
-TEST_F(StartPanelTest, IgnoresClicksThatAreNotForARow)
+TEST_F(StartPanelTest, IgnoresClicksOutsideOfRows)
 {
   put(in_progress, "a");
   rebuild();
@@ -240,7 +240,7 @@ TEST_F(StartPanelTest, IgnoresClicksThatAreNotForARow)
   EXPECT_EQ(0U, said.find("hmm, survey click in some other window? "));
 }
 
-TEST_F(StartPanelTest, TakesReturnAndRightAsASelectionAndNoOtherKey)
+TEST_F(StartPanelTest, TreatsOnlyReturnAndRightAsASelection)
 {
   put(ready, "a");
   rebuild();
@@ -259,7 +259,7 @@ TEST_F(StartPanelTest, TakesReturnAndRightAsASelectionAndNoOtherKey)
   EXPECT_TRUE(panel->survey_tree->row_expanded(Gtk::TreePath("1")));
 }
 
-TEST_F(StartPanelTest, TakesTheMenuKeyAsASelection)
+TEST_F(StartPanelTest, TreatsTheMenuKeyAsASelection)
 {
   const std::string path = put(in_progress, "a");
   rebuild();
@@ -301,7 +301,7 @@ TEST_F(StartPanelTest, OpensTheSelectedSurveyInPlaceOfItsWindow)
   EXPECT_EQ(path, visible_windows().front()->survey.filename);
 }
 
-TEST_F(StartPanelTest, StaysWithItsWindowWhenTheSurveyCannotBeOpened)
+TEST_F(StartPanelTest, KeepsItsWindowIfTheSurveyCannotBeOpened)
 {
   write_file(path_of(in_progress, "note"), "a note");
   rebuild();
@@ -323,7 +323,7 @@ TEST_F(StartPanelTest, AsksBeforeItClosesAChangedSurvey)
   EXPECT_TRUE(window->get_visible());
 }
 
-TEST_F(StartPanelTest, UnMarksASurveyAndKeepsTheOpenOnesPathRight)
+TEST_F(StartPanelTest, UnMarksASurveyAndUpdatesThePathOfTheOpenOne)
 {
   enter_survey();
   save_quietly(*window, ready);
@@ -337,7 +337,7 @@ TEST_F(StartPanelTest, UnMarksASurveyAndKeepsTheOpenOnesPathRight)
   EXPECT_EQ(1U, names_in(in_progress).size());
 }
 
-TEST_F(StartPanelTest, UnMarksASurveyWithoutOverwritingAnotherOfThatName)
+TEST_F(StartPanelTest, UnMarksASurveyWithoutOverwritingAnotherWithThatName)
 {
   enter_survey();
   save_quietly(*window, ready);
@@ -358,7 +358,7 @@ TEST_F(StartPanelTest, UnMarksASurveyWithoutOverwritingAnotherOfThatName)
   EXPECT_EQ(2U, names_in(in_progress).size()) << "no copy is left behind";
 }
 
-TEST_F(StartPanelTest, DoesNotMarkFromHere)
+TEST_F(StartPanelTest, CannotMarkASurveyForUpload)
 {
   const std::string path = put(in_progress, "a");
   rebuild();
@@ -367,7 +367,7 @@ TEST_F(StartPanelTest, DoesNotMarkFromHere)
   EXPECT_TRUE(file_exists(path));
 }
 
-TEST_F(StartPanelTest, DeletesAnotherSurveyAndUnfoldsTheUploadedOnes)
+TEST_F(StartPanelTest, DeletesAnotherSurveyAndExpandsTheUploadedOnes)
 {
   const std::string path = put(in_progress, "a");
   put(uploaded, "b");

@@ -52,7 +52,7 @@ const char* const northwest_type = "Northwest: abundance";
 
 // --- what a new survey starts with ---
 
-TEST_F(SurveyPanel1Test, StartsWithOnlyPlaceDateAndTimeOpen)
+TEST_F(SurveyPanel1Test, StartsWithOnlyLocationDateAndTimeSensitive)
 {
   open_panel();
   for (auto* box : {panel->subregion, panel->month, panel->mday, panel->year, panel->dive_start}) {
@@ -77,7 +77,7 @@ TEST_F(SurveyPanel1Test, OffersSubregionsByTheOrderOfTheirCodes)
   EXPECT_EQ((Labels{"California", "Florida & Gulf", "Northwest"}), labels(*panel->subregion));
 }
 
-TEST_F(SurveyPanel1Test, OffersMonthsDaysAndYearsThatReadZeroWhileNoneIsChosen)
+TEST_F(SurveyPanel1Test, OffersMonthsDaysAndYearsThatAreZeroWhileNoneIsChosen)
 {
   open_panel();
   EXPECT_EQ(12U, panel->month->items.size());
@@ -94,7 +94,7 @@ TEST_F(SurveyPanel1Test, OffersMonthsDaysAndYearsThatReadZeroWhileNoneIsChosen)
     EXPECT_EQ(0, box->get_id());
 }
 
-TEST_F(SurveyPanel1Test, BeginsTheHoursAtTheSeventh)
+TEST_F(SurveyPanel1Test, StartsTheListOfHoursAtSeven)
 {
   open_panel();
   EXPECT_EQ((Labels{"9 AM", "10 AM", "Midnight", "1 AM", "2 AM", "3 AM", "4 AM", "5 AM"}),
@@ -102,7 +102,7 @@ TEST_F(SurveyPanel1Test, BeginsTheHoursAtTheSeventh)
   EXPECT_EQ(-1, panel->dive_start->get_id());
 }
 
-TEST_F(SurveyPanel1Test, GivesTheHourAsFourDigits)
+TEST_F(SurveyPanel1Test, ReturnsTheHourAsFourDigits)
 {
   application_dir.file("data-definitions.csv", "group,value,label\n"
                                                "divestart,24,Midnight\ndivestart,9,9 AM\n"
@@ -122,7 +122,7 @@ TEST_F(SurveyPanel1Test, GivesTheHourAsFourDigits)
   }
 }
 
-TEST_F(SurveyPanel1Test, PutsDateAndTimeIntoTheTitle)
+TEST_F(SurveyPanel1Test, ShowsDateAndTimeInTheTitle)
 {
   open_panel();
   const Glib::ustring program = window->base_title;
@@ -136,7 +136,7 @@ TEST_F(SurveyPanel1Test, PutsDateAndTimeIntoTheTitle)
 
 // --- subregion ---
 
-TEST_F(SurveyPanel1Test, FitsTheSurveyToTheChosenSubregion)
+TEST_F(SurveyPanel1Test, AdaptsTheSurveyToTheChosenSubregion)
 {
   open_panel("Northwest");
   const SurveyData& survey = window->survey;
@@ -157,7 +157,7 @@ TEST_F(SurveyPanel1Test, FitsTheSurveyToTheChosenSubregion)
   EXPECT_EQ("Common", window->listed_panel->species_view->get_label());
 }
 
-TEST_F(SurveyPanel1Test, ChangesThePlaceAtOnceWhenNothingIsMarked)
+TEST_F(SurveyPanel1Test, ChangesTheLocationAtOnceIfNothingIsMarked)
 {
   open_panel("Northwest", northwest_type);
   SurveyData& survey = window->survey;
@@ -182,7 +182,7 @@ TEST_F(SurveyPanel1Test, ChangesThePlaceAtOnceWhenNothingIsMarked)
   EXPECT_EQ("", panel->get_zonecode());
 }
 
-TEST_F(SurveyPanel1Test, KeepsTheZoneOnShowAfterAChangeOfPlaceUntilTheCodeChanges)
+TEST_F(SurveyPanel1Test, KeepsTheZoneAfterAChangeOfLocationUntilTheCodeChanges)
 {
   open_panel("Northwest");
   panel->zonecode->set_text("31020003");
@@ -217,7 +217,7 @@ TEST_F(SurveyPanel1Test, AsksBeforeMarkedSpeciesAreLost)
   EXPECT_EQ("Florida & Gulf", panel->subregion->get_label());
 }
 
-TEST_F(SurveyPanel1Test, PutsTheBoxBackUnlessTheAnswerIsYes)
+TEST_F(SurveyPanel1Test, RestoresTheBoxUnlessTheAnswerIsYes)
 {
   open_panel("Northwest", northwest_type);
   window->survey.abundances = {{10, 2}};
@@ -234,7 +234,7 @@ TEST_F(SurveyPanel1Test, PutsTheBoxBackUnlessTheAnswerIsYes)
   }
 }
 
-TEST_F(SurveyPanel1Test, AsksNothingWhenTheSamePlaceIsChosenAgain)
+TEST_F(SurveyPanel1Test, AsksNothingIfTheSameLocationIsChosenAgain)
 {
   open_panel("Northwest", northwest_type);
   window->survey.abundances = {{10, 2}};
@@ -245,7 +245,7 @@ TEST_F(SurveyPanel1Test, AsksNothingWhenTheSamePlaceIsChosenAgain)
   EXPECT_EQ((std::map<int, int>{{10, 2}}), window->survey.abundances);
 }
 
-TEST_F(SurveyPanel1Test, UnsetsTheBoxOnceWhenThePresentPlaceIsNotOffered)
+TEST_F(SurveyPanel1Test, ClearsTheBoxOnceIfTheCurrentLocationIsNotOffered)
 {
   application_dir.file("region-info.csv",
                        "regioncode,subregioncode,regionname,subregionname,surveytypeid,"
@@ -262,7 +262,7 @@ TEST_F(SurveyPanel1Test, UnsetsTheBoxOnceWhenThePresentPlaceIsNotOffered)
   EXPECT_EQ((std::map<int, int>{{10, 1}}), window->survey.abundances);
 }
 
-TEST_F(SurveyPanel1Test, MovesItsBoxWhenASurveyIsOpened)
+TEST_F(SurveyPanel1Test, SetsItsBoxWhenASurveyIsOpened)
 {
   open_panel();
   panel->setup_for_subregion("CAL");
@@ -270,7 +270,7 @@ TEST_F(SurveyPanel1Test, MovesItsBoxWhenASurveyIsOpened)
   EXPECT_EQ("CAL", window->survey.subregion);
 }
 
-TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenThePresentSubregionIsSetUpAgain)
+TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenTheCurrentSubregionIsSetUpAgain)
 {
   open_panel("Northwest", northwest_type);
   window->survey.abundances = {{10, 2}};
@@ -284,7 +284,7 @@ TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenThePresentSubregionIsSetUpAgain)
   EXPECT_EQ(nullptr, window->survey.survey_subtype);
 }
 
-TEST_F(SurveyPanel1Test, SurvivesASubregionThatTheDataLack)
+TEST_F(SurveyPanel1Test, AcceptsASubregionThatTheDataLack)
 {
   open_panel("Northwest", northwest_type);
   const std::string output = output_of(-1, [&] { panel->setup_for_subregion("ATLANTIS"); });
@@ -306,7 +306,7 @@ TEST_F(SurveyPanel1Test, SurvivesASubregionThatTheDataLack)
   EXPECT_EQ("PNW", window->survey.subregion);
 }
 
-TEST_F(SurveyPanel1Test, IsSilentAboutWhatTheDataLackBelowLevelMinusOne)
+TEST_F(SurveyPanel1Test, DoesNotReportMissingDataBelowLevelMinusOne)
 {
   application_dir.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n");
   open_panel("Northwest");
@@ -320,7 +320,7 @@ TEST_F(SurveyPanel1Test, IsSilentAboutWhatTheDataLackBelowLevelMinusOne)
             }));
 }
 
-TEST_F(SurveyPanel1Test, PutsTheBoxBackWhenNewDataLackTheChosenPlace)
+TEST_F(SurveyPanel1Test, RestoresTheBoxIfNewDataLackTheChosenLocation)
 {
   open_panel("Northwest");
   my_app->region_info->subregion_codes.erase("California");
@@ -332,7 +332,7 @@ TEST_F(SurveyPanel1Test, PutsTheBoxBackWhenNewDataLackTheChosenPlace)
 
 // --- handlers that are kept quiet ---
 
-TEST_F(SurveyPanel1Test, SaysWhichHandlerIsKeptQuiet)
+TEST_F(SurveyPanel1Test, TracesSuppressedHandlers)
 {
   open_panel("Northwest", northwest_type);
   panel->triggers_suppressed = true;
@@ -353,7 +353,7 @@ TEST_F(SurveyPanel1Test, SaysWhichHandlerIsKeptQuiet)
   EXPECT_EQ("", output_of(0, [&] { panel->on_zonecode_changed(); }));
 }
 
-TEST_F(SurveyPanel1Test, SaysWhileItSetsUpASubregion)
+TEST_F(SurveyPanel1Test, TracesTheSetUpOfASubregion)
 {
   open_panel("Northwest", northwest_type);
   panel->zonecode->set_text("31020003");
@@ -374,7 +374,7 @@ TEST_F(SurveyPanel1Test, SaysWhileItSetsUpASubregion)
 
 // --- survey type ---
 
-TEST_F(SurveyPanel1Test, TakesOverWhatTheSurveyTypeSays)
+TEST_F(SurveyPanel1Test, AppliesTheSurveyType)
 {
   open_panel("Northwest");
   const std::string output =
@@ -398,7 +398,7 @@ TEST_F(SurveyPanel1Test, TakesOverWhatTheSurveyTypeSays)
   EXPECT_EQ(window->abundance_menus[2], window->current_abundance_menu);
 }
 
-TEST_F(SurveyPanel1Test, UndoesNothingElseWhenTheSurveyTypeIsCleared)
+TEST_F(SurveyPanel1Test, ChangesNothingElseWhenTheSurveyTypeIsCleared)
 {
   open_panel("Northwest", northwest_type);
   const auto* choices = window->survey.abundance_choices;
@@ -410,7 +410,7 @@ TEST_F(SurveyPanel1Test, UndoesNothingElseWhenTheSurveyTypeIsCleared)
   EXPECT_EQ(window->abundance_menus[1], window->current_abundance_menu);
 }
 
-TEST_F(SurveyPanel1Test, SurvivesASurveyTypeWithoutAbundanceChoices)
+TEST_F(SurveyPanel1Test, AcceptsASurveyTypeWithoutAbundanceChoices)
 {
   application_dir.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n"
                                                 "201,2,Seen,1\n");
@@ -426,7 +426,7 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeWithoutAbundanceChoices)
   EXPECT_NE(nullptr, window->current_abundance_menu);
 }
 
-TEST_F(SurveyPanel1Test, SurvivesASurveyTypeBeyondTheTables)
+TEST_F(SurveyPanel1Test, AcceptsASurveyTypeBeyondTheTables)
 {
   open_panel("Northwest", northwest_type);
   for (const int id : {6000, -7}) {
@@ -438,7 +438,7 @@ TEST_F(SurveyPanel1Test, SurvivesASurveyTypeBeyondTheTables)
   }
 }
 
-TEST_F(SurveyPanel1Test, ComplainsOfATypeUnderAnotherNumberAndGoesOn)
+TEST_F(SurveyPanel1Test, ReportsATypeWithAnotherNumberAndContinues)
 {
   open_panel("Northwest");
   my_app->region_info->regions[1].surveytypeid = 42;
@@ -447,7 +447,7 @@ TEST_F(SurveyPanel1Test, ComplainsOfATypeUnderAnotherNumberAndGoesOn)
   EXPECT_EQ(&my_app->region_info->regions[1], window->survey.survey_subtype);
 }
 
-TEST_F(SurveyPanel1Test, ShowsATypeThatIsOfferedNoMoreOfASavedSurvey)
+TEST_F(SurveyPanel1Test, ShowsATypeOfASavedSurveyThatIsNoLongerOffered)
 {
   open_panel("Northwest");
   const std::string output =
@@ -470,7 +470,7 @@ TEST_F(SurveyPanel1Test, ShowsATypeThatIsOffered)
   EXPECT_EQ(3U, panel->survey_subtype->items.size());
 }
 
-TEST_F(SurveyPanel1Test, ShowsNoTypeForOneThatTheSubregionNeverHad)
+TEST_F(SurveyPanel1Test, ShowsNoTypeThatTheSubregionNeverHad)
 {
   open_panel("Northwest", northwest_type);
   for (const int id : {5, 77, -1}) {
@@ -480,7 +480,7 @@ TEST_F(SurveyPanel1Test, ShowsNoTypeForOneThatTheSubregionNeverHad)
   }
 }
 
-TEST_F(SurveyPanel1Test, EndsTheProgramOverASavedTypeWithoutASubregion)
+TEST_F(SurveyPanel1Test, EndsTheProgramForASavedTypeWithoutASubregion)
 {
   // The child process starts over, since a display cannot be shared.
   GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -496,7 +496,7 @@ TEST_F(SurveyPanel1Test, EndsTheProgramOverASavedTypeWithoutASubregion)
 
 // --- an uploaded survey ---
 
-TEST_F(SurveyPanel1Test, LetsAnUploadedSurveysZonesBeLookedAt)
+TEST_F(SurveyPanel1Test, ShowsTheZonesOfAnUploadedSurvey)
 {
   open_panel("Northwest");
   panel->disable_inputs();

@@ -55,7 +55,7 @@ public:
 
 } // namespace
 
-TEST_F(ZoneTest, ShowsTheFoldedTreeOfTheSubregion)
+TEST_F(ZoneTest, ShowsTheCollapsedTreeOfTheSubregion)
 {
   open_panel();
   EXPECT_EQ("3: Washington\n", visible_rows());
@@ -77,7 +77,7 @@ TEST_F(ZoneTest, HasNamesAndLabelsInItsRows)
   EXPECT_EQ("3: Washington", row.get_value(panel->geog_columns.col_label));
 }
 
-TEST_F(ZoneTest, SaysSoWhenARegionHasNoZones)
+TEST_F(ZoneTest, ReportsARegionWithoutZones)
 {
   application_dir.file("CAR-geog.csv", "geogid,name\n");
   open_panel("Florida & Gulf");
@@ -85,7 +85,7 @@ TEST_F(ZoneTest, SaysSoWhenARegionHasNoZones)
   EXPECT_TRUE(panel->no_geog_matches->get_visible());
 }
 
-TEST_F(ZoneTest, UnfoldsTheWayToEachMatch)
+TEST_F(ZoneTest, ExpandsTheAncestorsOfEachMatch)
 {
   open_panel();
   search("rosario");
@@ -98,7 +98,7 @@ TEST_F(ZoneTest, UnfoldsTheWayToEachMatch)
   EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
 }
 
-TEST_F(ZoneTest, FoldsTheTreeAgainWhenTheSearchIsEmptied)
+TEST_F(ZoneTest, CollapsesTheTreeWhenTheSearchIsCleared)
 {
   open_panel();
   for (const char* empty : {"", "   "}) {
@@ -108,7 +108,7 @@ TEST_F(ZoneTest, FoldsTheTreeAgainWhenTheSearchIsEmptied)
   }
 }
 
-TEST_F(ZoneTest, SaysSoWhenNothingMatches)
+TEST_F(ZoneTest, ReportsThatNothingMatches)
 {
   open_panel();
   search("atlantis");
@@ -120,7 +120,7 @@ TEST_F(ZoneTest, SaysSoWhenNothingMatches)
   EXPECT_FALSE(panel->no_geog_matches->get_visible());
 }
 
-TEST_F(ZoneTest, SearchesNothingBeforeAPlaceIsChosen)
+TEST_F(ZoneTest, SearchesNothingUntilALocationIsChosen)
 {
   open_panel("");
   search("rosario");
@@ -128,7 +128,7 @@ TEST_F(ZoneTest, SearchesNothingBeforeAPlaceIsChosen)
   EXPECT_EQ("", visible_rows());
 }
 
-TEST_F(ZoneTest, KeepsSearchingInTheNextPlace)
+TEST_F(ZoneTest, KeepsTheSearchAfterAChangeOfLocation)
 {
   open_panel();
   search("cove");
