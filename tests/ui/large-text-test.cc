@@ -91,13 +91,13 @@ TEST_F(LargeText, IsReallyLarger)
              [&] { return window->next_button->get_allocated_height() < large; });
 }
 
-TEST_F(LargeText, LeavesTheWindowOnTheScreen)
+TEST_F(LargeText, KeepsTheWindowOnTheScreen)
 {
   open_northwest();
   expect_on_screen(*window, "window");
 }
 
-TEST_F(LargeText, CutsNothingOffOnAnyPage)
+TEST_F(LargeText, TruncatesNothingOnAnyPage)
 {
   open_northwest();
   window->unlisted_panel->species_search->set_text("a");
@@ -135,7 +135,7 @@ TEST_F(LargeText, NeedsNoScrollingSidewaysOnAnyPage)
   }
 }
 
-TEST_F(LargeText, LeavesTheDateOfTheSummaryInOneLine)
+TEST_F(LargeText, KeepsTheDateOfTheSummaryInOneLine)
 {
   application_dir.use_shipped_data();
   open_survey("Florida and Gulf of Mexico", "Florida: species and abundance");
@@ -149,7 +149,7 @@ TEST_F(LargeText, LeavesTheDateOfTheSummaryInOneLine)
   EXPECT_EQ(1, date.get_layout()->get_line_count());
 }
 
-TEST_F(LargeText, LeavesTheDialogsOnTheScreen)
+TEST_F(LargeText, KeepsTheDialogsOnTheScreen)
 {
   open_window();
   expect_on_screen(*window->contact_dialog, "contact");

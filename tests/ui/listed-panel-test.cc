@@ -39,7 +39,7 @@ const char* const both_northwest_families =
 
 } // namespace
 
-TEST_F(ListedPanelTest, StartsEmptyWithBothNamesChosen)
+TEST_F(ListedPanelTest, StartsEmptyWithBothNamesSelected)
 {
   open_window();
   EXPECT_TRUE(panel().name_display_both->get_active());
@@ -65,7 +65,7 @@ TEST_F(ListedPanelTest, TracesEachSpeciesThatEntersAStore)
   EXPECT_EQ(std::string::npos, output_of(24, refill).find("Added "));
 }
 
-TEST_F(ListedPanelTest, AsksForASurveyTypeWhereNoneIsChosen)
+TEST_F(ListedPanelTest, AsksForASurveyTypeIfNoneIsChosen)
 {
   open_window();
   choose_subregion("Northwest");
@@ -104,7 +104,7 @@ TEST_F(ListedPanelTest, ExplainsTheShadesOfTheRegion)
   EXPECT_TRUE(panel().listed_instructions->get_use_markup());
 }
 
-TEST_F(ListedPanelTest, EmptiesThePageOnANewSubregion)
+TEST_F(ListedPanelTest, ClearsThePageForANewSubregion)
 {
   open_northwest();
   choose_subregion("California");
@@ -114,7 +114,7 @@ TEST_F(ListedPanelTest, EmptiesThePageOnANewSubregion)
   EXPECT_EQ(3, panel().species_view->get_id());
 }
 
-TEST_F(ListedPanelTest, KeepsMarksAndUnfoldsTheirFamiliesWhenTheViewChanges)
+TEST_F(ListedPanelTest, KeepsMarksAndExpandsTheirFamiliesWhenTheViewChanges)
 {
   open_survey("Northwest", "Northwest: fish and invertebrates");
   mark(11, 2);
@@ -132,7 +132,7 @@ TEST_F(ListedPanelTest, KeepsMarksAndUnfoldsTheirFamiliesWhenTheViewChanges)
   EXPECT_EQ("0 1", unfolded()) << "a rebuilt table has only the marked families unfolded";
 }
 
-TEST_F(ListedPanelTest, KnowsFishBeyondTheViewButNoSuchInvertebrates)
+TEST_F(ListedPanelTest, IncludesFishOutsideTheViewButNotInvertebrates)
 {
   open_survey("Northwest", "Northwest: fish and invertebrates");
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = None\n  11 Lingcod = None*\n"
@@ -145,7 +145,7 @@ TEST_F(ListedPanelTest, KnowsFishBeyondTheViewButNoSuchInvertebrates)
             unlisted_rows());
 }
 
-TEST_F(ListedPanelTest, ShowsOnlyTheKindsThatTheSurveyTypeTakes)
+TEST_F(ListedPanelTest, ShowsOnlyTheKindsThatTheSurveyTypeIncludes)
 {
   application_dir.file(
       "region-info.csv",
@@ -164,7 +164,7 @@ TEST_F(ListedPanelTest, ShowsOnlyTheKindsThatTheSurveyTypeTakes)
   EXPECT_EQ(both_northwest_families, listed_rows());
 }
 
-TEST_F(ListedPanelTest, FilesSpeciesAsTheViewDoes)
+TEST_F(ListedPanelTest, GroupsSpeciesByTheFamiliesOfTheView)
 {
   const struct {
     const char* why;
@@ -192,7 +192,7 @@ TEST_F(ListedPanelTest, FilesSpeciesAsTheViewDoes)
   }
 }
 
-TEST_F(ListedPanelTest, MarksAFamilyAsInViewWithItsFirstSpeciesThatIs)
+TEST_F(ListedPanelTest, MarksAFamilyAsInTheViewIfOneOfItsSpeciesIs)
 {
   application_dir.file("species-views.csv", std::string(view_headings) + "1,11,F2\n");
   open_northwest();
@@ -201,7 +201,7 @@ TEST_F(ListedPanelTest, MarksAFamilyAsInViewWithItsFirstSpeciesThatIs)
             unlisted_rows());
 }
 
-TEST_F(ListedPanelTest, DoesWithoutAUsableDefaultView)
+TEST_F(ListedPanelTest, AcceptsAMissingDefaultView)
 {
   const struct {
     const char* why;
@@ -227,7 +227,7 @@ TEST_F(ListedPanelTest, DoesWithoutAUsableDefaultView)
   }
 }
 
-TEST_F(ListedPanelTest, ShowsTheNamesThatTheButtonsAskFor)
+TEST_F(ListedPanelTest, ShowsTheNamesThatTheButtonsSelect)
 {
   open_northwest();
   const struct {
@@ -256,7 +256,7 @@ TEST_F(ListedPanelTest, ShowsTheNamesThatTheButtonsAskFor)
   }
 }
 
-TEST_F(ListedPanelTest, KeepsTheIdAndNameColumnsAndRenewsTheOthers)
+TEST_F(ListedPanelTest, KeepsTheIdAndNameColumnsAndReplacesTheOthers)
 {
   open_northwest();
   auto* const id_column = tree().get_column(0);
@@ -295,7 +295,7 @@ TEST_F(ListedPanelTest, KeepsTheSpanishColumnInARegionThatHasNoSuchNames)
   EXPECT_EQ("", cell_text(2, "0:0"));
 }
 
-TEST_F(ListedPanelTest, OnlyTheNameButtonThatGoesOnActs)
+TEST_F(ListedPanelTest, OnlyTheNameButtonThatIsTurnedOnActs)
 {
   open_northwest();
   const auto toggle = [&] { panel().name_display_common->set_active(true); };
@@ -323,7 +323,7 @@ TEST_F(ListedPanelTest, SetsASavedViewOnlyIfTheSubregionOffersIt)
   }
 }
 
-TEST_F(ListedPanelTest, UnsetsTheViewWhoseRowTheBoxLacks)
+TEST_F(ListedPanelTest, ClearsTheViewIfTheBoxLacksItsRow)
 {
   open_northwest();
   panel().species_view->init({{1, "Common"}}, -1);
@@ -334,7 +334,7 @@ TEST_F(ListedPanelTest, UnsetsTheViewWhoseRowTheBoxLacks)
   EXPECT_EQ("", listed_rows());
 }
 
-TEST_F(ListedPanelTest, UnfoldsTheFamiliesOfMarkedSpecies)
+TEST_F(ListedPanelTest, ExpandsTheFamiliesOfMarkedSpecies)
 {
   open_northwest();
   mark(10, 0);
@@ -345,7 +345,7 @@ TEST_F(ListedPanelTest, UnfoldsTheFamiliesOfMarkedSpecies)
   EXPECT_EQ("0 1", unfolded());
 }
 
-TEST_F(ListedPanelTest, FoldsAndUnfoldsAllFamiliesByItsButtons)
+TEST_F(ListedPanelTest, CollapsesAndExpandsAllFamiliesByItsButtons)
 {
   open_northwest();
   press(*panel().listed_expand_all_button);
@@ -354,7 +354,7 @@ TEST_F(ListedPanelTest, FoldsAndUnfoldsAllFamiliesByItsButtons)
   EXPECT_EQ("0 0", unfolded());
 }
 
-TEST_F(ListedPanelTest, ShowsMarksOfTheSurveyInARebuiltTable)
+TEST_F(ListedPanelTest, ShowsMarksOfTheSurveyInARefilledTable)
 {
   open_northwest();
   window->survey.abundances = {{10, 3}, {12, 40}, {77, 1}};
@@ -369,7 +369,7 @@ TEST_F(ListedPanelTest, ShowsMarksOfTheSurveyInARebuiltTable)
       << "building adds no entries";
 }
 
-TEST_F(ListedPanelTest, ShowsNamesThatAreNoMarkup)
+TEST_F(ListedPanelTest, ShowsNamesThatAreNotMarkup)
 {
   application_dir.file("PAC-species-info.csv",
                        "speciesid,scientificname,commonname,familyid,invertebratetype,rarefishind\n"
@@ -395,7 +395,7 @@ TEST_F(ListedPanelTest, TracesItsSteps)
       << at_three;
 }
 
-TEST_F(ListedPanelTest, ShadesTextAsItsRows)
+TEST_F(ListedPanelTest, ShadesTextLikeItsRows)
 {
   EXPECT_EQ("<span background=\"#9cf\">blue</span>", ListedPanel::rarecolor("blue"));
   EXPECT_EQ("<span background=\"#c60\">brown</span>", ListedPanel::rarecolor2("brown"));

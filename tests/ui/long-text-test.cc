@@ -158,7 +158,7 @@ protected:
 
 } // namespace
 
-TEST_F(LongText, TypedIntoTheEntriesLeavesTheWindowOnTheScreen)
+TEST_F(LongText, TypedIntoTheEntriesKeepsTheWindowOnTheScreen)
 {
   open_northwest();
   for (const auto& [why, text] : attacks) {
@@ -177,7 +177,7 @@ TEST_F(LongText, TypedIntoTheEntriesLeavesTheWindowOnTheScreen)
   }
 }
 
-TEST_F(LongText, OnTheConfirmationPageIsCutAndTheEntryKeepsAll)
+TEST_F(LongText, OnTheConfirmationPageIsTruncatedAndTheEntryKeepsAll)
 {
   open_northwest();
   window->member_panel->last_name->set_text(times(3500, "W"));
@@ -190,7 +190,7 @@ TEST_F(LongText, OnTheConfirmationPageIsCutAndTheEntryKeepsAll)
   EXPECT_NE(std::string::npos, window->survey.xml_current.raw().find(times(3500, "W")));
 }
 
-TEST_F(LongText, OfTheDataLeavesTheWindowOnTheScreen)
+TEST_F(LongText, OfTheDataKeepsTheWindowOnTheScreen)
 {
   for (const auto& [why, text] : attacks) {
     SCOPED_TRACE(why);
@@ -203,7 +203,7 @@ TEST_F(LongText, OfTheDataLeavesTheWindowOnTheScreen)
   }
 }
 
-TEST_F(LongText, OfTheDataLeavesTheListsOfChoicesOnTheScreen)
+TEST_F(LongText, OfTheDataKeepsTheListsOfChoicesOnTheScreen)
 {
   for (const auto& [why, text] : attacks) {
     SCOPED_TRACE(why);
@@ -223,7 +223,7 @@ TEST_F(LongText, OfTheDataLeavesTheListsOfChoicesOnTheScreen)
   }
 }
 
-TEST_F(LongText, OfASpeciesStaysWholeInItsRow)
+TEST_F(LongText, OfASpeciesStaysCompleteInItsRow)
 {
   put_into_data(times(3500, "W"));
   open_window();

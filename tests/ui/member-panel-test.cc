@@ -27,7 +27,7 @@ bool has_focus(const SurveyWindow& window, const Gtk::Widget& widget)
 
 } // namespace
 
-TEST_F(MemberPanelTest, GivesWhatWasTypedWithoutBlanksAroundIt)
+TEST_F(MemberPanelTest, ReturnsTypedTextWithoutBlanksAtBothEnds)
 {
   const struct {
     const char* typed;
@@ -46,7 +46,7 @@ TEST_F(MemberPanelTest, GivesWhatWasTypedWithoutBlanksAroundIt)
   }
 }
 
-TEST_F(MemberPanelTest, GoesOnToTheLastNameAtEnter)
+TEST_F(MemberPanelTest, GoesToTheLastNameAtEnter)
 {
   const MemberPanel* panel = open_panel();
   panel->member_id->grab_focus();
@@ -56,7 +56,7 @@ TEST_F(MemberPanelTest, GoesOnToTheLastNameAtEnter)
   EXPECT_EQ(panel->page, window->notebook->get_current_page());
 }
 
-TEST_F(MemberPanelTest, GoesOnToTheLocationAtEnterInTheLastName)
+TEST_F(MemberPanelTest, GoesToTheLocationAtEnterInTheLastName)
 {
   const MemberPanel* panel = open_panel();
   panel->last_name->grab_focus();
@@ -66,7 +66,7 @@ TEST_F(MemberPanelTest, GoesOnToTheLocationAtEnterInTheLastName)
   EXPECT_TRUE(has_focus(*window, *window->survey_panel1->subregion));
 }
 
-TEST_F(MemberPanelTest, BringsUpTheLocationPageFromAnyPage)
+TEST_F(MemberPanelTest, ShowsTheLocationPageFromAnyPage)
 {
   open_panel();
   go_to_page(6);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(NameMatch, TellsTheStartOfANameFromTheStartOfALaterWord)
+TEST(NameMatch, DistinguishesTheStartOfANameFromTheStartOfALaterWord)
 {
   const std::string name = folded_name("Longfin Sculpin (Jordania zonope)");
   EXPECT_EQ(MATCHES_START, match_name(name, "long"));
@@ -14,7 +14,7 @@ TEST(NameMatch, TellsTheStartOfANameFromTheStartOfALaterWord)
   EXPECT_EQ(MATCHES_NOT, match_name(name, "longfin sculpin (jordania zonopex"));
 }
 
-TEST(NameMatch, FindsAWordBehindTheMiddleOfAnother)
+TEST(NameMatch, FindsAWordAfterTheMiddleOfAnother)
 {
   EXPECT_EQ(MATCHES_WORD, match_name("plaice ice fish", "ice"));
   EXPECT_EQ(MATCHES_WORD, match_name("c-o sole", "o"));
@@ -28,7 +28,7 @@ TEST(NameMatch, IgnoresCaseAndAccents)
   EXPECT_EQ(MATCHES_NOT, match_name(folded_name("Señorita"), folded_name("orita")));
 }
 
-TEST(NameMatch, FindsNothingForNothing)
+TEST(NameMatch, FindsNothingForAnEmptyText)
 {
   EXPECT_EQ(MATCHES_NOT, match_name("grunt", ""));
   EXPECT_EQ(MATCHES_NOT, match_name("", "g"));

@@ -41,7 +41,7 @@ public:
 
 } // namespace
 
-TEST_F(NewSurvey, OpensInAWindowOfItsOwnInPlaceOfTheOld)
+TEST_F(NewSurvey, OpensInANewWindowThatReplacesTheOldOne)
 {
   auto* next = start();
   ASSERT_NE(nullptr, next);
@@ -51,14 +51,14 @@ TEST_F(NewSurvey, OpensInAWindowOfItsOwnInPlaceOfTheOld)
   EXPECT_EQ(next, windows.front());
 }
 
-TEST_F(NewSurvey, StartsFromTheStartPageToo)
+TEST_F(NewSurvey, StartsAlsoFromTheStartPage)
 {
   press(*window->start_panel->new_survey_button);
   EXPECT_FALSE(window->get_visible());
   EXPECT_EQ(1U, visible_windows().size());
 }
 
-TEST_F(NewSurvey, TakesOverMemberPlaceTypeAndNameDisplay)
+TEST_F(NewSurvey, KeepsMemberLocationTypeAndNameDisplay)
 {
   name_member(" 1234 ", "  Marsh");
   choose_subregion("Florida & Gulf");
@@ -79,7 +79,7 @@ TEST_F(NewSurvey, TakesOverMemberPlaceTypeAndNameDisplay)
   EXPECT_TRUE(next->listed_panel->spanish_enable->get_active());
 }
 
-TEST_F(NewSurvey, TakesOverEachNameDisplay)
+TEST_F(NewSurvey, KeepsEachNameDisplay)
 {
   window->listed_panel->name_display_scientific->set_active(true);
   auto* next = start();
@@ -88,7 +88,7 @@ TEST_F(NewSurvey, TakesOverEachNameDisplay)
   EXPECT_FALSE(next->listed_panel->spanish_enable->get_active());
 }
 
-TEST_F(NewSurvey, TakesOverNothingOfTheDiveItself)
+TEST_F(NewSurvey, KeepsNothingOfTheDiveItself)
 {
   choose_subregion("Northwest");
   choose_survey_type("Northwest: abundance");
@@ -108,7 +108,7 @@ TEST_F(NewSurvey, TakesOverNothingOfTheDiveItself)
   EXPECT_EQ(next->base_title, next->get_title());
 }
 
-TEST_F(NewSurvey, LeavesATypeThatIsOfferedNoMore)
+TEST_F(NewSurvey, DoesNotKeepATypeThatIsNoLongerOffered)
 {
   choose_subregion("Northwest");
   window->survey_panel1->set_survey_subtype_even_invisible("PNW", 4);
@@ -119,7 +119,7 @@ TEST_F(NewSurvey, LeavesATypeThatIsOfferedNoMore)
   EXPECT_EQ(-1, next->survey_panel1->survey_subtype->get_id());
 }
 
-TEST_F(NewSurvey, LeavesUnsetWhatWasNotChosen)
+TEST_F(NewSurvey, KeepsNoChoiceWhereNoneWasMade)
 {
   auto* next = start();
   ASSERT_NE(nullptr, next);
@@ -128,7 +128,7 @@ TEST_F(NewSurvey, LeavesUnsetWhatWasNotChosen)
   EXPECT_EQ("", next->survey.subregion);
 }
 
-TEST_F(NewSurvey, CountsWhatItTookOverAsUnchanged)
+TEST_F(NewSurvey, TreatsWhatItKeptAsUnchanged)
 {
   name_member("1234", "Marsh");
   choose_subregion("Northwest");
@@ -144,7 +144,7 @@ TEST_F(NewSurvey, CountsWhatItTookOverAsUnchanged)
   EXPECT_TRUE(next->file_needs_saving());
 }
 
-TEST_F(NewSurvey, BeginsWhereTheFirstAnswerIsMissing)
+TEST_F(NewSurvey, BeginsAtTheFirstMissingEntry)
 {
   const struct {
     const char *id, *last_name;
@@ -169,7 +169,7 @@ TEST_F(NewSurvey, BeginsWhereTheFirstAnswerIsMissing)
   }
 }
 
-TEST_F(NewSurvey, DoesNotStartUnlessTheOldMayGo)
+TEST_F(NewSurvey, DoesNotStartIfTheUserKeepsTheOldOne)
 {
   choose_subregion("Northwest");
   const auto seen =
@@ -181,7 +181,7 @@ TEST_F(NewSurvey, DoesNotStartUnlessTheOldMayGo)
   EXPECT_EQ(1U, my_app->app->get_windows().size());
 }
 
-TEST_F(NewSurvey, LeavesNoHiddenWindowBehindIfItFails)
+TEST_F(NewSurvey, LeavesNoHiddenWindowIfItFails)
 {
   try {
     const NextWindow next(*my_app);

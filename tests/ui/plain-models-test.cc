@@ -61,7 +61,7 @@ public:
 
 } // namespace
 
-TEST_F(PlainModelsTest, AStoreKeepsItsRowsAsGtkmmWritesThem)
+TEST_F(PlainModelsTest, AStoreHasTheRowsThatGtkmmWrites)
 {
   EXPECT_EQ(2, store->get_n_columns());
   EXPECT_EQ("0=10 0:0=11 0:1=12 0:2=13 1=20 1:0=21", rows(store));
@@ -72,7 +72,7 @@ TEST_F(PlainModelsTest, AStoreKeepsItsRowsAsGtkmmWritesThem)
   EXPECT_EQ("", rows(store));
 }
 
-TEST_F(PlainModelsTest, AFilterShowsTheRowsThatItIsToldTo)
+TEST_F(PlainModelsTest, AFilterShowsTheRowsThatItsRuleAccepts)
 {
   int least = 12;
   const auto filter = plain_filter(store, [&](const Gtk::TreeIter& row) {
@@ -105,7 +105,7 @@ TEST_F(PlainModelsTest, AFilterFollowsTheRowsOfItsStore)
   EXPECT_EQ("0:1", thirteen.get_path().to_string());
 }
 
-TEST_F(PlainModelsTest, AFilterLetsGoOfWhatItsRuleHolds)
+TEST_F(PlainModelsTest, AFilterReleasesItsRule)
 {
   const auto held = std::make_shared<int>(0);
   auto filter = plain_filter(store, [held](const Gtk::TreeIter&) { return true; });

@@ -103,14 +103,14 @@ public:
 
 } // namespace
 
-TEST_F(RarityNotes, StandInTheTooltipsOfShadedRowsOnly)
+TEST_F(RarityNotes, AreOnlyInTheTooltipsOfShadedRows)
 {
   EXPECT_EQ(very_rare, tooltip_at(first_row(true)));
   EXPECT_EQ("", tooltip_at(first_row(false)));
   EXPECT_EQ("", tooltip_at(Gtk::TreePath("0"))) << "a family";
 }
 
-TEST_F(RarityNotes, AreToldToScreenReadersWithTheCellUnderTheCursor)
+TEST_F(RarityNotes, AreReadByScreenReadersWithTheCellUnderTheCursor)
 {
   EXPECT_EQ(very_rare, description_at(first_row(true)));
   EXPECT_EQ("", description_at(first_row(false)));
@@ -118,7 +118,7 @@ TEST_F(RarityNotes, AreToldToScreenReadersWithTheCellUnderTheCursor)
   EXPECT_EQ(very_rare, description_at(first_row(true))) << "again";
 }
 
-TEST_F(RarityNotes, AreGivenByEveryTreeOfSpecies)
+TEST_F(RarityNotes, AreInEveryTreeOfSpecies)
 {
   for (auto* const view :
        {window->listed_panel->species_tree, window->unlisted_panel->found_species_tree,

@@ -49,7 +49,7 @@ public:
 
 } // namespace
 
-TEST_F(SearchedSpeciesTest, StandInTheOrderOfTheRows)
+TEST_F(SearchedSpeciesTest, HaveTheOrderOfTheRows)
 {
   EXPECT_EQ((std::vector<int>{-1, 3, 2, -1, 1}), searched.ids());
 }
@@ -68,7 +68,7 @@ TEST_F(SearchedSpeciesTest, HaveTheNamesOfTheRowsInLowerCase)
   }
 }
 
-TEST_F(SearchedSpeciesTest, LowerTheMarkupAndLettersOfAllKinds)
+TEST_F(SearchedSpeciesTest, HaveMarkupAndLettersOfAllKindsInLowerCase)
 {
   EXPECT_EQ("<span background=\"#c60\">dog &amp; cat snapper</span>",
             searched.names(columns.col_common)[1]);
@@ -107,7 +107,7 @@ TEST_F(SearchedSpeciesTest, AreFoundByTheWordsOfAnyColumn)
     EXPECT_EQ(c.expected, found(c.text, c.column)) << c.text;
 }
 
-TEST_F(SearchedSpeciesTest, AreReadOnceUntilTheStoreIsFilledAnew)
+TEST_F(SearchedSpeciesTest, AreReadOnceUntilTheStoreIsFilledAgain)
 {
   EXPECT_EQ("2", found("gray", columns.col_common));
   const auto* const names = searched.names(columns.col_common).data();

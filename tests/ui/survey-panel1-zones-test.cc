@@ -333,7 +333,7 @@ TEST_F(ZoneKeysTest, ReturnAndDownGoToTheFirstZoneFound)
   }
 }
 
-TEST_F(ZoneKeysTest, ALevelThatIsFoundStaysUnfolded)
+TEST_F(ZoneKeysTest, ALevelThatIsFoundStaysExpanded)
 {
   open_panel();
   search_by_keys("s");
@@ -343,7 +343,7 @@ TEST_F(ZoneKeysTest, ALevelThatIsFoundStaysUnfolded)
   EXPECT_EQ(found, visible_rows());
 }
 
-TEST_F(ZoneKeysTest, TabAndArrowsFoldNoResult)
+TEST_F(ZoneKeysTest, TabAndArrowsCollapseNoResult)
 {
   open_panel();
   search_by_keys("a");
@@ -359,7 +359,7 @@ TEST_F(ZoneKeysTest, TabAndArrowsFoldNoResult)
   EXPECT_EQ(all_found, visible_rows());
 }
 
-TEST_F(ZoneKeysTest, TheKeyboardStaysWhereNothingIsFound)
+TEST_F(ZoneKeysTest, TheFocusStaysIfNothingIsFound)
 {
   open_panel();
   search_by_keys("zzz");
@@ -368,7 +368,7 @@ TEST_F(ZoneKeysTest, TheKeyboardStaysWhereNothingIsFound)
   EXPECT_TRUE(panel->zone_search->is_focus());
 }
 
-TEST_F(ZoneKeysTest, EscapeAndAButtonEmptyTheSearch)
+TEST_F(ZoneKeysTest, EscapeAndAButtonClearTheSearch)
 {
   open_panel();
   EXPECT_EQ("", panel->zone_search->get_icon_name(Gtk::ENTRY_ICON_SECONDARY));

@@ -60,7 +60,7 @@ TEST_F(SurveyPanel2Test, StartsInFahrenheitWithNothingElseChosen)
   EXPECT_EQ(3, panel->page);
 }
 
-TEST_F(SurveyPanel2Test, OffersNothingWhereADefinitionIsMissing)
+TEST_F(SurveyPanel2Test, OffersNothingIfADefinitionIsMissing)
 {
   application_dir.file("data-definitions.csv", "group,value,label\ncurrent,1,None\n");
   open_panel();
@@ -88,7 +88,7 @@ TEST_F(SurveyPanel2Test, ChoosesTheFirstHabitatThatTheDefinitionFileOffers)
 
 // --- temperature units ---
 
-TEST_F(SurveyPanel2Test, TakesOnlyAnExactCForCelsius)
+TEST_F(SurveyPanel2Test, TreatsOnlyAnExactCAsCelsius)
 {
   const struct {
     const char* units;
@@ -111,7 +111,7 @@ TEST_F(SurveyPanel2Test, TakesOnlyAnExactCForCelsius)
 
 // --- survey type ---
 
-TEST_F(SurveyPanel2Test, TellsWhatTheSurveyTypeRequires)
+TEST_F(SurveyPanel2Test, ExplainsWhatTheSurveyTypeRequires)
 {
   open_panel("Northwest", "Northwest: species only");
   EXPECT_EQ("Please enter information about your survey conditions; since this is a species-only "
@@ -202,7 +202,7 @@ TEST_F(SurveyPanel2Test, DescribesTheHabitatsOfTheRegion)
 
 // --- bottom time ---
 
-TEST_F(SurveyPanel2Test, HasAnEditedBottomTimeConfirmedAgain)
+TEST_F(SurveyPanel2Test, RequiresTheConfirmationOfAnEditedBottomTime)
 {
   open_panel();
   auto* confirmed = window->confirm_panel->confirm_bottom_time;
@@ -222,7 +222,7 @@ TEST_F(SurveyPanel2Test, HasAnEditedBottomTimeConfirmedAgain)
 
 // --- the link between the depths ---
 
-TEST_F(SurveyPanel2Test, TakesTheMaximumAlongWhenTheAverageBecomesSnorkel)
+TEST_F(SurveyPanel2Test, SetsTheMaximumWhenTheAverageBecomesSnorkel)
 {
   open_panel();
   panel->max_depth->set_label("Deep");
@@ -230,7 +230,7 @@ TEST_F(SurveyPanel2Test, TakesTheMaximumAlongWhenTheAverageBecomesSnorkel)
   expect_depths("Snorkel", "Snorkel", false);
 }
 
-TEST_F(SurveyPanel2Test, TakesTheAverageAlongWhenTheMaximumBecomesSnorkel)
+TEST_F(SurveyPanel2Test, SetsTheAverageWhenTheMaximumBecomesSnorkel)
 {
   open_panel();
   panel->avg_depth->set_label("Shallow");
@@ -238,7 +238,7 @@ TEST_F(SurveyPanel2Test, TakesTheAverageAlongWhenTheMaximumBecomesSnorkel)
   expect_depths("Snorkel", "Snorkel", false);
 }
 
-TEST_F(SurveyPanel2Test, EmptiesAndOpensTheMaximumWhenTheAverageLeavesSnorkel)
+TEST_F(SurveyPanel2Test, ClearsAndUnlocksTheMaximumWhenTheAverageLeavesSnorkel)
 {
   for (const bool by_average : {true, false}) {
     open_panel();
@@ -252,7 +252,7 @@ TEST_F(SurveyPanel2Test, EmptiesAndOpensTheMaximumWhenTheAverageLeavesSnorkel)
   }
 }
 
-TEST_F(SurveyPanel2Test, EmptiesAndOpensTheMaximumWhenTheAverageIsUnset)
+TEST_F(SurveyPanel2Test, ClearsAndUnlocksTheMaximumWhenTheAverageIsCleared)
 {
   open_panel();
   panel->avg_depth->set_label("Snorkel");
@@ -271,7 +271,7 @@ TEST_F(SurveyPanel2Test, GoesToTheEmptyRowOfAListThatHasOne)
   EXPECT_EQ(9, panel->max_depth->get_id());
 }
 
-TEST_F(SurveyPanel2Test, LeavesUnlinkedDepthsAlone)
+TEST_F(SurveyPanel2Test, DoesNotChangeUnlinkedDepths)
 {
   open_panel();
   panel->max_depth->set_label("Deep");
@@ -281,7 +281,7 @@ TEST_F(SurveyPanel2Test, LeavesUnlinkedDepthsAlone)
   expect_depths("", "Deep", true);
 }
 
-TEST_F(SurveyPanel2Test, LeavesAnOpenMaximumThatAlreadySaysSnorkelAsItIs)
+TEST_F(SurveyPanel2Test, DoesNotChangeAnUnlockedMaximumThatIsSnorkel)
 {
   open_panel();
   panel->max_depth->set_label("Snorkel");

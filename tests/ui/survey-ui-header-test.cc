@@ -11,7 +11,7 @@ static_assert(PRESENCE_MENU_INDEX == 99);
 static_assert(std::is_same_v<decltype(SurveyData::abundance_choices),
                              AbundanceChoices::SurveySubtypeChoiceInfo*>);
 
-TEST(SurveyUiHeader, BringsTheHelpersOnNodes)
+TEST(SurveyUiHeader, IncludesTheHelpersOnNodes)
 {
   xmlpp::DomParser parser;
   parser.parse_memory("<a n=\"7\">words</a>");

@@ -42,7 +42,7 @@ TEST_F(SurveyWindowTest, IsMadeHidden)
   EXPECT_EQ(my_app, window->my_app);
 }
 
-TEST_F(SurveyWindowTest, HoldsSevenScrolledPanelsInOrder)
+TEST_F(SurveyWindowTest, HasSevenScrolledPanelsInOrder)
 {
   create_window();
   const struct {
@@ -69,7 +69,7 @@ TEST_F(SurveyWindowTest, HoldsSevenScrolledPanelsInOrder)
   }
 }
 
-TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatHaveBeenTurnedTo)
+TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatTheUserHasSeen)
 {
   open_window();
   const auto laid_out = [this] {
@@ -90,7 +90,7 @@ TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatHaveBeenTurnedTo)
   EXPECT_EQ("x---xx-", laid_out()) << "once it is laid out it stays so";
 }
 
-TEST_F(SurveyWindowTest, KeepsItsSizeWhereverItIsTurnedTo)
+TEST_F(SurveyWindowTest, KeepsItsSizeOnEveryPage)
 {
   open_window();
   for (int page = 6; page >= 0; --page) {
@@ -123,7 +123,7 @@ TEST_F(SurveyWindowTest, OffersOnlyNextAtStart)
   EXPECT_TRUE(window->next_button->get_sensitive());
 }
 
-TEST_F(SurveyWindowTest, OffersSavingOnceASubregionIsChosen)
+TEST_F(SurveyWindowTest, OffersSavingWhenASubregionIsChosen)
 {
   open_window();
   choose_subregion("Northwest");
@@ -149,7 +149,7 @@ TEST_F(SurveyWindowTest, WalksThroughAllPagesByNextAndBack)
   EXPECT_FALSE(window->back_button->get_sensitive());
 }
 
-TEST_F(SurveyWindowTest, LetsEveryPageBeReachedWithNothingFilledIn)
+TEST_F(SurveyWindowTest, AllowsEveryPageWithoutAnyEntry)
 {
   open_window();
   for (const int page : {6, 0, 4, 2, 5, 1, 3}) {
@@ -182,7 +182,7 @@ TEST_F(SurveyWindowTest, IsTitledByDateStartAndSite)
             window->get_title().raw());
 }
 
-TEST_F(SurveyWindowTest, SaysAboveThePagesThatAnUploadedSurveyCannotBeChanged)
+TEST_F(SurveyWindowTest, ShowsABarIfTheSurveyHasBeenUploaded)
 {
   open_window();
   auto* const bar = find_widget(*window, "uploaded_bar");
@@ -203,7 +203,7 @@ TEST_F(SurveyWindowTest, SaysAboveThePagesThatAnUploadedSurveyCannotBeChanged)
   }
 }
 
-TEST_F(SurveyWindowTest, CarriesOnlyIconsThatCouldBeLoaded)
+TEST_F(SurveyWindowTest, HasOnlyIconsThatCouldBeLoaded)
 {
   create_window();
   const auto loaded = MyApp::icon_list;
@@ -218,7 +218,7 @@ TEST_F(SurveyWindowTest, CarriesOnlyIconsThatCouldBeLoaded)
     EXPECT_EQ(5U, labelled->get_icon_list().size()) << labelled->get_title();
 }
 
-TEST_F(SurveyWindowTest, CountsAsUnchangedWhenItIsNew)
+TEST_F(SurveyWindowTest, IsUnchangedWhenItIsNew)
 {
   create_window();
   EXPECT_FALSE(window->survey.xml_current.empty());
@@ -235,7 +235,7 @@ TEST_F(SurveyWindowTest, ClosesWithoutAQuestionWhileUnchanged)
   EXPECT_TRUE(my_app->app->get_windows().empty()) << "which ends the program";
 }
 
-TEST_F(SurveyWindowTest, ClosesWithoutAQuestionForTheMemberAlone)
+TEST_F(SurveyWindowTest, ClosesWithoutAQuestionIfOnlyTheMemberWasEntered)
 {
   open_window();
   window->member_panel->member_id->set_text("1234");
@@ -258,7 +258,7 @@ TEST_F(SurveyWindowTest, AsksBeforeAChangedSurveyIsClosed)
   EXPECT_FALSE(window->get_visible());
 }
 
-TEST_F(SurveyWindowTest, TellsTheFrameToWaitOnlyIfTheUserDoes)
+TEST_F(SurveyWindowTest, StaysOpenOnlyIfTheUserCancels)
 {
   open_window();
   EXPECT_FALSE(window->on_delete_event(nullptr)) << "nothing to lose";
@@ -288,7 +288,7 @@ TEST_F(SurveyWindowTest, MarksAsReadyFromItsButton)
             window->survey.filename);
 }
 
-TEST_F(SurveyWindowTest, HidesWhatThePagesOfLaterStepsHaveNothingFor)
+TEST_F(SurveyWindowTest, HidesThePartsOfLaterPagesThatAreEmpty)
 {
   create_window();
   const auto& unlisted = *window->unlisted_panel;

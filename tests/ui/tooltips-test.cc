@@ -48,7 +48,7 @@ TEST_F(Tooltips, AskForALocationOnlyUntilOneIsChosen)
   }
 }
 
-TEST_F(Tooltips, AskForWhatIsRedOnlyWhileSomethingIs)
+TEST_F(Tooltips, AskForMarkedEntriesOnlyWhileThereAreAny)
 {
   const char* const first_fix = "First fix what the Confirmation page marks in red";
   for (const auto* button : {window->ready_button, window->upload_button})
@@ -87,7 +87,7 @@ TEST_F(Tooltips, OfAnUploadedSurveySayThatItHasBeenUploaded)
   EXPECT_EQ("A part of the name is enough", of(where.zone_search)); // still of use
 }
 
-TEST_F(Tooltips, OfTheStartPageSayWhatTheyNeed)
+TEST_F(Tooltips, OfTheStartPageExplainWhatTheyNeed)
 {
   const StartPanel& panel = *window->start_panel;
   const auto choose_row = [&](const char* path) {

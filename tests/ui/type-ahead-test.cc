@@ -59,14 +59,14 @@ TEST(TypeAhead, GoesToTheNextRowAfterTheChosenOne)
   EXPECT_EQ("12", typed("12", days(), 9)) << "from 10";
 }
 
-TEST(TypeAhead, GoesOnAtTheTop)
+TEST(TypeAhead, ContinuesAtTheTop)
 {
   EXPECT_EQ("January", typed("J", months, 6));
   EXPECT_EQ("June", typed("Ju", months, 6));
   EXPECT_EQ("December", typed("D", months, 11)) << "the only one";
 }
 
-TEST(TypeAhead, StaysAtARowThatStillFits)
+TEST(TypeAhead, StaysAtARowThatStillMatches)
 {
   EXPECT_EQ("January", typed("Jan", months, 11));
   EXPECT_EQ("March", typed("March", months));
@@ -81,7 +81,7 @@ TEST(TypeAhead, GoesThroughTheRowsOfALetterThatIsRepeated)
   EXPECT_EQ("22", typed("22", days()));
 }
 
-TEST(TypeAhead, BeginsAnewAfterAPause)
+TEST(TypeAhead, StartsAgainAfterAPause)
 {
   TypeAhead search;
   EXPECT_EQ(0, search.type('1', 5000, -1, days()));
@@ -99,14 +99,14 @@ TEST(TypeAhead, MeasuresThePauseFromTheLastLetter)
   EXPECT_EQ(2, search.type('c', 1800, 1, labels));
 }
 
-TEST(TypeAhead, MeasuresThePauseWhereTheClockBeginsAnew)
+TEST(TypeAhead, MeasuresThePauseWhenTheClockWrapsAround)
 {
   TypeAhead search;
   search.type('1', 0xffffff00U, -1, days());
   EXPECT_EQ(11, search.type('2', 0x00000010U, 0, days()));
 }
 
-TEST(TypeAhead, BeginsAnewAfterALetterThatFitsNowhere)
+TEST(TypeAhead, StartsAgainAfterALetterThatMatchesNothing)
 {
   TypeAhead search;
   EXPECT_EQ("", typed(search, "Fx", months));
@@ -114,7 +114,7 @@ TEST(TypeAhead, BeginsAnewAfterALetterThatFitsNowhere)
   EXPECT_EQ(4, search.type('m', 910, 2, months)) << "not \"Fxm\"";
 }
 
-TEST(TypeAhead, BeginsAnewWhenItIsReset)
+TEST(TypeAhead, StartsAgainAfterAReset)
 {
   TypeAhead search;
   search.type('1', 0, -1, days());
@@ -123,7 +123,7 @@ TEST(TypeAhead, BeginsAnewWhenItIsReset)
   EXPECT_EQ(1, search.type('2', 1, 0, days()));
 }
 
-TEST(TypeAhead, DoesNotRespectCaseAccentsAndBlanksInFront)
+TEST(TypeAhead, IgnoresCaseAccentsAndLeadingBlanks)
 {
   const Labels labels = {"Ärö", "  Été de l'île", "Straße", "ﬁn"};
   EXPECT_EQ("Ärö", typed("aro", labels));
@@ -151,12 +151,12 @@ TEST(TypeAhead, FindsNothingInAnEmptyList)
   EXPECT_EQ("", typed("a", {"", "  "}));
 }
 
-TEST(TypeAhead, FindsNothingForAMarkWithoutALetter)
+TEST(TypeAhead, FindsNothingForACombiningMark)
 {
   EXPECT_EQ("", typed("\u0301", months));
 }
 
-TEST(TypeAhead, OutlivesAChosenRowThatIsGone)
+TEST(TypeAhead, AcceptsAChosenRowThatNoLongerExists)
 {
   EXPECT_EQ("February", typed("f", months, 40));
 }

@@ -113,7 +113,7 @@ TEST_F(UnlistedPanelTest, StartsWithNothingButTheSearch)
   EXPECT_EQ(please_select, panel().unlisted_instructions->get_label());
 }
 
-TEST_F(UnlistedPanelTest, HasItsColumnsFromTheFirstMoment)
+TEST_F(UnlistedPanelTest, HasItsColumnsFromTheStart)
 {
   open_window();
   const char* const titles = "ID|Common + Scientific Names|Number seen (click to change)";
@@ -126,7 +126,7 @@ TEST_F(UnlistedPanelTest, HasItsColumnsFromTheFirstMoment)
   EXPECT_EQ(titles, titles_of(*panel().selected_species_tree));
 }
 
-TEST_F(UnlistedPanelTest, TakesASearchWithoutAPlace)
+TEST_F(UnlistedPanelTest, AcceptsASearchWithoutALocation)
 {
   open_window();
   ASSERT_EQ(nullptr, window->survey.region_fish);
@@ -139,7 +139,7 @@ TEST_F(UnlistedPanelTest, TakesASearchWithoutAPlace)
   EXPECT_EQ(no_rows, found());
 }
 
-TEST_F(UnlistedPanelTest, AsksForASurveyTypeAndEmptiesTheSearch)
+TEST_F(UnlistedPanelTest, AsksForASurveyTypeAndClearsTheSearch)
 {
   open_window();
   search("lingcod");
@@ -154,7 +154,7 @@ TEST_F(UnlistedPanelTest, AsksForASurveyTypeAndEmptiesTheSearch)
   EXPECT_EQ("Greenlings:*\n  11 Lingcod = None*\n", found());
 }
 
-TEST_F(UnlistedPanelTest, SaysWhatToSearchFor)
+TEST_F(UnlistedPanelTest, ExplainsTheSearch)
 {
   open_northwest_page();
   EXPECT_EQ("Search for a species to add that was not found on the Listed Species page - "
@@ -217,7 +217,7 @@ TEST_F(UnlistedPanelTest, SearchesTheKindOfNameThatIsChosen)
   }
 }
 
-TEST_F(UnlistedPanelTest, SearchesTheMarkupOfARowToo)
+TEST_F(UnlistedPanelTest, SearchesAlsoTheMarkupOfARow)
 {
   open_florida_page();
   const char* const dog = "Snappers:*\n  3 Dog & Cat Snapper = None\n";
@@ -273,7 +273,7 @@ TEST_F(UnlistedPanelTest, FindsCodeZeroForTextWithoutANumber)
   }
 }
 
-TEST_F(UnlistedPanelTest, SpanishSearchesMatchOnlyTagsWhereThereAreNoSuchNames)
+TEST_F(UnlistedPanelTest, SpanishSearchesMatchOnlyTagsIfThereAreNoSpanishNames)
 {
   open_northwest_page();
   search_in("Spanish Name");
@@ -283,7 +283,7 @@ TEST_F(UnlistedPanelTest, SpanishSearchesMatchOnlyTagsWhereThereAreNoSuchNames)
   EXPECT_EQ("Greenlings:*\n  11 Lingcod = None*\n", found()) << "the one that is shaded";
 }
 
-TEST_F(UnlistedPanelTest, FindsWholeFamiliesByTheNamesThatAreShown)
+TEST_F(UnlistedPanelTest, FindsWholeFamiliesByTheShownNames)
 {
   open_florida_page();
   search_in("Family Name");
@@ -310,7 +310,7 @@ TEST_F(UnlistedPanelTest, FindsWholeFamiliesByTheNamesThatAreShown)
   }
 }
 
-TEST_F(UnlistedPanelTest, LooksIntoAFamilysSpanishCellWhereItIsShown)
+TEST_F(UnlistedPanelTest, SearchesAFamilysSpanishCellIfItIsShown)
 {
   open_florida_page();
   search_in("Family Name");
@@ -322,7 +322,7 @@ TEST_F(UnlistedPanelTest, LooksIntoAFamilysSpanishCellWhereItIsShown)
   EXPECT_EQ(3, panel().num_found);
 }
 
-TEST_F(UnlistedPanelTest, ShowsAllRowsBesideTheWordsForNone)
+TEST_F(UnlistedPanelTest, ShowsAllRowsWithTheHeadingForNone)
 {
   open_northwest_page();
   for (const char* label : {"Common Name", "Species Code", "Family Name"}) {
@@ -350,7 +350,7 @@ TEST_F(UnlistedPanelTest, FindsAnythingAgainAfterAllRows)
   EXPECT_EQ(1, panel().num_found);
 }
 
-TEST_F(UnlistedPanelTest, ShowsFoundFamiliesUnfolded)
+TEST_F(UnlistedPanelTest, ShowsFoundFamiliesExpanded)
 {
   open_northwest_page();
   search("ling");
@@ -381,7 +381,7 @@ TEST_F(UnlistedPanelTest, ShowsNewResultsFromTheTop)
   EXPECT_EQ(0, place->get_value());
 }
 
-TEST_F(UnlistedPanelTest, TheSearchStaysInItsPlaceWhileItIsTyped)
+TEST_F(UnlistedPanelTest, TheSearchFieldDoesNotMoveDuringTyping)
 {
   open_northwest_page();
   const auto place = [&] {
@@ -423,7 +423,7 @@ TEST_F(UnlistedPanelTest, ShowsNeitherHeadingBeforeTheFirstSearch)
   EXPECT_EQ("", headings());
 }
 
-TEST_F(UnlistedPanelTest, ChangesTheHeadingsByASearchOnly)
+TEST_F(UnlistedPanelTest, ChangesTheHeadingsOnlyBySearches)
 {
   open_northwest_page();
   search("ling");
@@ -469,7 +469,7 @@ TEST_F(UnlistedPanelTest, ANewKindOfNameSearchesAtOnce)
   EXPECT_EQ(no_rows, found());
 }
 
-TEST_F(UnlistedPanelTest, TakesAnUnknownKindOfNameAsCommon)
+TEST_F(UnlistedPanelTest, TreatsAnUnknownKindOfNameAsCommon)
 {
   open_northwest_page();
   panel().species_search_by->append("Nickname");
@@ -489,7 +489,7 @@ TEST_F(UnlistedPanelTest, TracesASearch)
             output_of(1, [&] { search("__ALL__"); }));
 }
 
-TEST_F(UnlistedPanelTest, CannotJudgeASpeciesByItsFamilysName)
+TEST_F(UnlistedPanelTest, CannotMatchASpeciesByItsFamilysName)
 {
   // The child process starts over, since a display cannot be shared.
   GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -552,7 +552,7 @@ TEST_F(UnlistedPanelTest, ASpeciesOfTheViewIsFoundButNeverSelected)
             listed_rows());
 }
 
-TEST_F(UnlistedPanelTest, KeepsTheCursorOfTheFoundTreeOverAMark)
+TEST_F(UnlistedPanelTest, KeepsTheCursorOfTheFoundTreeAfterAMark)
 {
   open_northwest_page();
   search("l");
@@ -595,7 +595,7 @@ TEST_F(UnlistedPanelTest, AMarkWithoutASearchLeavesTheResultsHidden)
 
 // --- clicks and keys ---
 
-TEST_F(UnlistedPanelTest, ClicksFoldFamiliesInBothTrees)
+TEST_F(UnlistedPanelTest, ClicksCollapseFamiliesInBothTrees)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -651,7 +651,7 @@ TEST_F(UnlistedPanelTest, NothingHappensWithoutARow)
   EXPECT_FALSE(panel().do_selected_species_line_trigger(Gtk::TreePath(), 1, 0));
 }
 
-TEST_F(UnlistedPanelTest, ReportsStrayClicksUnderEachTreesName)
+TEST_F(UnlistedPanelTest, ReportsStrayClicksWithEachTreesName)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -702,7 +702,7 @@ TEST_F(UnlistedPanelTest, NumbersSpeciesAndNamesFamilies)
 
 // --- columns ---
 
-TEST_F(UnlistedPanelTest, ShowsTheNamesThatTheListedPageAsksForAtOnce)
+TEST_F(UnlistedPanelTest, ShowsTheNamesOfTheListedPageAtOnce)
 {
   open_florida_page();
   auto& listed = *window->listed_panel;
@@ -720,7 +720,7 @@ TEST_F(UnlistedPanelTest, ShowsTheNamesThatTheListedPageAsksForAtOnce)
   EXPECT_TRUE(window->survey.show_spanish_name);
 }
 
-TEST_F(UnlistedPanelTest, TypingInATreeStillSearchesNamesOnceTheStoresAreRebuilt)
+TEST_F(UnlistedPanelTest, TypingInATreeStillSearchesNamesWhenTheStoresAreRefilled)
 {
   open_northwest_page();
   choose(*window->listed_panel->species_view, "With invertebrates");
@@ -750,7 +750,7 @@ TEST_F(UnlistedPanelTest, KeepsTheSearchWhenTheViewChanges)
   EXPECT_TRUE(panel().found_species_tree->row_expanded(Gtk::TreePath("0")));
 }
 
-TEST_F(UnlistedPanelTest, SelectsByTheViewOfTheMoment)
+TEST_F(UnlistedPanelTest, SelectsByTheCurrentView)
 {
   application_dir.file("species-views.csv",
                        "viewid,speciesid,familyid\n1,10,F1\n1,11,F2\n2,10,F1\n2,12,F2\n");
@@ -782,7 +782,7 @@ TEST_F(UnlistedPanelTest, KeepsTheSearchAndTheMarksWhenTheSurveyTypeChanges)
   EXPECT_EQ(2, panel().num_found);
 }
 
-TEST_F(UnlistedPanelTest, FamilySearchesLastOverAChangeOfType)
+TEST_F(UnlistedPanelTest, FamilySearchesSurviveAChangeOfType)
 {
   open_northwest_page();
   search("greenlings hexagr", "Family Name");
@@ -791,7 +791,7 @@ TEST_F(UnlistedPanelTest, FamilySearchesLastOverAChangeOfType)
   EXPECT_EQ("found", headings());
 }
 
-TEST_F(UnlistedPanelTest, EmptiesThePageOnANewPlace)
+TEST_F(UnlistedPanelTest, ClearsThePageForANewLocation)
 {
   open_northwest_page();
   search("ling");
@@ -812,7 +812,7 @@ TEST_F(UnlistedPanelTest, EmptiesThePageOnANewPlace)
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = None\n  11 Lingcod = None*\n", found());
 }
 
-TEST_F(UnlistedPanelTest, ForgetsWhatWasSelectedWithThePlace)
+TEST_F(UnlistedPanelTest, ClearsTheSelectionForANewLocation)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -832,7 +832,7 @@ TEST_F(UnlistedPanelTest, KeepsTheSearchWhileATypeIsChosen)
 
 // --- stores that are being filled ---
 
-TEST_F(UnlistedPanelTest, LetsGoOfTheStoreAndTakesItUpAgain)
+TEST_F(UnlistedPanelTest, DetachesAndAttachesTheStore)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -852,7 +852,7 @@ TEST_F(UnlistedPanelTest, LetsGoOfTheStoreAndTakesItUpAgain)
   EXPECT_TRUE(panel().found_species_tree->row_expanded(Gtk::TreePath("0")));
 }
 
-TEST_F(UnlistedPanelTest, IsSafeFromRowsThatTheRegionDoesNotKnow)
+TEST_F(UnlistedPanelTest, IgnoresRowsThatTheRegionLacks)
 {
   open_northwest_page();
   auto* const fish = window->survey.region_fish;
@@ -926,7 +926,7 @@ TEST_F(UnlistedKeysTest, ReturnAndDownGoToTheFirstSpeciesFound)
   }
 }
 
-TEST_F(UnlistedKeysTest, AFoundSpeciesIsMarkedByTwoMoreKeys)
+TEST_F(UnlistedKeysTest, TwoMoreKeysMarkAFoundSpecies)
 {
   open_northwest_page();
   search_by_keys("kelp");
@@ -938,7 +938,7 @@ TEST_F(UnlistedKeysTest, AFoundSpeciesIsMarkedByTwoMoreKeys)
   EXPECT_TRUE(results().is_focus());
 }
 
-TEST_F(UnlistedKeysTest, TheKeyboardStaysWhereNothingIsFound)
+TEST_F(UnlistedKeysTest, TheFocusStaysIfNothingIsFound)
 {
   open_northwest_page();
   for (const char* text : {"", "zzz"}) {
@@ -949,7 +949,7 @@ TEST_F(UnlistedKeysTest, TheKeyboardStaysWhereNothingIsFound)
   }
 }
 
-TEST_F(UnlistedKeysTest, EscapeEmptiesTheSearch)
+TEST_F(UnlistedKeysTest, EscapeClearsTheSearch)
 {
   open_northwest_page();
   search_by_keys("kelp");
@@ -960,7 +960,7 @@ TEST_F(UnlistedKeysTest, EscapeEmptiesTheSearch)
   EXPECT_FALSE(results_are_shown());
 }
 
-TEST_F(UnlistedKeysTest, TheKeyboardGoesToTheSearchWhenTheLastMarkedSpeciesGoes)
+TEST_F(UnlistedKeysTest, TheFocusGoesToTheSearchWhenTheLastMarkedSpeciesIsRemoved)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);

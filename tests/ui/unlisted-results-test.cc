@@ -67,7 +67,7 @@ TEST_F(UnlistedResultsTest, TheCursorStaysOnASpeciesThatIsStillFound)
 }
 
 // Another row was never chosen by the diver, who would mark it without having looked.
-TEST_F(UnlistedResultsTest, WithoutItsSpeciesTheCursorGoesToNoOther)
+TEST_F(UnlistedResultsTest, TheCursorDoesNotGoToAnotherSpecies)
 {
   open_page();
   search("l");
@@ -84,7 +84,7 @@ TEST_F(UnlistedResultsTest, WithoutItsSpeciesTheCursorGoesToNoOther)
   EXPECT_EQ(-1, window->abundance_target);
 }
 
-TEST_F(UnlistedResultsTest, TheKeyboardComesToTheFirstRowOfResultsWithoutACursor)
+TEST_F(UnlistedResultsTest, TheFocusGoesToTheFirstRowOfResultsWithoutACursor)
 {
   open_page();
   search("l");
@@ -96,7 +96,7 @@ TEST_F(UnlistedResultsTest, TheKeyboardComesToTheFirstRowOfResultsWithoutACursor
   EXPECT_EQ("0", cursor_path(results()).to_string());
 }
 
-TEST_F(UnlistedResultsTest, TypingKeepsTheKeyboardOverNewResults)
+TEST_F(UnlistedResultsTest, TypingKeepsTheFocusWithNewResults)
 {
   open_page();
   search("l");
@@ -124,7 +124,7 @@ TEST_F(UnlistedResultsTest, NewResultsStartAtTheTopWhereverTheCursorIs)
   EXPECT_EQ(species, species_at_cursor());
 }
 
-TEST_F(UnlistedResultsTest, FamiliesThatWereFoldedAreUnfoldedByTheNextSearch)
+TEST_F(UnlistedResultsTest, TheNextSearchExpandsCollapsedFamilies)
 {
   open_page();
   search("l");
@@ -136,7 +136,7 @@ TEST_F(UnlistedResultsTest, FamiliesThatWereFoldedAreUnfoldedByTheNextSearch)
   EXPECT_TRUE(results().row_expanded(Gtk::TreePath("0")));
 }
 
-TEST_F(UnlistedResultsTest, MarksShowInAllTreesOverNewResults)
+TEST_F(UnlistedResultsTest, MarksAreShownInAllTreesWithNewResults)
 {
   open_page();
   search("l");
@@ -165,7 +165,7 @@ TEST_F(UnlistedResultsTest, MarksShowInAllTreesOverNewResults)
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = Few (2-10)\n", rows(panel().selected_filter));
 }
 
-TEST_F(UnlistedResultsTest, MarksShowInAllTreesOverAnotherView)
+TEST_F(UnlistedResultsTest, MarksAreShownInAllTreesWithAnotherView)
 {
   application_dir.file("species-views.csv",
                        "viewid,speciesid,familyid\n1,10,F1\n1,11,F2\n2,10,F1\n2,12,F2\n");

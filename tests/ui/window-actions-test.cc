@@ -110,7 +110,7 @@ TEST_F(WindowActions, AreThoseOfTheTable)
   EXPECT_FALSE(window->toggle_actions["ViewToolbar"]->get_active());
 }
 
-TEST_F(WindowActions, StandInTheMenuBarInTheirOrder)
+TEST_F(WindowActions, AreInTheMenuBarInTheirOrder)
 {
   auto* bar = dynamic_cast<Gtk::MenuBar*>(window->menubar);
   ASSERT_NE(nullptr, bar);
@@ -145,7 +145,7 @@ TEST_F(WindowActions, StandInTheMenuBarInTheirOrder)
   EXPECT_FALSE(window->actions["ViewMenu"]->get_visible());
 }
 
-TEST_F(WindowActions, HaveAToolbarBelowTheMenusOutOfSight)
+TEST_F(WindowActions, HaveAHiddenToolbarBelowTheMenus)
 {
   ASSERT_NE(nullptr, window->toolbar);
   EXPECT_FALSE(window->toolbar->get_visible());
@@ -159,7 +159,7 @@ TEST_F(WindowActions, HaveAToolbarBelowTheMenusOutOfSight)
       tools);
 }
 
-TEST_F(WindowActions, CanBeTurnedOffAndTickedByName)
+TEST_F(WindowActions, CanBeDisabledAndCheckedByName)
 {
   window->menuitem_enable("FileQuit", false);
   EXPECT_FALSE(window->actions["FileQuit"]->get_sensitive());
@@ -169,7 +169,7 @@ TEST_F(WindowActions, CanBeTurnedOffAndTickedByName)
   EXPECT_TRUE(window->toggle_actions["ViewToolbar"]->get_active());
 }
 
-TEST_F(WindowActions, ShowAndHideTheToolbarAndSaySo)
+TEST_F(WindowActions, ShowAndHideTheToolbarAndTraceIt)
 {
   const auto toggle = [&] { activate("ViewToolbar"); };
   EXPECT_EQ("ViewToolbar() - now TRUE\n", output_of(toggle));
@@ -178,7 +178,7 @@ TEST_F(WindowActions, ShowAndHideTheToolbarAndSaySo)
   EXPECT_FALSE(window->toolbar->get_visible());
 }
 
-TEST_F(WindowActions, OnlyPrintWhileTheyAreUnfinished)
+TEST_F(WindowActions, OnlyPrintIfTheyAreUnfinished)
 {
   for (const std::string name : {"EditCut", "EditCopy", "EditPaste"})
     EXPECT_EQ("unimplemented menu action " + name + "\n",
@@ -241,7 +241,7 @@ TEST_F(WindowActions, SaveIntoTheDirectoryOfTheirName)
       file_exists(application_dir.root + "/store/Ready To Upload/PNW-00000000-0000.MAVO-Survey"));
 }
 
-TEST_F(WindowActions, AskBeforeAChangedSurveyGoes)
+TEST_F(WindowActions, AskBeforeAChangedSurveyIsClosed)
 {
   choose_subregion("Northwest");
   const struct {
@@ -299,7 +299,7 @@ TEST_F(WindowActions, ShowTheShippedHelpTexts)
   }
 }
 
-TEST_F(WindowActions, SayWhichHelpFileCannotBeRead)
+TEST_F(WindowActions, ReportAHelpFileThatCannotBeRead)
 {
   const struct {
     const char *action, *file, *message;
@@ -320,7 +320,7 @@ TEST_F(WindowActions, SayWhichHelpFileCannotBeRead)
   }
 }
 
-TEST_F(WindowActions, SayWhichHelpFileIsNotMarkup)
+TEST_F(WindowActions, ReportAHelpFileThatIsNotMarkup)
 {
   const char* const bad_texts[] = {"<b>never closed", "Salt & pepper", "not \xff text"};
   for (const char* text : bad_texts) {
@@ -337,7 +337,7 @@ TEST_F(WindowActions, SayWhichHelpFileIsNotMarkup)
   }
 }
 
-TEST_F(WindowActions, ShowAnEmptyHelpFileAsItIs)
+TEST_F(WindowActions, ShowAnEmptyHelpFile)
 {
   replace_resource("instructions.txt", "");
   answer_next_dialog(Gtk::RESPONSE_CLOSE, [&] { activate("HelpInstructions"); });
@@ -366,7 +366,7 @@ TEST_F(WindowActions, CanShowADialogAgain)
       answer_next_dialog(response, [&] { activate(action); });
 }
 
-TEST_F(WindowActions, OfTheServerTellWhyTheyCannotBegin)
+TEST_F(WindowActions, OfTheServerExplainWhyTheyCannotStart)
 {
   const std::vector<std::pair<const char*, const char*>> cases = {
       {"FileUploadThis", "Can't upload yet"},

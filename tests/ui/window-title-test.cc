@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(WindowTitle, HoldsDateStartSiteAndProgramAsFarAsTheyAreKnown)
+TEST(WindowTitle, HasDateStartSiteAndProgramIfTheyAreKnown)
 {
   const struct {
     const char* why;
@@ -27,7 +27,7 @@ TEST(WindowTitle, HoldsDateStartSiteAndProgramAsFarAsTheyAreKnown)
         << c.why;
 }
 
-TEST(WindowTitle, OfAWindowWithoutTitleIsTheRestAlone)
+TEST(WindowTitle, OfAWindowWithoutATitleIsTheRest)
 {
   EXPECT_EQ("2021-06-30 - ", window_title(2021, 6, 30, "", "", "").raw());
   EXPECT_EQ("", window_title(0, 0, 0, "", "", "").raw());

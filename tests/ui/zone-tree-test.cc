@@ -98,7 +98,7 @@ TEST(ZoneOfSubregion, DividesOnlyThePacificAndByItsFirstDigit)
         << c.code << " " << c.region << " " << c.subregion;
 }
 
-TEST(ZoneTree, HangsEachZoneFromTheOneWhoseCodeItExtends)
+TEST(ZoneTree, MakesEachZoneAChildOfTheOneWhoseCodeItExtends)
 {
   EXPECT_EQ("1: Southern Caribbean\n"
             "  1001: Aruba\n"
@@ -118,7 +118,7 @@ TEST(ZoneTree, IsEmptyWithoutZones)
   EXPECT_EQ("", tree({}, "reef"));
 }
 
-TEST(ZoneTree, HangsAZoneWithoutItsParentFromTheNearestListedAncestor)
+TEST(ZoneTree, MakesAZoneWithoutItsParentAChildOfTheNearestListedAncestor)
 {
   EXPECT_EQ(
       "1: Southern Caribbean\n"
@@ -127,7 +127,7 @@ TEST(ZoneTree, HangsAZoneWithoutItsParentFromTheNearestListedAncestor)
       tree({{1, "Southern Caribbean"}, {10010001, "Antilla Wreck"}, {20010001, "Molasses Reef"}}));
 }
 
-TEST(ZoneTree, ComesOutFlatWhenTheFileIsSortedByNumber)
+TEST(ZoneTree, IsFlatIfTheFileIsSortedByNumber)
 {
   EXPECT_EQ("1: Southern Caribbean\n"
             "2: Florida\n"
@@ -141,7 +141,7 @@ TEST(ZoneTree, ComesOutFlatWhenTheFileIsSortedByNumber)
                   {10010001, "Antilla Wreck"}}));
 }
 
-TEST(ZoneTree, TakesACompleteZoneForALeaf)
+TEST(ZoneTree, TreatsACompleteZoneAsALeaf)
 {
   // A longer code belongs to the district, not to the zone that it extends.
   EXPECT_EQ("1001: Aruba\n"
@@ -162,7 +162,7 @@ TEST(ZoneTree, ListsARepeatedZoneBesideItself)
             tree({{1001, "Aruba"}, {1001, "Aruba"}, {10010001, "Antilla Wreck"}}));
 }
 
-TEST(ZoneTree, SurvivesNumbersThatAreNoCodes)
+TEST(ZoneTree, AcceptsNumbersThatAreNotCodes)
 {
   EXPECT_EQ(
       "0: No number\n-5: Below zero\n  -51: Further below\n2147483647: Largest\n",
@@ -214,13 +214,13 @@ TEST(ZoneSearch, ShowsACommonAncestorOnce)
             tree(caribbean, "reef"));
 }
 
-TEST(ZoneSearch, KeepsTheChildrenOfAMatchOutUnlessTheyMatch)
+TEST(ZoneSearch, OmitsTheChildrenOfAMatchUnlessTheyMatch)
 {
   EXPECT_EQ("1: Southern Caribbean\n  1001: Aruba\n", tree(caribbean, "aruba"));
   EXPECT_EQ("2: Florida\n  2001: Florida Keys\n", tree(caribbean, "florida"));
 }
 
-TEST(ZoneSearch, FindsNothingWhereNothingMatches)
+TEST(ZoneSearch, FindsNothingIfNothingMatches)
 {
   EXPECT_EQ("", tree(caribbean, "atlantis"));
 }
@@ -233,19 +233,19 @@ TEST(ZoneSearch, IgnoresCaseAndBlanksAround)
   EXPECT_EQ("1: A  b\n", tree({{1, "A  b"}, {2, "A b"}}, "a  b"));
 }
 
-TEST(ZoneSearch, TakesTheSearchForPlainWords)
+TEST(ZoneSearch, TreatsTheSearchAsPlainText)
 {
   EXPECT_EQ("", tree(caribbean, ".*"));
   EXPECT_EQ("1: Rock (north)\n", tree({{1, "Rock (north)"}, {2, "Rock"}}, "(n"));
 }
 
-TEST(ZoneSearch, BringsInACompleteZoneForALongerCodeThatMatches)
+TEST(ZoneSearch, IncludesACompleteZoneForALongerCodeThatMatches)
 {
   EXPECT_EQ("10010001: Antilla Wreck\n  100100012: Antilla Stern\n",
             tree({{10010001, "Antilla Wreck"}, {100100012, "Antilla Stern"}}, "stern"));
 }
 
-TEST(ZoneSearch, LooksAtTheZonesOfTheSubregionOnly)
+TEST(ZoneSearch, SearchesOnlyTheZonesOfTheSubregion)
 {
   EXPECT_EQ("", tree(pacific, "cove", {"PAC", "PNW"}));
   EXPECT_EQ("4: California\n  4010: San Diego\n    40100010: La Jolla Cove\n",
