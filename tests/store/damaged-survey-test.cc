@@ -148,7 +148,7 @@ Contents contents_of(const std::string& path)
 
 } // namespace
 
-TEST_F(DamagedSurvey, IsDescribedOrToldOfOnce)
+TEST_F(DamagedSurvey, IsDescribedOrReportedOnce)
 {
   const std::string survey = SurveyFile().text();
   constexpr int count = 2000;

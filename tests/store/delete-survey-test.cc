@@ -46,7 +46,7 @@ TEST_F(DeleteSurvey, AsksAndThenRemovesTheFile)
   EXPECT_EQ("In Progress (none)", first.get_value(window->start_panel->columns.description));
 }
 
-TEST_F(DeleteSurvey, ShowsADescriptionWithMarkupCharactersAsItStands)
+TEST_F(DeleteSurvey, ShowsADescriptionWithMarkupCharactersLiterally)
 {
   const std::string path =
       put(SurveyFile().with("member_id", "<member_id>&lt;7&gt; &amp;</member_id>").text());
@@ -64,7 +64,7 @@ TEST_F(DeleteSurvey, KeepsTheFileOnAnyOtherAnswer)
   }
 }
 
-TEST_F(DeleteSurvey, RefusesAFileThatIsNoSurvey)
+TEST_F(DeleteSurvey, RefusesAFileThatIsNotASurvey)
 {
   const std::string path = put("a <note>");
   const SeenDialog seen = answer_next_dialog(
@@ -74,7 +74,7 @@ TEST_F(DeleteSurvey, RefusesAFileThatIsNoSurvey)
   EXPECT_TRUE(file_exists(path));
 }
 
-TEST_F(DeleteSurvey, TellsIfTheFileCannotBeRemoved)
+TEST_F(DeleteSurvey, ReportsAFileThatCannotBeRemoved)
 {
   const std::string path = put(SurveyFile().text());
   // While the question stands, the file goes away behind the program's back.
@@ -120,7 +120,7 @@ TEST_F(DeleteSurvey, DoesNothingWhenItsDialogIsCancelled)
   EXPECT_TRUE(file_exists(path));
 }
 
-TEST_F(DeleteSurvey, LeavesTheSurveyInTheWindowToBeSavedAgain)
+TEST_F(DeleteSurvey, KeepsTheSurveyInTheWindowSoThatItCanBeSavedAgain)
 {
   enter_survey();
   save_quietly(*window, MyApp::WD_IN_PROGRESS);

@@ -28,7 +28,7 @@ public:
 
 } // namespace
 
-TEST_F(FileIdentity, IsThatOfThePlaceHoweverItIsSpelled)
+TEST_F(FileIdentity, IsTheSameForAllSpellingsOfAPath)
 {
   const std::string file = base + "store/file";
   for (const char* const spelling : {"store/file", "link/file", "store/./file", "store//file",
@@ -40,7 +40,7 @@ TEST_F(FileIdentity, IsThatOfThePlaceHoweverItIsSpelled)
   }
 }
 
-TEST_F(FileIdentity, IsKnownOfAPlaceWhereNoFileIsYet)
+TEST_F(FileIdentity, IsDefinedForAPathWithoutAFile)
 {
   EXPECT_TRUE(same_place(base + "store/new", base + "link/new"));
   EXPECT_TRUE(same_place(base + "store/none/new", base + "link/none/./new"));
@@ -50,7 +50,7 @@ TEST_F(FileIdentity, IsKnownOfAPlaceWhereNoFileIsYet)
   EXPECT_FALSE(same_place("", base + "store"));
 }
 
-TEST_F(FileIdentity, TellsNeighboursApart)
+TEST_F(FileIdentity, DistinguishesNeighbours)
 {
   write_file(base + "store2/file", "words");
   EXPECT_FALSE(same_place(base + "store/file", base + "store2/file"));
@@ -60,7 +60,7 @@ TEST_F(FileIdentity, TellsNeighboursApart)
   EXPECT_FALSE(leads_into(base + "store", base + "store"));
 }
 
-TEST_F(FileIdentity, BelongsToADirectoryByItsSpellingOrByItsPlace)
+TEST_F(FileIdentity, BelongsToADirectoryByItsSpellingOrByItsTarget)
 {
   write_file(base + "elsewhere", "words");
   fs::create_symlink(base + "elsewhere", base + "store/link");

@@ -107,7 +107,7 @@ std::string billion_laughs()
 
 } // namespace
 
-TEST_F(ForeignFiles, AreSurveysInWhateverEncodingAndUnderWhateverName)
+TEST_F(ForeignFiles, AreSurveysInAnyEncodingAndWithAnyName)
 {
   const std::string text = SurveyFile().text();
   std::string text_16 = text;
@@ -131,7 +131,7 @@ TEST_F(ForeignFiles, AreSurveysInWhateverEncodingAndUnderWhateverName)
   }
 }
 
-TEST_F(ForeignFiles, MayNameTextsOfTheirOwn)
+TEST_F(ForeignFiles, MayDefineTheirOwnEntities)
 {
   const std::string path = put(with_entity("<!ENTITY me 'Smith'>", "Mr &me; &amp; co"));
   EXPECT_EQ(description, describe(path));
@@ -139,7 +139,7 @@ TEST_F(ForeignFiles, MayNameTextsOfTheirOwn)
   EXPECT_EQ("Mr Smith & co", window->member_panel->get_last_name());
 }
 
-TEST_F(ForeignFiles, NeverDrawTextFromOtherFiles)
+TEST_F(ForeignFiles, NeverIncludeTextFromOtherFiles)
 {
   const std::string refusal = "Survey draws text from other files, which are not read";
   for (const std::string& target : {pipe, secret, std::string("/etc/hostname")}) {
@@ -173,7 +173,7 @@ TEST_F(ForeignFiles, AreReadWithoutTheirDocumentTypeAndInclusions)
   EXPECT_EQ("", window->member_panel->get_last_name());
 }
 
-TEST_F(ForeignFiles, OfAnySizeEndQuicklyAndTakeLittleMemory)
+TEST_F(ForeignFiles, OfAnySizeTakeLittleTimeAndMemory)
 {
   std::string noise;
   for (std::size_t i = 0; i < 50'000'000; ++i)
@@ -202,7 +202,7 @@ TEST_F(ForeignFiles, OfAnySizeEndQuicklyAndTakeLittleMemory)
   EXPECT_GT(200L * 1024 + memory_kept_back_kb, memory_peak_kb() - memory);
 }
 
-TEST_F(ForeignFiles, ThatAreNoFilesAreRefused)
+TEST_F(ForeignFiles, ThatAreNotRegularAreRefused)
 {
   fs::create_directory(place("directory"));
   fs::create_symlink("/nowhere", place("dangling"));
@@ -224,7 +224,7 @@ TEST_F(ForeignFiles, ThatAreNoFilesAreRefused)
   EXPECT_EQ("", said) << "what is no file is passed over";
 }
 
-TEST_F(ForeignFiles, StandInTheListWithoutDisturbingTheSurveys)
+TEST_F(ForeignFiles, AreInTheListAndDoNotDisturbTheSurveys)
 {
   put(SurveyFile().text(), "good");
   put("buy bread", "note.txt");
@@ -300,7 +300,7 @@ public:
 
 } // namespace
 
-TEST_F(NextSurvey, LeavesOneWindowBehindOnEveryRoad)
+TEST_F(NextSurvey, LeavesOneWindowInEveryCase)
 {
   const std::string good = put(SurveyFile().text(), "good.MAVO-Survey");
   const std::string bad = put("a note", "bad.MAVO-Survey");

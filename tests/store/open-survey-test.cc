@@ -61,7 +61,7 @@ public:
 
 } // namespace
 
-TEST_F(OpenSurvey, BringsBackAllThatWasSaved)
+TEST_F(OpenSurvey, RestoresEverythingThatWasSaved)
 {
   const std::string path = put(SurveyFile().text());
   open(path);
@@ -91,7 +91,7 @@ TEST_F(OpenSurvey, BringsBackAllThatWasSaved)
   EXPECT_EQ("", window->survey.file_etag);
 }
 
-TEST_F(OpenSurvey, ShowsTheConfirmationPageAndCountsAsUnchanged)
+TEST_F(OpenSurvey, ShowsTheConfirmationPageAndIsUnchanged)
 {
   open(SurveyFile());
   EXPECT_EQ(window->confirm_panel->page, window->notebook->get_current_page());
@@ -101,7 +101,7 @@ TEST_F(OpenSurvey, ShowsTheConfirmationPageAndCountsAsUnchanged)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(OpenSurvey, UnfoldsAndLabelsMarkedSpecies)
+TEST_F(OpenSurvey, ExpandsAndLabelsMarkedSpecies)
 {
   open(SurveyFile());
   const auto& columns = window->species_columns;
@@ -117,7 +117,7 @@ TEST_F(OpenSurvey, UnfoldsAndLabelsMarkedSpecies)
   EXPECT_EQ(0, window->survey.abundances.at(11)); // every row has its entry now
 }
 
-TEST_F(OpenSurvey, KnowsAnUploadedSurveyByAnySpellingOfItsPlace)
+TEST_F(OpenSurvey, RecognisesAnUploadedSurveyByAnySpellingOfItsPath)
 {
   const std::string link = application_dir.root + "/link";
   const std::string path = put(SurveyFile().text(), MyApp::WD_UPLOADED);
@@ -140,7 +140,7 @@ TEST_F(OpenSurvey, KnowsAnUploadedSurveyByAnySpellingOfItsPlace)
   EXPECT_FALSE(window->survey.is_uploaded);
 }
 
-TEST_F(OpenSurvey, SavesIntoTheSameFileHoweverItsPlaceWasSpelled)
+TEST_F(OpenSurvey, SavesToTheSameFileForAnySpellingOfItsPath)
 {
   const std::string link = application_dir.root + "/link";
   const std::string path = put(SurveyFile().text(), MyApp::WD_IN_PROGRESS, natural_name);
@@ -159,7 +159,7 @@ TEST_F(OpenSurvey, SavesIntoTheSameFileHoweverItsPlaceWasSpelled)
   EXPECT_FALSE(file_exists(path)) << "it has changed its state";
 }
 
-TEST_F(OpenSurvey, WritesAnOlderRootTagBackAsTheNewOne)
+TEST_F(OpenSurvey, ReplacesAnOlderRootTagByTheNewOne)
 {
   const std::string path =
       put(SurveyFile().as("MAVO_Fish_Survey", "0.2").text(), MyApp::WD_IN_PROGRESS, natural_name);
@@ -168,7 +168,7 @@ TEST_F(OpenSurvey, WritesAnOlderRootTagBackAsTheNewOne)
   EXPECT_NE(std::string::npos, read_file(path).find("<MAVO-Survey version=\"1.0\""));
 }
 
-TEST_F(OpenSurvey, TakesVersionsFromTheOldestToTheNextMajor)
+TEST_F(OpenSurvey, AcceptsVersionsFromTheOldestToTheNextMajor)
 {
   for (const char* version : {"0.2", "0.9", "1.0", "1.7", "1.9"}) {
     SCOPED_TRACE(version);
@@ -176,7 +176,7 @@ TEST_F(OpenSurvey, TakesVersionsFromTheOldestToTheNextMajor)
   }
 }
 
-TEST_F(OpenSurvey, SaysWhyAFileIsNoSurveyThatItCanRead)
+TEST_F(OpenSurvey, ExplainsWhyItCannotReadAFile)
 {
   const std::string in_root = "<MAVO-Survey version=\"1.0\">";
   const struct {
@@ -197,7 +197,7 @@ TEST_F(OpenSurvey, SaysWhyAFileIsNoSurveyThatItCanRead)
     EXPECT_EQ(c.expected, failure_of(c.text));
 }
 
-TEST_F(OpenSurvey, SaysWhatElementIsWrong)
+TEST_F(OpenSurvey, NamesTheWrongElement)
 {
   const SurveyFile good;
   const struct {
@@ -229,7 +229,7 @@ TEST_F(OpenSurvey, SaysWhatElementIsWrong)
     EXPECT_EQ(c.expected, failure_of(c.file.text()));
 }
 
-TEST_F(OpenSurvey, TellsOfAFileThatIsNotXmlOrNotThere)
+TEST_F(OpenSurvey, ReportsAFileThatIsNotXmlOrMissing)
 {
   EXPECT_NE("", failure_of("this is a note\n"));
   EXPECT_NE("", failure_of(""));
@@ -240,7 +240,7 @@ TEST_F(OpenSurvey, TellsOfAFileThatIsNotXmlOrNotThere)
   EXPECT_NE(std::string::npos, seen.text.raw().find("/no <such> & file: ")) << seen.text;
 }
 
-TEST_F(OpenSurvey, LoadsAZeroAbundanceAndDoesNotWriteItBack)
+TEST_F(OpenSurvey, ReadsAZeroAbundanceAndDoesNotWriteIt)
 {
   open(SurveyFile().with("ids", "<ids><species id=\"10\" abun=\"0\"/>"
                                 "<species id=\"11\" abun=\"1\"/></ids>"));
@@ -249,21 +249,21 @@ TEST_F(OpenSurvey, LoadsAZeroAbundanceAndDoesNotWriteItBack)
   EXPECT_NE(std::string::npos, window->survey.xml_current.raw().find("id=\"0011\""));
 }
 
-TEST_F(OpenSurvey, LetsTheLastOfARepeatedSpeciesStand)
+TEST_F(OpenSurvey, KeepsTheLastOfARepeatedSpecies)
 {
   open(SurveyFile().with("ids", "<ids><species id=\"10\" abun=\"1\"/>"
                                 "<species id=\"10\" abun=\"2\"/></ids>"));
   EXPECT_EQ(2, window->survey.abundances.at(10));
 }
 
-TEST_F(OpenSurvey, LeavesTheConfirmationOffWithoutTheAttribute)
+TEST_F(OpenSurvey, DoesNotConfirmTheBottomTimeWithoutTheAttribute)
 {
   open(SurveyFile().with("bottom_time", "<bottom_time>130</bottom_time>"));
   EXPECT_FALSE(window->confirm_panel->confirm_bottom_time->get_active());
   EXPECT_EQ("130", window->survey_panel2->bottom_time->get_text());
 }
 
-TEST_F(OpenSurvey, TakesAnyUnitButCAsFahrenheit)
+TEST_F(OpenSurvey, TreatsAnyUnitExceptCAsFahrenheit)
 {
   const struct {
     const char* text;
@@ -275,14 +275,14 @@ TEST_F(OpenSurvey, TakesAnyUnitButCAsFahrenheit)
   }
 }
 
-TEST_F(OpenSurvey, TakesTheOneDepthOfOlderFilesAsTheMaximumInTheNorthwest)
+TEST_F(OpenSurvey, TreatsTheSingleDepthOfOlderFilesAsTheMaximumInTheNorthwest)
 {
   open(SurveyFile().with("avg_depth", "").with("max_depth", "<depth>3</depth>"));
   EXPECT_EQ("Deep", window->survey_panel2->max_depth->get_label());
   EXPECT_EQ(-1, window->survey_panel2->avg_depth->get_id());
 }
 
-TEST_F(OpenSurvey, TakesTheOneDepthOfOlderFilesAsTheAverageElsewhere)
+TEST_F(OpenSurvey, TreatsTheSingleDepthOfOlderFilesAsTheAverageElsewhere)
 {
   open(SurveyFile()
            .with("subregion", "<subregion>FLA</subregion>")
@@ -302,7 +302,7 @@ TEST_F(OpenSurvey, ToleratesMissingElements)
   EXPECT_FALSE(window->file_needs_saving());
 }
 
-TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheList)
+TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheList)
 {
   const DropDownBox& year = *window->survey_panel1->year;
   const std::string range = year.items.back().second + " to " + year.items.front().second;
@@ -331,7 +331,7 @@ TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheList)
   }
 }
 
-TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheListAlsoIfTheListIsEmpty)
+TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheListAlsoIfTheListIsEmpty)
 {
   const std::string path = put(SurveyFile().text());
   create_window();
@@ -342,7 +342,7 @@ TEST_F(OpenSurvey, SaysThatTheYearIsNotInTheListAlsoIfTheListIsEmpty)
       << seen.text;
 }
 
-TEST_F(OpenSurvey, SaysNothingOfAYearThatWasNotChosen)
+TEST_F(OpenSurvey, DoesNotReportAYearThatWasNotChosen)
 {
   for (const char* const element : {"<year>0000</year>", "<year/>", "<year> \n </year>", ""}) {
     SCOPED_TRACE(element);
@@ -400,7 +400,7 @@ TEST_F(SurveyOfAnUnlistedYear, IsNotSavedIfTheUserRefuses)
   }
 }
 
-TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAYearIfTheUserAgreesAndThenAsksNoMore)
+TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAYearIfTheUserAgreesAndAsksOnlyOnce)
 {
   EXPECT_EQ(RET_SUCCESS, save_and_answer(Gtk::RESPONSE_ACCEPT));
   const std::string saved = read_file(path_of(in_progress, "1234-PNW-00000630-0900-31020003"));
@@ -409,7 +409,7 @@ TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAYearIfTheUserAgreesAndThenAsksNoMo
   expect_no_dialog([&] { save_quietly(*window, in_progress); });
 }
 
-TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAQuestionOnceAYearIsChosen)
+TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAQuestionIfAYearIsChosen)
 {
   choose(*window->survey_panel1->year, "2021");
   expect_no_dialog([&] { save_quietly(*window, in_progress); });
@@ -427,7 +427,7 @@ TEST_F(SurveyOfAnUnlistedYear, StaysOpenIfTheUserRefusesToSaveItOnClosing)
   EXPECT_EQ(text, read_file(path));
 }
 
-TEST_F(OpenSurvey, LeavesUnchosenWhatTheDataDoNotOffer)
+TEST_F(OpenSurvey, ChoosesNothingThatTheDataDoNotOffer)
 {
   open(SurveyFile()
            .with("year", "<year>0000</year>")
@@ -450,7 +450,7 @@ TEST_F(OpenSurvey, ShowsAHiddenSurveyTypeAsNoLongerAvailable)
   EXPECT_FALSE(window->survey.survey_complete);
 }
 
-TEST_F(OpenSurvey, KeepsSpeciesThatTheDataDoNotKnowAndWritesThemBack)
+TEST_F(OpenSurvey, KeepsAndWritesSpeciesThatTheDataLack)
 {
   open(SurveyFile().with("ids", "<ids><species id=\"0013\" abun=\"1\"/>"
                                 "<species id=\"7777777\" abun=\"2\"/></ids>"));
@@ -460,7 +460,7 @@ TEST_F(OpenSurvey, KeepsSpeciesThatTheDataDoNotKnowAndWritesThemBack)
   EXPECT_NE(std::string::npos, saved.find("<species id=\"7777777\" abun=\"2\" resp=\"302\"/>"));
 }
 
-TEST_F(OpenSurvey, KeepsTheSpeciesOfASurveyWhoseTypeTheDataDoNotKnow)
+TEST_F(OpenSurvey, KeepsTheSpeciesOfASurveyWhoseTypeTheDataLack)
 {
   open(SurveyFile().with("survey_subtype", "<survey_subtype>55</survey_subtype>"));
   EXPECT_EQ(-1, window->survey_panel1->survey_subtype->get_id());
@@ -494,7 +494,7 @@ TEST_F(OpenSurvey, MakesAnUploadedSurveyReadOnly)
   EXPECT_TRUE(window->survey_panel2->habitat_descr->get_sensitive());
 }
 
-TEST_F(OpenSurvey, LeavesSurveysOfTheOtherStatesEditable)
+TEST_F(OpenSurvey, KeepsSurveysOfTheOtherStatesEditable)
 {
   for (const auto which : {MyApp::WD_IN_PROGRESS, MyApp::WD_READY_TO_UPLOAD}) {
     open(put(SurveyFile().text(), which));
@@ -504,7 +504,7 @@ TEST_F(OpenSurvey, LeavesSurveysOfTheOtherStatesEditable)
   }
 }
 
-TEST_F(OpenSurvey, FailsSavingAnUploadedSurveyAndLetsItGoByNo)
+TEST_F(OpenSurvey, CannotSaveAnUploadedSurveyAndDiscardsItByNo)
 {
   open(put(SurveyFile().text(), MyApp::WD_UPLOADED));
   choose(*window->listed_panel->species_view, "Common");
@@ -533,7 +533,7 @@ void choose_file(Gtk::Dialog& dialog, const std::string& path)
 
 } // namespace
 
-TEST_F(OpenSurvey, OpensTheChosenFileInAWindowOfItsOwn)
+TEST_F(OpenSurvey, OpensTheChosenFileInANewWindow)
 {
   const std::string path = put(SurveyFile().text());
   SurveyWindow* const old = window;
@@ -567,7 +567,7 @@ TEST_F(OpenSurvey, OffersSurveysOfBothNamingsInTheDialog)
   EXPECT_TRUE(window->get_visible());
 }
 
-TEST_F(OpenSurvey, LeavesEverythingAsItWasWhenTheQuestionIsCancelled)
+TEST_F(OpenSurvey, ChangesNothingWhenTheQuestionIsCancelled)
 {
   enter_survey();
   answer_next_dialog(Gtk::RESPONSE_CANCEL,
@@ -603,7 +603,7 @@ TEST_F(OpenSurvey, DescribesASurveyInThePreviewAndNothingElse)
       [&] { window->select_and_open_saved_survey(); });
 }
 
-TEST_F(OpenSurvey, LeavesNoHiddenWindowBehindThatKeepsTheProgramAlive)
+TEST_F(OpenSurvey, LeavesNoHiddenWindowThatKeepsTheProgramAlive)
 {
   const std::string path = put("not a survey");
   const auto windows_before = my_app->app->get_windows().size();

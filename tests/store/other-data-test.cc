@@ -69,7 +69,7 @@ TEST_F(SurveyOfOtherData, KeepsAZoneThatIsNotKnown)
   EXPECT_TRUE(contains(saved_again(), "<zonecode>77770001</zonecode>"));
 }
 
-TEST_F(SurveyOfOtherData, KeepsAPlaceThatTakesNoNewSurveys)
+TEST_F(SurveyOfOtherData, KeepsALocationThatOffersNoNewSurveys)
 {
   open(SurveyFile()
            .with("subregion", "<subregion>OLD</subregion>")
@@ -113,7 +113,7 @@ TEST_F(SurveyOfOtherData, OfAnUnknownTypeIsShownButNeverWrittenWithoutItsSpecies
   EXPECT_EQ(file.text(), read_file(path));
 }
 
-TEST_F(SurveyOfOtherData, WithASpeciesNumberBeyondAllNumbersIsRefused)
+TEST_F(SurveyOfOtherData, WithASpeciesIdBeyondTheRangeIsRefused)
 {
   create_window();
   const std::string path = put(SurveyFile().with(

@@ -122,7 +122,7 @@ TEST_F(ReadOnlyStore, RefusesAFirstSaveIfItsDirectoryCannotBeMade)
   EXPECT_EQ(window->survey.xml_current.raw(), read_file(window->survey.filename));
 }
 
-TEST_F(ReadOnlyStore, TakesANewVersionOfAFileThatMayBeWritten)
+TEST_F(ReadOnlyStore, WritesANewVersionOfAWritableFile)
 {
   save_and_change();
   with(directory(in_progress), read_only, [&] { save_quietly(*window, in_progress); });
@@ -131,7 +131,7 @@ TEST_F(ReadOnlyStore, TakesANewVersionOfAFileThatMayBeWritten)
   EXPECT_FALSE(window->file_needs_saving());
 }
 
-TEST_F(ReadOnlyStore, KeepsAFileThatMayNotBeWritten)
+TEST_F(ReadOnlyStore, KeepsAFileThatIsNotWritable)
 {
   for (const auto rights : {fs::perms(0444), closed}) {
     save_and_change();
@@ -140,7 +140,7 @@ TEST_F(ReadOnlyStore, KeepsAFileThatMayNotBeWritten)
   }
 }
 
-TEST_F(ReadOnlyStore, KeepsASurveyInItsStateIfTheNextOneTakesNone)
+TEST_F(ReadOnlyStore, KeepsASurveyInItsStateIfTheNextOneIsNotWritable)
 {
   save_and_change();
   expect_refused_save(ready, directory(ready), read_only);
@@ -248,7 +248,7 @@ TEST_F(ReadOnlyStore, MovesASurveyThatCannotBeRead)
   EXPECT_EQ((Files{{path_of(ready, natural_name), old_text}}), files());
 }
 
-TEST_F(ReadOnlyStore, ShowsWhichSurveysAndStatesItMayNotRead)
+TEST_F(ReadOnlyStore, ShowsUnreadableSurveysAndStates)
 {
   save_and_change();
   const auto& columns = window->start_panel->columns;

@@ -62,7 +62,7 @@ std::string words_of_species(const Survey& survey)
 
 } // namespace
 
-TEST(ReadSurvey, TakesEveryFieldFromItsElement)
+TEST(ReadSurvey, ReadsEveryFieldFromItsElement)
 {
   const Survey survey = read("<member_id>1234</member_id><last_name> N </last_name>\n"
                              "<subregion>PNW</subregion><survey_subtype>3</survey_subtype>"
@@ -96,7 +96,7 @@ TEST(ReadSurvey, TakesEveryFieldFromItsElement)
   EXPECT_EQ(7, survey.species_view);
 }
 
-TEST(ReadSurvey, LeavesWhatIsAbsentAsInANewSurvey)
+TEST(ReadSurvey, KeepsTheValueOfANewSurveyForAMissingElement)
 {
   const Survey survey = read("");
   const Survey fresh;
@@ -106,7 +106,7 @@ TEST(ReadSurvey, LeavesWhatIsAbsentAsInANewSurvey)
   EXPECT_TRUE(survey.species.empty());
 }
 
-TEST(ReadSurvey, TakesTheLastOfElementsThatComeTwice)
+TEST(ReadSurvey, UsesTheLastOfDuplicateElements)
 {
   const Survey survey = read("<year>2020</year><bottom_time confirmed='1'>5</bottom_time>"
                              "<year>2021</year><bottom_time>6</bottom_time>");
@@ -124,14 +124,14 @@ TEST(ReadSurvey, ListsTheSpeciesByIdWithTheLastAbundanceOfEach)
                                   "<species id='21' abun='2' resp='302'/></ids>")));
 }
 
-TEST(ReadSurvey, TakesAnyUnitButCelsiusForFahrenheit)
+TEST(ReadSurvey, TreatsAnyUnitExceptCelsiusAsFahrenheit)
 {
   for (const char* unit : {"F", "K", "c", "", "Celsius"})
     EXPECT_EQ("F", read("<temp_units>" + std::string(unit) + "</temp_units>").temp_units) << unit;
   EXPECT_EQ("C", read("<temp_units>C</temp_units>").temp_units);
 }
 
-TEST(ReadSurvey, TakesTheOneDepthOfAnOlderSurveyAsItsLocationMeansIt)
+TEST(ReadSurvey, ReadsTheSingleDepthOfAnOlderSurveyByItsLocation)
 {
   const struct {
     const char* why;
@@ -155,7 +155,7 @@ TEST(ReadSurvey, TakesTheOneDepthOfAnOlderSurveyAsItsLocationMeansIt)
   }
 }
 
-TEST(ReadSurvey, SaysWhatIsWrongWithTheFirstWrongElement)
+TEST(ReadSurvey, ReportsTheFirstWrongElement)
 {
   const struct {
     const char* children;
@@ -182,7 +182,7 @@ TEST(ReadSurvey, SaysWhatIsWrongWithTheFirstWrongElement)
     EXPECT_EQ(c.expected, fault(c.children)) << c.children;
 }
 
-TEST(ReadSurvey, SaysWhatIsNoSurvey)
+TEST(ReadSurvey, ReportsAFileThatIsNotASurvey)
 {
   const DataSet directory;
   directory.file("a", "<other/>");
@@ -190,7 +190,7 @@ TEST(ReadSurvey, SaysWhatIsNoSurvey)
   EXPECT_THROW(read_survey(directory.dir + "missing"), Glib::ustring);
 }
 
-TEST(ReadSurveyElements, KeepTheOrderOfTheDocumentUpToWhatIsWrong)
+TEST(ReadSurveyElements, KeepTheOrderOfTheDocumentUpToTheFirstFault)
 {
   const SurveyReading all = elements("<year>2021</year> <ids><species id='7' abun='2'/>"
                                      "<species id='3' abun='0'/></ids>\n<year>x</year>");

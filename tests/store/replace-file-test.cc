@@ -29,7 +29,7 @@ std::ptrdiff_t files_in(const std::string& directory)
 
 } // namespace
 
-TEST(ReplaceFile, WritesNewAndExistingFilesWhole)
+TEST(ReplaceFile, WritesNewAndExistingFilesCompletely)
 {
   const DataSet directory;
   const std::string path = directory.dir + "a b";
@@ -42,7 +42,7 @@ TEST(ReplaceFile, WritesNewAndExistingFilesWhole)
   EXPECT_EQ(1, files_in(directory.dir));
 }
 
-TEST(ReplaceFile, GivesATagThatLetsTheNextWritePass)
+TEST(ReplaceFile, ReturnsATagThatAllowsTheNextWrite)
 {
   const DataSet directory;
   const std::string path = directory.dir + "a";
@@ -66,7 +66,7 @@ TEST(ReplaceFile, RefusesAFileThatHasChangedSinceItsTag)
   EXPECT_EQ("two", read_file(path)) << "without a tag nothing is compared";
 }
 
-TEST(ReplaceFile, WritesAFileThatIsGoneWhateverItsTag)
+TEST(ReplaceFile, WritesAMissingFileWithAnyTag)
 {
   const DataSet directory;
   const std::string path = directory.dir + "a";
@@ -101,7 +101,7 @@ TEST(ReplaceFile, LeavesNoPartOfANewFileWhenTheDiskIsFull)
   EXPECT_EQ(0, files_in(directory.dir));
 }
 
-TEST(ReplaceFile, RefusesWhatIsNoFile)
+TEST(ReplaceFile, RefusesWhatIsNotAFile)
 {
   const DataSet directory;
   fs::create_directory(directory.dir + "d");
@@ -111,7 +111,7 @@ TEST(ReplaceFile, RefusesWhatIsNoFile)
   EXPECT_TRUE(fs::is_directory(directory.dir + "d"));
 }
 
-TEST(ReplaceFile, GivesANewFileTheTagThatTheLibrarySeesAndTheUsersMode)
+TEST(ReplaceFile, CreatesAFileWithTheLibrarysTagAndTheUsersMode)
 {
   const DataSet directory;
   const std::string path = directory.dir + "a";
@@ -123,7 +123,7 @@ TEST(ReplaceFile, GivesANewFileTheTagThatTheLibrarySeesAndTheUsersMode)
   EXPECT_EQ(fs::perms(0640), fs::status(path).permissions());
 }
 
-TEST(ReplaceFile, WritesUnderANameThatIsALinkToNowhere)
+TEST(ReplaceFile, WritesThroughADanglingLink)
 {
   const DataSet directory;
   const std::string path = directory.dir + "a";
@@ -133,7 +133,7 @@ TEST(ReplaceFile, WritesUnderANameThatIsALinkToNowhere)
 }
 
 // Where the library may not put a new file in the place of the old one, it writes into it.
-TEST(ReplaceFile, PutsTheOldFileBackIfTheDiskIsFullWhileItIsOverwritten)
+TEST(ReplaceFile, RestoresTheOldFileIfTheDiskIsFullDuringAnOverwrite)
 {
   const struct {
     const char* why;
@@ -206,7 +206,7 @@ ino_t inode_of(const std::string& path)
 } // namespace
 
 // Where the library cannot make its temporary file, it writes into the old one.
-TEST(ReplaceFile, PutsTheOldFileBackIfNoFileCanBeMadeAndTheDiskIsFull)
+TEST(ReplaceFile, RestoresTheOldFileIfNoFileCanBeCreatedAndTheDiskIsFull)
 {
   const DataSet directory;
   const SmallFileSystem small(directory.dir);

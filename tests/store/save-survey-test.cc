@@ -91,7 +91,7 @@ TEST_F(SaveSurvey, WritesTheDocumentUnderItsNaturalName)
   EXPECT_FALSE(window->file_needs_saving());
 }
 
-TEST_F(SaveSurvey, TakesEveryPartOfTheDocumentFromThePanels)
+TEST_F(SaveSurvey, WritesEveryFieldOfThePanels)
 {
   enter_survey();
   type_member("  1234 ", " Smith & Sons ");
@@ -159,7 +159,7 @@ TEST_F(SaveSurvey, RefusesAnUploadedSurvey)
   EXPECT_EQ(Names(), names_in(ready));
 }
 
-TEST_F(SaveSurvey, AsksForALocationFirstOfAll)
+TEST_F(SaveSurvey, AsksForALocationFirst)
 {
   window->survey.is_uploaded = true;
   EXPECT_EQ("Sorry, you must select a location before you can save a survey!",
@@ -177,7 +177,7 @@ TEST_F(SaveSurvey, WritesTheSameFileEachTime)
   EXPECT_EQ(window->survey.xml_current.raw(), read_file(window->survey.filename));
 }
 
-TEST_F(SaveSurvey, NumbersANewSurveyWhoseNameIsTaken)
+TEST_F(SaveSurvey, NumbersANewSurveyWhoseNameExists)
 {
   const std::string another = SurveyFile().text();
   write_file(path_of(in_progress, natural_name), another);
@@ -197,7 +197,7 @@ TEST_F(SaveSurvey, NumbersANewSurveyWhoseNameIsTaken)
   EXPECT_EQ(another, read_file(path_of(in_progress, natural_name)));
 }
 
-TEST_F(SaveSurvey, MovesBetweenStatesWithoutLeavingACopy)
+TEST_F(SaveSurvey, MovesBetweenStatesWithoutACopy)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -209,7 +209,7 @@ TEST_F(SaveSurvey, MovesBetweenStatesWithoutLeavingACopy)
   EXPECT_EQ(Names(), names_in(ready));
 }
 
-TEST_F(SaveSurvey, KeepsTheOldFileIfItsNameIsTakenInTheNewState)
+TEST_F(SaveSurvey, KeepsTheOldFileIfItsNameExistsInTheNewState)
 {
   write_file(path_of(ready, natural_name), "another");
   enter_survey();
@@ -251,7 +251,7 @@ TEST_F(SaveSurvey, StartsANewFileWhenTheSubregionChanges)
   EXPECT_EQ((Names{file("1234-CAL-20210630-0900"), file(natural_name)}), names_in(in_progress));
 }
 
-TEST_F(SaveSurvey, MakesTheDirectoryAgainIfTheUserRemovedIt)
+TEST_F(SaveSurvey, CreatesTheDirectoryAgainIfTheUserRemovedIt)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -260,7 +260,7 @@ TEST_F(SaveSurvey, MakesTheDirectoryAgainIfTheUserRemovedIt)
   EXPECT_EQ(Names{file(natural_name)}, names_in(in_progress));
 }
 
-TEST_F(SaveSurvey, ReplacesAFileThatItKnowsNoEntityTagOf)
+TEST_F(SaveSurvey, ReplacesAFileWithoutAKnownEntityTag)
 {
   enter_survey();
   write_file(path_of(in_progress, natural_name), "as opened");
@@ -269,7 +269,7 @@ TEST_F(SaveSurvey, ReplacesAFileThatItKnowsNoEntityTagOf)
   EXPECT_EQ(window->survey.xml_current.raw(), read_file(window->survey.filename));
 }
 
-TEST_F(SaveSurvey, TellsWhereItSavedAndWhatCanFollow)
+TEST_F(SaveSurvey, ShowsWhereItSavedAndTheNextSteps)
 {
   type_member("R&D <1>", "Smith");
   choose_subregion("Northwest");
@@ -288,7 +288,7 @@ TEST_F(SaveSurvey, TellsWhereItSavedAndWhatCanFollow)
   EXPECT_TRUE(window->get_visible());
 }
 
-TEST_F(SaveSurvey, TellsOnlyWhereItSavedWhenItIsToNotify)
+TEST_F(SaveSurvey, ShowsOnlyWhereItSavedIfItOnlyNotifies)
 {
   enter_survey();
   const SeenDialog seen =
@@ -398,7 +398,7 @@ TEST_F(SaveSurvey, KeepsTheSurveyUnsavedIfItsDirectoryIsAFile)
   EXPECT_EQ(Names{file(natural_name)}, names_in(in_progress));
 }
 
-TEST_F(SaveSurvey, ShowsNamesAsTheyAreTypedWhenItFails)
+TEST_F(SaveSurvey, ShowsNamesLiterallyWhenItFails)
 {
   put_a_file_in_the_way();
   enter_survey();
@@ -464,7 +464,7 @@ TEST_F(SaveSurvey, DoesNotOverwriteAFileThatSomeoneElseChanged)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(SaveSurvey, KeepsAFileThatHasThatNameOnlyBehindASlash)
+TEST_F(SaveSurvey, KeepsAFileThatHasThatNameOnlyAfterASlash)
 {
   fs::create_directories(my_app->get_survey_dir(in_progress) + "/a");
   enter_survey();
@@ -475,7 +475,7 @@ TEST_F(SaveSurvey, KeepsAFileThatHasThatNameOnlyBehindASlash)
   EXPECT_TRUE(file_exists(path_of(in_progress, natural_name))) << "a survey of another name";
 }
 
-TEST_F(SaveSurvey, KeepsItsOnlyFileWhenThatIsSpelledOtherwise)
+TEST_F(SaveSurvey, KeepsItsOnlyFileWhenItsPathIsSpelledDifferently)
 {
   enter_survey();
   type_member("./1234", "Smith");
@@ -488,7 +488,7 @@ TEST_F(SaveSurvey, KeepsItsOnlyFileWhenThatIsSpelledOtherwise)
   EXPECT_EQ(window->survey.xml_current.raw(), read_file(window->survey.filename));
 }
 
-TEST_F(SaveSurvey, KeepsItsNewFileIfTheOldOneOfAnotherSpellingWasGone)
+TEST_F(SaveSurvey, KeepsItsNewFileIfTheOldOneWithAnotherSpellingWasMissing)
 {
   enter_survey();
   type_member("./1234", "Smith");
@@ -537,7 +537,7 @@ TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)
   EXPECT_EQ("asked\n", read_file(commands + "/uname.log"));
 }
 
-TEST_F(SaveSurvey, AsksTheSystemForItsNameAtASaveAndAtNoCheckForChanges)
+TEST_F(SaveSurvey, RunsUnameForASaveButNotForACheckOfChanges)
 {
   const std::string commands = application_dir.root + "/commands";
   write_file(commands + "/uname", "#!/bin/sh\necho asked >>\"$0.log\"\necho Reef\n");
@@ -554,7 +554,7 @@ TEST_F(SaveSurvey, AsksTheSystemForItsNameAtASaveAndAtNoCheckForChanges)
   EXPECT_NE(std::string::npos, window->survey.xml_current.raw().find("software_platform=\"Reef\""));
 }
 
-TEST_F(SaveSurvey, TellsThatTheDocumentCannotBeMade)
+TEST_F(SaveSurvey, ReportsADocumentThatCannotBeGenerated)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -579,7 +579,7 @@ TEST_F(SaveSurvey, WritesAnyBytesToAFile)
   });
 }
 
-TEST_F(SaveSurvey, TellsThatAFileCannotBeWritten)
+TEST_F(SaveSurvey, ReportsAFileThatCannotBeWritten)
 {
   const std::string path = application_dir.root + "/R&D <1>/download";
   RetCode result = RET_SUCCESS;

@@ -67,14 +67,14 @@ TEST_F(SpeciesSightings, AreNoneWithoutSpecies)
   EXPECT_EQ("", sightings());
 }
 
-TEST_F(SpeciesSightings, StandInAscendingOrderWithTheResponseOfTheirClass)
+TEST_F(SpeciesSightings, AreInAscendingOrderWithTheResponseOfTheirClass)
 {
   choose_type(1);
   survey.abundances = {{12, 3}, {10, 1}, {11, 0}};
   EXPECT_EQ("10/1/101 12/3/103", sightings());
 }
 
-TEST_F(SpeciesSightings, AreClassOneWhereOnlyPresenceCounts)
+TEST_F(SpeciesSightings, AreOfClassOneIfTheTypeRecordsPresenceOnly)
 {
   choose_type(2);
   survey.abundances = {{10, 3}, {11, 2}, {12, 1}};
@@ -82,21 +82,21 @@ TEST_F(SpeciesSightings, AreClassOneWhereOnlyPresenceCounts)
   EXPECT_EQ(3, survey.abundances[10]) << "the survey itself keeps what was noted";
 }
 
-TEST_F(SpeciesSightings, OfPresenceOnlyInvertebratesTakeTheResponseOfTheirOwnList)
+TEST_F(SpeciesSightings, OfPresenceOnlyInvertebratesHaveTheResponseOfTheirOwnList)
 {
   choose_type(3); // has a class 1 of its own
   survey.abundances = {{20, 1}, {21, 1}};
   EXPECT_EQ("20/1/301 21/1/990", sightings());
 }
 
-TEST_F(SpeciesSightings, CountAsHavingAbundancesWhileNoTypeIsChosen)
+TEST_F(SpeciesSightings, KeepTheirAbundancesWhileNoTypeIsChosen)
 {
   survey.abundance_choices = choices->find_subtype(1); // of the type chosen before
   survey.abundances = {{10, 3}};
   EXPECT_EQ("10/3/103", sightings());
 }
 
-TEST_F(SpeciesSightings, AreRefusedWhereTheDataHaveNoResponse)
+TEST_F(SpeciesSightings, AreRefusedIfTheDataHaveNoResponse)
 {
   const struct {
     const char* why;
@@ -121,7 +121,7 @@ TEST_F(SpeciesSightings, AreRefusedWhereTheDataHaveNoResponse)
   }
 }
 
-TEST_F(SpeciesSightings, KeepSpeciesThatTheDataDoNotKnow)
+TEST_F(SpeciesSightings, KeepSpeciesThatTheDataLack)
 {
   choose_type(1);
   survey.abundances = {{13, 2}, {1000000, 1}}; // a gap, and beyond the table
@@ -162,7 +162,7 @@ TEST_F(SpeciesSightings, AreRefusedForAClassThatTheListSkips)
   EXPECT_EQ("Internal error: abun 2 -> resp -1?!", sightings());
 }
 
-TEST_F(SpeciesSightings, AreRefusedWhereTheResponseIsZero)
+TEST_F(SpeciesSightings, AreRefusedIfTheResponseIsZero)
 {
   data.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n0,1,Single (1),1\n");
   load();

@@ -93,13 +93,13 @@ TEST_F(DescribeSurvey, NamesWhatIsKnownInItsOrder)
     EXPECT_EQ(c.expected, describe(c.summary)) << c.why;
 }
 
-TEST_F(DescribeSurvey, LeavesTheMemberOutWhereItIsShownElsewhere)
+TEST_F(DescribeSurvey, OmitsTheMemberIfItIsShownElsewhere)
 {
   EXPECT_EQ("Northwest: abundance - 2021-06-30",
             describe({"1234", "PNW", 1, "2021", 6, 30, 0, 0}, false));
 }
 
-TEST_F(DescribeSurvey, RefusesWhatTheDataDoNotKnow)
+TEST_F(DescribeSurvey, RefusesWhatTheDataLack)
 {
   const struct {
     const char* why;
@@ -127,7 +127,7 @@ TEST_F(DescribeSurvey, DescribesWithoutTheListOfStarts)
   EXPECT_EQ("Northwest: abundance - 2021-06-30 at ", describe({"", "PNW", 1, "2021", 6, 30, 9, 0}));
 }
 
-TEST_F(DescribeSurvey, ShortensWhatAFileSaysToOneLine)
+TEST_F(DescribeSurvey, ShortensTheTextsOfAFileToOneLine)
 {
   const std::string name = " - Northwest: abundance - ";
   const std::string dots = "\u2026";
@@ -159,7 +159,7 @@ TEST_F(DescribeSurvey, ShortensWhatAFileSaysToOneLine)
   }
 }
 
-TEST_F(DescribeSurvey, ShortensWhatTheDataSay)
+TEST_F(DescribeSurvey, ShortensTheTextsOfTheData)
 {
   data.file("PAC-geog.csv", "geogid,name\n3,Washington\n31020003," + std::string(5000, 'z') + "\n");
   load();

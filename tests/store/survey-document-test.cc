@@ -63,7 +63,7 @@ TEST(SurveyDocument, OfAnEmptyFormHasEveryElement)
   EXPECT_EQ(expected_document("empty.xml"), survey_document({}, "").raw());
 }
 
-TEST(SurveyDocument, HoldsEverythingInItsOrder)
+TEST(SurveyDocument, HasEverythingInItsOrder)
 {
   Survey survey = full_form();
   survey.species = {{10, 2, 302}, {11, 0, 0}, {21, 1, 990}, {12345, 1, 301}};
@@ -71,7 +71,7 @@ TEST(SurveyDocument, HoldsEverythingInItsOrder)
             survey_document(survey, "Linux reef 6.1.0 #1 SMP x86_64").raw());
 }
 
-TEST(SurveyDocument, HoldsAnyTextThatXmlCanHoldAndDropsTheRest)
+TEST(SurveyDocument, HasAnyTextThatXmlAllowsWithoutTheRest)
 {
   Survey form;
   form.member_id = "1&2";
@@ -117,13 +117,13 @@ TEST(SoftwarePlatform, IsTheFirstLineOfUname)
   EXPECT_NE(0U, software_platform().raw().size());
 }
 
-TEST(SoftwarePlatform, IsEmptyWhereTheCommandCannotBeRun)
+TEST(SoftwarePlatform, IsEmptyIfTheCommandCannotBeRun)
 {
   const DataSet empty_directory;
   EXPECT_EQ("", platform_on(empty_directory.dir));
 }
 
-TEST(SoftwarePlatform, IsCutAtTheLineEndOfALongerAnswer)
+TEST(SoftwarePlatform, IsTruncatedAtTheFirstLineEnd)
 {
   const DataSet directory;
   directory.file("uname", "#!/bin/sh\necho first $1\necho second\n");

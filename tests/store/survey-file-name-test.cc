@@ -5,7 +5,7 @@
 #include <set>
 #include <vector>
 
-TEST(SurveyBaseName, HoldsMemberPlaceDateHourAndZoneInThatOrder)
+TEST(SurveyBaseName, HasMemberLocationDateHourAndZoneInThatOrder)
 {
   const struct {
     const char* why;
@@ -45,14 +45,14 @@ Choice choose_path(const std::string& own_path, const std::set<std::string>& tak
 
 } // namespace
 
-TEST(FirstFreePath, IsTheStemItselfWhereNothingStands)
+TEST(FirstFreePath, IsTheStemIfThereIsNoSuchFile)
 {
   const Choice choice = choose_path("", {});
   EXPECT_EQ("/s/PNW.MAVO-Survey", choice.path);
   EXPECT_EQ("Selected filename /s/PNW.MAVO-Survey\n", choice.said);
 }
 
-TEST(FirstFreePath, NumbersFromOneUpAndSaysWhatItTried)
+TEST(FirstFreePath, NumbersFromOneUpAndPrintsWhatItTried)
 {
   const Choice choice = choose_path("", {"/s/PNW.MAVO-Survey", "/s/PNW-1.MAVO-Survey"});
   EXPECT_EQ("/s/PNW-2.MAVO-Survey", choice.path);

@@ -37,7 +37,7 @@ std::string outcome(const std::string& text)
 
 } // namespace
 
-TEST(SurveyHeadParser, LeavesTheSpeciesOutOfTheTree)
+TEST(SurveyHeadParser, OmitsTheSpeciesFromTheTree)
 {
   const DataSet directory;
   directory.file("a", with_ids("\n<species id='1'><sub/>words</species>\n<species id='2'/>\n"));
@@ -50,7 +50,7 @@ TEST(SurveyHeadParser, LeavesTheSpeciesOutOfTheTree)
   EXPECT_EQ("2021", get_content(survey->get_first_child("year")));
 }
 
-TEST(SurveyHeadParser, LeavesOutNothingElse)
+TEST(SurveyHeadParser, OmitsNothingElse)
 {
   const std::string texts[] = {
       "<MAVO-Survey version='1.0'><survey><year>2021<!--why--></year><ids/><month> 6 &amp; 7"
@@ -97,7 +97,7 @@ TEST(SurveyHeadParser, SeesEveryFaultAmongTheSpecies)
   }
 }
 
-TEST(SurveyHeadParser, TakesForSoundWhatTheWholeSurveyIs)
+TEST(SurveyHeadParser, AcceptsEveryValidSurvey)
 {
   for (const char* sound :
        {"", "words", "<![CDATA[<]]>", "<!--why-->", "<?why not?>", "<a><b><c/></b></a>",

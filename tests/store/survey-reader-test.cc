@@ -67,7 +67,7 @@ public:
 
 } // namespace
 
-TEST_F(SurveyNodes, GiveAttributesOfElementsOnly)
+TEST_F(SurveyNodes, HaveAttributesOnlyIfTheyAreElements)
 {
   EXPECT_EQ(" 12x", get_attr(root, "a"));
   EXPECT_EQ("", get_attr(root, "e"));
@@ -76,7 +76,7 @@ TEST_F(SurveyNodes, GiveAttributesOfElementsOnly)
   EXPECT_EQ("", get_attr(nullptr, "a"));
 }
 
-TEST_F(SurveyNodes, GiveNumbersOfAttributesAsFarAsThereAreDigits)
+TEST_F(SurveyNodes, HaveNumbersOfAttributesUpToTheLastDigit)
 {
   EXPECT_EQ(12, get_numeric_attr(root, "a"));
   EXPECT_EQ(0, get_numeric_attr(root, "b"));
@@ -84,7 +84,7 @@ TEST_F(SurveyNodes, GiveNumbersOfAttributesAsFarAsThereAreDigits)
   EXPECT_EQ(0, get_numeric_attr(nullptr, "a"));
 }
 
-TEST_F(SurveyNodes, GiveTheTextThatStandsFirst)
+TEST_F(SurveyNodes, HaveTheTextOfTheirFirstChild)
 {
   EXPECT_EQ("words ", get_content(child("text")));
   EXPECT_EQ(" \n\t ", get_content(child("blank")));
@@ -94,7 +94,7 @@ TEST_F(SurveyNodes, GiveTheTextThatStandsFirst)
   EXPECT_EQ("", get_content(nullptr));
 }
 
-TEST_F(SurveyNodes, AreWhiteSpaceIfTheyAreTextOfNothingElse)
+TEST_F(SurveyNodes, AreWhiteSpaceIfTheirTextHasNothingElse)
 {
   EXPECT_TRUE(is_white_space(child("blank")->get_first_child()));
   EXPECT_FALSE(is_white_space(child("text")->get_first_child()));
@@ -117,7 +117,7 @@ TEST(ParseSurveyFile, FindsTheSurveyElement)
     EXPECT_EQ("survey", read_survey(document)) << document;
 }
 
-TEST(ParseSurveyFile, TakesVersionsFromTheOldestReadableToThisMajorNumber)
+TEST(ParseSurveyFile, AcceptsVersionsFromTheOldestReadableToThisMajorNumber)
 {
   const struct {
     const char* version;
@@ -148,7 +148,7 @@ TEST(ParseSurveyFile, TakesVersionsFromTheOldestReadableToThisMajorNumber)
   EXPECT_EQ(bad_version, read_survey("<MAVO-Survey><survey/></MAVO-Survey>"));
 }
 
-TEST(ParseSurveyFile, SaysWhatIsWrongWithADocument)
+TEST(ParseSurveyFile, ReportsWhatIsWrongWithADocument)
 {
   const struct {
     const char* document;
@@ -176,7 +176,7 @@ TEST(ParseSurveyFile, SaysWhatIsWrongWithADocument)
     EXPECT_EQ(c.expected, read_survey(c.document)) << c.document;
 }
 
-TEST(ParseSurveyFile, LetsTheParserSayWhatIsNoXml)
+TEST(ParseSurveyFile, ThrowsTheParsersExceptionIfTheFileIsNotXml)
 {
   const std::string documents[] = {
       "not XML at all",
@@ -190,7 +190,7 @@ TEST(ParseSurveyFile, LetsTheParserSayWhatIsNoXml)
   EXPECT_EQ("Failed to parse survey", read_survey(""));
 }
 
-TEST(ParseSurveyFile, SaysWhatIsNoFileOfASurvey)
+TEST(ParseSurveyFile, ReportsWhatIsNotASurveyFile)
 {
   const DataSet directory;
   const auto refusal = [&](const std::string& name) {
@@ -242,7 +242,7 @@ TEST(ParseSurveyFile, SubstitutesEntitiesOfTheDocumentItself)
   EXPECT_EQ("Mr Smith & co", get_content(survey->get_first_child("last_name")));
 }
 
-TEST(ParseSurveyFile, RefusesASurveyThatDrawsTextFromAnotherFile)
+TEST(ParseSurveyFile, RefusesASurveyThatIncludesTextFromAnotherFile)
 {
   const DataSet directory;
   directory.file("secret", "secret words");
@@ -289,7 +289,7 @@ TEST(ParseSurveyFile, ReadsNoExternalDocumentType)
   EXPECT_THROW(parse_survey_file(parser, directory.dir + "a"), std::exception);
 }
 
-TEST(ParseSurveyFile, LeavesTheLibrarysOwnReadingAsItWas)
+TEST(ParseSurveyFile, RestoresTheLibrarysLoader)
 {
   const DataSet directory;
   directory.file("words", "words");
@@ -301,7 +301,7 @@ TEST(ParseSurveyFile, LeavesTheLibrarysOwnReadingAsItWas)
   EXPECT_EQ("words", get_content(parser.get_document()->get_root_node()));
 }
 
-TEST(ParseSurveyFile, RefusesMoreThanASurveyCanNeed)
+TEST(ParseSurveyFile, RefusesAFileThatExceedsALimit)
 {
   const auto repeated = [](const std::string& text, int count) {
     std::string all;

@@ -88,7 +88,7 @@ TEST(SurveyData, StartsWithNothingChosen)
   expect_empty(SurveyData());
 }
 
-TEST(SurveyData, TakesOverEveryFieldAndEmptiesTheSourcesAbundances)
+TEST(SurveyData, CopiesEveryFieldAndClearsTheSourcesAbundances)
 {
   Tables tables;
   SurveyData source;
@@ -108,7 +108,7 @@ TEST(SurveyData, TakesOverEveryFieldAndEmptiesTheSourcesAbundances)
   // NOLINTEND(bugprone-use-after-move)
 }
 
-TEST(SurveyData, ForgetsASurveyByTakingOverAFreshOne)
+TEST(SurveyData, IsResetByAssigningANewOne)
 {
   Tables tables;
   SurveyData survey;

@@ -85,7 +85,7 @@ TEST_F(SurveyStore, HasADirectoryForEachState)
   }
 }
 
-TEST_F(SurveyStore, MakesADirectoryWithItsParentsAndAgainIfTheUserRemovesIt)
+TEST_F(SurveyStore, CreatesADirectoryWithItsParentsAndAgainIfTheUserRemovesIt)
 {
   ASSERT_FALSE(file_exists(app.survey_root));
   EXPECT_TRUE(fs::is_directory(directory(MyApp::WD_UPLOADED)));
@@ -94,7 +94,7 @@ TEST_F(SurveyStore, MakesADirectoryWithItsParentsAndAgainIfTheUserRemovesIt)
   EXPECT_TRUE(fs::is_directory(directory(MyApp::WD_UPLOADED)));
 }
 
-TEST_F(SurveyStore, KeepsQuietIfADirectoryCannotBeMade)
+TEST_F(SurveyStore, DoesNotReportADirectoryThatCannotBeCreated)
 {
   write_file(app.survey_root, "in the way");
   expect_no_dialog(
@@ -102,7 +102,7 @@ TEST_F(SurveyStore, KeepsQuietIfADirectoryCannotBeMade)
   EXPECT_EQ("in the way", read_file(app.survey_root));
 }
 
-TEST_F(SurveyStore, TellsTheDirectoryAtTraceLevelOne)
+TEST_F(SurveyStore, TracesTheDirectoryAtLevelOne)
 {
   const TraceLevel level(1);
   EXPECT_EQ("selected_dir: " + app.survey_root + "/Uploaded\n",
@@ -110,7 +110,7 @@ TEST_F(SurveyStore, TellsTheDirectoryAtTraceLevelOne)
 }
 
 // One test, since the library never forgets a documents directory again.
-TEST_F(SurveyStore, LiesInTheDocumentsDirectoryOrElseInTheHomesOwn)
+TEST_F(SurveyStore, IsInTheDocumentsDirectoryOrInTheHomeDirectory)
 {
   const std::string home = Glib::get_home_dir();
   if (Glib::get_user_special_dir(Glib::USER_DIRECTORY_DOCUMENTS).empty()) {
@@ -143,7 +143,7 @@ TEST_F(SurveyStore, ListsAllThatIsReadyInByteOrder)
   EXPECT_TRUE(app.get_ready_survey_list().empty());
 }
 
-TEST_F(SurveyStore, TellsEachReadyFileAtTraceLevelOne)
+TEST_F(SurveyStore, TracesEachReadyFileAtLevelOne)
 {
   const std::string path = add(MyApp::WD_READY_TO_UPLOAD, "a");
   const TraceLevel level(1);
@@ -163,7 +163,7 @@ TEST_F(SurveyStore, DescribesASavedSurveyInOneLine)
   EXPECT_EQ(1234, member_id);
 }
 
-TEST_F(SurveyStore, DescribesByWhatADocumentHolds)
+TEST_F(SurveyStore, DescribesADocumentByItsElements)
 {
   const struct {
     const char* why;
@@ -197,7 +197,7 @@ TEST_F(SurveyStore, DescribesByWhatADocumentHolds)
   }
 }
 
-TEST_F(SurveyStore, SaysWhyAFileHasNoDescription)
+TEST_F(SurveyStore, ReportsWhyAFileHasNoDescription)
 {
   const struct {
     std::string text;
@@ -222,7 +222,7 @@ TEST_F(SurveyStore, SaysWhyAFileHasNoDescription)
   }
 }
 
-TEST_F(SurveyStore, SaysOnceThatAFileIsCorrupt)
+TEST_F(SurveyStore, ReportsACorruptFileOnce)
 {
   for (const char* text : {"<MAVO-Survey version='1.0'><survey>", "", "plain words"}) {
     const std::string path = add(MyApp::WD_IN_PROGRESS, "a", text);
@@ -235,7 +235,7 @@ TEST_F(SurveyStore, SaysOnceThatAFileIsCorrupt)
   }
 }
 
-TEST_F(SurveyStore, SaysThatAFileCannotBeRead)
+TEST_F(SurveyStore, ReportsAFileThatCannotBeRead)
 {
   // A regular file whose reading fails for every user.
   const std::string said =
@@ -243,7 +243,7 @@ TEST_F(SurveyStore, SaysThatAFileCannotBeRead)
   EXPECT_EQ(0U, said.find("File scan: /proc/self/mem: ")) << said;
 }
 
-TEST_F(SurveyStore, DescribesOnlyRegularFilesAndSaysNothingOfOthers)
+TEST_F(SurveyStore, DescribesOnlyRegularFilesAndDoesNotReportOthers)
 {
   const std::string dangling = directory(MyApp::WD_IN_PROGRESS) + "/dangling";
   fs::create_symlink("/nowhere", dangling);
@@ -282,7 +282,7 @@ TEST_F(SurveyStore, PrettifiesAListLineByLineAsPlainText)
             pretty);
 }
 
-TEST_F(SurveyStore, PrettifiesAnEmptyListToNothing)
+TEST_F(SurveyStore, PrettifiesAnEmptyListToAnEmptyText)
 {
   EXPECT_EQ("", app.prettify_survey_list({}, ""));
 }
@@ -299,7 +299,7 @@ TEST_F(SurveyStore, MovesASurveyToAnotherState)
   EXPECT_FALSE(file_exists(from));
 }
 
-TEST_F(SurveyStore, LeavesASurveyThatIsAlreadyThere)
+TEST_F(SurveyStore, DoesNotMoveASurveyThatIsAlreadyThere)
 {
   const std::string from = add(MyApp::WD_UPLOADED, "a");
   const auto written = fs::last_write_time(from);
@@ -320,7 +320,7 @@ TEST_F(SurveyStore, ReplacesAFileOfThatNameWhenMoving)
   EXPECT_EQ(survey(), read_file(path));
 }
 
-TEST_F(SurveyStore, MovesToTheNextFreeNumberWhereASurveyOfThatNameLies)
+TEST_F(SurveyStore, MovesToTheNextFreeNumberIfTheNameExists)
 {
   const std::string others = "1234-PNW-20210630-0900";
   const struct {
@@ -354,7 +354,7 @@ TEST_F(SurveyStore, MovesToTheNextFreeNumberWhereASurveyOfThatNameLies)
   }
 }
 
-TEST_F(SurveyStore, NumbersAnyNameThatIsTaken)
+TEST_F(SurveyStore, NumbersAnyNameThatExists)
 {
   for (const std::string& name : {std::string("a"), std::string(".a"), std::string("a.b.txt")}) {
     add(MyApp::WD_IN_PROGRESS, name, "other");
@@ -368,7 +368,7 @@ TEST_F(SurveyStore, NumbersAnyNameThatIsTaken)
   EXPECT_TRUE(file_exists(directory(MyApp::WD_IN_PROGRESS) + "/a.b-1.txt"));
 }
 
-TEST_F(SurveyStore, LeavesASurveyWhoseTwoStatesAreOneDirectory)
+TEST_F(SurveyStore, DoesNotMoveASurveyIfBothStatesAreTheSameDirectory)
 {
   const std::string from = add(MyApp::WD_READY_TO_UPLOAD, "a");
   fs::create_directory_symlink(directory(MyApp::WD_READY_TO_UPLOAD),
@@ -379,7 +379,7 @@ TEST_F(SurveyStore, LeavesASurveyWhoseTwoStatesAreOneDirectory)
   EXPECT_EQ(survey(), read_file(from));
 }
 
-TEST_F(SurveyStore, CopiesToTheNextFreeNumberWhereASurveyOfThatNameLies)
+TEST_F(SurveyStore, CopiesToTheNextFreeNumberIfTheNameExists)
 {
   const std::string other = directory_on_another_file_system(application_dir.root);
   ASSERT_NE("", other) << "this machine has no second file system that the test can write to";
@@ -443,7 +443,7 @@ TEST_F(SurveyStore, CopiesToAnotherFileSystemAndRemovesTheSource)
   fs::remove_all(other);
 }
 
-TEST_F(SurveyStore, CountsACopyAsMovedIfTheSourceCannotBeRemoved)
+TEST_F(SurveyStore, TreatsACopyAsMovedIfTheSourceCannotBeRemoved)
 {
   // A file of another file system that can be read but never removed.
   std::string path = "/proc/self/comm";
@@ -471,7 +471,7 @@ TEST_F(SurveyStore, KeepsASourceThatCouldOnlyBeCopiedInPart)
   fs::remove_all(other);
 }
 
-TEST_F(SurveyStore, TellsThatAMoveFailedForWantOfTheFile)
+TEST_F(SurveyStore, ReportsAMoveThatFailedBecauseTheFileIsMissing)
 {
   const std::string from = app.survey_root + "/Ready To Upload/R&D <1>";
   std::string path = from;
@@ -487,7 +487,7 @@ TEST_F(SurveyStore, TellsThatAMoveFailedForWantOfTheFile)
             seen.text);
 }
 
-TEST_F(SurveyStore, KeepsTheFileIfAMoveFailsForWantOfTheDirectory)
+TEST_F(SurveyStore, KeepsTheFileIfAMoveFailsBecauseTheDirectoryIsMissing)
 {
   const std::string from = add(MyApp::WD_READY_TO_UPLOAD, "a");
   write_file(app.survey_root + "/Uploaded", "in the way");

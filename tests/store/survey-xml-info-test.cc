@@ -11,7 +11,7 @@ TEST(SurveyXMLinfo, WritesVersionOneAndReadsFromZeroPointTwo)
   EXPECT_EQ(2, format.oldest_minor);
 }
 
-TEST(SurveyXMLinfo, JoinsMajorAndMinorByAPoint)
+TEST(SurveyXMLinfo, SeparatesMajorAndMinorByAPoint)
 {
   SurveyXMLinfo format;
   format.current_major = 12;

@@ -79,7 +79,7 @@ TEST_F(UnsavedChanges, AreNoneAfterASave)
   EXPECT_TRUE(window->file_needs_saving()) << "the member of a saved survey counts";
 }
 
-TEST_F(UnsavedChanges, SeeADifferenceThatOnlyBytesTell)
+TEST_F(UnsavedChanges, IncludeADifferenceOnlyOfBytes)
 {
   enter_survey();
   type_member("1234", "caf\u00e9");
@@ -88,7 +88,7 @@ TEST_F(UnsavedChanges, SeeADifferenceThatOnlyBytesTell)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UnsavedChanges, AreNoneInANewSurveyThatCarriedOverMemberAndPlace)
+TEST_F(UnsavedChanges, AreNoneInANewSurveyThatKeepsMemberAndLocation)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -101,7 +101,7 @@ TEST_F(UnsavedChanges, AreNoneInANewSurveyThatCarriedOverMemberAndPlace)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UnsavedChanges, AreAskedAboutInTheseWords)
+TEST_F(UnsavedChanges, CauseAQuestionWithThisText)
 {
   enter_survey();
   EXPECT_FALSE(may_close({cancel}));
@@ -118,7 +118,7 @@ TEST_F(UnsavedChanges, AreAskedAboutInTheseWords)
   EXPECT_TRUE(seen[0].has_icon);
 }
 
-TEST_F(UnsavedChanges, AreToldWithBothTextsAtDebugLevelOne)
+TEST_F(UnsavedChanges, AreTracedWithBothTextsAtLevelOne)
 {
   enter_survey();
   const Glib::ustring last_saved = window->survey.xml_last_saved;
@@ -132,7 +132,7 @@ TEST_F(UnsavedChanges, AreToldWithBothTextsAtDebugLevelOne)
             said);
 }
 
-TEST_F(UnsavedChanges, StayWhereTheyAreOnCancelOrIfTheQuestionIsClosed)
+TEST_F(UnsavedChanges, StayOnCancelOrIfTheQuestionIsClosed)
 {
   enter_survey();
   EXPECT_FALSE(may_close({cancel}));
@@ -141,14 +141,14 @@ TEST_F(UnsavedChanges, StayWhereTheyAreOnCancelOrIfTheQuestionIsClosed)
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UnsavedChanges, AreGivenUpOnNo)
+TEST_F(UnsavedChanges, AreDiscardedOnNo)
 {
   enter_survey();
   EXPECT_TRUE(may_close({abandon}));
   EXPECT_EQ(Names(), names_in(in_progress));
 }
 
-TEST_F(UnsavedChanges, AreSavedOnSaveAndToldWhere)
+TEST_F(UnsavedChanges, AreSavedOnSaveWithAMessage)
 {
   enter_survey();
   EXPECT_TRUE(may_close({save, ok}));
@@ -158,7 +158,7 @@ TEST_F(UnsavedChanges, AreSavedOnSaveAndToldWhere)
   EXPECT_EQ(Names{natural_name + ".MAVO-Survey"}, names_in(in_progress));
 }
 
-TEST_F(UnsavedChanges, TakeAReadySurveyBackToInProgress)
+TEST_F(UnsavedChanges, MoveAReadySurveyToInProgress)
 {
   enter_survey();
   save_quietly(*window, ready);
@@ -168,7 +168,7 @@ TEST_F(UnsavedChanges, TakeAReadySurveyBackToInProgress)
   EXPECT_EQ(Names{natural_name + ".MAVO-Survey"}, names_in(in_progress));
 }
 
-TEST_F(UnsavedChanges, HoldTheUserBackIfTheyCannotBeSaved)
+TEST_F(UnsavedChanges, KeepTheWindowIfTheyCannotBeSaved)
 {
   window->survey_panel2->surface_temp->set_text("12");
   EXPECT_FALSE(may_close({save, ok}));
@@ -177,7 +177,7 @@ TEST_F(UnsavedChanges, HoldTheUserBackIfTheyCannotBeSaved)
   EXPECT_EQ("Sorry, you must select a location before you can save a survey!", seen[1].text);
 }
 
-TEST_F(UnsavedChanges, OfAnUploadedSurveyCanOnlyBeGivenUp)
+TEST_F(UnsavedChanges, OfAnUploadedSurveyCanOnlyBeDiscarded)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -189,7 +189,7 @@ TEST_F(UnsavedChanges, OfAnUploadedSurveyCanOnlyBeGivenUp)
   EXPECT_TRUE(may_close({abandon}));
 }
 
-TEST_F(UnsavedChanges, AreAskedAboutWhenTheWindowIsClosed)
+TEST_F(UnsavedChanges, CauseAQuestionWhenTheWindowIsClosed)
 {
   enter_survey();
   answer_next_dialog(cancel, [&] {
@@ -201,7 +201,7 @@ TEST_F(UnsavedChanges, AreAskedAboutWhenTheWindowIsClosed)
   EXPECT_FALSE(window->get_visible());
 }
 
-TEST_F(UnsavedChanges, AreAssumedWhereTheDocumentCannotBeMade)
+TEST_F(UnsavedChanges, AreAssumedIfTheDocumentCannotBeGenerated)
 {
   choose_subregion("Northwest");
   choose_survey_type("Northwest: abundance");
@@ -211,7 +211,7 @@ TEST_F(UnsavedChanges, AreAssumedWhereTheDocumentCannotBeMade)
   EXPECT_FALSE(may_close({cancel})) << "the species would be lost without a question";
 }
 
-TEST_F(UnsavedChanges, LeaveTheLastDocumentIfANewOneCannotBeMade)
+TEST_F(UnsavedChanges, KeepTheLastDocumentIfANewOneCannotBeGenerated)
 {
   enter_survey();
   EXPECT_EQ("", generation_error());
@@ -222,7 +222,7 @@ TEST_F(UnsavedChanges, LeaveTheLastDocumentIfANewOneCannotBeMade)
   EXPECT_EQ(former, window->survey.xml_current.raw());
 }
 
-TEST_F(UnsavedChanges, AreComparedWithoutTheMemberWhereThatIsLeftOut)
+TEST_F(UnsavedChanges, AreComparedWithoutTheMemberIfThatIsOmitted)
 {
   enter_survey();
   ASSERT_EQ("", generation_error(true));
@@ -243,7 +243,7 @@ TEST_F(UnsavedChanges, AreNoneBetweenTwoDocumentsOfTheSameSurvey)
   EXPECT_EQ(first, window->survey.xml_current.raw());
 }
 
-TEST_F(UnsavedChanges, AreNotMadeByAnUnsetUnit)
+TEST_F(UnsavedChanges, DoNotIncludeAMissingUnit)
 {
   window->survey_panel2->temp_units->unset_active();
   ASSERT_EQ("", generation_error());
