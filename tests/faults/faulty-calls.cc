@@ -11,8 +11,8 @@
 #include <cstdarg>
 #include <utility>
 
-// The executable's own definitions of these functions come before the system
-// library's, for the libraries as well. Each makes the call itself.
+// The linker prefers these definitions to those of the system library, also for the other
+// libraries. Each one makes the system call itself.
 
 namespace {
 
@@ -26,7 +26,7 @@ std::string path_of(int descriptor)
   return length < 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
 }
 
-// What system calls take for a path in a directory.
+// Returns the path of a file that a system call names relative to a directory.
 std::string path_at(int directory, const char* path)
 {
   if (!in_force || !path)
@@ -65,7 +65,7 @@ int open_at(int directory, const char* path, int flags, mode_t mode)
   return static_cast<int>(syscall(SYS_openat, directory, path, flags, mode));
 }
 
-// The mode is only there if a file may be made.
+// Returns the mode argument, which exists only if the call may create a file.
 mode_t mode_of(int flags, va_list arguments)
 {
   const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
@@ -214,7 +214,7 @@ int mkdir(const char* path, mode_t mode) noexcept
   return static_cast<int>(syscall(SYS_mkdirat, AT_FDCWD, path, mode));
 }
 
-// What fails to close is closed all the same: close(2).
+// A descriptor is closed even if close(2) fails.
 int close(int descriptor)
 {
   const bool failed = fails(Call::close, descriptor);

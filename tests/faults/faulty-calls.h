@@ -3,15 +3,14 @@
 #include <array>
 #include <string>
 
-// The system calls of a file's life, as far as they can fail, and the opening of
-// a directory to list it.
+// The system calls on files that can fail, and the opening of a directory to list it.
 enum class Call { open, write, fsync, link, rename, unlink, mkdir, close, list };
 constexpr int number_of_calls = 9;
 const char* name_of(Call call);
 
-// As long as it lives, this process's calls on files below a directory are
-// counted and some of them fail. Opening counts only where it is for writing.
-// One at a time; see faulty-calls.cc for how the calls get here.
+// During its lifetime, counts this process's calls on files below a directory and lets some of
+// them fail. Counts only opening for writing. REQUIRES: there is only one object at a time.
+// faulty-calls.cc explains how it intercepts the calls.
 class FaultyCalls
 {
 public:
@@ -20,13 +19,13 @@ public:
   FaultyCalls(const FaultyCalls&) = delete;
   FaultyCalls& operator=(const FaultyCalls&) = delete;
 
-  // The `nth` call of that kind, counted from 1, fails with that errno.
+  // Lets the `nth` call of that kind, counted from 1, fail with the errno `number`.
   void fail_once(Call call, int nth, int number);
-  // All of that kind do.
+  // Lets all calls of that kind fail with the errno `number`.
   void fail_always(Call call, int number);
   int count(Call call) const { return counts[static_cast<std::size_t>(call)]; }
 
-  // Whether this call, which is on a file below the directory, is to fail; counts it.
+  // Counts a call on a file below the directory. Returns whether it must fail.
   bool takes(Call call);
   bool is_below(const std::string& path) const;
 

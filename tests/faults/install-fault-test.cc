@@ -1,5 +1,5 @@
-// Every call that the installing of new data makes on its files fails once, and
-// the commands that unpack them meet what a disk can have in store for them.
+// Lets every call of an install of data on its files fail once, and every kind of disk failure
+// happen to the commands that unpack.
 #include "data/data-file-info.h"
 #include "server/http.h"
 #include "server/update-test.h"
@@ -46,14 +46,14 @@ public:
     return window->download_data_files(session.get(), url.c_str());
   }
 
-  // Does an install from that start with that trouble; without a call, with none.
+  // Runs an install from this start with this failure; without a call, with no failure.
   void install(const std::function<void(FaultyCalls&)>& let_fail)
   {
     prepare();
     before = data->now();
     output_of([this] { my_app->read_data_files(); });
     seen = answer_all_dialogs(ok, [&] {
-      FaultyCalls faulty(application_dir.root); // with the backup, beside the data
+      FaultyCalls faulty(application_dir.root); // has the data and the backup
       if (links_never_work)
         faulty.fail_always(Call::link, EPERM);
       let_fail(faulty);
@@ -64,7 +64,7 @@ public:
     ++tried;
   }
 
-  // One message, of the right kind; the program goes on with what it says.
+  // Expects one message of the right kind, and that the program continues as the message says.
   void expect_told() const
   {
     ASSERT_EQ(1U, seen.size());
@@ -81,7 +81,7 @@ public:
     EXPECT_EQ(succeeded, uses_new);
   }
 
-  // What a fresh start finds.
+  // Expects that a new start finds a complete set.
   void expect_whole() const
   {
     output_of([this] { EXPECT_EQ(RET_SUCCESS, my_app->read_data_files()); });
@@ -146,9 +146,9 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
   try_every_call();
 }
 
-// --- the commands, by real means ---
+// --- real failures of the commands ---
 
-// What is left of it says so itself, unless the cut is between two files.
+// tar notices a truncated archive unless it ends between two files.
 TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsTruncated)
 {
   const std::string whole = read_file(data->archive(LocalData::WHOLE));
@@ -179,7 +179,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheDiskIsFull)
   RecordProperty("tried", tried);
 }
 
-// What stands in the way is no data of the program, and stays.
+// A directory in the place of a file does not belong to the program, and it stays.
 TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
 {
   for (const char* name : {"data-files/data-large.txt", "current-offline-data.tar.bz2"}) {

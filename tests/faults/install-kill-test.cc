@@ -1,5 +1,4 @@
-// The program, and each of the commands that it starts, is killed at each system
-// call of the installing of new data.
+// Kills the program, and each command that it starts, at each system call of an install of data.
 #include "core/my-app.h"
 #include "data/data-backup.h"
 #include "data/data-file-info.h"
@@ -19,8 +18,8 @@ namespace {
 
 using Sets = std::set<LocalData::Set>;
 using Action = std::function<void()>;
-// Does an action in a copy of this process and ends something of it at the n-th
-// system call; false if there are fewer.
+// Runs an action in a copy of this process and kills a part of it at the n-th system call.
+// Returns false if there are fewer calls.
 using Killer = std::function<bool(int nth, const Action& action)>;
 
 class KilledInAnInstall : public WindowTest
@@ -33,9 +32,8 @@ public:
     data = std::make_unique<LocalData>(my_app->local_data_dir, application_dir.root);
   }
 
-  // For each call: the directory as `prepare` leaves it, the kill, and then what a
-  // fresh start finds, which has to be one of the sets that were whole, and
-  // nothing else but what is known.
+  // For each system call: prepares the directory, kills, and expects that a new start finds one of
+  // the complete sets and no unknown files.
   void kill_everywhere(const Killer& killed, const Action& prepare, const Action& act)
   {
     bool was_killed = true;
@@ -58,7 +56,7 @@ public:
     EXPECT_EQ(RET_SUCCESS, result);
     const LocalData::Set now = data->now();
     if (now == LocalData::TORN)
-      return; // any of the two sets may have given its timestamp
+      return; // its timestamp may be that of any of the two sets
     const std::string timestamp = now == LocalData::OLD   ? LocalData::old_timestamp
                                   : now == LocalData::NEW ? LocalData::new_timestamp
                                                           : "20210101000000";
@@ -66,8 +64,8 @@ public:
   }
 
   std::unique_ptr<LocalData> data;
-  Sets found;                 // by the starts
-  std::set<std::string> left; // by the kills, after the starts
+  Sets found;                 // the sets that the starts found
+  std::set<std::string> left; // the files that remained after kill and start
   int tried = 0;
 
   const Action old_data = [this] { data->start_with_old_data(); };
@@ -84,7 +82,7 @@ Killer command(const std::string& name)
 }
 
 const std::set<std::string> none = {""};
-// What the library writes an existing archive anew as.
+// The temporary file with which the library replaces an existing archive.
 const std::set<std::string> new_archive = {"", ".goutputstream- "};
 
 } // namespace
@@ -144,8 +142,8 @@ TEST_F(KilledInAnInstall, TarLeavesTheOldDataOrTheNew)
   EXPECT_EQ(none, left);
 }
 
-// tar's status is all that counts, and tar takes the end of its input for that of the
-// archive if it is between two files: those that it has got by then are there.
+// Only the status of tar counts. If its input ends between two files, tar treats this as the end
+// of the archive, and the files so far exist.
 TEST_F(KilledInAnInstall, Bzip2LeavesWhatTarCallsComplete)
 {
   kill_everywhere(command("bzip2"), old_data, install);

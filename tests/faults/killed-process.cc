@@ -13,7 +13,7 @@
 
 namespace {
 
-// How the system marks a stop for a call: ptrace(2), PTRACE_O_TRACESYSGOOD.
+// The signal of a stop for a system call: ptrace(2), PTRACE_O_TRACESYSGOOD.
 constexpr int stopped_for_call = SIGTRAP | 0x80;
 
 [[noreturn]] void be_watched(const std::function<void()>& action)
@@ -42,12 +42,13 @@ pid_t start_watched(const std::function<void()>& action, long options = PTRACE_O
   return process;
 }
 
-// Lets it run until it is about to make its `nth` call. False if it ended before.
+// Lets the process run until it is going to make its `nth` system call. Returns false if it ends
+// before.
 bool run_to_call(pid_t process, int nth)
 {
-  bool is_inside = false; // each call stops twice: before and after
+  bool is_inside = false; // each call stops the process twice: before and after
   int calls = 0;
-  long signal = 0; // to hand on
+  long signal = 0; // the signal to deliver
   while (true) {
     ptrace(PTRACE_SYSCALL, process, nullptr, signal);
     const int status = wait_for(process);
@@ -64,14 +65,14 @@ bool run_to_call(pid_t process, int nth)
   }
 }
 
-// The process that is told of and all that it starts, on their way to their ends.
+// A traced process and all processes that it starts, until they end.
 class Family
 {
 public:
   Family(pid_t first, std::string command_) : members{first}, command(std::move(command_)) {}
 
-  // Lets them run until all have ended, but for the one that runs the command: it
-  // is killed before its `nth` call. False if it made fewer.
+  // Lets them run until all have ended. Kills the one that runs the command before its `nth`
+  // system call. Returns false if it makes fewer calls.
   bool run(int nth)
   {
     go_on(*members.begin());
@@ -89,7 +90,7 @@ public:
   }
 
 private:
-  // What to do with a process that has stopped.
+  // Handles a process that has stopped.
   void meet(pid_t process, int status, int nth)
   {
     const bool is_new = members.insert(process).second;
@@ -104,8 +105,8 @@ private:
     go_on(process, is_signal && !is_beginning ? WSTOPSIG(status) : 0);
   }
 
-  // Each call stops twice, before and after; the first stop is after the one that
-  // began the command.
+  // Each call stops the process twice, before and after. The first stop is after the call that
+  // started the command.
   bool is_due(int nth) { return stops++ % 2 == 1 && stops / 2 == nth; }
 
   bool runs_command(pid_t process) const
@@ -122,7 +123,7 @@ private:
 
   std::set<pid_t> members;
   const std::string command;
-  pid_t watched = 0; // the one that runs the command; 0 until there is one
+  pid_t watched = 0; // the process that runs the command; 0 until it exists
   int stops = 0;
   bool was_killed = false;
 };

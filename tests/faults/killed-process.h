@@ -3,18 +3,18 @@
 #include <functional>
 #include <string>
 
-// Does `action` in a copy of this process that is killed as it is about to make
-// its `nth` system call, counted from 1. False if it ended before that. The
-// action must not use the display, which the copy shares.
+// Runs `action` in a copy of this process and kills the copy before its `nth` system call,
+// counted from 1. Returns false if it ends before that. REQUIRES: the action does not use the
+// display, which the copy shares.
 bool killed_at_system_call(int nth, const std::function<void()>& action);
 
-// The same, but the copy is not killed: it waits there until this process has
-// done `meanwhile`, and then goes on to its end.
+// Like killed_at_system_call(), but the copy is not killed. It waits there until this process has
+// done `meanwhile`, and then continues to its end.
 bool held_at_system_call(int nth, const std::function<void()>& action,
                          const std::function<void()>& meanwhile);
 
-// Does `action` in a copy of this process and kills the first process that it
-// starts to run `command`, by that name, before that one's `nth` system call; the
-// copy itself goes on to its end. False if the command ended before that.
+// Runs `action` in a copy of this process and kills the first process that runs the command
+// `command` before its `nth` system call. The copy itself continues to its end. Returns false if
+// the command ends before that.
 bool command_killed_at_system_call(const std::string& command, int nth,
                                    const std::function<void()>& action);

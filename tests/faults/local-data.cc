@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 const char* const not_in_archive = "own-notes.txt";
-const char* const large_file = "data-large.txt"; // in the middle of the archive, by name
+const char* const large_file = "data-large.txt"; // its name is in the middle of the archive
 
 Files files_of_set(const std::string& timestamp, const std::string& ending)
 {
@@ -65,7 +65,7 @@ Files files_below(const std::string& directory)
 LocalData::LocalData(std::string directory_, const std::string& scratch)
     : directory(std::move(directory_)),
       old_set(files_of_set(old_timestamp, "")),
-      new_set(files_of_set(new_timestamp, "\n")), // readers skip an empty line
+      new_set(files_of_set(new_timestamp, "\n")), // readers skip the additional empty line
       whole(scratch + "/whole.tar.bz2"),
       cut(scratch + "/cut.tar.bz2")
 {
@@ -94,7 +94,7 @@ void LocalData::start_with_torn_data() const
 {
   start_with_old_data();
   write_files(old_set, backup() + "/kept/data-files");
-  bool is_new = true; // every other one
+  bool is_new = true; // alternates
   for (const auto& [path, text] : new_set) {
     if (is_new)
       write_file(directory + "/data-files/" + path, text);
@@ -122,7 +122,7 @@ void LocalData::install(Archive which) const
 LocalData::Set LocalData::now() const
 {
   const Files files = files_below(directory + "/data-files");
-  Files new_alone = new_set; // without what was there before
+  Files new_alone = new_set; // without older files
   new_alone.erase(not_in_archive);
   if (files.empty())
     return NONE;

@@ -3,38 +3,39 @@
 #include <map>
 #include <string>
 
-using Files = std::map<std::string, std::string>; // what they hold, by path below a directory
+using Files = std::map<std::string, std::string>; // contents by path below a directory
 
-// All files below a directory; fails the test for what is neither file nor directory.
+// Returns all files below a directory. Fails the test if there is anything except files and
+// directories.
 Files files_below(const std::string& directory);
 
-// A directory of local data and the two sets of reference data that a test tells
-// apart in it: the old one, which is in use, and the new one, which comes in an
-// archive. No file of the one is like that of the other, but for one that the
-// archive lacks and that stays as it is.
+// A directory of local data with two different sets of reference data: the old set, which is in
+// use, and the new set in an archive. All files of the sets differ, except one that the archive
+// lacks and that stays unchanged.
 class LocalData
 {
 public:
-  enum Archive { WHOLE, CUT }; // CUT: ends in the middle of a file
+  enum Archive { WHOLE, CUT }; // CUT: truncated in the middle of a file
   enum Set { OLD, NEW, NONE, TORN };
 
-  // Makes the sets and archives in `scratch`; `directory` is not touched.
+  // Creates the sets and archives in `scratch`. Does not change `directory`.
   LocalData(std::string directory, const std::string& scratch);
 
-  // Lets the directory hold the old data and an older archive.
+  // Writes the old data and an older archive to the directory.
   void start_with_old_data() const;
-  // Lets there be no such directory.
+  // Removes the directory.
   void start_with_nothing() const;
-  // Lets it be as a program leaves it that is killed while it unpacks over old data.
+  // Leaves the directory in the state of a program that was killed while it was unpacking over
+  // old data.
   void start_with_torn_data() const;
 
-  // Puts an archive there and unpacks it as the program does, without its messages.
+  // Writes an archive and unpacks it as the program does, without messages.
   void install(Archive which) const;
 
-  // Which set is there, every byte of it.
+  // Returns which set the directory has. Compares every byte.
   Set now() const;
-  // The names of all that is there besides the set and the archive, temporary
-  // names made alike; "backup" if there is one.
+  // Returns the names of all other files than the set and the archive, with uniform temporary
+  // names, and "backup" if there is a backup.
   std::string leftovers() const;
 
   std::string backup() const; // the directory that the program uses for it

@@ -1,5 +1,5 @@
-// One process for days: survey after survey is begun and opened. Old windows are
-// kept, hidden, and must cost nothing but their memory.
+// Simulates a process that runs for days and starts and opens survey after survey. Old windows
+// are kept and hidden. They must not cost anything except memory.
 #include "store/saving-test.h"
 #include "support/main-loop.h"
 #include "support/memory.h"
@@ -17,10 +17,9 @@
 
 namespace {
 
-// A cycle leaves two windows of 4 to 5 MB each: 3.2 MB of widgets that the toolkit
-// makes before anything is entered, the rest for what is shown. Measured 8,900 to
-// 9,300 kB for both; the bound leaves half as much again for other fonts, themes
-// and data.
+// A cycle leaves two windows of 4 to 5 MB each. 3.2 MB are for the widgets of an empty survey, and
+// the rest is for the contents. Both take 8,900 to 9,300 kB. The limit allows half as much more for
+// other fonts, themes and data.
 constexpr long most_kb_per_cycle = 14'000;
 
 int cycles_to_try()
@@ -32,7 +31,7 @@ int cycles_to_try()
 class LongUse : public SavingTest
 {
 public:
-  // A saved survey on the screen, of the first place that there is.
+  // Opens a saved survey of the first location.
   void SetUp() override
   {
     application_dir.use_shipped_data();
@@ -73,7 +72,7 @@ public:
     ASSERT_NO_FATAL_FAILURE(open_saved_survey());
   }
 
-  // The application's list has only those that are on the screen.
+  // Expects that the application's list has only visible windows, and uses the new one.
   void go_on_with_new_window()
   {
     settle();
@@ -83,7 +82,7 @@ public:
     window = dynamic_cast<SurveyWindow*>(windows.front());
   }
 
-  // Every page, and what changes the store and the lists of species.
+  // Visits every page and does what changes the store and the lists of species.
   void use_window()
   {
     for (int page = 0; page < window->notebook->get_n_pages(); ++page)
@@ -94,7 +93,7 @@ public:
     save_quietly(*window, MyApp::WD_IN_PROGRESS);
   }
 
-  // Counts the changes of all that the window shows in lists.
+  // Counts the changes of all lists of a window.
   void watch(SurveyWindow& watched)
   {
     const auto count = [this] { ++changes; };
@@ -108,7 +107,7 @@ public:
     watched.property_title().signal_changed().connect(count);
   }
 
-  std::string path; // of the saved survey
+  std::string path; // the path of the saved survey
   int changes = 0;
 };
 
@@ -123,7 +122,7 @@ TEST_F(LongUse, GrowsByTheSameBoundedAmountWithEachSurvey)
       go_round();
     return (memory_now_kb() - before) / cycles;
   };
-  kb_per_cycle(); // caches fill
+  kb_per_cycle(); // fills caches
   const long first = kb_per_cycle();
   const long last = kb_per_cycle();
   EXPECT_LT(first, most_kb_per_cycle);
@@ -152,7 +151,7 @@ TEST_F(LongUse, DoesNotUpdateHiddenWindows)
   EXPECT_EQ(alone, output_of(4, [this] { use_window(); }));
   EXPECT_EQ(0, changes);
 
-  watch(*window); // the watch does see what it should not see above
+  watch(*window); // checks that the watch sees changes of a visible window
   use_window();
   EXPECT_GT(changes, 0);
   RecordProperty("tried", old_windows);

@@ -1,4 +1,4 @@
-// Every call that a save, a move or a delete makes on its files fails once.
+// Lets every call of a save, a move or a delete on its files fail once.
 #include "store/saving-test.h"
 #include "support/dialogs.h"
 #include "ui/survey-window.h"
@@ -23,12 +23,12 @@ constexpr std::pair<Call, int> troubles[] = {
     {Call::rename, EACCES}, {Call::unlink, EACCES}, {Call::mkdir, ENOSPC}, {Call::close, EIO},
 };
 
-// What a job is to do, and how it came out.
+// A job and its message on failure.
 struct Job {
   std::string name;
-  std::function<void()> prepare; // the store before it
-  std::function<bool()> act;     // whether it says that it succeeded
-  std::string title, words;      // of the message if it fails
+  std::function<void()> prepare; // prepares the store
+  std::function<bool()> act;     // returns whether it reports success
+  std::string title, words;      // the message of a failure
   bool rename_never_works = false;
 };
 
@@ -78,7 +78,7 @@ public:
     return found;
   }
 
-  // Does the job with that trouble.
+  // Runs the job with this failure.
   void expect_held(const Job& job, Call call, int nth, int number)
   {
     SCOPED_TRACE(job.name + ": " + name_of(call) + " number " + std::to_string(nth) + " fails");
@@ -110,7 +110,7 @@ public:
     EXPECT_NE(std::string::npos, seen[0].text.raw().find(job.words)) << seen[0].text;
   }
 
-  // The old document or the new is there, and nothing that is neither.
+  // Expects the old document or the new one, and no other file.
   void expect_whole(bool succeeded) const
   {
     const std::string& new_text = window->survey.xml_current.raw();
@@ -141,7 +141,7 @@ public:
   }
 
   std::string root;
-  std::string old_text; // of the document that was there before
+  std::string old_text; // the previous document
   bool deletes = false;
   int tried = 0;
 

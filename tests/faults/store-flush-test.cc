@@ -1,5 +1,5 @@
-// The disk refuses what was written only when it is flushed, as with a full quota,
-// a full network drive or a broken disk.
+// Tests a disk that refuses data only when they are flushed, as with a full quota, a full network
+// drive or a broken disk.
 #include "store/saving-test.h"
 #include "support/dialogs.h"
 #include "ui/survey-window.h"
@@ -30,7 +30,7 @@ public:
     root = my_app->get_survey_dir(MyApp::WD_ROOT);
   }
 
-  // How often a first save flushes: the file, then its directory.
+  // The number of flushes of a first save: the file, then its directory.
   static constexpr int flushes_of_new_file = 2;
 
   void start_anew() const
@@ -41,7 +41,7 @@ public:
     window->survey.xml_last_saved.clear();
   }
 
-  // Saves while the flush of that number fails. Returns what the dialog says.
+  // Saves while the `nth` flush fails. Returns the text of the dialog.
   std::string failure_of_save(MyApp::WhichDir which, int nth, int number) const
   {
     FaultyCalls faulty(root);
@@ -100,7 +100,7 @@ TEST_F(FailedFlush, OfANewFileLeavesNoFileIfTheSystemHasNoUnnamedFiles)
 
 TEST_F(FailedFlush, OfAnExistingFileLeavesTheSurveyUnsavedAndTheNextSaveSucceeds)
 {
-  for (int nth = 1; nth <= 3; ++nth) { // the library's own, then the file and its directory
+  for (int nth = 1; nth <= 3; ++nth) { // the library's flush, then the file and its directory
     SCOPED_TRACE("flush " + std::to_string(nth));
     start_anew();
     window->survey.abundances = {{10, 2}};

@@ -1,4 +1,4 @@
-// The program is killed at each system call of a save and of a move.
+// Kills the program at each system call of a save and of a move.
 #include "store/saving-test.h"
 #include "ui/survey-window.h"
 
@@ -16,14 +16,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What a file of the store holds after the program's end.
+// The contents of a file of the store after the end of the program.
 enum class Holds { old_document, new_document };
 using State = std::map<std::string, Holds>;
 
 class KilledInTheMiddle : public SavingTest
 {
 public:
-  // The window stays hidden: its copies share the connection to the display.
+  // Keeps the window hidden, because its copies share the connection to the display.
   void SetUp() override
   {
     create_window();
@@ -39,7 +39,7 @@ public:
     window->survey.abundances = {{10, 3}, {12, 1}};
   }
 
-  // The store as it was, to the times of its files, by which changes are noticed.
+  // Restores the store including the times of its files, which reveal changes.
   void restore() const
   {
     fs::remove_all(root);
@@ -50,7 +50,7 @@ public:
     }
   }
 
-  // The documents of the store; anything else has to be a leftover that is known.
+  // Returns the documents of the store. Expects that all other files are known temporary files.
   State state_of_store()
   {
     State state;
@@ -59,7 +59,7 @@ public:
         continue;
       const std::string path = entry.path().string();
       if (entry.path().filename().string().rfind(".goutputstream-", 0) == 0) {
-        ++leftovers; // the library's own copy on its way to replace a file
+        ++leftovers; // the temporary file with which the library replaces a file
         continue;
       }
       if (is_unnamed(entry.path())) {
@@ -73,16 +73,15 @@ public:
     return state;
   }
 
-  // Whether it is a file on its way to its name, as plain POSIX has it. It may not lie in a
-  // directory of a state: it would be listed there.
+  // Returns whether it is a temporary file of plain POSIX, which is complete but has no name of
+  // a survey yet. It must not be in a directory of a state, where it would be listed.
   bool is_unnamed(const fs::path& path) const
   {
     return path.parent_path() == root &&
            path.filename().string().rfind(".mavo-survey-unnamed-", 0) == 0;
   }
 
-  // Kills `act` at each call; there has to be a document after each if there was
-  // one before.
+  // Kills `act` at each system call. Expects a document after each if there was one before.
   void kill_everywhere(const std::function<void()>& act)
   {
     Glib::ustring error_text;
@@ -110,7 +109,7 @@ public:
     RecordProperty("leftovers", leftovers);
   }
 
-  // What a fresh window says of such a store.
+  // Expects that a new window can use this store.
   void expect_usable(const State& state)
   {
     for (const auto& [path, holds] : state) {

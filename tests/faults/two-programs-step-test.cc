@@ -1,5 +1,5 @@
-// The other program is held before each system call that it makes, and this one
-// does its part just then: whatever can come between them has come.
+// Holds the other program before each of its system calls, and this program then does its part.
+// This covers every possible order.
 #include "ui/survey-window.h"
 
 #include <algorithm>
@@ -20,8 +20,7 @@ const auto ready = MyApp::WD_READY_TO_UPLOAD;
 class BetweenTwoSystemCalls : public TwoPrograms
 {
 public:
-  // For each call: the store as `prepare` leaves it, both actions, and what then
-  // has to hold.
+  // For each system call: prepares the store, runs both actions, and checks the result.
   void try_everywhere(const std::function<void()>& prepare, const std::function<void()>& they_do,
                       const std::function<void()>& i_do, const std::function<void()>& expect_held)
   {
@@ -45,7 +44,7 @@ public:
     RecordProperty("tried", tried);
   }
 
-  // As if the window had just been filled in or opened.
+  // Resets the state of the file, as if the survey had just been entered or opened.
   static void forget_file(SurveyWindow& window, const std::string& path = "")
   {
     window.survey.filename = path;
@@ -81,7 +80,7 @@ TEST_F(BetweenTwoSystemCalls, OneSurveySavedByBothIsComplete)
                  [&] { EXPECT_EQ(1U, names_in(in_progress).size()); });
 }
 
-// The file of the old state goes with the change, whatever it holds by then.
+// The change of state removes the file of the old state, whatever it contains.
 TEST_F(BetweenTwoSystemCalls, ASurveyWhoseStateTheOtherChangesIsComplete)
 {
   try_everywhere([&] { both_open_one(); }, [&] { save_quietly(*theirs, ready); },

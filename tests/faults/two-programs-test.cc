@@ -1,5 +1,5 @@
-// Two programs use one store at the same time: neither loses what the other has
-// written, and who is too late is told.
+// Two programs use one store at the same time. Neither loses what the other one has written, and
+// the later one gets a message.
 #include "store/full-disk.h"
 #include "support/dialogs.h"
 #include "ui/listed-panel.h"
@@ -25,7 +25,7 @@ const auto ready = MyApp::WD_READY_TO_UPLOAD;
 const auto uploaded = MyApp::WD_UPLOADED;
 const char* const not_saved = "ERROR: Survey NOT Saved!!!";
 
-// Both have opened the same file, which lies in the directory of a state.
+// Both programs have opened the same file in the directory of a state.
 class BothHaveOneSurveyOpen : public TwoPrograms
 {
 public:
@@ -47,8 +47,8 @@ public:
     return window;
   }
 
-  // A file's time, by which a change is noticed, may be coarser than two saves
-  // are apart here.
+  // The resolution of file times, which reveal changes, may be coarser than the time between two
+  // saves here.
   void they_save(MyApp::WhichDir which)
   {
     in_another_program([&] { save_quietly(*theirs, which); });
@@ -69,7 +69,7 @@ public:
 class BothSaveANewSurvey : public TwoPrograms
 {
 public:
-  // My first save fails on a full disk; then the other program saves.
+  // Lets my first save fail on a full disk and then the other program save.
   void they_save_where_i_failed(MyApp::WhichDir which)
   {
     {
@@ -109,7 +109,7 @@ TEST_F(BothHaveOneSurveyOpen, LaterSavesAreRefusedIfTheOtherSavedMeanwhile)
   EXPECT_EQ(1U, names_in(in_progress).size());
   EXPECT_TRUE(mine->file_needs_saving());
 
-  i_fail_to_save(in_progress); // and so it stays
+  i_fail_to_save(in_progress); // fails again
   EXPECT_EQ(their_text, read_file(path));
 }
 
@@ -307,7 +307,7 @@ TEST_F(BothHaveOneSurveyOpen, AndSaveItManyTimesTogetherAndItStaysComplete)
   constexpr int rounds = 50;
   const auto save_it = [](SurveyWindow& saved) {
     for (int i = 0; i < rounds; ++i) {
-      saved.survey.file_etag.clear(); // as after opening it
+      saved.survey.file_etag.clear(); // as after opening the file
       save_quietly(saved, in_progress);
     }
   };

@@ -1,4 +1,4 @@
-// Whether the plain libraries include only what is on their own layer or below.
+// Checks that the plain libraries include only headers of their own layer or of a lower one.
 
 #include <gtest/gtest.h>
 
@@ -45,8 +45,7 @@ std::set<std::string> plain_sources()
   return paths;
 }
 
-// What stands between the marks of #include lines, with the opening mark: "\"core/report.h"
-// or "<gtk/gtk.h".
+// Returns the names in #include lines, with the opening mark: "\"core/report.h" or "<gtk/gtk.h".
 std::vector<std::string> includes_of(const std::string& path)
 {
   std::vector<std::string> names;
@@ -65,7 +64,7 @@ std::size_t layer_of(const std::string& path)
   const auto found = std::find_if(layers.begin(), layers.end(), [&](const Layer& layer) {
     return begins_with(path, std::string(layer.folder) + "/");
   });
-  return static_cast<std::size_t>(found - layers.begin()); // behind the last one for all others
+  return static_cast<std::size_t>(found - layers.begin()); // after the last one for all others
 }
 
 bool may_include_library(const Layer& layer, const std::string& header)
@@ -75,7 +74,7 @@ bool may_include_library(const Layer& layer, const std::string& header)
          std::any_of(layer.libraries.begin(), layer.libraries.end(), matches);
 }
 
-// A header belongs to the library that its source is in; one without a source to all.
+// A header belongs to the library of its source. A header without a source belongs to all.
 bool may_include_own(const std::string& path, const std::string& header)
 {
   const std::string source = fs::path(header).replace_extension(".cc").string();

@@ -1,4 +1,4 @@
-// A program on the plain libraries alone, as a command-line tool would be.
+// A program that links only the plain libraries, like a command-line tool.
 
 #include "data/data-file-info.h"
 #include "data/data-params.h"
@@ -22,7 +22,7 @@ int add_library(dl_phdr_info* library, std::size_t, void* names)
   return 0;
 }
 
-// The shared libraries that this process has loaded, those of other libraries too.
+// Returns the shared libraries of this process, including indirect ones.
 std::vector<std::string> loaded_libraries()
 {
   std::vector<std::string> names;
