@@ -11,34 +11,33 @@
 
 namespace {
 
-// Spoils the text of a survey file in one of many ways, the same ones in every
-// run.
+// Damages the text of a survey file in one of many ways, which are the same in every run.
 class Damage
 {
 public:
   std::string spoil(std::string text)
   {
     switch (below(9)) {
-    case 0: // a byte flipped
+    case 0: // flips a bit
       text[place(text)] = static_cast<char>(text[place(text)] ^ (1 << below(8)));
       return text;
-    case 1: // any byte, such as zero or one that is not UTF-8
+    case 1: // writes any byte, such as zero or one that is not UTF-8
       text[place(text)] = static_cast<char>(below(256));
       return text;
-    case 2: // the end lost
+    case 2: // truncates the text
       return text.substr(0, place(text));
-    case 3: // a piece lost
+    case 3: // removes a piece
       return text.erase(place(text), below(60));
-    case 4: // a piece doubled
+    case 4: // duplicates a piece
       return text.insert(place(text), text.substr(place(text), below(200)));
-    case 5: // an element nested in itself
+    case 5: // nests an element in itself
       return nest(text);
     default:
       return spoil_a_value(text);
     }
   }
 
-  // One of the values of the document replaced, which leaves it a document.
+  // Replaces one of the values, so that the text is still a document.
   std::string spoil_a_value(std::string text)
   {
     static const char* const values[] = {"",
@@ -118,11 +117,11 @@ std::size_t count_of(const std::string& words, const std::string& text)
   return count;
 }
 
-// What a file's survey lists, and whether it can be loaded at all.
+// The species of a file's survey, and whether it can be loaded.
 struct Contents {
   bool is_survey = false;
-  bool has_type_before_place = false; // which ends the program
-  std::map<int, int> species;         // as the file has them
+  bool has_type_before_place = false; // opening such a file ends the program
+  std::map<int, int> species;         // those of the file
 };
 
 Contents contents_of(const std::string& path)
@@ -173,7 +172,7 @@ TEST_F(DamagedSurvey, IsDescribedOrReportedOnce)
 TEST_F(DamagedSurvey, OpensWithAllItsSpeciesOrIsRefusedOnce)
 {
   const std::string survey = SurveyFile().text();
-  constexpr int count = 120; // each takes a window
+  constexpr int count = 120; // each one needs a window
   int opened = 0;
   bool is_new = true;
   for (int i = 0; i < count && !HasFailure(); ++i) {
@@ -185,7 +184,7 @@ TEST_F(DamagedSurvey, OpensWithAllItsSpeciesOrIsRefusedOnce)
       continue;
     if (!is_new)
       create_window();
-    is_new = !contents.is_survey; // nothing has been loaded into it
+    is_new = !contents.is_survey; // then the window is still empty
 
     RetCode result = RET_FAILURE;
     const auto seen = answer_all_dialogs(Gtk::RESPONSE_OK, [&] { result = window->do_open(path); });

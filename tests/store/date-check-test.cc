@@ -10,7 +10,7 @@
 
 namespace {
 
-// The local time zone as long as it lives.
+// Sets the local time zone during its lifetime.
 class TimeZone
 {
 public:
@@ -93,10 +93,10 @@ TEST(JudgeDate, AcceptsADayWithoutAMidnight)
 
 TEST(JudgeDate, RefusesADateThatTheSystemCannotRepresent)
 {
-  // One second before the count of seconds begins is also the answer for "no".
+  // The second before 1970 is also the error code of the library.
   const TimeZone odd("ODD0:00:01"); // local midnight of 1 January 1970 is at second 1
   EXPECT_EQ(DateVerdict::good, judge_date(1970, 1, 1, noon_of_2021_06_30));
-  const TimeZone other("ODD-0:00:01"); // there it is at second -1
+  const TimeZone other("ODD-0:00:01"); // here it is at second -1
   EXPECT_EQ(DateVerdict::invalid, judge_date(1970, 1, 1, noon_of_2021_06_30));
 }
 

@@ -77,7 +77,7 @@ TEST_F(DeleteSurvey, RefusesAFileThatIsNotASurvey)
 TEST_F(DeleteSurvey, ReportsAFileThatCannotBeRemoved)
 {
   const std::string path = put(SurveyFile().text());
-  // While the question stands, the file goes away behind the program's back.
+  // Another program removes the file while the question is open.
   int dialogs = 0;
   const auto meet = [&](Gtk::Dialog& dialog) {
     if (++dialogs == 1) {

@@ -24,8 +24,8 @@ namespace {
 const char* const description =
     "Member 1234 - Northwest: fish and invertebrates - 2021-06-30 at 9 AM - Rosario Wall";
 
-// What is left among the surveys by other programs, by old versions of this one
-// and by people with bad intentions.
+// Tests files among the surveys that come from other programs, old versions of this program, and
+// attackers.
 class ForeignFiles : public SavingTest
 {
 public:
@@ -34,7 +34,7 @@ public:
     SavingTest::SetUp();
     pipe = application_dir.root + "/pipe";
     secret = application_dir.root + "/secret";
-    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600)); // whoever opens it waits for ever
+    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600)); // opening it blocks forever
     write_file(secret, "secret words");
   }
 
@@ -53,8 +53,7 @@ public:
     said += output_of([&] { described = my_app->get_survey_description(path, nullptr); });
     return described;
   }
-  // Opens the file in a new window: "opened", or what the dialog says behind
-  // the path.
+  // Opens the file in a new window. Returns "opened", or the text of the dialog after the path.
   std::string open(const std::string& path)
   {
     create_window();
@@ -74,7 +73,7 @@ public:
   mutable std::string said;
 };
 
-// A survey with a document type in front and `name` as its last name.
+// Returns a survey with a document type and with `name` as its last name.
 std::string with_type(const std::string& type, const std::string& name)
 {
   const std::string text =
@@ -236,7 +235,7 @@ TEST_F(ForeignFiles, AreInTheListAndDoNotDisturbTheSurveys)
   ASSERT_EQ(0, mkfifo(place("pipe").c_str(), 0600));
   const std::string closed = put(SurveyFile().text(), "closed");
   fs::permissions(closed, fs::perms::none);
-  const bool is_readable = access(closed.c_str(), R_OK) == 0; // by the superuser
+  const bool is_readable = access(closed.c_str(), R_OK) == 0; // if root runs the test
 
   StartPanel& panel = *window->start_panel;
   output_of([&] { panel.build_survey_model(); });
@@ -252,14 +251,14 @@ TEST_F(ForeignFiles, AreInTheListAndDoNotDisturbTheSurveys)
   fs::permissions(closed, fs::perms::owner_all);
 }
 
-// --- windows that are made for a survey ---
+// --- windows that are created for a survey ---
 
 namespace {
 
 class NextSurvey : public ForeignFiles
 {
 public:
-  // The windows that keep the program alive.
+  // Returns the number of windows that keep the program alive.
   std::size_t windows() const { return my_app->app->get_windows().size(); }
 
   void open_by_dialog(const std::string& path, std::vector<int> then_answer)

@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-// No file can grow beyond that many bytes as long as it lives: a full disk.
+// During its lifetime, no file can become larger than this many bytes, as on a full disk.
 class FullDisk
 {
 public:

@@ -24,7 +24,7 @@ namespace {
 class OpenSurvey : public SavingTest
 {
 public:
-  // Puts a file into the store.
+  // Writes a file to the store.
   std::string put(const std::string& text, MyApp::WhichDir which = MyApp::WD_IN_PROGRESS,
                   const std::string& name = "saved") const
   {
@@ -42,8 +42,7 @@ public:
   }
   void open(const SurveyFile& file) { open(put(file.text())); }
 
-  // Tries to open a text as a survey, and returns what the dialog says behind
-  // the path.
+  // Tries to open a text as a survey. Returns the text of the dialog after the path.
   std::string failure_of(const std::string& text)
   {
     const std::string path = put(text);
@@ -114,7 +113,7 @@ TEST_F(OpenSurvey, ExpandsAndLabelsMarkedSpecies)
   });
   EXPECT_EQ("10=Few (2-10) ", seen);
   EXPECT_TRUE(window->listed_panel->species_tree->row_expanded(Gtk::TreePath("0")));
-  EXPECT_EQ(0, window->survey.abundances.at(11)); // every row has its entry now
+  EXPECT_EQ(0, window->survey.abundances.at(11)); // every row has an entry now
 }
 
 TEST_F(OpenSurvey, RecognisesAnUploadedSurveyByAnySpellingOfItsPath)
@@ -335,7 +334,7 @@ TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheListAlsoIfTheListIsEmpty)
 {
   const std::string path = put(SurveyFile().text());
   create_window();
-  window->survey_panel1->year->init({}, 0); // as with a clock that starts in 1970
+  window->survey_panel1->year->init({}, 0); // as if the clock were in 1970
   const SeenDialog seen =
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_EQ(RET_SUCCESS, window->do_open(path)); });
   EXPECT_EQ(0U, seen.text.find("The year of this survey, 2021, is not in the list of years.\n"))
@@ -354,7 +353,7 @@ TEST_F(OpenSurvey, DoesNotReportAYearThatWasNotChosen)
 
 namespace {
 
-// A survey of a year to come, as the clock of this computer has it.
+// A survey of a year that is in the future by the clock of this computer.
 class SurveyOfAnUnlistedYear : public OpenSurvey
 {
 public:
@@ -585,8 +584,8 @@ TEST_F(OpenSurvey, DescribesASurveyInThePreviewAndNothingElse)
         auto& chooser = dynamic_cast<Gtk::FileChooserDialog&>(dialog);
         auto& label = dynamic_cast<Gtk::Label&>(*chooser.get_extra_widget());
         for (const auto& path : {survey_path, note_path}) {
-          // Once the chooser has read the folder it selects the first file, perhaps instead
-          // of this one.
+          // When the chooser has read the folder, it may select the first file instead of this
+          // one.
           wait_until("the file is chosen", [&] {
             if (chooser.get_filename() != path)
               chooser.set_filename(path);

@@ -7,13 +7,13 @@
 
 namespace {
 
-// Surveys that were made with older or newer data files than the program has now.
+// Tests surveys from older or newer data files than those of the program.
 class SurveyOfOtherData : public SavingTest
 {
 public:
   void SetUp() override
   {
-    // A place that takes no new surveys.
+    // A location that offers no new surveys.
     append("region-info.csv", "PAC,OLD,Pacific,Old Harbour,7,Old: abundance,1,1,0,0,0\n");
     append("abundance-choices.csv", "701,7,Single (1),1\n");
     SavingTest::SetUp();
@@ -29,7 +29,7 @@ public:
     write_file(path, file.text());
     return path;
   }
-  // Opens it in a new window, which becomes `window`.
+  // Opens the file in a new window and stores that in `window`.
   std::string open(const SurveyFile& file)
   {
     std::string path = put(file);
@@ -43,7 +43,7 @@ public:
     save_quietly(*window, MyApp::WD_IN_PROGRESS);
     return read_file(window->survey.filename);
   }
-  // What Save says if it refuses.
+  // Saves, expects a refusal, and returns its text.
   std::string refusal() const
   {
     return answer_next_dialog(Gtk::RESPONSE_OK,
@@ -117,7 +117,7 @@ TEST_F(SurveyOfOtherData, WithASpeciesIdBeyondTheRangeIsRefused)
 {
   create_window();
   const std::string path = put(SurveyFile().with(
-      "ids", "<ids><species id=\"4294967306\" abun=\"1\"/></ids>")); // 10, if it were cut
+      "ids", "<ids><species id=\"4294967306\" abun=\"1\"/></ids>")); // 10 in 32 bits
   const SeenDialog seen =
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_EQ(RET_FAILURE, window->do_open(path)); });
   EXPECT_TRUE(contains(seen.text.raw(), "MAVO Survey has invalid id (2147483647)")) << seen.text;

@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <string>
 
-// A new directory on another file system than `path`; empty if none is to be had.
+// Creates a directory on another file system than `path` and returns its path. Returns an empty
+// path if there is no other file system.
 inline std::string directory_on_another_file_system(const std::string& path)
 {
   struct stat here {

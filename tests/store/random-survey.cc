@@ -53,7 +53,7 @@ void RandomSurveys::choose_place(RandomSurvey& survey)
       one_of(tables.regions.subregions[place->first].view_choices.values, -1);
 }
 
-// A survey without a type has no species: only with a type can some be marked.
+// Species can only be marked in a survey with a type.
 void RandomSurveys::choose_type(RandomSurvey& survey)
 {
   survey.form.survey_subtype =
@@ -112,7 +112,7 @@ void RandomSurveys::see_species(RandomSurvey& survey)
   }
 }
 
-// The abundance classes that the menu of a species offers.
+// Returns the abundance classes that the menu of a species offers.
 std::vector<int> RandomSurveys::classes_of(const RandomSurvey& survey, int invertebratetype) const
 {
   const auto* const list = invertebratetype == 2

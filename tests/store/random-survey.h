@@ -10,7 +10,7 @@ class DataDefs;
 class HabitatInfo;
 class RegionInfo;
 
-// The tables that random surveys are made of; not owned.
+// The tables for random surveys; not owned.
 struct SurveyTables {
   RegionInfo& regions;
   AbundanceChoices& abundances;
@@ -21,18 +21,18 @@ struct SurveyTables {
 // A survey that a user could have entered.
 struct RandomSurvey {
   Survey form;
-  SurveyData data; // place, type and species
+  SurveyData data; // location, type and species
 };
 
-// Makes surveys by chance, the same ones in every run: each choice with and
-// without a value, texts with markup characters, accents and other scripts,
-// habitats in turn, up to 500 species.
+// Creates random surveys, which are the same in every run: with and without each choice, with
+// markup characters, accents and other scripts in texts, with each habitat in turn, and with up
+// to 500 species.
 class RandomSurveys
 {
 public:
   explicit RandomSurveys(const SurveyTables& the_tables) : tables(the_tables) {}
 
-  // Makes `survey`, a fresh one, the next; subregions take turns.
+  // Fills the new survey `survey` with random values. Uses the subregions in turn.
   void make(RandomSurvey& survey);
 
 private:

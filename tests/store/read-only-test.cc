@@ -1,4 +1,4 @@
-// Directories and files that the system lets nobody write to, or read.
+// Tests directories and files that are not writable or not readable.
 #include "store/saving-test.h"
 #include "store/unprivileged.h"
 #include "support/dialogs.h"
@@ -23,7 +23,7 @@ const auto closed = fs::perms::none;
 
 using Files = std::map<std::string, std::string>;
 
-// A survey in the window; the store belongs to someone whom permissions bind.
+// A window with a survey. The store belongs to a user who is subject to permissions.
 class ReadOnlyStore : public SavingTest
 {
 public:
@@ -35,7 +35,7 @@ public:
       hand_over(my_app->get_survey_dir(which), application_dir.root);
   }
 
-  // What is done with the files while that one has only these rights.
+  // Runs `action` while `obstacle` has only these permissions.
   void with(const std::string& obstacle, fs::perms rights,
             const std::function<void()>& action) const
   {
@@ -50,7 +50,7 @@ public:
     save_quietly(*window, which);
   }
 
-  // A saved survey, and another version of it in the window.
+  // Saves a survey and enters a change.
   void save_and_change()
   {
     save_as_usual(in_progress);
@@ -59,8 +59,8 @@ public:
     window->survey_panel2->bottom_time->set_text("45");
   }
 
-  // Saves while that path has only these rights. The survey stays unsaved where it is,
-  // the dialog tells why, and once the obstacle is gone the next save succeeds.
+  // Saves while that path has only these permissions. Expects a dialog with the reason, an
+  // unchanged store, and a successful save without the obstacle.
   void expect_refused_save(MyApp::WhichDir which, const std::string& obstacle, fs::perms rights)
   {
     const Files before = files();
@@ -82,7 +82,7 @@ public:
     EXPECT_FALSE(window->file_needs_saving());
   }
 
-  // Every file of the store by its path.
+  // Returns every file of the store by its path.
   Files files() const
   {
     Files found;
@@ -95,7 +95,7 @@ public:
 
   std::string directory(MyApp::WhichDir which) const { return my_app->get_survey_dir(which); }
 
-  std::string path; // of the saved survey
+  std::string path; // the path of the saved survey
   std::string old_text;
 };
 

@@ -132,7 +132,7 @@ TEST(ReplaceFile, WritesThroughADanglingLink)
   EXPECT_EQ("one", read_file(path));
 }
 
-// Where the library may not put a new file in the place of the old one, it writes into it.
+// If the library may not replace the old file, it writes into it.
 TEST(ReplaceFile, RestoresTheOldFileIfTheDiskIsFullDuringAnOverwrite)
 {
   const struct {
@@ -175,7 +175,7 @@ TEST(ReplaceFile, RestoresTheOldFileIfTheDiskIsFullDuringAnOverwrite)
 
 namespace {
 
-// A file system on a directory, for two files and 16 kB, as long as it lives.
+// During its lifetime, a small file system on a directory, for two files and 16 kB.
 class SmallFileSystem
 {
 public:
@@ -192,7 +192,7 @@ public:
   SmallFileSystem& operator=(const SmallFileSystem&) = delete;
 
   const std::string directory;
-  const bool is_there; // false if the test may not mount it
+  const bool is_there; // false if the test has no permission to mount it
 };
 
 ino_t inode_of(const std::string& path)
@@ -205,7 +205,7 @@ ino_t inode_of(const std::string& path)
 
 } // namespace
 
-// Where the library cannot make its temporary file, it writes into the old one.
+// If the library cannot create its temporary file, it writes into the old file.
 TEST(ReplaceFile, RestoresTheOldFileIfNoFileCanBeCreatedAndTheDiskIsFull)
 {
   const DataSet directory;

@@ -20,7 +20,7 @@
 
 namespace {
 
-// Windows over the data set that ships with the program.
+// Windows with the shipped data set.
 class RoundTripOfWindows : public SavingTest
 {
 public:
@@ -31,7 +31,7 @@ public:
   }
 };
 
-// A text that can be part of a file's name.
+// Returns the text without characters that a file name cannot have.
 Glib::ustring file_name_part(const Glib::ustring& text)
 {
   std::string bytes = text.raw();
@@ -65,15 +65,15 @@ void enter_conditions(SurveyWindow& window, const Survey& form)
   window.confirm_panel->confirm_bottom_time->set_active(form.bottom_time_confirmed);
 }
 
-// The survey as a user would enter it, as one that has no file yet.
+// Enters the survey as a user would, without a file.
 void enter(SurveyWindow& window, const RandomSurvey& survey)
 {
-  window.survey.abundances.clear(); // or the change of place asks
+  window.survey.abundances.clear(); // otherwise the change of location asks a question
   window.member_panel->member_id->set_text(file_name_part(survey.form.member_id));
   window.member_panel->last_name->set_text(survey.form.last_name);
   enter_place_and_time(window, survey.form);
   enter_conditions(window, survey.form);
-  if (survey.form.species_view >= 0) // a place always has a view
+  if (survey.form.species_view >= 0) // a location always has a view
     window.listed_panel->species_view->set_id(survey.form.species_view);
   window.survey.abundances = survey.data.abundances;
   window.survey.filename.clear();

@@ -34,7 +34,7 @@ const int ok = Gtk::RESPONSE_OK;
 class SaveSurvey : public SavingTest
 {
 public:
-  // Saves quietly, answers the failure's dialog and returns its text.
+  // Saves, answers the dialog of the failure and returns its text.
   Glib::ustring failure_of_save(MyApp::WhichDir which)
   {
     RetCode result = RET_SUCCESS;
@@ -51,7 +51,7 @@ public:
     return "FAILED to save survey to " + path + "!\n";
   }
 
-  // Makes a file of what should be the directory of surveys in progress.
+  // Creates a file at the path of the directory of surveys in progress.
   void put_a_file_in_the_way() const
   {
     fs::remove_all(my_app->survey_root + "/In Progress");
@@ -61,7 +61,7 @@ public:
   std::string file(const std::string& base_name) const { return base_name + ".MAVO-Survey"; }
 };
 
-// Entity tags are made of files' times, which come in steps of some milliseconds.
+// Entity tags contain the times of files, which have a resolution of some milliseconds.
 void wait_for_a_later_time_than_that_of(const std::string& path)
 {
   const std::string clock = path + ".clock";
@@ -347,7 +347,7 @@ TEST_F(SaveSurvey, AsksBeforeItQuitsIfSomethingChangedMeanwhile)
   enter_survey();
   int dialogs = 0;
   const auto seen = answer_dialogs({SurveyWindow::RESPONSE_QUIT, Gtk::RESPONSE_CANCEL}, [&] {
-    // What changes while the first dialog stands: the nested loop lets it in.
+    // Changes the survey while the first dialog is open, through the nested main loop.
     Glib::signal_idle().connect_once([&] {
       ++dialogs;
       window->survey_panel2->bottom_time->set_text("77");

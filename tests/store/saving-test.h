@@ -6,28 +6,28 @@
 #include <string>
 #include <vector>
 
-// A test of saving: a window on the screen over an empty store.
+// A test of saving, with a visible window and an empty store.
 class SavingTest : public WindowTest
 {
 public:
   void SetUp() override;
 
-  // Puts a whole survey into the window: member 1234 in the Northwest on
-  // 2021-06-30 at 9 AM, zone 31020003, two species.
+  // Enters a survey: member 1234 in the Northwest on 2021-06-30 at 9 AM, zone 31020003, two
+  // species.
   void enter_survey();
-  // The texts of the entries of the panels, as the user types them.
+  // Types the member into the entries.
   void type_member(const Glib::ustring& id, const Glib::ustring& name) const;
   void choose_date(const Glib::ustring& year, const Glib::ustring& month,
                    const Glib::ustring& day) const;
 
-  // Where a survey of that base name lies in a state.
+  // Returns the path of a survey with that base name in a state.
   std::string path_of(MyApp::WhichDir which, const std::string& base_name) const;
-  // The names of the files of a state, sorted.
+  // Returns the names of the files of a state, sorted.
   std::vector<std::string> names_in(MyApp::WhichDir which) const;
 
-  // The base name of what enter_survey() enters.
+  // The base name of the survey that enter_survey() enters.
   const std::string natural_name = "1234-PNW-20210630-0900-31020003";
 };
 
-// Saves without a question; fails the test if it does not succeed.
+// Saves without a question. Fails the test if the save fails.
 void save_quietly(SurveyWindow& window, MyApp::WhichDir which);

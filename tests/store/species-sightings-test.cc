@@ -10,10 +10,9 @@
 
 namespace {
 
-// A survey over the minimal data set, whose types are 1 (abundances, three
-// classes), 2 (presence only) and 3 (abundances, two classes), and whose
-// species 10 to 12 are fish, 20 an invertebrate, 21 one of which only the
-// presence is noted.
+// A survey with the minimal data set. Its types are 1 (abundances, three classes), 2 (presence
+// only) and 3 (abundances, two classes). Species 10 to 12 are fish, 20 is an invertebrate, and 21
+// is an invertebrate of which only the presence is recorded.
 class SpeciesSightings : public testing::Test
 {
 public:
@@ -37,7 +36,7 @@ public:
     survey.abundance_choices = choices->find_subtype(id);
   }
 
-  // The list as "id/abun/resp" words, or what was thrown.
+  // Returns the list as "id/abun/resp" words, or the text of the exception.
   std::string sightings() const
   {
     try {
@@ -84,14 +83,14 @@ TEST_F(SpeciesSightings, AreOfClassOneIfTheTypeRecordsPresenceOnly)
 
 TEST_F(SpeciesSightings, OfPresenceOnlyInvertebratesHaveTheResponseOfTheirOwnList)
 {
-  choose_type(3); // has a class 1 of its own
+  choose_type(3); // has another class 1
   survey.abundances = {{20, 1}, {21, 1}};
   EXPECT_EQ("20/1/301 21/1/990", sightings());
 }
 
 TEST_F(SpeciesSightings, KeepTheirAbundancesWhileNoTypeIsChosen)
 {
-  survey.abundance_choices = choices->find_subtype(1); // of the type chosen before
+  survey.abundance_choices = choices->find_subtype(1); // of the previous type
   survey.abundances = {{10, 3}};
   EXPECT_EQ("10/3/103", sightings());
 }
@@ -124,7 +123,7 @@ TEST_F(SpeciesSightings, AreRefusedIfTheDataHaveNoResponse)
 TEST_F(SpeciesSightings, KeepSpeciesThatTheDataLack)
 {
   choose_type(1);
-  survey.abundances = {{13, 2}, {1000000, 1}}; // a gap, and beyond the table
+  survey.abundances = {{13, 2}, {1000000, 1}}; // in a gap, and beyond the table
   EXPECT_EQ("13/2/102 1000000/1/101", sightings());
 }
 

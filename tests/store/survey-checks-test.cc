@@ -4,7 +4,7 @@
 
 namespace {
 
-// Local noon of a day.
+// Returns local noon of a day.
 std::time_t noon(int year, int month, int mday)
 {
   std::tm time{};
@@ -56,8 +56,8 @@ TEST(ZoneCheck, RequiresACompleteZoneWithAName)
       {"", "", "Required", false},
       {"3102000", "Islands", "3102000   Incomplete zone", false},
       {"3", "", "3   Incomplete zone", false},
-      {"31020003", "", "31020003", false},                  // unknown: red without a word
-      {"ééééééé", "x", "ééééééé   Incomplete zone", false}, // counted in characters
+      {"31020003", "", "31020003", false},                  // unknown: red without a text
+      {"ééééééé", "x", "ééééééé   Incomplete zone", false}, // 7 characters, 14 bytes
   };
   for (const auto& c : cases) {
     const CheckedText checked = check_zone(c.code, c.name);
@@ -79,7 +79,7 @@ TEST(TemperatureCheck, ChecksTheNumberWithInclusiveLimits)
       {"27", "27F      Temperature must be between 28F and 97F", false},
       {"98", "98F      Temperature must be between 28F and 97F", false},
       {"55.5", "55.5F", true},
-      {"abc", "abcF      Temperature must be between 28F and 97F", false}, // counts as 0
+      {"abc", "abcF      Temperature must be between 28F and 97F", false}, // is read as 0
   };
   for (const auto& c : cases) {
     const CheckedText checked = check_temperature(c.typed, "F", 28, 97);

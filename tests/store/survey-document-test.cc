@@ -38,7 +38,7 @@ Survey full_form()
   return form;
 }
 
-// The expected file with the date of this build in place of its own.
+// Returns the expected file with the date of this build.
 std::string expected_document(const std::string& name)
 {
   const std::string date_of_the_files = "2021-12-18 19:29:14";
@@ -46,7 +46,7 @@ std::string expected_document(const std::string& name)
   return text.replace(text.find(date_of_the_files), date_of_the_files.size(), BuildInfo::date_str);
 }
 
-// The platform as told with another search path for commands.
+// Returns the platform with another search path for commands.
 Glib::ustring platform_on(const std::string& search_path)
 {
   const std::string previous = Glib::getenv("PATH");

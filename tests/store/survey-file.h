@@ -2,14 +2,14 @@
 
 #include <string>
 
-// The text of a survey document, to be changed piece by piece.
+// A survey document whose parts can be changed.
 struct SurveyFile {
-  // The whole file.
+  // Returns the whole file.
   std::string text() const;
-  // The same with one element of the survey replaced by `element`, which may be
-  // empty or more than one.
+  // Returns a copy with one element of the survey replaced by `element`, which may be empty or
+  // several elements.
   SurveyFile with(const std::string& name, const std::string& element) const;
-  // With another root tag or version.
+  // Returns a copy with another root tag and version.
   SurveyFile as(const std::string& tag, const std::string& version_text) const;
 
   std::string root_tag = "MAVO-Survey";

@@ -14,8 +14,8 @@ std::string with_ids(const std::string& ids)
          "</ids>\n<year>2021</year></survey></MAVO-Survey>";
 }
 
-// What a parser makes of a survey of that text: the names and texts of its fields, or
-// what was thrown.
+// Parses a survey with that text. Returns the names and texts of its fields, or the text of the
+// exception.
 template<typename Parser>
 std::string outcome(const std::string& text)
 {

@@ -14,8 +14,8 @@
 
 namespace {
 
-// Parses a file of that text. The result is the name of the element found, or
-// what was thrown: a text as it stands, an exception of the parser as "parser: ...".
+// Parses a file with that text. Returns the name of the element, or what was thrown: a text
+// unchanged, an exception of the parser as "parser: ...".
 std::string read_survey(const std::string& text, const std::string& name = "a.MAVO-Survey")
 {
   const DataSet directory;
@@ -206,11 +206,11 @@ TEST(ParseSurveyFile, ReportsWhatIsNotASurveyFile)
   ASSERT_EQ(0, symlink("/dev/zero", (directory.dir + "zeros").c_str()));
   ASSERT_EQ(0, symlink("nowhere", (directory.dir + "dangling").c_str()));
   directory.file("large", with_version("1.0") + std::string(5 << 20, ' '));
-  const std::string no_such_file = Glib::strerror(ENOENT); // in the user's language
+  const std::string no_such_file = Glib::strerror(ENOENT); // in the language of the locale
   EXPECT_EQ(no_such_file, refusal("missing"));
   EXPECT_EQ(no_such_file, refusal("dangling"));
   EXPECT_EQ("Not a file", refusal(""));
-  EXPECT_EQ("Not a file", refusal("pipe")); // opening it would wait for ever
+  EXPECT_EQ("Not a file", refusal("pipe")); // opening it would block forever
   EXPECT_EQ("Not a file", refusal("zeros"));
   EXPECT_EQ("Not a valid saved MAVO Survey (too large)", refusal("large"));
 }
@@ -372,7 +372,7 @@ TEST(ParseSurveyFile, RefusesEntitiesThatGrowWithoutEnd)
     laughs += "'>";
   }
   std::string one_long_entity = "<!ENTITY l12 '" + std::string(10000, 'x') + "'>";
-  std::string many_uses; // in all, small enough to be parsed
+  std::string many_uses; // small enough to be parsed
   for (int i = 0; i < 20000; ++i)
     many_uses += "&l12;";
 

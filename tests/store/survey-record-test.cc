@@ -99,7 +99,7 @@ TEST(SurveyData, CopiesEveryFieldAndClearsTheSourcesAbundances)
   target = std::move(source);
 
   expect_filled(target, tables);
-  // What is left behind is part of the promise.
+  // The state of the source is part of the contract.
   // NOLINTBEGIN(bugprone-use-after-move)
   EXPECT_TRUE(source.abundances.empty());
   EXPECT_EQ("PNW", source.subregion) << "texts are copied";

@@ -22,8 +22,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The store of an application object, without any window. Its tables are those
-// of the minimal data set.
+// The store of an application object with the minimal data set, without a window.
 class SurveyStore : public testing::Test
 {
 public:
@@ -31,8 +30,7 @@ public:
 
   std::string directory(MyApp::WhichDir which) { return app.get_survey_dir(which); }
 
-  // A file in the directory of a state; the text is that of a whole survey if
-  // none is given.
+  // Writes a file to the directory of a state. By default it is a complete survey.
   std::string add(MyApp::WhichDir which, const std::string& name,
                   const std::string& text = survey())
   {
@@ -41,7 +39,7 @@ public:
     return path;
   }
 
-  // A document with these children of its survey element.
+  // Returns a document with these children of its survey element.
   static std::string with_children(const std::string& children)
   {
     return "<MAVO-Survey version='1.0'><survey>" + children + "</survey></MAVO-Survey>";
@@ -59,7 +57,7 @@ public:
   MyApp& app = kept_program();
 
 private:
-  // Never freed, as its tables are not.
+  // Returns the application object, which is never freed, like its tables.
   static MyApp& kept_program()
   {
     static auto& kept = *new MyApp(test_application());
@@ -109,7 +107,7 @@ TEST_F(SurveyStore, TracesTheDirectoryAtLevelOne)
             output_of([&] { directory(MyApp::WD_UPLOADED); }));
 }
 
-// One test, since the library never forgets a documents directory again.
+// This is a single test, because the library caches the documents directory.
 TEST_F(SurveyStore, IsInTheDocumentsDirectoryOrInTheHomeDirectory)
 {
   const std::string home = Glib::get_home_dir();

@@ -8,8 +8,8 @@
 
 constexpr uid_t nobody = 65534;
 
-// Root may do everything with every file. As long as this lives, what this thread does
-// with files counts as done by nobody; if it is someone else's anyway, nothing changes.
+// During its lifetime, this thread accesses files as the user nobody, because root has all
+// permissions. Has no effect if another user runs the tests.
 class Unprivileged
 {
 public:
@@ -30,8 +30,8 @@ public:
   Unprivileged& operator=(const Unprivileged&) = delete;
 };
 
-// Makes a new directory and those above it up to the temporary one usable by nobody, if
-// it is root who runs the tests.
+// If root runs the tests, gives the user nobody access to a new directory and to its parents up to
+// the temporary directory.
 inline void hand_over(const std::filesystem::path& directory, const std::filesystem::path& from)
 {
   if (geteuid() != 0)
@@ -40,7 +40,7 @@ inline void hand_over(const std::filesystem::path& directory, const std::filesys
   EXPECT_EQ(0, chown(directory.c_str(), nobody, nobody));
 }
 
-// As long as it lives, a file or directory has only these rights.
+// During its lifetime, a file or directory has only these permissions.
 class OnlyRights
 {
 public:

@@ -23,7 +23,7 @@ const int ok = Gtk::RESPONSE_OK;
 class UnsavedChanges : public SavingTest
 {
 public:
-  // Whether the window may be closed, with the dialogs answered so.
+  // Closes the window with these answers. Returns whether it may be closed.
   bool may_close(const std::vector<int>& responses)
   {
     bool may = false;
@@ -32,7 +32,7 @@ public:
     return may;
   }
 
-  // The error text of a generation, empty if it succeeded.
+  // Generates a document. Returns the text of the error, or an empty text on success.
   Glib::ustring generation_error(bool omit_member = false)
   {
     Glib::ustring error_text = "left over";
@@ -84,7 +84,7 @@ TEST_F(UnsavedChanges, IncludeADifferenceOnlyOfBytes)
   enter_survey();
   type_member("1234", "caf\u00e9");
   save_quietly(*window, in_progress);
-  type_member("1234", "cafe\u0301"); // the same letters to a reader
+  type_member("1234", "cafe\u0301"); // a reader sees the same letters
   EXPECT_TRUE(window->file_needs_saving());
 }
 
@@ -193,7 +193,7 @@ TEST_F(UnsavedChanges, CauseAQuestionWhenTheWindowIsClosed)
 {
   enter_survey();
   answer_next_dialog(cancel, [&] {
-    window->close(); // when the toolkit gets round to it
+    window->close(); // asynchronous
     settle();
   });
   EXPECT_TRUE(window->get_visible());

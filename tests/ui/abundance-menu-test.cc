@@ -14,7 +14,7 @@ namespace {
 
 constexpr int lingcod = 11;        // in the view
 constexpr int kelp_greenling = 12; // not in the view
-constexpr int mottled_star = 21;   // only its presence is noted
+constexpr int mottled_star = 21;   // only its presence is recorded
 
 class AbundanceMenuTest : public SpeciesWindowTest
 {
@@ -26,7 +26,7 @@ public:
     open_survey("Northwest", "Northwest: fish and invertebrates");
     choose(*window->listed_panel->species_view, "With invertebrates");
   }
-  // The menu that opens for a species; the user then closes it.
+  // Opens the menu of a species, closes it and returns it.
   Gtk::Menu* menu_for(int id) const
   {
     window->popup_abundance_menu(id, 0, GDK_CURRENT_TIME);

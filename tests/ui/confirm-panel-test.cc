@@ -21,7 +21,7 @@ const char* const please_fix =
 class ConfirmPanelTest : public WindowTest
 {
 public:
-  // A survey in which nothing is missing, shown on the Confirmation page.
+  // Opens a complete survey on the Confirmation page.
   void open_complete_survey(const Glib::ustring& type = "Northwest: fish and invertebrates")
   {
     open_window();
@@ -53,7 +53,7 @@ public:
   }
   void refresh() const { panel->refresh(); }
 
-  // Whether a label stands in bold red.
+  // Returns whether a label is in bold red.
   bool is_red(const Gtk::Label* label) const
   {
     return label->get_label().raw().find("fgcolor=\"red\"") != std::string::npos;
@@ -66,7 +66,7 @@ public:
     EXPECT_EQ(complete ? please_check : please_fix, panel->confirm_instructions->get_text().raw())
         << why;
   }
-  // The name is red, and the value says so.
+  // Expects a red name and this value.
   void expect_wrong(const Gtk::Label* name, const Gtk::Label* value, const char* text) const
   {
     EXPECT_TRUE(is_red(name)) << text;
@@ -128,7 +128,7 @@ TEST_F(ConfirmPanelTest, ShowsEverythingThatAnEmptySurveyLacksTogether)
     EXPECT_TRUE(is_red(value));
   }
   EXPECT_EQ("0", panel->conf_total_species->get_text());
-  EXPECT_FALSE(is_red(panel->conf_label_survey_type)); // no type chosen passes here
+  EXPECT_FALSE(is_red(panel->conf_label_survey_type)); // this page accepts no type
   expect_complete(false);
 }
 
@@ -160,7 +160,7 @@ TEST_F(ConfirmPanelTest, RefusesASurveyTypeThatIsNoLongerAvailable)
   refresh();
   EXPECT_TRUE(is_red(panel->conf_label_survey_type));
   expect_complete(false);
-  // The value's markup was turned off when the type was a good one.
+  // A previous valid type has turned the label's markup off.
   EXPECT_EQ("<span weight=\"bold\" fgcolor=\"red\">Northwest: old form - No longer "
             "available</span>",
             panel->conf_survey_type->get_text().raw());
@@ -261,7 +261,7 @@ TEST_F(ConfirmPanelTest, RequiresTheConfirmationOfAnUnusualBottomTime)
   EXPECT_TRUE(panel->confirm_bottom_time->get_visible());
   EXPECT_EQ("Confirm unusual bottom time", panel->confirm_bottom_time->get_label());
 
-  panel->confirm_bottom_time->set_active(true); // refreshes by itself
+  panel->confirm_bottom_time->set_active(true); // refreshes the page
   expect_right(panel->conf_label_bottom_time, panel->conf_bottom_time, "121 minutes");
   EXPECT_TRUE(panel->confirm_bottom_time->get_visible());
   EXPECT_EQ("Unusual bottom time confirmed", panel->confirm_bottom_time->get_label());
@@ -456,7 +456,7 @@ TEST_F(ConfirmPanelTest, IsRefreshedByTurningToThePage)
   open_complete_survey();
   go_to_page(window->member_panel->page);
   window->member_panel->member_id->set_text("");
-  expect_complete(true); // not looked at again yet
+  expect_complete(true); // not checked again yet
   go_to_page(panel->page);
   expect_wrong(panel->conf_label_member_id, panel->conf_member_id, "Required");
 }
@@ -567,7 +567,7 @@ TEST_F(ConfirmPanelTest, CollapsesNoFamilyByTabOrArrows)
 
 namespace {
 
-// The labels below a thing as a screen reader walks through them.
+// Adds the labels below an accessible object in the order of a screen reader.
 void add_labels(const Glib::RefPtr<Atk::Object>& thing, std::vector<std::string>& labels)
 {
   const auto role = thing->get_role();

@@ -1,5 +1,5 @@
-// Whether divers can read what the window shows, under light themes and dark ones:
-// computed from the styles in force and the window as it is drawn.
+// Checks that the window's texts are readable in light and dark themes. Computes the contrast from
+// the current styles and the drawn window.
 
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
@@ -24,8 +24,8 @@
 namespace {
 
 constexpr double readable = 4.5;
-constexpr double red_on_its_ground = 3; // no more is to be had of the fixed red
-constexpr double insensitive = 2.5;     // to be told that it is there
+constexpr double red_on_its_ground = 3; // the fixed red does not allow more
+constexpr double insensitive = 2.5;     // enough to see that a text exists
 
 const Gtk::StateFlags plain = Gtk::STATE_FLAG_NORMAL;
 const Gtk::StateFlags selected = Gtk::STATE_FLAG_SELECTED;
@@ -54,9 +54,9 @@ void expect_readable(const std::vector<ShownText>& texts, const std::string& whe
   }
 }
 
-// The themes that come with the toolkit.
+// A theme of the toolkit.
 struct Theme {
-  const char* name; // of the test
+  const char* name; // in the test's name
   const char* toolkit_name;
   bool is_dark;
 };
@@ -67,7 +67,7 @@ constexpr Theme themes[] = {usual,
                             {"HighContrast", "HighContrast", false},
                             {"HighContrastInverse", "HighContrastInverse", true}};
 
-// All of them, one after the other.
+// Runs with each theme.
 class Contrast : public SpeciesWindowTest, public testing::WithParamInterface<Theme>
 {
 protected:
@@ -77,13 +77,13 @@ protected:
   static void choose_theme(const Theme& theme)
   {
     const auto settings = Gtk::Settings::get_default();
-    settings->property_gtk_enable_animations() = false; // colours do not come by and by
+    settings->property_gtk_enable_animations() = false; // colours change at once
     settings->property_gtk_theme_name() = theme.toolkit_name;
     settings->property_gtk_application_prefer_dark_theme() = theme.is_dark;
     settle();
   }
 
-  // A window so large that hardly anything has to be scrolled.
+  // Opens a window that is so large that almost nothing needs scrolling.
   void open_large_window()
   {
     open_window();
@@ -112,7 +112,7 @@ protected:
     }
   }
 
-  // Everything that rows of species show, in one state of the row.
+  // Checks all texts of species rows in one state.
   void expect_rows_readable(const Gtk::TreeView& view, Gtk::StateFlags state)
   {
     const ShownText row = styled_text(view, state);
@@ -205,7 +205,7 @@ TEST_P(Contrast, MatchesTheThemeInLists)
     }
 }
 
-// The data's own colours, as cells and the instructions draw them.
+// Checks the colours of the data, as cells and the instructions draw them.
 TEST_P(Contrast, IsSufficientInDrawnRows)
 {
   application_dir.use_shipped_data();
@@ -253,7 +253,7 @@ TEST_P(Contrast, IsSufficientInMenusAlsoUnderThePointer)
   expect_readable({item, picked}, "menu");
 }
 
-// As window managers that tell which window has the keyboard have it.
+// Simulates a window manager that reports which window has the focus.
 TEST_P(Contrast, IsSufficientInTheWindowBehindADialog)
 {
   open_large_window();

@@ -1,5 +1,5 @@
-// The user interface definition file is checked as text: what the program looks
-// up in it, and what a diver who works by keyboard or by ear needs of it.
+// Checks the definition file of the user interface as a text: the widgets that the program looks
+// up, and what divers need who use the keyboard or a screen reader.
 
 #include <gtest/gtest.h>
 #include <libxml++/libxml++.h>
@@ -13,7 +13,7 @@ namespace {
 
 using Elements = std::vector<const xmlpp::Element*>;
 
-// Every element that the XPath expression finds from `node`.
+// Returns every element that the XPath expression finds from `node`.
 Elements find(const xmlpp::Node* node, const std::string& path)
 {
   Elements elements;
@@ -29,7 +29,7 @@ std::string text_of(const xmlpp::Element* element)
   return text ? text->get_content() : "";
 }
 
-// The value of an object's property; empty if the file does not give it.
+// Returns the value of an object's property; empty if the file does not have it.
 std::string property(const xmlpp::Element* object, const std::string& name)
 {
   const Elements found = find(object, "property[@name='" + name + "']");
@@ -49,7 +49,7 @@ std::string accessible_name(const xmlpp::Element* object)
   return found.empty() ? "" : text_of(found.front());
 }
 
-// The letter behind the underscore of a label, in lower case; 0 without one.
+// Returns the letter after the underscore of a label, in lower case; 0 if there is none.
 char mnemonic(const xmlpp::Element* object)
 {
   const std::string label = property(object, "label");
@@ -78,7 +78,7 @@ protected:
     return found.empty() ? nullptr : found.front();
   }
 
-  // All objects inside the object `id`, itself included.
+  // Returns all objects inside the object `id`, including itself.
   Elements objects_of(const std::string& id, const std::string& condition = "") const
   {
     return find(root, "//object[@id='" + id + "']/descendant-or-self::object" + condition);
@@ -282,7 +282,7 @@ TEST_F(DefinitionFile, LinksEachCaptionOfTheConfirmationPageToItsValue)
   }
 }
 
-// A frame around a tree would be one more stop on the way through the page.
+// A focusable frame around a tree would be another stop for the Tab key.
 TEST_F(DefinitionFile, MakesFramesFocusableOnlyIfTheyScrollText)
 {
   for (const auto* const frame : find(root, "//object[@class='GtkScrolledWindow']")) {
@@ -292,7 +292,7 @@ TEST_F(DefinitionFile, MakesFramesFocusableOnlyIfTheyScrollText)
   }
 }
 
-// A border lies outside of what the style sheet paints, and came out black.
+// The style sheet does not paint a border, which was black.
 TEST_F(DefinitionFile, LeavesTheMarginOfPaperToTheStyleSheet)
 {
   const Elements papers = find(root, "//object[@class='GtkGrid'][style/class[@name='paper']]");
@@ -300,8 +300,7 @@ TEST_F(DefinitionFile, LeavesTheMarginOfPaperToTheStyleSheet)
   EXPECT_EQ(property(papers.front(), "border-width"), "");
 }
 
-// The letters of the File and Help menus and of the row of buttons at the
-// bottom belong to every page.
+// The letters of the File and Help menus and of the buttons at the bottom are used on every page.
 TEST_F(DefinitionFile, GivesEachMnemonicOfAPageToOneWidget)
 {
   std::map<char, std::string> everywhere = {{'f', "File"}, {'h', "Help"}};

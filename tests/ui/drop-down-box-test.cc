@@ -9,8 +9,7 @@
 
 namespace {
 
-// A box from a definition of its own, with two entries that the program did not
-// put there.
+// A box from a separate definition, with two entries that the program did not add.
 class DropDown : public testing::Test
 {
 public:
@@ -30,7 +29,7 @@ public:
     box->signal_changed().connect([this] { ++changes; });
   }
 
-  // Labels in the order in which the user sees them.
+  // Returns the labels in the order in which the user sees them.
   std::string shown() const
   {
     std::string labels;
@@ -49,7 +48,7 @@ public:
     return items;
   }
 
-  // What takes the keyboard: a widget of the toolkit's own inside of the box.
+  // Returns the widget that has the focus, which the toolkit creates in the box.
   Glib::RefPtr<Atk::Object> focused() const
   {
     box->grab_focus();

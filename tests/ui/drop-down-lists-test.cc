@@ -1,4 +1,4 @@
-// The drop-down boxes of the real window: where their lists open, and what keys do.
+// Tests the drop-down boxes of the real window: where their lists open, and the effects of keys.
 
 #include "support/main-loop.h"
 #include "ui/listed-panel.h"
@@ -30,7 +30,7 @@ protected:
     page2 = window->survey_panel2;
   }
 
-  // Every box, with the page that it is on.
+  // Returns every box with its page.
   std::vector<std::pair<DropDownBox*, int>> boxes() const
   {
     std::vector<std::pair<DropDownBox*, int>> all;
@@ -57,7 +57,7 @@ protected:
     AtkObject* const accessible = gtk_combo_box_get_popup_accessible(GTK_COMBO_BOX(box.gobj()));
     return *Glib::wrap(GTK_MENU(gtk_accessible_get_widget(GTK_ACCESSIBLE(accessible))));
   }
-  // Turns to the page of a box and gives it the keyboard.
+  // Turns to the page of a box and gives it the focus.
   DropDownBox& focus(DropDownBox& box) const
   {
     go_to_page(page_of(box));
@@ -81,7 +81,7 @@ protected:
     wait_until("the list is closed", [&] { return !list_of(box).get_mapped(); });
   }
 
-  // The rectangle of a widget on the screen.
+  // Returns the rectangle of a widget on the screen.
   static Gdk::Rectangle place_of(Gtk::Widget& widget)
   {
     int left = 0;
@@ -98,7 +98,7 @@ protected:
            inner.get_x() + inner.get_width() <= outer.get_x() + outer.get_width() &&
            inner.get_y() + inner.get_height() <= outer.get_y() + outer.get_height();
   }
-  // The labels of an open list line by line, as "1 2 3|4 5".
+  // Returns the labels of an open list line by line, as "1 2 3|4 5".
   static std::string lines_of(DropDownBox& box)
   {
     std::string text;
@@ -112,7 +112,7 @@ protected:
     }
     return text;
   }
-  // The label of the current row of an open list, empty if there is none.
+  // Returns the label of the selected row of an open list; empty if there is none.
   static std::string picked_in(DropDownBox& box)
   {
     const auto rows = list_of(box).get_children();
@@ -122,7 +122,7 @@ protected:
     return "";
   }
 
-  // A key that bears this symbol, 0 if there is none: key bindings go by the key.
+  // Returns the code of a key with this symbol, or 0 if there is none. Key bindings use the code.
   static guint16 code_of(guint keyval)
   {
     GdkKeymapKey* keys = nullptr;
@@ -133,8 +133,7 @@ protected:
     g_free(keys);
     return code;
   }
-  // Presses a key. An open list gets all keys, as the toolkit arranges it. Keys follow
-  // each other quickly.
+  // Presses a key. An open list gets all keys, as in the toolkit. The pause between keys is short.
   void press(guint keyval, guint state = 0)
   {
     Gtk::Widget* target = window;
@@ -253,7 +252,7 @@ TEST_F(DropDownLists, KeepTheirNamesForScreenReaders)
   }
 }
 
-// A long name alone must not make a page wider than the window.
+// A long name must not make a page wider than the window.
 TEST_F(DropDownLists, TruncateALongTextInANarrowBox)
 {
   const auto settings = Gtk::Settings::get_default();

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The labels of all rows, two blanks for each level.
+// Returns the labels of all rows, indented by two blanks for each level.
 std::string labels_in(const Glib::RefPtr<Gtk::TreeStore>& store, const GeogTreeColumns& columns)
 {
   std::string text;

@@ -1,4 +1,4 @@
-// Whether the window and its dialogs stay usable with text of twice its size.
+// Checks that the window and its dialogs are usable at twice the text size.
 
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int normal_dpi = 96 * 1024; // in the settings' unit
+constexpr int normal_dpi = 96 * 1024; // in the unit of the setting
 // The smallest screen that is still common.
 constexpr int screen_width = 1366;
 constexpr int screen_height = 768;
@@ -47,7 +47,7 @@ protected:
     EXPECT_LE(least.height, screen_height) << what;
   }
 
-  // Neither the words nor a scroll bar that reaches them can be missing.
+  // Expects that every text is visible or can be reached with a scroll bar.
   void expect_reachable(Gtk::Widget& page)
   {
     auto* const scrolled = dynamic_cast<Gtk::ScrolledWindow*>(&page);
@@ -60,7 +60,7 @@ protected:
     wait_until("the page is laid out", [&] {
       auto& contents = *scrolled->get_child();
       int width = 0;
-      int height = 0; // which depends on the width that it has got
+      int height = 0; // depends on the width
       int natural = 0;
       contents.get_preferred_width(width, natural);
       contents.get_preferred_height_for_width(contents.get_allocated_width(), height, natural);
@@ -69,7 +69,7 @@ protected:
     });
   }
 
-  // Labels that are cut end in dots; only cells of lists may do that.
+  // A truncated label ends in dots. Only cells of lists may be truncated.
   void expect_no_dots(Gtk::Widget& widget)
   {
     if (const auto* const label = dynamic_cast<Gtk::Label*>(&widget)) {

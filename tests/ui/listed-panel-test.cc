@@ -23,7 +23,7 @@ public:
     button.set_active(true);
     settle();
   }
-  // The text that a column's first cell shows for a row.
+  // Returns the text that a column's first cell shows for a row.
   Glib::ustring cell_text(int column, const char* path) const
   {
     auto* view_column = tree().get_column(column);

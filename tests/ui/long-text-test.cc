@@ -1,5 +1,5 @@
-// Whether the window bears texts of any length and with any markup, in its entries and
-// in the data.
+// Checks that the window accepts texts of any length and with any markup, in its entries and in the
+// data.
 
 #include "core/displayed-text.h"
 #include "support/main-loop.h"
@@ -32,7 +32,7 @@ std::string times(int count, const std::string& text)
 
 struct Attack {
   const char* why;
-  std::string text; // without line ends, which no data file holds
+  std::string text; // without line ends, which a data file cannot have
 };
 
 const Attack attacks[] = {
@@ -51,7 +51,7 @@ const Attack attacks[] = {
 class LongText : public SpeciesWindowTest
 {
 protected:
-  // Puts a text wherever the data hold one that is displayed.
+  // Replaces every displayed text of the data with `text`.
   void put_into_data(const std::string& text)
   {
     std::string quoted = "\"";

@@ -18,7 +18,7 @@ public:
   }
 };
 
-// A combo box hands the focus to the button inside it.
+// Returns whether a widget has the focus. A combo box gives the focus to the button inside it.
 bool has_focus(const SurveyWindow& window, const Gtk::Widget& widget)
 {
   const Gtk::Widget* focus = window.get_focus();

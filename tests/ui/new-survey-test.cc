@@ -24,8 +24,8 @@ public:
     window->member_panel->member_id->set_text(id);
     window->member_panel->last_name->set_text(last_name);
   }
-  // Starts a new survey, giving up this one's changes if it has any; returns
-  // its window, which has to be the only one on the screen.
+  // Starts a new survey and discards changes of this one. Returns its window, which must be the
+  // only visible one.
   SurveyWindow* start() const
   {
     const bool asks = window->file_needs_saving();

@@ -40,7 +40,7 @@ public:
     (*row)[columns.name] = "n" + std::to_string(number);
     return row;
   }
-  // Paths and numbers of all rows, as "0=10 0:0=11".
+  // Returns paths and numbers of all rows, as "0=10 0:0=11".
   std::string rows(const Glib::RefPtr<Gtk::TreeModel>& model) const
   {
     std::string text;
@@ -54,7 +54,7 @@ public:
     return text;
   }
 
-  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // as a window would do
+  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // usually done by a window
   NumberColumns columns;
   Glib::RefPtr<Gtk::TreeStore> store = plain_store(columns);
 };
@@ -113,5 +113,5 @@ TEST_F(PlainModelsTest, AFilterReleasesItsRule)
   EXPECT_EQ(2, held.use_count());
   filter.reset();
   EXPECT_EQ(1, held.use_count());
-  store->clear(); // and nobody is left to be told
+  store->clear(); // the filter no longer exists
 }

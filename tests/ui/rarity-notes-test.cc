@@ -1,4 +1,4 @@
-// What species trees say about shaded rows to those who point at them or listen.
+// Tests how species trees explain shaded rows in tooltips and to screen readers.
 
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
@@ -15,7 +15,7 @@ namespace {
 const std::string very_rare = "This species is very rare, often misidentified, and/or difficult to "
                               "identify. Please select with care.";
 
-// A window with the shipped data, in which the found species are all of a region.
+// A window with the shipped data that finds all species of a region.
 class RarityNotes : public SpeciesWindowTest
 {
 public:
@@ -30,7 +30,7 @@ public:
 
   Gtk::TreeView& found() const { return *window->unlisted_panel->found_species_tree; }
 
-  // The first row with a shaded name, or the first species without one.
+  // Returns the first row with a shaded name, or the first species without one.
   Gtk::TreePath first_row(bool is_shaded) const
   {
     Gtk::TreePath path;
@@ -47,7 +47,7 @@ public:
     return path;
   }
 
-  // The words in all tooltips that there are, shown or not.
+  // Returns the texts of all tooltips, visible or not.
   static std::string words_of_tooltips()
   {
     std::string words;
@@ -64,7 +64,7 @@ public:
       container->foreach ([&words](Gtk::Widget& child) { add_words(child, words); });
   }
 
-  // What the tree would show in a tooltip at the row, by mouse; empty for nothing.
+  // Returns the text of the tooltip for the mouse at the row; empty if there is none.
   std::string tooltip_at(const Gtk::TreePath& path) const
   {
     found().scroll_to_row(path);
@@ -82,7 +82,7 @@ public:
     return is_shown ? text : "";
   }
 
-  // The description of the cell that is announced when the cursor goes to the row.
+  // Returns the description of the cell that is announced when the cursor goes to the row.
   std::string description_at(const Gtk::TreePath& path) const
   {
     std::string description = "(nothing was announced)";

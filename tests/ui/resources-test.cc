@@ -1,4 +1,4 @@
-// The texts and images that ship beside the definition file.
+// Tests the texts and images that are shipped with the definition file.
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <glibmm/fileutils.h>
@@ -22,7 +22,7 @@ std::string resource(const std::string& name)
   return MAVO_RESOURCES "/" + name;
 }
 
-// What the markup parser says against the text; empty if nothing.
+// Returns the error of the markup parser; empty if the text is valid.
 std::string markup_complaint(const std::string& text)
 {
   GError* error = nullptr;

@@ -30,7 +30,7 @@ public:
   {
     return columns.append(store, family, content);
   }
-  // The ids of the rows with all words in that column, as "3 2".
+  // Returns the ids of the rows with all words in that column, as "3 2".
   std::string found(const char* text, const SearchedSpecies::NameColumn& column)
   {
     const auto words = split_search_words(Glib::ustring(text).lowercase());
@@ -41,7 +41,7 @@ public:
     return ids;
   }
 
-  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // as a window would do
+  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // usually done by a window
   SpeciesTreeColumns columns{nullptr};
   Glib::RefPtr<Gtk::TreeStore> store = plain_store(columns);
   SearchedSpecies searched;
@@ -98,7 +98,7 @@ TEST_F(SearchedSpeciesTest, AreFoundByTheWordsOfAnyColumn)
       {"amp", columns.col_common, "3"},
       {"background", columns.col_common, "3 1"},
       {"bold", columns.col_common, "-1 -1"},
-      {"", columns.col_spanish, "-1 3 2 -1 1"}, // an empty word stands in any text
+      {"", columns.col_spanish, "-1 3 2 -1 1"}, // an empty word is in every text
       {"  ", columns.col_spanish, "-1 3 2 -1 1"},
       {" gray ", columns.col_common, "2"},
       {"zzz", columns.col_both, ""},

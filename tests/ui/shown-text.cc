@@ -53,7 +53,7 @@ bool is_bold(PangoAttrIterator* iterator)
   return weight && reinterpret_cast<const PangoAttrInt*>(weight)->value >= PANGO_WEIGHT_BOLD;
 }
 
-// What a window looks like, copied from what it paints on the screen.
+// A copy of what a window paints on the screen.
 class Picture
 {
 public:
@@ -62,11 +62,11 @@ public:
                                             toplevel.get_allocated_height()))
   {
     paint(toplevel);
-    settle(); // lists place their columns only now
+    settle(); // lists lay out their columns now
     paint(toplevel);
   }
 
-  // The colour of most pixels of an area.
+  // Returns the most frequent colour of an area.
   Gdk::RGBA ground(const Gdk::Rectangle& area) const
   {
     std::map<std::uint32_t, int> counts;
@@ -111,7 +111,7 @@ private:
   Cairo::RefPtr<Cairo::ImageSurface> surface;
 };
 
-// Where a widget can be seen; empty if it is scrolled out of sight.
+// Returns the visible area of a widget; empty if it is not visible because of scrolling.
 Gdk::Rectangle visible_area(Gtk::Widget& widget, Gtk::Widget& toplevel)
 {
   Gdk::Rectangle area(0, 0, toplevel.get_allocated_width(), toplevel.get_allocated_height());
@@ -127,7 +127,7 @@ Gdk::Rectangle visible_area(Gtk::Widget& widget, Gtk::Widget& toplevel)
   return area;
 }
 
-// How opaque a widget is with all that it is in.
+// Returns the opacity of a widget including its parents.
 double opacity_of(Gtk::Widget& widget)
 {
   double opacity = 1;
@@ -149,7 +149,7 @@ Gdk::RGBA text_colour(Gtk::Widget& widget)
   return colour;
 }
 
-// Placeholders have a colour of their own.
+// Returns the colour of the text; a placeholder has another colour.
 Gdk::RGBA text_colour(Gtk::Entry& entry)
 {
   Gdk::RGBA colour;
@@ -159,7 +159,7 @@ Gdk::RGBA text_colour(Gtk::Entry& entry)
   return text_colour(static_cast<Gtk::Widget&>(entry));
 }
 
-// The markup that one widget shows; empty if it shows no words.
+// Returns the markup that a widget shows; empty if it shows no text.
 Glib::ustring markup_of(Gtk::Widget& widget)
 {
   if (const auto* const label = dynamic_cast<Gtk::Label*>(&widget))
@@ -170,8 +170,8 @@ Glib::ustring markup_of(Gtk::Widget& widget)
   return dynamic_cast<Gtk::CellView*>(&widget) ? "(chosen)" : "";
 }
 
-// Labels may have colours beside those of their markup: here only words that stand on a
-// ground of their own, all of them in one colour.
+// Labels may have attributes with colours besides their markup. Here these are only words with
+// their own background, all in one colour.
 Gdk::RGBA colour_over(Gtk::Widget& widget, const ShownText& text)
 {
   auto* const label = dynamic_cast<Gtk::Label*>(&widget);
@@ -239,7 +239,7 @@ std::vector<ShownText> texts_of_markup(const Glib::ustring& markup, const Gdk::R
   PangoAttrList* parsed = nullptr;
   char* words = nullptr;
   if (!pango_parse_markup(markup.c_str(), -1, 0, &parsed, &words, nullptr, nullptr))
-    return {{markup, blend(colour, ground), ground}}; // a link: shown in its own colour
+    return {{markup, blend(colour, ground), ground}}; // a link has its own colour
   const Attributes attributes(parsed);
   const std::string text = words;
   g_free(words);

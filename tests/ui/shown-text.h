@@ -7,31 +7,31 @@
 
 #include <vector>
 
-// A text on the screen, in the colour of its style, and the colour around it.
+// A visible text with the colour of its style and the colour around it.
 struct ShownText {
   Glib::ustring words;
   Gdk::RGBA colour;
   Gdk::RGBA ground;
   bool is_bold = false;
   bool has_own_ground = false; // from its markup
-  bool is_value = false;       // of a field, which is to be read even if it is insensitive
+  bool is_value = false;       // of a field, which must be readable even if it is insensitive
   bool is_sensitive = true;
 };
 
-// How far two colours stand apart, from 1 (alike) to 21 (black and white), by
-// the definition of the Web Content Accessibility Guidelines.
+// Returns the contrast of two colours, from 1 (equal) to 21 (black and white), as defined by the
+// Web Content Accessibility Guidelines.
 double contrast(const Gdk::RGBA& one, const Gdk::RGBA& other);
 
-// `top` painted on an opaque `ground`.
+// Returns the colour of `top` on an opaque `ground`.
 Gdk::RGBA blend(const Gdk::RGBA& top, const Gdk::RGBA& ground);
 
-// All texts of labels, buttons, fields and headings of lists that a window
-// shows just now, with the ground as it was drawn.
+// Returns all visible texts of labels, buttons, fields and headings of lists in a window, with
+// their drawn background.
 std::vector<ShownText> shown_texts(Gtk::Widget& toplevel);
 
-// Some markup with each of its colours, as shown in `colour` on `ground`.
+// Returns the parts of a markup with their colours, if it is shown in `colour` on `ground`.
 std::vector<ShownText> texts_of_markup(const Glib::ustring& markup, const Gdk::RGBA& colour,
                                        const Gdk::RGBA& ground);
 
-// What a widget's style says about rows or entries in such a state.
+// Returns the colours of a widget's style for rows or entries in that state.
 ShownText styled_text(const Gtk::Widget& widget, Gtk::StateFlags state);

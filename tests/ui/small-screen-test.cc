@@ -1,5 +1,4 @@
-// What the window shows of the lists of species at its first size, 900 by 600, with the
-// data that come with the program.
+// Tests the lists of species at the window's initial size, 900 by 600, with the shipped data.
 
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
@@ -23,7 +22,7 @@ public:
     let_draw(*window);
   }
 
-  // How many rows below each other have room in a list.
+  // Returns the number of rows that are visible in a list.
   static int rows_in_sight(Gtk::TreeView& list)
   {
     Gdk::Rectangle row;
@@ -34,7 +33,7 @@ public:
     return row.get_height() > 0 ? sight.get_height() / row.get_height() : 0;
   }
 
-  // Whether a list can be seen as a whole, its page not being scrolled.
+  // Returns whether a list is completely visible without scrolling its page.
   bool is_on_the_page(Gtk::Widget& list) const
   {
     auto& page = *window->notebook->get_nth_page(window->notebook->get_current_page());

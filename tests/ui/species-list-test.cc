@@ -41,7 +41,7 @@ std::vector<SpeciesListItem> sorted_species(RegionFishInfo& fish, const IdSet& v
   return all_species_list(fish, view, shown, order);
 }
 
-// As "id/family", with a star behind species of the view.
+// Returns "id/family" for each species, with a star after species of the view.
 std::string as_text(const std::vector<SpeciesListItem>& list)
 {
   std::string text;
@@ -83,7 +83,7 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
     EXPECT_EQ(c.expected, c.first < c.second) << c.why;
 }
 
-// Names that a locale may take for equal, or set in an order of its own.
+// Tests names that a locale may treat as equal or sort in its own order.
 TEST(SpeciesOrder, IsThatOfTheLocaleAndSortsEqualNamesAlike)
 {
   const char* const names[] = {

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The words between bars, as "|gray|snap|".
+// Returns the words between bars, as "|gray|snap|".
 std::string barred(const std::vector<Glib::ustring>& words)
 {
   std::string text = "|";
@@ -29,7 +29,7 @@ TEST(SpeciesSearch, SplitsAtEachSingleBlank)
       {" ", "|||"},
       {"", "||"},
       {"a\tb\nc", "|a\tb\nc|"},
-      {"a\u00a0b", "|a\u00a0b|"}, // only the plain blank counts
+      {"a\u00a0b", "|a\u00a0b|"}, // only U+0020 separates words
       {"jocú añil", "|jocú|añil|"},
   };
   for (const auto& c : cases)

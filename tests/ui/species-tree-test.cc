@@ -242,7 +242,7 @@ public:
   }
   void type(const char* text) { type_text(*window, text); }
   void press(unsigned int keyval) { press_key(*window, keyval); }
-  // The row that has been found by this text, typed anew; then the search is over.
+  // Types the text in a new search, ends the search, and returns the row that was found.
   std::string found_by(const char* text)
   {
     start_at("0");

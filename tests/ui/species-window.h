@@ -10,38 +10,37 @@
 #include <map>
 #include <string>
 
-// A window on the screen with a survey in it, for tests of the species tables.
+// A visible window with a survey, for tests of the species tables.
 class SpeciesWindowTest : public WindowTest
 {
 public:
-  // Opens a window and chooses place and survey type, as the user does, and
-  // turns to the page of listed species.
+  // Opens a window, chooses location and survey type, as the user does, and turns to the page of
+  // listed species.
   void open_survey(const Glib::ustring& subregion, const Glib::ustring& survey_type);
   void open_northwest() { open_survey("Northwest", "Northwest: abundance"); }
 
-  // A store or filter as text, one line for each row: families as "Greenlings:", species
-  // as "  11 Lingcod = None", with a star behind those of the view. Names are
-  // shown without their markup.
+  // Returns a store or filter as a text with one line for each row: families as "Greenlings:",
+  // species as "  11 Lingcod = None", with a star after species of the view. Names have no markup.
   std::string rows(const Glib::RefPtr<Gtk::TreeModel>& model) const;
   std::string listed_rows() const;
   std::string unlisted_rows() const;
-  // Which families of the page's tree are unfolded, as "0 1 0".
+  // Returns which families of the page's tree are expanded, as "0 1 0".
   std::string unfolded() const;
-  // The labels and titles of the page's tree's columns, as "ID|Common Name".
+  // Returns the titles of the columns of the page's tree, as "ID|Common Name".
   std::string column_titles() const { return titles_of(tree()); }
   static std::string titles_of(Gtk::TreeView& any_tree);
-  // The path of a species' first row in the page's tree, as "1:0".
+  // Returns the path of a species' first row in the page's tree, as "1:0".
   Gtk::TreePath path_of(int id) const;
 
-  // Chooses an item of a menu by its label; fails the test without such a one.
+  // Chooses an item of a menu by its label. Fails the test if there is none.
   static void choose_item(Gtk::Menu& menu, const Glib::ustring& label);
   static std::string item_labels(Gtk::Menu& menu);
-  // Marks a species as if through its menu.
+  // Marks a species like its menu.
   void mark(int id, int abundance) const;
-  // The menu that is open, null if there is none. Closes it.
+  // Closes the open menu and returns it, or returns null if there is none.
   Gtk::Menu* close_open_menu() const;
 
-  // A press of a button in the middle of a row of the page's tree.
+  // Returns a press of a button in the middle of a row of the page's tree.
   GdkEventButton press_on(const Gtk::TreePath& path, unsigned int button) const
   {
     return press_in(tree(), path, button);

@@ -31,7 +31,7 @@ public:
     panel = window->start_panel;
   }
 
-  // Puts a survey of a member into the store.
+  // Writes a survey of a member to the store.
   std::string put(MyApp::WhichDir which, const std::string& name,
                   const std::string& member_id = "1234") const
   {
@@ -41,7 +41,7 @@ public:
     return path;
   }
   void rebuild() const { panel->build_survey_model(); }
-  // The list as text: each row indented by its depth.
+  // Returns the list as a text with each row indented by its depth.
   std::string rows() const
   {
     std::string text;
@@ -74,7 +74,7 @@ public:
     event.keyval = keyval;
     return panel->on_survey_kb_event(&event);
   }
-  // The buttons of the selected survey, as "Edit Mark-For-Upload(hidden) ...".
+  // Returns the buttons of the selected survey, as "Edit Mark-For-Upload(hidden) ...".
   std::string actions() const
   {
     std::string text;
@@ -139,7 +139,7 @@ TEST_F(StartPanelTest, ShowsAFileWithoutADescriptionAsCorruptedAndWithoutAMember
 {
   put(in_progress, "good");
   write_file(path_of(in_progress, "note"), "a note");
-  // Its member is read before its place turns out to be unknown.
+  // Its member is read before its location is found to be unknown.
   write_file(path_of(in_progress, "unknown"),
              SurveyFile().with("subregion", "<subregion>XYZ</subregion>").text());
   fs::create_directory(path_of(in_progress, "directory"));

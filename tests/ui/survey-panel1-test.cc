@@ -17,7 +17,7 @@ namespace {
 class SurveyPanel1Test : public WindowTest
 {
 public:
-  // The window, with a place and a survey type if they are given.
+  // Opens the window and chooses location and survey type unless they are empty.
   SurveyPanel1* open_panel(const Glib::ustring& place = "", const Glib::ustring& type = "")
   {
     panel = open_window()->survey_panel1;
@@ -50,7 +50,7 @@ const char* const northwest_type = "Northwest: abundance";
 
 } // namespace
 
-// --- what a new survey starts with ---
+// --- a new survey ---
 
 TEST_F(SurveyPanel1Test, StartsWithOnlyLocationDateAndTimeSensitive)
 {
@@ -161,7 +161,7 @@ TEST_F(SurveyPanel1Test, ChangesTheLocationAtOnceIfNothingIsMarked)
 {
   open_panel("Northwest", northwest_type);
   SurveyData& survey = window->survey;
-  survey.abundances[10] = 0; // looked at and left
+  survey.abundances[10] = 0; // not marked
   survey.filename = "saved";
   survey.file_etag = "tag";
   panel->zonecode->set_text("31020003");
@@ -280,7 +280,7 @@ TEST_F(SurveyPanel1Test, KeepsTheSurveyWhenTheCurrentSubregionIsSetUpAgain)
   EXPECT_EQ((std::map<int, int>{{10, 2}}), window->survey.abundances);
   EXPECT_EQ("saved", window->survey.filename);
   EXPECT_EQ("31020003", panel->get_zonecode());
-  EXPECT_EQ(-1, panel->survey_subtype->get_id()); // filled anew
+  EXPECT_EQ(-1, panel->survey_subtype->get_id()); // the list has been filled again
   EXPECT_EQ(nullptr, window->survey.survey_subtype);
 }
 
@@ -330,7 +330,7 @@ TEST_F(SurveyPanel1Test, RestoresTheBoxIfNewDataLackTheChosenLocation)
   EXPECT_EQ("PNW", window->survey.subregion);
 }
 
-// --- handlers that are kept quiet ---
+// --- suppressed handlers ---
 
 TEST_F(SurveyPanel1Test, TracesSuppressedHandlers)
 {

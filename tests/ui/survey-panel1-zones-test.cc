@@ -20,7 +20,7 @@ public:
     return panel;
   }
 
-  // The rows that the user can see, two blanks for each level.
+  // Returns the visible rows, indented by two blanks for each level.
   std::string visible_rows() const
   {
     std::string text;
@@ -169,7 +169,7 @@ TEST_F(ZoneTest, NamesTheZoneOfTheCode)
       {"3abcdefg", "Zone Name: ", "Washington, Washington, Washington",
        "Washington, Washington, Washington", true},
       {"40100010", "Zone Name: ", "California, San Diego, La Jolla Cove",
-       "California, San Diego, La Jolla Cove", true}, // the region's, though not in the tree
+       "California, San Diego, La Jolla Cove", true}, // in the region, but not in the tree
   };
   open_panel();
   for (const auto& c : cases) {
@@ -193,7 +193,7 @@ TEST_F(ZoneTest, NamesNothingWithoutACode)
     EXPECT_EQ("", panel->zone_name->get_text());
     EXPECT_EQ("", panel->site_text);
     EXPECT_EQ(window->base_title, window->get_title());
-    EXPECT_TRUE(panel->zone_complete); // as the last code left it
+    EXPECT_TRUE(panel->zone_complete); // not changed since the last code
   }
 }
 
@@ -251,7 +251,7 @@ TEST_F(ZoneTest, LeavesTheCodeOfAnUploadedSurveyAlone)
   click("0:0:0");
   EXPECT_EQ("31020004", panel->zonecode->get_text());
   click("0");
-  EXPECT_EQ("3: Washington\n", visible_rows()); // but it can be walked through
+  EXPECT_EQ("3: Washington\n", visible_rows()); // but the user can move in it
 }
 
 TEST_F(ZoneTest, TakesNoClickFromARebuiltTree)
@@ -290,7 +290,7 @@ TEST_F(ZoneTest, FoldsALevelAboveTheChosenZone)
   EXPECT_EQ("3: Washington\n", visible_rows());
   EXPECT_EQ("31020003", panel->zonecode->get_text());
 
-  click("0"); // where the cursor was left; a click is one again
+  click("0"); // the cursor is already there, but it is a click again
   EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
 }
 
@@ -301,7 +301,7 @@ namespace {
 class ZoneKeysTest : public ZoneTest
 {
 public:
-  // Types a text into the search field, which then has the keyboard.
+  // Types a text into the search field, which then has the focus.
   void search_by_keys(const char* text)
   {
     panel->zone_search->grab_focus();

@@ -39,7 +39,7 @@ std::size_t rows(const DropDownBox* box)
 
 } // namespace
 
-// --- what a new survey starts with ---
+// --- a new survey ---
 
 TEST_F(SurveyPanel2Test, StartsInFahrenheitWithNothingElseChosen)
 {
@@ -192,7 +192,7 @@ TEST_F(SurveyPanel2Test, DescribesTheHabitatsOfTheRegion)
                          std::string("habitatid,habitatname,habitatdescr\n") + c.habitats);
     application_dir.file("habitatregion.csv",
                          std::string("regioncode,habitat,habitatid\n") + c.region_habitats);
-    my_app = nullptr; // the next window reads the data anew
+    my_app = nullptr; // the next window reads the data again
     open_panel("Northwest");
     EXPECT_EQ(c.label, panel->habitat_descr->get_label()) << c.why;
     EXPECT_EQ(c.text, panel->habitat_descr->get_text()) << c.why;
@@ -286,10 +286,10 @@ TEST_F(SurveyPanel2Test, DoesNotChangeAnUnlockedMaximumThatIsSnorkel)
   open_panel();
   panel->max_depth->set_label("Snorkel");
   panel->max_depth->set_sensitive(true);
-  panel->max_depth->set_label("Deep"); // an open box is not linked
+  panel->max_depth->set_label("Deep"); // an unlocked box is not linked
   expect_depths("Snorkel", "Deep", true);
 
-  // The average does not lock a maximum that agrees already.
+  // The average does not lock a maximum with the same value.
   panel->avg_depth->set_label("Shallow");
   panel->max_depth->set_label("Snorkel");
   panel->max_depth->set_sensitive(true);

@@ -1,4 +1,4 @@
-// What other code finds behind the interface's chief header alone.
+// Tests what the chief header of the folder includes.
 
 #include "ui/survey-ui.h"
 

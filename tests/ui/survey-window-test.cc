@@ -21,7 +21,7 @@ namespace {
 class SurveyWindowTest : public WindowTest
 {
 public:
-  // What a click on the frame's close button does.
+  // Does what a click on the frame's close button does.
   void close_by_frame() const
   {
     GdkEvent* event = gdk_event_new(GDK_DELETE);
@@ -78,7 +78,7 @@ TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatTheUserHasSeen)
              window->start_panel, window->member_panel, window->survey_panel1,
              window->survey_panel2, window->listed_panel, window->unlisted_panel,
              window->confirm_panel})
-      pages += panel->is_visible() ? "x" : "-"; // with all that it lies in
+      pages += panel->is_visible() ? "x" : "-"; // including its parents
     return pages;
   };
   EXPECT_EQ("x------", laid_out());
@@ -208,7 +208,7 @@ TEST_F(SurveyWindowTest, HasOnlyIconsThatCouldBeLoaded)
   create_window();
   const auto loaded = MyApp::icon_list;
   ASSERT_EQ(5U, loaded.size());
-  MyApp::icon_list.emplace_back(); // what a missing file leaves
+  MyApp::icon_list.emplace_back(); // the entry of a missing file
   create_window();
   MyApp::icon_list = loaded;
   for (const Gtk::Window* labelled :
@@ -282,7 +282,7 @@ TEST_F(SurveyWindowTest, MarksAsReadyFromItsButton)
 {
   open_window();
   choose_subregion("Northwest");
-  window->ready_button->set_sensitive(true); // as a complete survey does
+  window->ready_button->set_sensitive(true); // as in a complete survey
   answer_next_dialog(Gtk::RESPONSE_OK, [&] { press(*window->ready_button); });
   EXPECT_EQ(my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD) + "/PNW-00000000-0000.MAVO-Survey",
             window->survey.filename);

@@ -1,4 +1,4 @@
-// What the tooltips say: what a widget is for, or why it cannot be used now.
+// Tests the tooltips: the purpose of a widget, or the reason why it cannot be used now.
 
 #include "store/saving-test.h"
 #include "store/survey-file.h"
@@ -23,7 +23,7 @@ public:
   {
     return of(widget).find(words) != std::string::npos;
   }
-  // Opens a survey in which nothing is missing.
+  // Opens a complete survey.
   void open_survey_in(MyApp::WhichDir which) const
   {
     const std::string path = path_of(which, "one");
@@ -84,7 +84,7 @@ TEST_F(Tooltips, OfAnUploadedSurveySayThatItHasBeenUploaded)
     EXPECT_FALSE(widget->get_sensitive()) << widget->get_name();
     EXPECT_EQ(uploaded_already, of(widget)) << widget->get_name();
   }
-  EXPECT_EQ("A part of the name is enough", of(where.zone_search)); // still of use
+  EXPECT_EQ("A part of the name is enough", of(where.zone_search)); // still useful
 }
 
 TEST_F(Tooltips, OfTheStartPageExplainWhatTheyNeed)

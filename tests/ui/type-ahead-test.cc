@@ -19,8 +19,8 @@ Labels days()
   return result;
 }
 
-// The row where typing leads to without a pause, as its label; empty if the last
-// letter finds no row.
+// Types a text without a pause. Returns the label of the row, or an empty text if the last letter
+// finds no row.
 std::string typed(TypeAhead& search, const Glib::ustring& text, const Labels& labels,
                   int current = -1)
 {

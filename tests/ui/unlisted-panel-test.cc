@@ -60,7 +60,7 @@ public:
   }
   std::string found() const { return rows(panel().found_filter); }
   std::string selected() const { return rows(panel().selected_filter); }
-  // Which headings can be seen above the results: "", "found", "none" or both.
+  // Returns the visible headings above the results: "", "found", "none" or both.
   std::string headings() const
   {
     return std::string(panel().found_species_heading->get_visible() ? "found" : "") +
@@ -79,7 +79,7 @@ public:
     GdkEventButton event = press_in(*panel().selected_species_tree, Gtk::TreePath(path), button);
     return panel().on_selected_species_clicked(&event);
   }
-  // Chooses from the menu that is open, as the user does.
+  // Chooses from the open menu, as the user does.
   void choose_in_menu(const Glib::ustring& label) const
   {
     if (auto* menu = close_open_menu())
@@ -165,7 +165,7 @@ TEST_F(UnlistedPanelTest, ExplainsTheSearch)
             panel().unlisted_instructions->get_text());
 }
 
-// --- what a search finds ---
+// --- results of a search ---
 
 TEST_F(UnlistedPanelTest, FindsWordsInAnyOrderAndCase)
 {
@@ -179,7 +179,7 @@ TEST_F(UnlistedPanelTest, FindsWordsInAnyOrderAndCase)
   } cases[] = {
       {"gray snap", gray, 1},      {"GRAY SNAP", gray, 1}, {"snapper, gray", gray, 1},
       {"  gray   snap ", gray, 1}, {"apper", both, 2},     {"gray snap dog", no_rows, 0},
-      {"snappers", no_rows, 0}, // that is the family
+      {"snappers", no_rows, 0}, // the name of the family
       {"griseus", no_rows, 0},     {" ", all_florida, 3},
   };
   for (const auto& c : cases) {
@@ -314,7 +314,7 @@ TEST_F(UnlistedPanelTest, SearchesAFamilysSpanishCellIfItIsShown)
 {
   open_florida_page();
   search_in("Family Name");
-  const char* const empty_cell = "\"></span>"; // a family's Spanish cell holds no name
+  const char* const empty_cell = "\"></span>"; // a family's Spanish cell has no name
   search(empty_cell);
   EXPECT_EQ(0, panel().num_found);
   window->listed_panel->spanish_enable->set_active();
@@ -385,7 +385,7 @@ TEST_F(UnlistedPanelTest, TheSearchFieldDoesNotMoveDuringTyping)
 {
   open_northwest_page();
   const auto place = [&] {
-    window->check_resize(); // a layout at once, not with the next frame
+    window->check_resize(); // lays out at once, not with the next frame
     return panel().search_box->get_allocation().get_y();
   };
   const int unmarked = place();

@@ -11,7 +11,7 @@ constexpr int longfin_sculpin = 10;
 constexpr int lingcod = 11;        // in all of the Northwest's views
 constexpr int kelp_greenling = 12; // in none of them
 
-// Results that take the place of others: what stays as it was.
+// Tests what stays unchanged when new results replace others.
 class UnlistedResultsTest : public SpeciesWindowTest
 {
 public:
@@ -25,7 +25,7 @@ public:
     open_northwest();
     go_to_page(panel().page);
   }
-  // A place of the shipped data, with more species than the page has room for.
+  // Opens a location of the shipped data with more species than the page can show.
   void open_long_page()
   {
     application_dir.use_shipped_data();
@@ -40,7 +40,8 @@ public:
     settle();
   }
   std::string found() const { return rows(panel().found_filter); }
-  // The species in the row of the cursor, 0 without a cursor, and whether it is selected.
+  // Returns the species in the row of the cursor, or 0 without a cursor. Expects that the row is
+  // selected.
   int species_at_cursor() const
   {
     const auto path = cursor_path(results());
@@ -66,7 +67,7 @@ TEST_F(UnlistedResultsTest, TheCursorStaysOnASpeciesThatIsStillFound)
   }
 }
 
-// Another row was never chosen by the diver, who would mark it without having looked.
+// The diver did not choose another row and could mark it by mistake.
 TEST_F(UnlistedResultsTest, TheCursorDoesNotGoToAnotherSpecies)
 {
   open_page();

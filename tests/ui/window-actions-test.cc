@@ -22,14 +22,14 @@ public:
   WindowActions() { open_window(); }
 
   void activate(const char* action) const { window->actions.at(action)->activate(); }
-  // Whether the window takes the key, pressed together with Control.
+  // Presses a key with Control. Returns whether the window handles it.
   bool press_control(unsigned int key) const
   {
     const bool taken = gtk_accel_groups_activate(G_OBJECT(window->gobj()), key, GDK_CONTROL_MASK);
     settle();
     return taken;
   }
-  // Puts a file in place of one that is shipped; removes that if null.
+  // Replaces a shipped file with `text`, or removes it if `text` is null.
   void replace_resource(const char* name, const char* text) const
   {
     const fs::path resources = application_dir.root + "/resources";
@@ -46,7 +46,7 @@ public:
   }
 };
 
-// The menu's visible entries; a separator is "-".
+// Returns the menu's visible entries; a separator is "-".
 std::vector<std::string> entries(Gtk::MenuShell& menu)
 {
   std::vector<std::string> labels;

@@ -1,4 +1,4 @@
-// The tables of a window while newer reference data are installed.
+// Tests the tables of a window when newer reference data are installed.
 #include "core/my-app.h"
 #include "data/reference-data.h"
 #include "support/output.h"
@@ -21,7 +21,7 @@ class WindowData : public WindowTest
 public:
   WindowData() { create_window(); }
 
-  // Data that differ from the minimal set in every table that the panels read.
+  // Installs data that differ from the minimal set in every table that the panels read.
   void install_newer_data() const
   {
     application_dir.file("data-file-info.txt", "timestamp=20220202000000\nupdated=today\n");
@@ -49,7 +49,7 @@ public:
     return labels;
   }
 
-  // Species below the families of the list.
+  // Returns the number of species in the list.
   std::size_t listed_species() const
   {
     std::size_t count = 0;

@@ -1,4 +1,4 @@
-// Where a window appears that takes the place of another, as the window manager has it.
+// Tests where the window manager places a window that replaces another one.
 
 #include "support/dialogs.h"
 #include "support/main-loop.h"
@@ -43,7 +43,7 @@ public:
     settle();
   }
 
-  // The window that takes the place of the present one, once it is drawn.
+  // Replaces the window with a new one and returns that when it is drawn.
   SurveyWindow* next_window() const
   {
     NextWindow next(*my_app);

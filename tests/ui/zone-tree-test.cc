@@ -18,7 +18,7 @@ struct Place {
   const char* subregion = "FLA";
 };
 
-// The rows as text, one a line, two blanks for each level.
+// Returns the rows as a text with one line for each, indented by two blanks for each level.
 std::string tree(const std::vector<Zone>& zones, const Glib::ustring& search = "",
                  const Place& place = {})
 {
