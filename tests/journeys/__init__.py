@@ -1,7 +1,6 @@
-"""Journeys through the running program, by what its screen offers alone.
+"""Journeys through the running program, only by its screen.
 
-A journey starts the real executable from its application directory and uses it
-as a screen reader's user does: it finds things by role and name on the
-accessibility bus, types, clicks, and reads what is shown. It knows no id and no
-class of the program.
+A journey starts the real executable from its application directory and uses it like a
+screen reader: it finds widgets by role and name on the accessibility bus, types, clicks,
+and reads texts. It uses no id and no class of the program.
 """

@@ -1,4 +1,4 @@
-"""The keyboard as the only way to use the program, and what has it."""
+"""The use of the program only by keyboard, and the widget that has the focus."""
 
 import re
 
@@ -27,7 +27,7 @@ class Keyboard:
             self.holder = Thing(event.source)
 
     def focused(self):
-        """The thing that has the keyboard, as far as is known."""
+        """Returns the focused widget, as far as is known."""
         while GLib.MainContext.default().iteration(False):
             pass
         return self.holder
@@ -39,13 +39,13 @@ class Keyboard:
         )
 
     def press(self, key, then=None):
-        """Presses a key; `then` names what has the keyboard after it."""
+        """Presses a key. `then` is the name of the widget that must have the focus after it."""
         press_key(key)
         if then:
             self.wait_for_focus(then)
 
     def type_text(self, text, field):
-        """Types into a field that has the keyboard."""
+        """Types into the focused field."""
         for count, letter in enumerate(text, 1):
             press_key("space" if letter == " " else letter)
             wait_for(f"{text[:count]!r} is typed", lambda: field.text == text[:count])
@@ -74,7 +74,7 @@ class Keyboard:
         )
 
     def choose_from_menu(self, label, menu):
-        """Goes down in an open menu to this item and takes it."""
+        """Goes down in an open menu to this item and chooses it."""
         picked = picked_in(menu)
         while picked != label:
             self.press("Down")
@@ -84,11 +84,11 @@ class Keyboard:
         self.press("Return")
 
     def station(self):
-        """Role and name of what has the keyboard."""
+        """Returns role and name of the focused widget."""
         return self.focused() and (self.holder.role, self.holder.name)
 
     def stations(self, most=40):
-        """What has the keyboard after each Tab until it comes round, in order."""
+        """Returns the focused widgets after each Tab until the first one has the focus again."""
         seen = []
         while len(seen) < most:
             before = self.station()
@@ -101,6 +101,6 @@ class Keyboard:
 
 
 def picked_in(menu):
-    """The name of the current item of an open menu, None if there is none."""
+    """Returns the name of the selected item of an open menu, or None if there is none."""
     menu.accessible.clear_cache()
     return next((item.name for item in menu.children() if item.is_picked), None)

@@ -1,4 +1,4 @@
-"""The running program: started in a home of its own, used through its window."""
+"""The running program, with a separate home directory, used through its window."""
 
 import os
 import pathlib
@@ -12,7 +12,7 @@ from .waiting import wait_for
 
 
 class Program:
-    """The program from the time it is started until it has ended.
+    """The program from its start to its end.
 
     `application_dir` is the directory that holds MacOS, resources and data-files.
     `home` is where it keeps surveys; a fresh one, removed at the end, if not given.
@@ -66,29 +66,29 @@ class Program:
             shutil.rmtree(self.home, ignore_errors=True)
 
     def output(self):
-        """All that it has printed so far."""
+        """Returns everything that it has printed so far."""
         return self.output_path.read_text(errors="replace")
 
     def errors(self):
-        """All that it has printed on standard error so far."""
+        """Returns everything that it has printed to standard error so far."""
         return self.errors_path.read_text(errors="replace")
 
     def version(self):
-        """The version that it says it is."""
+        """Returns the version that the program reports."""
         return re.search(r"^MAVO-Survey version ([\d.]+), built ", self.output(), re.M).group(1)
 
     def again(self):
-        """The same program, to be started anew in the same home."""
+        """Returns the same program for another start in the same home."""
         return Program(self.application_dir, home=self.home)
 
     def wait_for_end(self):
-        """Its exit status, once it has ended by itself."""
+        """Waits for its end and returns its exit status."""
         return self.process.wait(timeout=30)
 
     # --- its windows ---
 
     def windows(self):
-        """All windows and dialogs that are shown, the newest last."""
+        """Returns all visible windows and dialogs, the newest last."""
         assert self.process.poll() is None, f"the program has ended: {self.output()}"
         application = application_of(self.process.pid)
         if application is None:
@@ -97,7 +97,7 @@ class Program:
         return [window for window in application.children() if window.is_shown]
 
     def window(self, title_end="MAVO Survey"):
-        """The survey's window; its title may begin with date and place."""
+        """Returns the survey's window. Its title may begin with date and location."""
 
         def look():
             frames = [w for w in self.windows() if w.role == "frame"]
@@ -109,7 +109,7 @@ class Program:
         return [window for window in self.windows() if window.role in DIALOGS]
 
     def dialog(self, title):
-        """The dialog with this title. Messages hide theirs: see `message`."""
+        """Returns the dialog with this title. Messages hide their titles: see `message`."""
 
         def look():
             return next((dialog for dialog in self.dialogs() if dialog.name == title), None)
@@ -117,7 +117,7 @@ class Program:
         return wait_for(f"dialog {title!r}", look)
 
     def message(self, words):
-        """The message that has these words in its text."""
+        """Returns the message whose text contains these words."""
 
         def look():
             return next((d for d in self.dialogs() if words in "\n".join(d.labels())), None)
@@ -125,7 +125,7 @@ class Program:
         return wait_for(f"message with {words!r}", look)
 
     def answer(self, words, button, other_follows=False):
-        """Presses a button of the message with these words, and gives all its text.
+        """Presses a button of the message with these words, and returns its whole text.
 
         Returns once no dialog is left, unless another one follows.
         """
@@ -150,7 +150,7 @@ class Program:
         menu.find("menu item", item).click()
 
     def open_panel(self, tab):
-        """Turns the notebook to a panel and gives it."""
+        """Turns the notebook to a panel and returns it."""
         notebook = self.window().find("page tab list")
         page = notebook.find("page tab", tab)
         index = [child.name for child in notebook.children()].index(tab)
@@ -159,12 +159,12 @@ class Program:
         return page
 
     def panel_shown(self):
-        """The page of the notebook that is in front."""
+        """Returns the current page of the notebook."""
         notebook = self.window().find("page tab list")
         return notebook.find("page tab", where=lambda page: page.has(STATE.SELECTED))
 
     def wait_for_other_panel(self, name):
-        """The name of the panel in front, once it is not the one of that name any more."""
+        """Waits until the current panel has another name than this, and returns its name."""
 
         def look():
             shown = self.panel_shown().name
@@ -173,7 +173,7 @@ class Program:
         return wait_for(f"another panel than {name!r}", look)
 
     def popup_menu(self):
-        """The menu that has popped up."""
+        """Returns the open pop-up menu."""
 
         def look():
             for window in self.windows():
@@ -187,5 +187,5 @@ class Program:
     # --- the survey store ---
 
     def saved_surveys(self):
-        """The paths of all saved surveys, by state and name."""
+        """Returns the paths of all saved surveys, by state and name."""
         return sorted((self.home / "Documents" / "MAVO-Survey").glob("*/*.MAVO-Survey"))

@@ -1,4 +1,4 @@
-"""What the screen offers to random use at a moment."""
+"""The screen for random use: the widgets that can be used at a moment."""
 
 from dataclasses import dataclass, field
 
@@ -6,9 +6,9 @@ from .screen import DIALOGS, SCALE, TEXTS, TREES, screen_size
 
 BUTTONS = "push button", "toggle button", "check box", "radio button"
 MENU_ITEMS = "menu item", "check menu item", "radio menu item"
-# What is inside of these is not looked at.
+# The contents of these are ignored.
 CLOSED = *TREES, *TEXTS, *BUTTONS, *MENU_ITEMS, "combo box", "text", "icon", "separator"
-# How often each kind of thing is used in comparison with the others.
+# The weight of each kind of widget.
 WEIGHTS = {
     "push button": 3,
     "toggle button": 1,
@@ -28,7 +28,7 @@ WEIGHTS = {
 
 @dataclass(frozen=True)
 class Offer:
-    """One thing on the screen that can be used."""
+    """A widget on the screen that can be used."""
 
     role: str
     name: str
@@ -41,7 +41,7 @@ class Offer:
 
 @dataclass(frozen=True)
 class Look:
-    """What the screen offers: `kind` is "window", "dialog", "file chooser" or "menu"."""
+    """The usable widgets. `kind` is "window", "dialog", "file chooser" or "menu"."""
 
     kind: str
     title: str
@@ -50,14 +50,14 @@ class Look:
 
 
 def is_inside(extents, area):
-    """Whether the middle of a rectangle lies in another one."""
+    """Returns whether the middle of a rectangle is in another one."""
     x, y, width, height = extents
     x, y = x + width // 2, y + height // 2
     return area[0] <= x < area[0] + area[2] and area[1] <= y < area[1] + area[3]
 
 
 class Screen:
-    """Looks at what the program shows."""
+    """Reads the screen of the program."""
 
     def __init__(self, program):
         self.program = program
@@ -65,7 +65,7 @@ class Screen:
         self.area = 0, 0, width // SCALE, height // SCALE
 
     def look(self):
-        """What is offered now, None while the program shows no window."""
+        """Returns the current screen, or None while the program shows no window."""
         windows = self.program.windows()
         popups = [window for window in windows if window.role == "window"]
         windows = [window for window in windows if window.role != "window"]
@@ -82,13 +82,13 @@ class Screen:
             return Look("window", window.name, "", tuple(self.offers(shown, window.extents)))
         kind = "file chooser" if window.role == "file chooser" else "dialog"
         words = "\n".join(thing.text for thing in shown if thing.role in TEXTS)
-        if kind == "file chooser":  # it stays in the directories of the surveys
+        if kind == "file chooser":  # must stay in the directories of the surveys
             shown = [thing for thing in shown if thing.role != "toggle button"]
         return Look(kind, window.name, words, tuple(self.offers(shown, window.extents)))
 
     def shown(self, thing):
-        """It and all that is shown inside, but not the rows of trees and of closed lists."""
-        thing.accessible.clear_cache()  # that of what it is in has not reached it
+        """Yields it and all visible widgets in it, without rows of trees and closed lists."""
+        thing.accessible.clear_cache()  # clearing the cache of its parent is not enough
         if not thing.is_shown:
             return
         yield thing
@@ -97,7 +97,7 @@ class Screen:
                 yield from self.shown(child)
 
     def offers(self, things, area):
-        """Those of these things that can be used inside of `area`."""
+        """Returns those of these widgets that can be used in `area`."""
         for thing in things:
             if thing.role not in WEIGHTS or not thing.is_sensitive:
                 continue

@@ -1,10 +1,10 @@
-"""The server under random use: it comes, goes and misbehaves."""
+"""The server under random use: it starts, stops and misbehaves."""
 
 import shutil
 
 from .server import Server
 
-# How it answers any request, see the server's own --help.
+# The behaviours for any request, see the server's --help.
 ANSWERS = (
     "ok",
     "ok",
@@ -43,7 +43,7 @@ ARCHIVES = (
 
 
 class RandomServer:
-    """A server that is stopped and started with other options; `random` makes all choices."""
+    """Stops a server and starts it with other options. `random` makes all choices."""
 
     def __init__(self, directory, data_files, random):
         self.random = random
@@ -59,7 +59,7 @@ class RandomServer:
         self.server.stop()
 
     def act(self):
-        """Does one thing and gives a sentence about it."""
+        """Makes one change and returns a sentence about it."""
         if self.random.random() < 0.2:
             self.server.stop()
             return "stopped the server"
@@ -79,7 +79,7 @@ class RandomServer:
         return f"started the server with {data.name} {' '.join(options)}"
 
     def make_newer_data(self):
-        """The same data with a later time than any before."""
+        """Offers the same data with a later timestamp than any before."""
         self.newest += 1
         shutil.rmtree(self.newer_data, ignore_errors=True)
         shutil.copytree(self.data_files, self.newer_data)

@@ -1,7 +1,7 @@
-"""The survey store under random use: what other programs do to it, and what must hold.
+"""The survey store under random use: changes by other programs, and checks.
 
-`contents_of` is a look at the store, `OtherPrograms` changes it behind the program's back,
-and `StoreWatch` judges what the program has made of it.
+`contents_of` reads the store, `OtherPrograms` changes it like another program, and
+`StoreWatch` checks what the program does with it.
 """
 
 import os
@@ -16,12 +16,12 @@ from .reference import labels
 
 EXTENSION = ".MAVO-Survey"
 STATES = "In Progress", "Ready To Upload", "Uploaded"
-MOST_FILES = 24  # beyond that, other programs delete
-TEMPORARY = ".goutputstream-"  # what the toolkit writes beside a file that it replaces
+MOST_FILES = 24  # if there are more, other programs delete some
+TEMPORARY = ".goutputstream-"  # the toolkit's temporary files
 OTHER_NAMES = "note.txt", f"x{EXTENSION}", f"1 é &<{EXTENSION}"
 OTHER_KINDS = "text", "empty", "bytes", "pipe", "directory", "loop", "dangling"
 
-# What is typed, and what other programs write into surveys.
+# Texts that are typed, or that other programs write into surveys.
 TEXTS = (
     "",
     " ",
@@ -52,7 +52,7 @@ TEXTS = (
 
 @dataclass(frozen=True)
 class Item:
-    """One thing in the store; `contents` are the bytes of a file, the target of a link."""
+    """An entry of the store. `contents` are the bytes of a file, or the target of a link."""
 
     kind: str
     contents: bytes = b""
@@ -68,7 +68,7 @@ def item_at(path):
 
 
 def contents_of(root):
-    """All that lies in the store, as {path: Item}; links are not followed."""
+    """Returns all entries of the store as {path: Item}. Does not follow links."""
     found = {}
     for directory, directories, files in os.walk(root):
         for name in (*directories, *files):
@@ -79,21 +79,21 @@ def contents_of(root):
 
 
 class StoreWatch:
-    """Judges each step of the program by what the store held before it and holds after it."""
+    """Checks each step of the program by the contents of the store before and after it."""
 
     def __init__(self, root):
         self.root = root
         self.before = contents_of(root)
-        self.own = set()  # what the program may write over: what it opened or saved
-        self.saved = set()  # what of it was saved since the last survey was opened
+        self.own = set()  # files that the program may overwrite: it opened or saved them
+        self.saved = set()  # those that it saved since it last opened a survey
 
     def program_starts(self):
-        """A new process knows no file yet."""
+        """Resets the state for a new process, which owns no file yet."""
         self.own.clear()
         self.saved.clear()
 
     def others_acted(self):
-        """Takes over what other programs did, which nobody has to answer for."""
+        """Accepts the changes of other programs."""
         after = contents_of(self.root)
         for path in set(self.before) | set(after):
             if self.before.get(path) != after.get(path) and path in self.saved:
@@ -102,7 +102,7 @@ class StoreWatch:
         self.before = after
 
     def program_acted(self, output, may_delete):
-        """What is wrong with what the program did: one sentence each.
+        """Returns one sentence for each fault of the last step.
 
         `output` is what it printed meanwhile; `may_delete` says whether the user was
         asked to confirm a deletion.
@@ -136,7 +136,7 @@ class StoreWatch:
             may_delete = False
 
     def is_elsewhere(self, path, after):
-        """Whether it was moved as it was, or saved under its name in another state."""
+        """Returns whether it was moved unchanged, or saved in another state with its name."""
         if self.before[path] in after.values():
             return True
         arrived = (other for other in after if after[other] != self.before.get(other))
@@ -170,7 +170,7 @@ def is_survey(path, item):
 
 
 class OtherPrograms:
-    """What happens to the store without the program; `random` makes all choices."""
+    """Changes the store like other programs. `random` makes all choices."""
 
     def __init__(self, root, place, data_files, random):
         self.root = root
@@ -182,7 +182,7 @@ class OtherPrograms:
             (root / state).mkdir(parents=True, exist_ok=True)
 
     def act(self):
-        """Does one thing and gives a sentence about it."""
+        """Makes one change and returns a sentence about it."""
         paths = sorted(contents_of(self.root))
         if len(paths) > MOST_FILES:
             return self.delete(self.random.choice(paths))
@@ -205,7 +205,7 @@ class OtherPrograms:
         return action(self.random.choice(files))
 
     def free_path(self, name):
-        """A path of that name in some state; a number makes it free."""
+        """Returns a free path with that name, or with a number, in some state."""
         directory = self.root / self.random.choice(STATES)
         number, path = 0, directory / name
         while os.path.lexists(path):
@@ -214,7 +214,7 @@ class OtherPrograms:
         return path
 
     def put_survey(self):
-        """A complete survey of some hour of the day."""
+        """Returns a complete survey with a random start time."""
         hour = self.random.randint(6, 20)
         place = self.place
         name = f"{entry.MEMBER}-{place.subregion}-20210630-{hour:02d}00-{place.zone_code}"
@@ -278,12 +278,12 @@ class OtherPrograms:
         return f"touched {path}"
 
     def edit(self, path):
-        """Gives one element of a survey another text."""
+        """Changes the text of one element of a survey."""
         name, text = self.random.choice(document.ELEMENTS[:-1]), self.random.choice(TEXTS)
         return self.rewrite(path, lambda root: setattr(root.find(f"survey/{name}"), "text", text))
 
     def make_old(self, path):
-        """Makes a survey one of the oldest format."""
+        """Converts a survey to the oldest format."""
 
         def change(root):
             root.tag = "MAVO_Fish_Survey"

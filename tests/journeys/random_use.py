@@ -1,14 +1,12 @@
 """random_use [--seed N] [--steps M] [--minutes K] APPLICATION_DIR: uses the program at random.
 
-Each step uses something that the screen offers, by mouse or keyboard, or does what other
-programs and the server may do meanwhile. After each step the program must be alive and
-answer, standard error must hold no warning of the toolkit, and the survey store must hold
-what it should: see `StoreWatch`. All choices derive from the seed and from what the screen
-offers. A failure names the seed and the last steps.
+Each step uses a widget on the screen, by mouse or keyboard, or changes the store or the
+server. After each step the program must run and respond, standard error must have no
+warning of the toolkit, and the survey store must be correct: see `StoreWatch`. All choices
+depend only on the seed and on the screen. A failure shows the seed and the last steps.
 
-The program has to be one that asks the server of this machine; MAVO_SERVER_PORT and
-MAVO_SURVEY_SERVER are as for the journeys. The command random-use in the build directory
-sets all that.
+The program must use a server on this machine. MAVO_SERVER_PORT and MAVO_SURVEY_SERVER are
+as for the journeys. The command random-use in the build directory sets them.
 """
 
 import argparse
@@ -31,25 +29,25 @@ from .reference import a_place
 from .screen import SCALE, TREES, Atspi, GLib, Thing, press_key
 
 DEADLINE = 60.0  # seconds until the program must answer
-RESTLESS = 3.0  # seconds after which a screen that keeps changing is taken as it is
+RESTLESS = 3.0  # seconds after which a screen that keeps changing is used nevertheless
 PAUSE = 0.015
-LOGGED = 25  # steps that a failure shows
+LOGGED = 25  # the number of steps that a failure shows
 WAY_OUT = 5  # steps; the window manager passes on its own wish to close a window late
 
 TOOLKIT_WARNING = re.compile(
     r"^(\(.*:\d+\): \S+-|\*\* \(.*:\d+\): |\*\* )(WARNING|CRITICAL|ERROR)( \*\*)?:|"
     r"runtime error:|AddressSanitizer|terminate called"
 )
-# Lines that look like a warning of the toolkit and tell nothing of the program.
+# Lines that look like a warning of the toolkit but do not indicate a fault.
 BENIGN = (
-    # Of each page that is taken out of a notebook the toolkit tells the accessibility bus,
-    # and asks the notebook for its tab, which it has no more.
+    # The toolkit reports each page that is removed from a notebook to the accessibility bus,
+    # and asks the notebook for its tab, which no longer exists.
     r"Gtk-CRITICAL.*gtk_notebook_get_tab_label: assertion 'list != NULL' failed",
 )
 
 LEAVING = "Quit", "Close Survey", "Quit Program"
-# How often things of these names are used in comparison with others of their kind: what
-# leads somewhere more, what ends the program or only turns pages less.
+# The weights of widgets with these names. Widgets that lead to other pages or dialogs are
+# used more often, widgets that end the program or only turn pages less often.
 NAMES = {
     **dict.fromkeys(("Edit", "View", "Mark For Upload", "Un-Mark For Upload"), 40),
     **dict.fromkeys(("Upload", "Delete", "Open", "Yes"), 4),
@@ -70,7 +68,7 @@ DIALOG_KEYS = "Tab", "Up", "Down", "Left", "Return", "Escape", "space"
 
 
 class Failure(AssertionError):
-    """Something that must not happen has happened; the text says what."""
+    """A fault of the program. The text describes it."""
 
 
 class RandomUse:
@@ -124,7 +122,7 @@ class RandomUse:
                 look = self.settled_look()
 
     def act_behind_the_program(self):
-        """Lets other programs or the server act, in some steps; the screen stays as it is."""
+        """In some steps, changes the store or the server. Does not change the screen."""
         draw = self.random.random()
         if draw < 0.10:
             self.note(self.others.act())
@@ -134,7 +132,7 @@ class RandomUse:
         return draw < 0.14
 
     def step(self, look):
-        """Uses the program; gives what the screen offers then, None if the program has ended."""
+        """Uses the program. Returns the new screen, or None if the program has ended."""
         if self.random.random() < 0.003:
             self.note("killed the program")
             self.stop_program()
@@ -164,7 +162,7 @@ class RandomUse:
     # --- the program ---
 
     def start_program(self):
-        opener = self.home / "bin" / "open"  # takes the links that are clicked
+        opener = self.home / "bin" / "open"  # opens links that are clicked
         opener.parent.mkdir(exist_ok=True)
         opener.write_text("#!/bin/sh\nexit 0\n")
         opener.chmod(0o755)
@@ -187,7 +185,7 @@ class RandomUse:
         self.program.process.wait()
 
     def settled_look(self):
-        """What the screen offers once it stands still; None if the program has ended."""
+        """Returns the screen when it is stable, or None if the program has ended."""
         end, restless = time.monotonic() + DEADLINE, time.monotonic() + RESTLESS
         before = None
         while time.monotonic() < end:
@@ -206,7 +204,7 @@ class RandomUse:
     # --- using it ---
 
     def use(self, look):
-        """Uses something of what is offered."""
+        """Uses one widget of the screen."""
         keys = {"window": WINDOW_KEYS, "menu": MENU_KEYS}.get(look.kind, DIALOG_KEYS)
         if not look.offers or self.random.random() < 0.15:
             self.press(self.random.choice(keys))
@@ -234,7 +232,7 @@ class RandomUse:
         Atspi.generate_mouse_event(x * SCALE, y * SCALE, f"b{button}{clicks}")
 
     def write_into(self, offer):
-        """Types a text, or a few keys behind what is there."""
+        """Types a text, or appends a few characters."""
         text = self.random.choice(TEXTS)
         if self.random.random() < 0.3:
             self.click(offer)
@@ -255,7 +253,7 @@ class RandomUse:
         button, clicks = self.random.choices(ways, weights)[0]
         self.click(offer, button, clicks, spot)
 
-    # --- what must hold ---
+    # --- checks ---
 
     def check(self, may_delete):
         output = self.program.output()
@@ -277,7 +275,7 @@ class RandomUse:
 
 
 def toolkit_warnings(errors):
-    """The lines of standard error that the toolkit or a sanitizer wrote."""
+    """Returns the lines of standard error that the toolkit or a sanitizer wrote."""
     return [
         line
         for line in errors.splitlines()

@@ -1,4 +1,4 @@
-"""What the shipped reference data offer, read from the files by plain means.
+"""The choices in the shipped reference data, read from the files without the program.
 
 The journeys take whatever rows stand there; none of them knows a name.
 """
@@ -14,14 +14,14 @@ def rows(data_files, name):
 
 
 def labels(data_files, group):
-    """The (value, label) pairs of one list of choices."""
+    """Returns the (value, label) pairs of one list of choices."""
     found = rows(data_files, "data-definitions.csv")
     return [(int(row["value"]), row["label"]) for row in found if row["group"] == group]
 
 
 @dataclass
 class Place:
-    """One place with a survey type that has abundances, and what can be chosen there."""
+    """A location and a survey type with abundances, and their choices."""
 
     region: str
     subregion: str
@@ -39,7 +39,7 @@ class Place:
 
 
 def a_place(data_files):
-    """The first place of the data whose first survey type counts fish."""
+    """Returns the first location of the data whose first survey type has fish abundances."""
     kind = next(
         row
         for row in rows(data_files, "region-info.csv")
@@ -75,7 +75,7 @@ def a_place(data_files):
 
 
 def a_zone(data_files, region):
-    """The last complete zone of a region, and the names of the levels above it."""
+    """Returns the last complete zone of a region, and the names of the levels above it."""
     zones = rows(data_files, f"{region}-geog.csv")
     zone = [row for row in zones if len(row["geogid"]) == 8][-1]
     above = [
@@ -102,11 +102,11 @@ def families_of(data_files, region, view_id):
 
 
 def species_rows(data_files, region):
-    """All species of a region, as the file has them."""
+    """Returns all species of a region, as in the file."""
     return rows(data_files, f"{region}-species-info.csv")
 
 
 def family_of(data_files, region, family_id):
-    """The common name of a family, empty if the file does not have it."""
+    """Returns the common name of a family; empty if the file does not have the family."""
     found = (r for r in rows(data_files, f"{region}-family-info.csv") if r["familyid"] == family_id)
     return next((row["commonname"] for row in found), "")

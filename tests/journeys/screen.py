@@ -1,4 +1,4 @@
-"""What the screen offers: things with a role and a name that can be used.
+"""The screen: widgets with a role and a name that can be used.
 
 A thin layer over AT-SPI. Things change under the hands of who looks at them, so
 every look asks the program anew and none of them is kept for long.
@@ -21,9 +21,9 @@ DIALOGS = ("dialog", "alert", "file chooser")
 WINDOWS = ("frame", *DIALOGS)
 TREES = ("tree table", "table")
 TEXTS = ("label", "static")
-# Roles that newer releases of AT-SPI have renamed, and the names that they have here.
+# Roles that newer releases of AT-SPI have renamed, and their names here.
 RENAMED_ROLES = {"button": "push button"}
-# Places come in the program's pixels, of which each may be several of the screen.
+# Positions are in the program's pixels. Each of them may be several pixels of the screen.
 SCALE = int(os.environ.get("GDK_SCALE", "1"))
 KEYS = {
     "Return": Gdk.KEY_Return,
@@ -50,7 +50,7 @@ MODIFIERS = {"Alt": Gdk.KEY_Alt_L, "Ctrl": Gdk.KEY_Control_L, "Shift": Gdk.KEY_S
 
 
 class Thing:
-    """One thing on the screen."""
+    """A widget on the screen."""
 
     def __init__(self, accessible):
         self.accessible = accessible
@@ -58,7 +58,7 @@ class Thing:
     def __repr__(self):
         return f"{self.role} {self.name!r}"
 
-    # --- what it is ---
+    # --- properties ---
 
     @functools.cached_property
     def role(self):
@@ -71,7 +71,7 @@ class Thing:
 
     @property
     def text(self):
-        """What a label or an entry shows."""
+        """Returns the text of a label or an entry."""
         interface = self.accessible.get_text_iface()
         if interface is None:
             return self.name
@@ -94,7 +94,7 @@ class Thing:
 
     @property
     def is_in_active_window(self):
-        """Whether its window has the focus; menus that pop up are no such windows."""
+        """Returns whether its window has the focus. Pop-up menus are not such windows."""
         above = self.accessible
         while above is not None and above.get_role_name() != "application":
             if above.get_role_name() in WINDOWS:
@@ -104,18 +104,18 @@ class Thing:
 
     @property
     def is_picked(self):
-        """Whether an item of an open menu is the current one."""
+        """Returns whether an item of an open menu is selected."""
         return self.has(STATE.SELECTED) or self.has(STATE.FOCUSED)
 
     @property
     def extents(self):
-        """Its rectangle in pixels of the screen: x, y, width, height."""
+        """Returns its rectangle in pixels of the screen: x, y, width, height."""
         rect = Atspi.Component.get_extents(
             self.accessible.get_component_iface(), Atspi.CoordType.SCREEN
         )
         return rect.x, rect.y, rect.width, rect.height
 
-    # --- what is inside ---
+    # --- children ---
 
     def children(self):
         count = self.accessible.get_child_count()
@@ -123,26 +123,26 @@ class Thing:
         return [Thing(child) for child in found if child is not None]
 
     def walk(self, into_trees=False):
-        """Itself and all that is inside, but not the rows of trees unless asked for."""
+        """Yields itself and all widgets in it; rows of trees only if requested."""
         yield self
         if into_trees or self.role not in TREES:
             for child in self.children():
                 yield from child.walk(into_trees)
 
     def look_for(self, role, name=None, where=None):
-        """The first thing inside of that role, and name if given; None if there is none."""
+        """Returns the first widget in it with that role and name, or None if there is none."""
         try:
             for thing in self.walk():
                 if thing.role != role or name is not None and thing.name != name:
                     continue
                 if where is None or where(thing):
                     return thing
-        except GLib.Error:  # something went while we looked at it
+        except GLib.Error:  # a widget disappeared during the search
             pass
         return None
 
     def find(self, role, name=None, where=None):
-        """The same, waited for."""
+        """Like look_for, but waits for the widget."""
 
         def look():
             self.accessible.clear_cache()
@@ -151,7 +151,7 @@ class Thing:
         return wait_for(f"{role} {name!r} in {self!r}", look)
 
     def find_any(self, roles, name):
-        """Waits for a thing of that name and one of these roles."""
+        """Waits for a widget with that name and one of these roles."""
 
         def look():
             self.accessible.clear_cache()
@@ -164,13 +164,13 @@ class Thing:
         Atspi.Selection.select_child(self.accessible.get_selection_iface(), index)
 
     def labels(self):
-        """The texts of all labels that are shown inside."""
+        """Returns the texts of all visible labels in it."""
         return [thing.text for thing in self.walk() if thing.role in TEXTS and thing.is_shown]
 
     # --- using it ---
 
     def click(self, button=1):
-        """Clicks on its middle with the mouse, once it can be used and stands still.
+        """Clicks on its middle with the mouse when it is sensitive and does not move.
 
         The mouse it is, not the bus's own "do your action": the program would not
         answer on the bus for as long as that action keeps a dialog open.
@@ -194,28 +194,28 @@ class Thing:
         return before if before == self.extents else None
 
     def set_text(self, text):
-        """Replaces what an entry holds."""
+        """Replaces the text of an entry."""
         wait_for(f"{self!r} can be used", lambda: self.is_sensitive)
         self.write(text)
         wait_for(f"{self!r} holds {text!r}", lambda: self.text == text)
 
     def write(self, text):
-        """The same of an entry that may refuse it."""
+        """Like set_text, for an entry that may refuse the text."""
         Atspi.EditableText.set_text_contents(self.accessible.get_editable_text_iface(), text)
 
     def choices(self):
-        """The labels that a combo box offers."""
+        """Returns the labels that a combo box offers."""
         menu = Thing(self.accessible.get_child_at_index(0))
         return [item.name for item in menu.children()]
 
     @property
     def chosen(self):
-        """The label that a combo box shows, empty if nothing is chosen."""
+        """Returns the label that a combo box shows; empty if nothing is chosen."""
         chosen = Atspi.Selection.get_selected_child(self.accessible.get_selection_iface(), 0)
         return Thing(chosen).name if chosen else ""
 
     def choose(self, label):
-        """Chooses the entry of a combo box that has this label."""
+        """Chooses the entry of a combo box with this label."""
 
         def offers():
             self.accessible.clear_cache()
@@ -233,7 +233,7 @@ class Thing:
     # --- trees ---
 
     def rows(self):
-        """The rows of a tree that are unfolded, each a list of its cells."""
+        """Returns the visible rows of a tree, each a list of its cells."""
         self.accessible.clear_cache()
         table = self.accessible.get_table_iface()
         columns = Atspi.Table.get_n_columns(table)
@@ -242,7 +242,7 @@ class Thing:
             yield [Thing(cell) for cell in cells]
 
     def find_row(self, text):
-        """The cells of the first row that has this text in one of them."""
+        """Returns the cells of the first row with this text in one of them."""
 
         def look():
             try:
@@ -253,7 +253,7 @@ class Thing:
         return wait_for(f"row {text!r} in {self!r}", look)
 
     def scroll_to(self):
-        """Brings a cell into view and makes its row the tree's current one."""
+        """Scrolls to a cell and makes its row the tree's current one."""
         Atspi.Component.grab_focus(self.accessible.get_component_iface())
         wait_for(f"{self!r} is in view", lambda: self.is_shown and self.extents[1] >= 0)
 
@@ -263,8 +263,8 @@ def press_key(name):
     *modifiers, key = name.split("+")
     symbol = KEYS.get(key) or Gdk.unicode_to_keyval(ord(key))
     code, level = place_on_keyboard(symbol)
-    # The bus can hold Shift down by itself, but as a locked modifier: the X server
-    # drops that when another input device, such as the mouse, was used in between.
+    # The bus can hold Shift down, but as a locked modifier, which the X server drops when
+    # another input device, such as the mouse, is used in between.
     if level == 1 and "Shift" not in modifiers:
         modifiers.append("Shift")
     held = [place_on_keyboard(MODIFIERS[modifier])[0] for modifier in modifiers]
@@ -276,7 +276,7 @@ def press_key(name):
 
 
 def place_on_keyboard(symbol):
-    """Code and level of the key that bears this symbol; level 1 needs Shift."""
+    """Returns code and level of the key with this symbol. Level 1 needs Shift."""
     Gdk.init([])
     keymap = Gdk.Keymap.get_for_display(Gdk.Display.get_default())
     found, keys = keymap.get_entries_for_keyval(symbol)
@@ -287,7 +287,7 @@ def place_on_keyboard(symbol):
 
 
 def application_of(pid):
-    """The thing that stands for the program with this process id, or None."""
+    """Returns the accessible application with this process id, or None."""
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     for index in range(desktop.get_child_count()):
@@ -295,20 +295,20 @@ def application_of(pid):
         try:
             if child is not None and child.get_process_id() == pid:
                 return Thing(child)
-        except GLib.Error:  # a program that has just ended
+        except GLib.Error:  # the program has just ended
             pass
     return None
 
 
 def screen_size():
-    """The width and the height of the display, in its pixels."""
+    """Returns the width and the height of the display in pixels."""
     Gdk.init([])
     root = Gdk.get_default_root_window()
     return root.get_width(), root.get_height()
 
 
 def picture_of(thing=None):
-    """What the display shows: all of it, or where `thing` is."""
+    """Returns a picture of the display, or of the area of `thing`."""
     Gdk.init([])
     root = Gdk.get_default_root_window()
     area = thing.settled_extents() if thing else None
@@ -316,17 +316,17 @@ def picture_of(thing=None):
 
 
 def take_picture(path, thing=None):
-    """Saves what the display shows as a PNG file."""
+    """Saves a picture of the display as a PNG file."""
     picture_of(thing).savev(str(path), "png", ["compression"], ["9"])
 
 
 def move_pointer_away():
-    """Puts the mouse into a corner of the display, where it brings up no tooltip."""
+    """Moves the mouse to a corner of the display, where there is no tooltip."""
     Atspi.generate_mouse_event(0, 0, "abs")
 
 
 def wait_until_still():
-    """Returns once everything is drawn: two looks a moment apart see the same."""
+    """Waits until everything is drawn: two pictures in succession are the same."""
 
     def is_still():
         before = picture_of().get_pixels()

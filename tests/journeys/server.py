@@ -1,4 +1,4 @@
-"""The project's own server, at the address that the program of these journeys asks."""
+"""The project's own server, at the address that the program of these journeys uses."""
 
 import os
 import subprocess
@@ -31,13 +31,13 @@ class Server:
         self.stop()
 
     def start(self, data, *options):
-        """Starts it anew, to offer the data set in the directory `data`."""
+        """Starts it again with the data set in the directory `data`."""
         self.stop()
         command = [os.environ["MAVO_SURVEY_SERVER"], "--port", self.port]
         command += ["--uploads", self.uploads, "--data", data, *options]
         with open(self.output_path, "wb") as output:
             self.process = subprocess.Popen(
-                ["setpriv", "--pdeathsig", "TERM", *command],  # it goes with these journeys
+                ["setpriv", "--pdeathsig", "TERM", *command],  # ends with these journeys
                 stdout=output,
                 stderr=subprocess.STDOUT,
             )
@@ -48,7 +48,7 @@ class Server:
         return self.output().startswith(LISTENING)
 
     def stop(self):
-        """From now on the address refuses connections."""
+        """Stops it, so that the address refuses connections."""
         if self.process is not None:
             self.process.terminate()
             self.process.wait(timeout=30)
@@ -58,9 +58,9 @@ class Server:
         return self.output_path.read_text(errors="replace")
 
     def requests(self):
-        """What it was asked since it was started, as "METHOD PATH?QUERY STATUS"."""
+        """Returns the requests since its start as "METHOD PATH?QUERY STATUS"."""
         return self.output().splitlines()[1:]
 
     def surveys(self):
-        """The names of the surveys that it took."""
+        """Returns the names of the surveys that it accepted."""
         return sorted(path.name for path in self.uploads.iterdir())

@@ -1,4 +1,4 @@
-"""Waiting for what the program does in its own time."""
+"""Waiting for asynchronous actions of the program."""
 
 import time
 

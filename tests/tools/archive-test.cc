@@ -17,7 +17,7 @@ std::string fetch(const TestServer& server)
   return send_request(server.port, get_request(path));
 }
 
-// Unpacks an archive into a fresh data set's directory; false if it cannot be.
+// Unpacks an archive into the directory of a new data set. Returns false if that fails.
 bool unpack(const std::string& archive, const DataSet& target)
 {
   target.file("archive", archive);
@@ -28,7 +28,7 @@ bool unpack(const std::string& archive, const DataSet& target)
 
 } // namespace
 
-TEST(SurveyServerArchive, HoldsTheWholeDataSetInADirectoryOfItsOwn)
+TEST(SurveyServerArchive, HasTheWholeDataSetInOneDirectory)
 {
   const TestServer server;
   const std::string answer = fetch(server);
@@ -46,7 +46,7 @@ TEST(SurveyServerArchive, HoldsTheWholeDataSetInADirectoryOfItsOwn)
   EXPECT_GT(files, 10);
 }
 
-TEST(SurveyServerArchive, IsPackedAnewEachTimeFromADirectoryOfAnyName)
+TEST(SurveyServerArchive, IsPackedForEachRequestFromADirectoryWithAnyName)
 {
   const DataSet offered;
   const std::string dir = offered.dir + "it's -- \"new\" $data";

@@ -9,7 +9,7 @@
 namespace {
 
 struct Outcome {
-  int status; // of the exit
+  int status; // the exit status
   std::string output;
 };
 
@@ -24,7 +24,7 @@ Outcome run_server(const std::string& arguments)
 
 } // namespace
 
-TEST(SurveyServerCommandLine, ComplainsOfWhatItCannotFollow)
+TEST(SurveyServerCommandLine, ReportsWhatItCannotUnderstand)
 {
   const struct {
     const char* arguments;
@@ -59,7 +59,7 @@ TEST(SurveyServerCommandLine, ComplainsOfWhatItCannotFollow)
   }
 }
 
-TEST(SurveyServerCommandLine, SaysThatItsPortIsTaken)
+TEST(SurveyServerCommandLine, ReportsThatItsPortIsInUse)
 {
   const TestServer first;
   const Outcome outcome =
@@ -68,7 +68,7 @@ TEST(SurveyServerCommandLine, SaysThatItsPortIsTaken)
   EXPECT_NE(std::string::npos, outcome.output.find("cannot listen")) << outcome.output;
 }
 
-TEST(SurveyServerCommandLine, TellsOfAllItsOptionsAndWords)
+TEST(SurveyServerCommandLine, ListsAllItsOptionsAndWords)
 {
   const Outcome outcome = run_server("--help");
   EXPECT_EQ(0, outcome.status);

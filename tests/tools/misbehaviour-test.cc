@@ -11,7 +11,7 @@ namespace {
 
 const char* const version = "X-Current-App-Version-Is";
 
-// What it answers to the question for the program's version.
+// Returns the server's answer to the question for the program's version.
 std::string ask(const TestServer& server)
 {
   return send_request(server.port, get_request("/offline-data-entry/?get-version=mac"));
@@ -31,7 +31,7 @@ double seconds_to_ask(const TestServer& server, std::string& answer)
 
 } // namespace
 
-TEST(SurveyServerMisbehaviour, GoesThroughItsTurnsAndStaysAtTheLast)
+TEST(SurveyServerMisbehaviour, FollowsTheListAndStaysAtTheLastEntry)
 {
   const TestServer server({"--app-query", "status=500", "--app-query", "ok", "--app-query",
                            "status=404", "--data-query", "status=403"});
@@ -40,7 +40,7 @@ TEST(SurveyServerMisbehaviour, GoesThroughItsTurnsAndStaysAtTheLast)
   EXPECT_EQ(201, status_of(send_upload(server)));
 }
 
-TEST(SurveyServerMisbehaviour, ChangesOnlyWhatItIsToldToChange)
+TEST(SurveyServerMisbehaviour, ChangesOnlyTheGivenParts)
 {
   const struct {
     const char* spec;
@@ -106,7 +106,7 @@ TEST(SurveyServerMisbehaviour, LetsTheClientWait)
   EXPECT_EQ(200, status_of(answer));
 }
 
-TEST(SurveyServerMisbehaviour, TricklesTheSameAnswer)
+TEST(SurveyServerMisbehaviour, SendsTheSameAnswerSlowly)
 {
   std::string answer;
   EXPECT_GE(seconds_to_ask(TestServer({"--app-query", "trickle"}), answer), 0.5);
@@ -132,7 +132,7 @@ TEST(SurveyServerMisbehaviour, KeepsASurveyThatItAcceptsBeforeTheConnectionFails
   }
 }
 
-TEST(SurveyServerMisbehaviour, TellsInItsLogHowARequestEnded)
+TEST(SurveyServerMisbehaviour, LogsHowARequestEnded)
 {
   const TestServer server({"--upload", "close=before", "--upload", "garbage", "--upload",
                            "close=middle", "--upload", "status=503"});
@@ -144,11 +144,11 @@ TEST(SurveyServerMisbehaviour, TellsInItsLogHowARequestEnded)
   EXPECT_EQ(expected, server.log());
 }
 
-TEST(SurveyServerMisbehaviour, DoesNotKeepTheServerFromEnding)
+TEST(SurveyServerMisbehaviour, DoesNotPreventTheServerFromEnding)
 {
   TestServer server({"--app-query", "delay=60000"});
   const RawClient client(server.port, get_request("/offline-data-entry/?get-version=mac"));
   while (server.log().empty())
-    std::this_thread::yield(); // the answer is under way
+    std::this_thread::yield(); // waits for the start of the answer
   server.stop();
 }

@@ -4,7 +4,7 @@
 
 class TestServer;
 
-// A connection over which these bytes have been sent.
+// A connection that sends these bytes.
 class RawClient
 {
 public:
@@ -13,34 +13,33 @@ public:
   RawClient(const RawClient&) = delete;
   RawClient& operator=(const RawClient&) = delete;
 
-  // All that comes until the other side closes the connection.
+  // Returns all bytes until the other side closes the connection.
   std::string answer() const;
 
   int descriptor;
 };
 
-// Sends these bytes over a fresh connection, and gives all that comes until the
-// other side closes it.
+// Sends these bytes over a new connection and returns all bytes until the other side closes it.
 std::string send_request(int port, const std::string& request);
 
-// What a request without a body has to look like; the connection is closed behind it.
+// Returns a request without a body that closes the connection.
 std::string get_request(const std::string& target);
 
-// An upload of one form file with these head lines, as a multipart form.
+// An upload of one form file with these header lines, as a multipart form.
 struct Upload {
   std::string bytes = survey();
   std::string disposition = R"(form-data; name="survey-file"; filename="a.MAVO-Survey")";
-  std::string type = "application/xml"; // of the file; empty: not told
+  std::string type = "application/xml"; // of the file; empty: no type
 
-  // The smallest survey document; `text` makes it differ from others.
+  // Returns the smallest survey document. `text` makes it different from others.
   static std::string survey(const std::string& text = "");
   std::string request() const;
 };
 
-// What the server answers to it.
+// Sends an upload and returns the server's answer.
 std::string send_upload(const TestServer& server, const Upload& upload = {});
 
-// Parts of an answer.
+// Return parts of an answer.
 int status_of(const std::string& answer);
 std::string header_of(const std::string& answer, const std::string& name); // "(none)" if absent
 std::string body_of(const std::string& answer);

@@ -13,7 +13,7 @@ std::string get(const TestServer& server, const std::string& target)
 
 } // namespace
 
-TEST(TestServer, TellsOfEachRequestThatItAnswered)
+TEST(TestServer, ReportsEachRequestThatItAnswered)
 {
   const TestServer server;
   EXPECT_EQ(std::vector<std::string>{}, server.log());
@@ -25,7 +25,7 @@ TEST(TestServer, TellsOfEachRequestThatItAnswered)
   EXPECT_TRUE(file_exists(server.requests + "1-data-query.txt"));
 }
 
-TEST(TestServer, GivesEachServerDirectoriesOfItsOwn)
+TEST(TestServer, GivesEachServerSeparateDirectories)
 {
   const TestServer first;
   const TestServer second;
@@ -36,7 +36,7 @@ TEST(TestServer, GivesEachServerDirectoriesOfItsOwn)
   EXPECT_NE(first.address(), second.address());
 }
 
-TEST(TestServer, LeavesNothingBehind)
+TEST(TestServer, RemovesItsDirectories)
 {
   std::string dir;
   {

@@ -27,7 +27,7 @@ std::string form_data(const std::string& parameters)
 
 } // namespace
 
-TEST(SurveyServerUploads, KeepsASurveyUnderItsNameByteForByte)
+TEST(SurveyServerUploads, StoresASurveyByItsNameByteForByte)
 {
   const TestServer server;
   Upload upload;
@@ -41,7 +41,7 @@ TEST(SurveyServerUploads, KeepsASurveyUnderItsNameByteForByte)
   EXPECT_EQ(std::set<std::string>{"a.MAVO-Survey"}, names_in(server.uploads));
 }
 
-TEST(SurveyServerUploads, TakesTheSameBytesAgainButKeepsThemOnce)
+TEST(SurveyServerUploads, AcceptsTheSameBytesAgainButStoresThemOnce)
 {
   const TestServer server;
   for (int time = 0; time < 3; ++time)
@@ -49,7 +49,7 @@ TEST(SurveyServerUploads, TakesTheSameBytesAgainButKeepsThemOnce)
   EXPECT_EQ(std::set<std::string>{"a.MAVO-Survey"}, names_in(server.uploads));
 }
 
-TEST(SurveyServerUploads, KeepsOtherBytesUnderATakenNameBesideIt)
+TEST(SurveyServerUploads, StoresOtherBytesWithAnExistingNameBesideIt)
 {
   const TestServer server;
   const std::string versions[] = {"first", "second", "third", "second"};
@@ -86,7 +86,7 @@ TEST(SurveyServerUploads, UnderstandsEveryFormOfAFileName)
   }
 }
 
-TEST(SurveyServerUploads, RefusesWhatIsNotOneSurveyFileAndSaysWhy)
+TEST(SurveyServerUploads, RefusesWhatIsNotOneSurveyFileWithAReason)
 {
   const TestServer server;
   const struct {
@@ -116,7 +116,7 @@ TEST(SurveyServerUploads, RefusesWhatIsNotOneSurveyFileAndSaysWhy)
   EXPECT_TRUE(names_in(server.uploads).empty());
 }
 
-TEST(SurveyServerUploads, TakesNothingButASurveyDocument)
+TEST(SurveyServerUploads, AcceptsOnlyASurveyDocument)
 {
   const struct {
     const char* why;
@@ -150,7 +150,7 @@ TEST(SurveyServerUploads, TakesNothingButASurveyDocument)
   }
 }
 
-TEST(SurveyServerUploads, ReadsNothingThatADocumentPointsTo)
+TEST(SurveyServerUploads, ReadsNothingThatADocumentRefersTo)
 {
   const TestServer server({"--data-query", "ok"});
   Upload upload;
@@ -191,7 +191,7 @@ TEST(SurveyServerUploads, RefusesFormsOfOtherShapes)
   EXPECT_EQ(std::set<std::string>{"a"}, names_in(server.uploads));
 }
 
-TEST(SurveyServerUploads, SaysThatItHasNoPlaceForASurvey)
+TEST(SurveyServerUploads, ReportsThatItCannotStoreASurvey)
 {
   const TestServer server;
   std::filesystem::remove(server.uploads);
@@ -200,7 +200,7 @@ TEST(SurveyServerUploads, SaysThatItHasNoPlaceForASurvey)
   EXPECT_EQ("The survey cannot be kept: No such file or directory", header_of(answer, reason));
 }
 
-TEST(SurveyServerUploads, WritesDownWhatCame)
+TEST(SurveyServerUploads, StoresEachRequest)
 {
   const TestServer server;
   const Upload upload;
@@ -210,7 +210,7 @@ TEST(SurveyServerUploads, WritesDownWhatCame)
   EXPECT_EQ(body_of(upload.request()), body_of(kept));
 }
 
-TEST(SurveyServerUploads, NumbersRequestsAfterThoseOfFormerRuns)
+TEST(SurveyServerUploads, NumbersRequestsAfterThoseOfEarlierRuns)
 {
   const DataSet kept;
   for (const char* bytes : {"first", "second"}) {

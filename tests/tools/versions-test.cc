@@ -19,7 +19,7 @@ std::string ask(const TestServer& server, const std::string& version_of)
 
 } // namespace
 
-TEST(SurveyServerVersions, TellsTheProgramOfItsOwnBuildUnlessToldOtherwise)
+TEST(SurveyServerVersions, OffersTheProgramOfItsBuildByDefault)
 {
   const TestServer server;
   const std::string answer = ask(server, "mac");
@@ -33,7 +33,7 @@ TEST(SurveyServerVersions, TellsTheProgramOfItsOwnBuildUnlessToldOtherwise)
   EXPECT_EQ("http://a.example/get?a&b", header_of(other_answer, "X-Download-App-From"));
 }
 
-TEST(SurveyServerVersions, ReadsTheDataSetAnewEachTime)
+TEST(SurveyServerVersions, ReadsTheDataSetForEachRequest)
 {
   const TestServer server;
   const std::string first = ask(server, "data-files");
@@ -48,7 +48,7 @@ TEST(SurveyServerVersions, ReadsTheDataSetAnewEachTime)
   EXPECT_EQ("Soon", header_of(second, "X-Data-Last-Updated-Is"));
 }
 
-TEST(SurveyServerVersions, KnowsNoVersionOfADataSetThatDoesNotTellIt)
+TEST(SurveyServerVersions, HasNoVersionOfADataSetWithoutOne)
 {
   const TestServer server;
   const char* const unusable[] = {"", "timestamp=1\n", "updated=now\n",
@@ -61,7 +61,7 @@ TEST(SurveyServerVersions, KnowsNoVersionOfADataSetThatDoesNotTellIt)
   EXPECT_EQ(500, status_of(ask(server, "data-files")));
 }
 
-TEST(SurveyServerVersions, KnowsTheOnePlatformThatItIsToldOf)
+TEST(SurveyServerVersions, AnswersOnlyForItsPlatform)
 {
   const TestServer server({"--platform", "linux"});
   EXPECT_EQ(200, status_of(ask(server, "linux")));
@@ -87,13 +87,13 @@ TEST(SurveyServerVersions, AnswersNoOtherQuestion)
     EXPECT_EQ(c.status, status_of(send_request(server.port, c.request))) << c.request;
 }
 
-TEST(SurveyServerVersions, ListensOnLoopbackAlone)
+TEST(SurveyServerVersions, ListensOnlyOnLoopback)
 {
   const TestServer server;
   sockaddr_in other{};
   other.sin_family = AF_INET;
   other.sin_port = htons(static_cast<uint16_t>(server.port));
-  inet_pton(AF_INET, "127.0.0.2", &other.sin_addr); // reaches who listens on all addresses
+  inet_pton(AF_INET, "127.0.0.2", &other.sin_addr); // reaches a server on all addresses
   const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
   EXPECT_NE(0, connect(descriptor, reinterpret_cast<sockaddr*>(&other), sizeof other));
   close(descriptor);

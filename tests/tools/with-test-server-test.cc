@@ -11,8 +11,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A build directory whose program looks for its server at `host`. In it, a
-// stand-in for cmake writes down what it should do, and fails if "fails" exists.
+// A build directory whose program uses the server at `host`. In it, a fake cmake records its
+// arguments, and fails if the file "fails" exists.
 class WithTestServer : public testing::Test
 {
 public:
@@ -29,7 +29,7 @@ public:
     fs::create_symlink(MAVO_SURVEY_SERVER, scratch.dir + "build/survey-server/survey-server");
   }
 
-  // Runs the command with a server; gives its status.
+  // Runs the command with a server. Returns its status.
   int run(const std::string& command)
   {
     const std::string script = "PATH='" + scratch.dir +
@@ -64,7 +64,7 @@ TEST_F(WithTestServer, RunsACommandWhileTheServerListensWhereItsProgramLooks)
   EXPECT_TRUE(fs::is_directory(scratch.dir + "own/uploads"));
 }
 
-TEST_F(WithTestServer, GivesTheStatusOfTheCommandAndEndsTheServer)
+TEST_F(WithTestServer, ReturnsTheStatusOfTheCommandAndEndsTheServer)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   EXPECT_EQ(7, run("sh -c 'exit 7'"));
@@ -79,14 +79,14 @@ TEST_F(WithTestServer, KeepsTheDataSetThatWasChanged)
   EXPECT_EQ("changed", read_file(scratch.dir + "own/data-files/data-file-info.txt"));
 }
 
-TEST_F(WithTestServer, HandsOnTheDirectoryOfTheProgramThatLooksThere)
+TEST_F(WithTestServer, PassesOnTheDirectoryOfTheProgramForThatServer)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   EXPECT_EQ(0, run("printenv MAVO_APPLICATION_DIR"));
   EXPECT_NE(std::string::npos, output.find(scratch.dir + "build/MAVO-Survey\n")) << output;
 }
 
-TEST_F(WithTestServer, TakesAFreePortAndLinksAProgramForItWhereTheUsualOneIsInUse)
+TEST_F(WithTestServer, TakesAFreePortAndLinksAProgramForItIfTheUsualOneIsInUse)
 {
   const TestServer other;
   build_for("127.0.0.1:" + std::to_string(other.port));
@@ -119,7 +119,7 @@ TEST_F(WithTestServer, RunsNothingWithoutAServer)
   EXPECT_EQ(std::string::npos, output.find("started")) << output;
 }
 
-TEST_F(WithTestServer, KeepsTheRecordsOfEachRunApart)
+TEST_F(WithTestServer, SeparatesTheRecordsOfEachRun)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   const std::string port = host.substr(host.find(':') + 1);
@@ -136,7 +136,7 @@ TEST_F(WithTestServer, KeepsTheRecordsOfEachRunApart)
   EXPECT_EQ(2, runs);
 }
 
-TEST_F(WithTestServer, RefusesAProgramThatLooksElsewhere)
+TEST_F(WithTestServer, RefusesAProgramForAnotherServer)
 {
   build_for("www.mavo.example");
   EXPECT_EQ(1, run("echo started"));
