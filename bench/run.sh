@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# bench/run.sh [PROGRAM...]: builds the program as users run it, and what measures its
-# speed, measures, and prints one table: what is done, with how much data, how long this
-# program takes, how long the reference takes beside it, the ratio, and the ratio that
-# is aimed at. PROGRAM is a part to measure, such as "documents"; all if none is named.
-# Nothing here passes or fails by time; the exit status tells whether each measurement
-# did its work.
+# bench/run.sh [PROGRAM...]: builds the release program and the benchmarks, measures, and prints
+# one table: the job, the size of the data, the times of this program and of the reference, the
+# ratio, and the goal for the ratio. PROGRAM is a part to measure, such as "documents"; by default
+# all parts. No time makes it fail; the exit status says whether each measurement did its work.
 set -u
 cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
 tools/install-packages build run test || exit 1
@@ -24,7 +22,7 @@ bench/make-data "$MAVO_BENCH_DATA" || exit 1
 rm -rf "$build/results"
 mkdir "$build/results"
 status=0
-# The sides that are compared take turns, so that what else the machine does hits both.
+# The program and the reference alternate, so that other load affects both.
 for program; do
   echo "Measuring $program" >&2
   tests/with-home tests/with-display "$build/bench/bench-$program" \

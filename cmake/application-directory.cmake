@@ -1,10 +1,10 @@
-# <build>/MAVO-Survey is a complete application directory: what `cmake --install`
-# puts under lib/mavo-survey, ready to run from the build folder.
+# <build>/MAVO-Survey is a complete application directory with the files that `cmake
+# --install` installs under lib/mavo-survey. The program can run from the build directory.
 set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
 set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
-# The definition of the window names the addresses of the build, and the licence.
-# About wraps the lines itself, so only those of whole paragraphs are kept.
+# The definition of the window contains the addresses of the build, and the licence. The About
+# dialog wraps lines itself, so only the ends of paragraphs are kept.
 file(READ LICENSE licence)
 string(REGEX REPLACE "([^\n])\n([^\n])" "\\1 \\2" licence "${licence}")
 string(REPLACE "&" "&amp;" licence "${licence}")
@@ -16,7 +16,7 @@ set(generated_resources ${definition_file})
 
 foreach(folder resources data-files)
   file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*)
-  # A file that was removed is noticed by the list of names.
+  # The list of names changes when a file is removed.
   set(names ${PROJECT_BINARY_DIR}/generated/${folder}.txt)
   file(CONFIGURE OUTPUT ${names} CONTENT "${files}\n" @ONLY)
   set(stamp ${PROJECT_BINARY_DIR}/${folder}.stamp)
@@ -30,8 +30,8 @@ foreach(folder resources data-files)
   list(APPEND stamps ${stamp})
 endforeach()
 
-# macOS starts a directory NAME.app as a program if the directory Contents in it has
-# this form: Info.plist describes the program, and MacOS holds the executable.
+# macOS starts a directory NAME.app as a program if its directory Contents has this form:
+# Info.plist describes the program, and MacOS has the executable.
 configure_file(packaging/Info.plist.in ${application_dir}/Info.plist @ONLY)
 
 set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)

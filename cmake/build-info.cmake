@@ -1,5 +1,5 @@
-# BuildInfo is written anew whenever a source of the program changes, so that
-# its date is that of the build that made this program.
+# Generates BuildInfo again whenever a source of the program changes, so that its date is that
+# of the build.
 file(GLOB_RECURSE survey_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cc
   ${PROJECT_SOURCE_DIR}/src/*.h)
 set(build_info_cc ${PROJECT_BINARY_DIR}/generated/build-info.cc)

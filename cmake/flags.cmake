@@ -1,13 +1,13 @@
-# Language level, warnings and instrumentation of all code of our own.
-# Toolkit headers come through imported targets, that is as system headers.
+# Language level, warnings and instrumentation of our own code. Headers of the toolkit come from
+# imported targets, so they are system headers.
 add_library(survey_flags INTERFACE)
 target_compile_features(survey_flags INTERFACE cxx_std_17)
 target_compile_options(survey_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 target_include_directories(survey_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
-# What users run is hardened as Debian's own programs are, and does not depend on
-# the directory that it was built in.
+# The release build is hardened like Debian's programs and does not depend on the directory of
+# the build.
 set(release_only "$<$<CONFIG:Release>:")
 target_compile_options(survey_flags INTERFACE
   "${release_only}-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>"

@@ -1,6 +1,5 @@
-# Headers of the libraries, compiled once and used by many. A source file still
-# includes what it names: tools/lint builds without any of this.
-# The plain libraries see no GTK header here either.
+# Precompiled headers of the libraries. A source file still includes what it uses, because
+# tools/lint builds without them. The plain libraries get no GTK header.
 if(NOT MAVO_PCH)
   return()
 endif()

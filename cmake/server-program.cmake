@@ -1,12 +1,12 @@
-# The address of the server is set when the program is built. The function adds a
-# second program that asks this machine at another port instead. It shares all
-# libraries with the first one: only two sources are compiled again.
+# The address of the server is fixed when the program is built. This function adds a second
+# program that uses another port of this machine. It shares all libraries with the first
+# program; only two sources are compiled again.
 #
 # survey_server_program(DIRECTORY PORT): adds the target mavo-survey-test-server,
 # which makes DIRECTORY the application directory of a program for 127.0.0.1:PORT.
 function(survey_server_program directory port)
   set(MAVO_WEB_HOST 127.0.0.1:${port})
-  # The linker takes what my-app.cc defines from here and not from the library.
+  # The linker uses this my-app.cc instead of the one in the library.
   add_executable(mavo-survey-test-server ${PROJECT_SOURCE_DIR}/src/core/main.cc
     ${PROJECT_SOURCE_DIR}/src/core/my-app.cc)
   target_link_libraries(mavo-survey-test-server PRIVATE survey_flags survey_program)
@@ -14,7 +14,7 @@ function(survey_server_program directory port)
   set_target_properties(mavo-survey-test-server PROPERTIES OUTPUT_NAME mavo-survey
     RUNTIME_OUTPUT_DIRECTORY ${directory}/MacOS)
 
-  # All files but the program and the definition of the window are those of the real one.
+  # All files except the program and the definition of the window are those of the real one.
   add_dependencies(mavo-survey-test-server application_directory)
   file(MAKE_DIRECTORY ${directory}/MacOS)
   foreach(part data-files Info.plist MacOS/mavo-survey-env-setup.sh)

@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
-# run.sh SECONDS [TARGET...]: builds the fuzz targets with Clang and lets each, or
-# those named, make up inputs for so long, one after the other on one processor.
-# Prints a line for each; the exit status is 0 only if none crashed. An input that
-# crashes stays in build/fuzz/crashes, new paths of the program in build/fuzz/found.
-# run.sh --keep: takes those of build/fuzz/found into fuzz/corpus that reach what
-# nothing there reaches yet.
+# run.sh SECONDS [TARGET...]: builds the fuzz targets with Clang and runs each target, or the given
+# ones, for that time, one after the other on one processor. Prints a line for each. The exit
+# status is 0 only if none crashed. Inputs that crash are in build/fuzz/crashes, and inputs that
+# reach new code are in build/fuzz/found.
+# run.sh --keep: adds the inputs of build/fuzz/found that reach new code to fuzz/corpus.
 set -u
 cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
 if ! [[ "${1:-}" =~ ^([0-9]+|--keep)$ ]]; then
@@ -19,11 +18,11 @@ cmake --preset fuzz >/dev/null && cmake --build --preset fuzz >build/fuzz/build.
 
 out=$PWD/build/fuzz
 mkdir -p "$out/crashes" "$out/logs" "$out/found"
-# Inputs go through files; those on disk would cost most of the time.
+# The targets use temporary files, which would take most of the time on a disk.
 if [ -w /dev/shm ]; then export TMPDIR=/dev/shm; fi
 export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1
 
-# statistic LOG NAME: what libFuzzer counted, ? if it ended before it could tell.
+# statistic LOG NAME: prints a statistic of libFuzzer, or ? if libFuzzer did not print it.
 statistic() {
   local value
   value=$(sed -n "s/^stat::$2: *//p" "$1")

@@ -1,9 +1,8 @@
 #!/bin/sh
-# The launch script that stands beside the executable. The program starts it
-# when GTK_PATH is not set:
+# The launch script beside the executable. The program starts it if GTK_PATH is not set:
 #   mavo-survey-env-setup.sh --exec-name EXECUTABLE [ARGUMENT...]
-# It sets what the program's environment needs, makes the application directory
-# the working directory and replaces itself by the executable.
+# It sets the program's environment, makes the application directory the working directory and
+# replaces itself with the executable.
 if [ "$#" -lt 2 ] || [ "$1" != --exec-name ]; then
   echo "usage: $0 --exec-name EXECUTABLE [ARGUMENT...]" >&2
   exit 2
@@ -18,8 +17,8 @@ esac
 macos_dir=${executable%/*}
 application_dir=${macos_dir%/*}
 
-# The toolkit looks here for additional modules before its own places; the
-# program brings none. That the variable is set tells it that this script ran.
+# The toolkit first looks here for additional modules; the program has none. The variable tells
+# the program that this script has run.
 GTK_PATH=${GTK_PATH:-$application_dir/gtk-3.0}
 export GTK_PATH
 

@@ -1,7 +1,6 @@
-# What needs no window, and one journey, once more in other languages, with other
-# sort orders, letters of other cases and another encoding of text. The tests
-# compare with the same documents and file names in all of them. C.UTF-8 is the
-# locale of all other runs.
+# Runs the tests without a window, and one journey, in other locales with other sort orders,
+# other upper and lower case letters and another text encoding. The expected documents and file
+# names are the same in all locales. All other runs use C.UTF-8.
 if(MAVO_SANITIZE OR MAVO_COVERAGE OR MAVO_FUZZ)
   return()
 endif()
@@ -11,7 +10,7 @@ set(made_locales en_US.UTF-8 tr_TR.UTF-8 ja_JP.UTF-8 zh_CN.GB18030)
 survey_test(locales ${CMAKE_CURRENT_SOURCE_DIR}/make-locales ${locale_directory} ${made_locales})
 set_tests_properties(locales PROPERTIES FIXTURES_SETUP locales)
 
-# The comparison of a million lines and the damaged data know no locale.
+# The comparison of a million lines and the damaged data do not depend on the locale.
 set(without_locale --gtest_filter=-CsvLine.IsReadLike*:DamagedData.*)
 
 function(in_locale locale test)
@@ -27,7 +26,7 @@ foreach(locale C ${made_locales})
       --gtest_output=xml:${test_results}/${name}.xml)
     in_locale(${locale} ${name})
   endforeach()
-  # The random surveys that the store's tests leave are not written anew while they are read.
+  # The store's tests must not write their random surveys while another test reads them.
   set_tests_properties(store_tests-${locale} PROPERTIES DEPENDS documents)
   survey_journey(journey-${locale} test_leaves_one_file_that_holds_all_of_it ${application_dir})
   in_locale(${locale} journey-${locale})

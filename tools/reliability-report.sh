@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# reliability-report.sh: builds the tests for debugging, runs those that let things go
-# wrong, and prints how much of what was tried held, in one table for each kind of fault.
-# MAVO_LONG_USE_CYCLES=1000 makes the session of the long use as long as that (9 GB).
-# The exit status is 0 only if every row held.
+# reliability-report.sh: builds the tests of the debug preset, runs those that inject faults, and
+# prints for each kind of fault how many cases were tried and how many passed.
+# MAVO_LONG_USE_CYCLES=1000 sets the length of the test of long use (9 GB of memory). The exit
+# status is 0 only if all cases passed.
 set -u
 cd "$(dirname "$(readlink -f "$0")")/.." || exit 1
 tools/install-packages build run test package || exit 1
@@ -15,7 +15,7 @@ mkdir -p $build
 { cmake --preset debug && cmake --build --preset debug; } >$build/build.log ||
   { cat $build/build.log; exit 1; }
 
-# A long session outlasts the time that a test has.
+# A long session needs more time than a test usually has.
 [ -z "${MAVO_LONG_USE_CYCLES:-}" ] || export MAVO_TEST_TIMEOUT=7200
 rm -rf $build/test-results
 ctest --preset debug --parallel "$(($(nproc) + 2))" --no-tests=error \
