@@ -1,5 +1,6 @@
 #include "core/markup.h"
 #include "core/message-dialog.h"
+#include "core/text.h"
 #include "core/thrown-text.h"
 #include "store/file-identity.h"
 #include "store/replace-file.h"
