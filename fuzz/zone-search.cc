@@ -1,8 +1,8 @@
 // Target: the zone tree. The first line of the input is the search, the second line is "REGION
 // SUBREGION", and the other lines are zones as "code,name".
 #include "core/number.h"
-#include "data/zone-code.h"
 #include "core/text.h"
+#include "data/zone-code.h"
 #include "ui/zone-tree.h"
 
 #include <algorithm>
