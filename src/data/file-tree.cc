@@ -17,8 +17,7 @@ bool is_there(const fs::path& path)
 
 bool is_own_directory(const fs::path& path)
 {
-  struct stat status {
-  };
+  struct stat status = {};
   return lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == geteuid();
 }
 

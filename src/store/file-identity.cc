@@ -35,10 +35,8 @@ bool belongs_to(const std::string& path, const std::string& directory)
 
 bool same_file(const std::string& path, const std::string& other)
 {
-  struct stat first {
-  };
-  struct stat second {
-  };
+  struct stat first = {};
+  struct stat second = {};
   return stat(path.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
          first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
@@ -46,8 +44,7 @@ bool same_file(const std::string& path, const std::string& other)
 std::optional<std::string> file_bytes(const std::string& path, std::size_t limit)
 {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat info {
-  };
+  struct stat info = {};
   if (file.number < 0 || fstat(file.number, &info) != 0 || !S_ISREG(info.st_mode) ||
       info.st_size > static_cast<off_t>(limit))
     return std::nullopt;

@@ -78,8 +78,7 @@ private:
   }
 
   const Descriptor file;
-  struct stat status {
-  };
+  struct stat status = {};
   std::optional<std::string> text;
 };
 

@@ -37,15 +37,13 @@ void make_directory(const std::string& path)
 
 bool is_regular_file(const std::string& path)
 {
-  struct stat info {
-  };
+  struct stat info = {};
   return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 bool is_taken(const std::string& path)
 {
-  struct stat info {
-  };
+  struct stat info = {};
   return lstat(path.c_str(), &info) == 0;
 }
 

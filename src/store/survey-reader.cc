@@ -31,8 +31,7 @@ const char* const too_large = "Not a valid saved MAVO Survey (too large)";
 // would wait for whoever writes into it.
 std::string file_contents(const std::string& path)
 {
-  struct stat info {
-  };
+  struct stat info = {};
   if (stat(path.c_str(), &info) != 0)
     throw Glib::strerror(errno);
   if (!S_ISREG(info.st_mode))

@@ -62,9 +62,10 @@ void ConfirmPanel::ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder,
 
 void ConfirmPanel::find_labels(const Glib::RefPtr<Gtk::Builder>& builder)
 {
+  using LabelMember = Gtk::Label* ConfirmPanel::*;
   static constexpr struct {
     const char* id;
-    Gtk::Label* ConfirmPanel::*label;
+    LabelMember label;
   } labels[] = {
       {"confirm_instructions", &ConfirmPanel::confirm_instructions},
       {"conf_label_member_id", &ConfirmPanel::conf_label_member_id},

@@ -10,13 +10,11 @@
 // path if there is no other file system.
 inline std::string directory_on_another_file_system(const std::string& path)
 {
-  struct stat here {
-  };
+  struct stat here = {};
   stat(path.c_str(), &here);
   for (const std::string& place : {std::string("/dev/shm"), std::string("/run"),
                                    Glib::get_home_dir(), std::string("/var/tmp")}) {
-    struct stat there {
-    };
+    struct stat there = {};
     std::string name = place + "/mavo-test-XXXXXX";
     if (stat(place.c_str(), &there) == 0 && there.st_dev != here.st_dev && mkdtemp(name.data()))
       return name;

@@ -20,11 +20,12 @@ void RandomSurveys::make(RandomSurvey& survey)
 
 Glib::ustring RandomSurveys::words(int most)
 {
+  static const char* const fish = "🐟";
+  static const char* const person = "👩‍🔬";
   static const char* const pieces[] = {
-      "a",     "Z",           "7",      "&",      "<",      ">",    "\"",  "'",
-      "&amp;", "<b>",         "]]>",    "<!--",   "%s",     "\\n",  "\t",  " ",
-      "ñ",     "É",           "ß",      "魚",     "さかな", "Рыба", "سمك", "e\u0301",
-      "🐟",     "👩‍🔬", "\u00a0", "\u200f", "--",     "/",    "."};
+      "a",    "Z",       "7",   "&",    "<",      ">",      "\"", "'", "&amp;", "<b>",    "]]>",
+      "<!--", "%s",      "\\n", "\t",   " ",      "ñ",      "É",  "ß", "魚",    "さかな", "Рыба",
+      "سمك",  "e\u0301", fish,  person, "\u00a0", "\u200f", "--", "/", "."};
   Glib::ustring text;
   for (int count = below(most + 1); count > 0; --count)
     text += pieces[below(static_cast<int>(std::size(pieces)))];

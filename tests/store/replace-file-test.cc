@@ -197,8 +197,7 @@ public:
 
 ino_t inode_of(const std::string& path)
 {
-  struct stat info {
-  };
+  struct stat info = {};
   EXPECT_EQ(0, stat(path.c_str(), &info));
   return info.st_ino;
 }
