@@ -87,10 +87,14 @@ class Program:
 
     # --- its windows ---
 
+    def application(self):
+        """What stands for it on the screen, or None."""
+        return application_of(self.process.pid)
+
     def windows(self):
         """Returns all visible windows and dialogs, the newest last."""
         assert self.process.poll() is None, f"the program has ended: {self.output()}"
-        application = application_of(self.process.pid)
+        application = self.application()
         if application is None:
             return []
         application.accessible.clear_cache()

@@ -286,16 +286,23 @@ def place_on_keyboard(symbol):
     return key.keycode, key.level
 
 
-def application_of(pid):
-    """Returns the accessible application with this process id, or None."""
+def applications():
+    """Yields the accessible applications on this display."""
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     for index in range(desktop.get_child_count()):
         child = desktop.get_child_at_index(index)
+        if child is not None:
+            yield Thing(child)
+
+
+def application_of(pid):
+    """Returns the accessible application with this process id, or None."""
+    for application in applications():
         try:
-            if child is not None and child.get_process_id() == pid:
-                return Thing(child)
-        except GLib.Error:  # the program has just ended
+            if application.accessible.get_process_id() == pid:
+                return application
+        except GLib.Error:  # a program that has just ended
             pass
     return None
 
