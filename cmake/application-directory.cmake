@@ -1,5 +1,5 @@
 # <build>/MAVO-Survey is a complete application directory with the files that `cmake
-# --install` installs under lib/mavo-survey. The program can run from the build directory.
+# --install` installs under share/mavo-survey. The program can run from the build directory.
 set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
 set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
@@ -42,9 +42,14 @@ add_custom_target(application_files DEPENDS ${stamps} ${script_copy})
 add_custom_target(application_directory ALL)
 add_dependencies(application_directory application_files mavo-survey)
 
-install(TARGETS mavo-survey DESTINATION lib/mavo-survey/MacOS)
-install(PROGRAMS ${launch_script} DESTINATION lib/mavo-survey/MacOS)
-install(FILES ${application_dir}/Info.plist DESTINATION lib/mavo-survey COMPONENT resources)
-install(DIRECTORY resources data-files DESTINATION lib/mavo-survey COMPONENT resources
+# Only the program depends on the processor. All else is installed as the application
+# directory share/mavo-survey, with a link to the program that holds below any prefix.
+set(program_link ${PROJECT_BINARY_DIR}/generated/mavo-survey)
+file(CREATE_LINK ../../../lib/mavo-survey/mavo-survey ${program_link} SYMBOLIC)
+install(TARGETS mavo-survey DESTINATION lib/mavo-survey)
+install(FILES ${program_link} DESTINATION share/mavo-survey/MacOS)
+install(PROGRAMS ${launch_script} DESTINATION share/mavo-survey/MacOS)
+install(FILES ${application_dir}/Info.plist DESTINATION share/mavo-survey COMPONENT resources)
+install(DIRECTORY resources data-files DESTINATION share/mavo-survey COMPONENT resources
   PATTERN survey-ui.glade EXCLUDE)
-install(FILES ${definition_file} DESTINATION lib/mavo-survey/resources COMPONENT resources)
+install(FILES ${definition_file} DESTINATION share/mavo-survey/resources COMPONENT resources)

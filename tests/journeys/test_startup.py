@@ -206,7 +206,7 @@ class StartingTheInstalledProgram(Start):
             stdout=subprocess.DEVNULL,
             check=True,
         )
-        self.directory = prefix / "lib" / "mavo-survey"
+        self.directory = prefix / "share" / "mavo-survey"
         self.command = prefix / "bin" / "mavo-survey"
 
     def test_works_through_a_symbolic_link_from_any_directory(self):

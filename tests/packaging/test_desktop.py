@@ -94,7 +94,7 @@ class Release(unittest.TestCase):
         self.assertEqual(self.version, release.get("version"))
 
     def test_stands_first_in_the_changelog_of_the_package(self):
-        changelog = (MADE / "debian" / "changelog").read_text(encoding="utf-8")
+        changelog = (SOURCE / "debian" / "changelog").read_text(encoding="utf-8")
         self.assertTrue(changelog.startswith(f"mavo-survey ({self.version}-1) "))
 
 
@@ -120,7 +120,7 @@ class Manual(unittest.TestCase):
 class Licence(unittest.TestCase):
     def test_is_the_same_in_the_package(self):
         words = (PROJECT / "LICENSE").read_text(encoding="utf-8").split("\n\n", 2)[2].split()
-        package = (MADE / "debian" / "copyright").read_text(encoding="utf-8")
+        package = (SOURCE / "debian" / "copyright").read_text(encoding="utf-8")
         self.assertEqual(words, package.split("License: Expat\n")[-1].replace("\n .\n", "\n").split())
 
 

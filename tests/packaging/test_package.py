@@ -3,6 +3,7 @@
 import datetime
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -16,10 +17,17 @@ TIME = datetime.datetime(2021, 12, 18, 19, 29, tzinfo=datetime.timezone.utc)
 
 
 def start_packing(directory, zone):
-    """Starts making the package in that directory, somewhere in the world."""
-    changed = {"SOURCE_DATE_EPOCH": str(int(TIME.timestamp())), "TZ": zone}
+    """Starts packing the build in that directory, somewhere in the world."""
+    shutil.copytree(SOURCE / "debian", directory / "debian")
+    changed = {
+        "SOURCE_DATE_EPOCH": str(int(TIME.timestamp())),
+        "TZ": zone,
+        "MAVO_BUILT": str(BUILD),
+        "DEB_BUILD_OPTIONS": "noautodbgsym nocheck",
+    }
     return subprocess.Popen(
-        ["cpack", "--config", BUILD / "CPackConfig.cmake", "-B", directory],
+        ["debian/rules", "binary"],
+        cwd=directory,
         stdout=subprocess.PIPE,
         stderr=subprocess.STDOUT,
         text=True,
@@ -33,10 +41,10 @@ class Package(unittest.TestCase):
     def setUpClass(cls):
         cls.scratch = pathlib.Path(tempfile.mkdtemp(prefix="mavo-package-"))
         cls.addClassCleanup(shutil.rmtree, cls.scratch)
-        zones = ("UTC", "America/Los_Angeles")
-        started = [start_packing(cls.scratch / str(n), zone) for n, zone in enumerate(zones)]
+        places = (("here/tree", "UTC"), ("there/another-tree", "America/Los_Angeles"))
+        started = [start_packing(cls.scratch / path, zone) for path, zone in places]
         outputs = [process.communicate()[0] for process in started]
-        packages = sorted(cls.scratch.glob("[01]/*.deb"))
+        packages = sorted(cls.scratch.glob("*here/*.deb"))
         if len(packages) != 2:
             raise AssertionError("\n".join(outputs))
         cls.package, cls.other = packages
@@ -59,14 +67,14 @@ class Package(unittest.TestCase):
         self.assertEqual("", told)
 
     def test_explains_every_complaint_that_it_overrides(self):
-        overrides = (SOURCE / "debian" / "lintian-overrides").read_text(encoding="utf-8")
+        overrides = (SOURCE / "debian" / "mavo-survey.lintian-overrides").read_text(encoding="utf-8")
         before = ""
         for line in overrides.splitlines():
             self.assertTrue(line.startswith("#") or before.startswith("#"), line)
             before = line
 
     def test_belongs_to_root_and_to_one_moment(self):
-        modes = {"drwxr-xr-x", "-rwxr-xr-x", "-rw-r--r--"}
+        modes = {"drwxr-xr-x", "-rwxr-xr-x", "-rw-r--r--", "lrwxrwxrwx"}
         for mode, owner, time, path in self.contents():
             with self.subTest(path=path):
                 self.assertIn(mode, modes)
@@ -79,10 +87,11 @@ class Package(unittest.TestCase):
             "usr/bin/mavo-survey",
             "usr/bin/mavo-data",
             "usr/bin/mavo-surveys",
-            "usr/lib/mavo-survey/MacOS/mavo-survey",
-            "usr/lib/mavo-survey/MacOS/mavo-survey-env-setup.sh",
-            "usr/lib/mavo-survey/resources/survey-ui.glade",
-            "usr/lib/mavo-survey/data-files/data-file-info.txt",
+            "usr/lib/mavo-survey/mavo-survey",
+            "usr/share/mavo-survey/MacOS/mavo-survey -> ../../../lib/mavo-survey/mavo-survey",
+            "usr/share/mavo-survey/MacOS/mavo-survey-env-setup.sh",
+            "usr/share/mavo-survey/resources/survey-ui.glade",
+            "usr/share/mavo-survey/data-files/data-file-info.txt",
             f"usr/share/applications/{APP_ID}.desktop",
             f"usr/share/applications/{APP_ID}.viewer.desktop",
             "usr/share/mavo-survey/mavo-survey.rng",
@@ -95,16 +104,34 @@ class Package(unittest.TestCase):
             "usr/share/bash-completion/completions/mavo-data",
             "usr/share/bash-completion/completions/mavo-surveys",
             "usr/share/doc/mavo-survey/copyright",
+            "usr/share/doc/mavo-survey/user-guide.md",
+            "usr/share/doc/mavo-survey/screenshots/start.png",
             "usr/share/doc/mavo-survey/changelog.Debian.gz",
         ):
             self.assertIn(path, paths)
+
+    def test_has_all_but_programs_in_the_directory_that_all_processors_share(self):
+        files = [path for mode, *_, path in self.contents() if not mode.startswith("d")]
+        apart = {path for path in files if not path.startswith("usr/share/")}
+        commands = {f"usr/bin/mavo-{name}" for name in ("data", "survey", "surveys")}
+        self.assertEqual({*commands, "usr/lib/mavo-survey/mavo-survey"}, apart)
+
+    def test_has_every_file_that_the_user_guide_leads_to(self):
+        paths = {path for *_, path in self.contents()}
+        guide = (PROJECT / "docs" / "user-guide.md").read_text(encoding="utf-8")
+        for link in re.findall(r"\]\(([^)#]+)", guide):
+            with self.subTest(link=link):
+                self.assertIn(f"usr/share/doc/mavo-survey/{link}", paths)
 
     def depends(self):
         return [name.split()[0] for name in self.field("Depends").split(", ")]
 
     def test_depends_on_its_libraries_and_on_what_unpacks_data(self):
+        told = said("objdump", "-p", BUILD / "MAVO-Survey" / "MacOS" / "mavo-survey")
+        chief = ("libgtkmm", "libxml++", "libsoup")
+        libraries = [n for n in re.findall(r"NEEDED +(\S+)", told) if n.startswith(chief)]
+        self.assertEqual(len(chief), len(libraries))
         # Releases of Debian name the packages of the same libraries differently.
-        libraries = ("libgtkmm-3.0.so.1", "libxml++-2.6.so.2", "libsoup-2.4.so.1")
         owners = [said("dpkg-query", "--search", f"*/{name}").split(":")[0] for name in libraries]
         for name in (*owners, "bzip2"):
             self.assertIn(name, self.depends())

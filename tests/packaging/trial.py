@@ -10,7 +10,7 @@ from journeys import entry
 from journeys.program import Program
 from journeys.reference import a_place
 
-APPLICATION_DIR = pathlib.Path("/usr/lib/mavo-survey")
+APPLICATION_DIR = pathlib.Path("/usr/share/mavo-survey")
 
 
 def main():

@@ -96,7 +96,7 @@ def widths_in(icon):
 
 class Installing(ScratchTest):
     def expect_installed(self, prefix):
-        installed = files_below(prefix / "lib" / "mavo-survey")
+        installed = files_below(prefix / "share" / "mavo-survey")
         built = files_below(APPLICATION_DIR)
         self.assertEqual(sorted(built), sorted(installed))
         changed = [str(path) for path in built if built[path] != installed[path]]
@@ -136,7 +136,7 @@ class AddressesOfTheBuild(ScratchTest):
         prefix = self.scratch / "prefix"
         command = ["cmake", "--install", build, "--prefix", prefix, "--component", "resources"]
         subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
-        definition = prefix / "lib" / "mavo-survey" / "resources" / "survey-ui.glade"
+        definition = prefix / "share" / "mavo-survey" / "resources" / "survey-ui.glade"
         return ElementTree.parse(definition)
 
     def properties(self, definition, name):

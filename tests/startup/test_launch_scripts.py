@@ -17,7 +17,7 @@ class LaunchTest(ScratchTest):
 
     def setUp(self):
         super().setUp()
-        self.application_dir = self.scratch / "lib" / "mavo-survey"
+        self.application_dir = self.scratch / "share" / "mavo-survey"
         self.executable = self.application_dir / "MacOS" / "mavo-survey"
         self.executable.parent.mkdir(parents=True)
         self.executable.write_text(STAND_IN, encoding="utf-8")
