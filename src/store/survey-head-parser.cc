@@ -19,11 +19,10 @@ struct SurveyHeadParser::Handlers {
 
   // What becomes of an entity depends on where it is used first, so that a document
   // with entities is not read in part.
-  static bool is_ids(const xmlParserCtxt* context, const xmlChar* name)
+  static bool is_ids(const xmlParserCtxt* context, int level, const xmlChar* name)
   {
     constexpr int ids_level = 3; // root, "survey", "ids"
-    return context->nodeNr == ids_level && xmlStrEqual(name, BAD_CAST "ids") &&
-           !context->myDoc->intSubset;
+    return level == ids_level && xmlStrEqual(name, BAD_CAST "ids") && !context->myDoc->intSubset;
   }
 
   static void start_element(void* context, const xmlChar* name, const xmlChar* prefix,
@@ -32,11 +31,12 @@ struct SurveyHeadParser::Handlers {
   {
     if (!parser().admits(context, namespace_count + count))
       return;
-    int& depth = parser().depth;
+    auto& [level, depth] = parser().place;
     if (depth == 0) {
       xmlSAX2StartElementNs(context, name, prefix, uri, namespace_count, namespaces, count,
                             defaulted, attributes);
-      depth = is_ids(static_cast<xmlParserCtxt*>(context), name) ? 1 : 0;
+      ++level;
+      depth = is_ids(static_cast<xmlParserCtxt*>(context), level, name) ? 1 : 0;
       return;
     }
     ++depth;
@@ -51,16 +51,18 @@ struct SurveyHeadParser::Handlers {
   static void end_element(void* context, const xmlChar* name, const xmlChar* prefix,
                           const xmlChar* uri)
   {
-    int& depth = parser().depth;
+    auto& [level, depth] = parser().place;
     if (depth > 0)
       --depth;
-    if (depth == 0)
-      xmlSAX2EndElementNs(context, name, prefix, uri);
+    if (depth > 0)
+      return;
+    --level;
+    xmlSAX2EndElementNs(context, name, prefix, uri);
   }
 
   static void text(void* context, const xmlChar* characters, int length)
   {
-    if (parser().depth == 0)
+    if (parser().place.depth == 0)
       xmlSAX2Characters(context, characters, length);
   }
 };
@@ -68,7 +70,7 @@ struct SurveyHeadParser::Handlers {
 void SurveyHeadParser::initialize_context()
 {
   SurveyParser::initialize_context();
-  depth = 0;
+  place = {};
   context_->sax->startElementNs = &Handlers::start_element;
   context_->sax->endElementNs = &Handlers::end_element;
   context_->sax->characters = &Handlers::text;

@@ -13,5 +13,9 @@ protected:
 private:
   struct Handlers;
 
-  int depth = 0; // 1 in "ids" itself, 2 in one of its species; 0 elsewhere
+  struct Place {
+    int level = 0; // open elements of the tree
+    int depth = 0; // 1 in "ids" itself, 2 in one of its species; 0 elsewhere
+  };
+  Place place;
 };
