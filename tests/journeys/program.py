@@ -151,7 +151,7 @@ class Program:
         """Chooses an item of the menu bar."""
         menu = self.window().find("menu", menu)
         menu.click()
-        menu.find("menu item", item).click()
+        menu.find("menu item", item).choose_item()
 
     def open_panel(self, tab):
         """Turns the notebook to a panel and returns it."""
