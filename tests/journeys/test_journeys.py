@@ -7,6 +7,8 @@ import unittest
 from . import document, entry
 from .program import Program
 from .reference import a_place, labels
+from .screen import press_key
+from .waiting import wait_for
 
 APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAVO-Survey"))
 DATA_FILES = APPLICATION_DIR / "data-files"
@@ -20,6 +22,7 @@ PANELS = (
     "Unlisted Species",
     "Confirmation",
 )
+CLEAR_ICON = "edit-clear-symbolic"
 UNSAVED = "Survey has been changed without being saved!"
 
 
@@ -105,6 +108,51 @@ class EnteringASurvey(Journey):
         self.program.answer("Survey saved to", "OK")
         self.program.activate_menu("File", "Quit")
         self.expect_end()
+
+
+class ClearingASearch(Journey):
+    """By the icon at its end, and by Escape."""
+
+    def setUp(self):
+        super().setUp()
+        entry.enter_place_and_date(self.program, self.place)
+
+    def expect_to_clear(self, field, words, has_results):
+        """Clears the field in both ways; the icon is there only while there is text."""
+        for clear in (lambda: field.find("icon", CLEAR_ICON).click(), lambda: press_key("Escape")):
+            field.focus()
+            field.set_text(words)
+            wait_for(f"results for {words!r}", has_results)
+            clear()
+            wait_for(f"{field!r} is empty", lambda: field.text == "")
+            wait_for("the results are gone", lambda: not has_results())
+            wait_for("the icon is gone", lambda: not has_clear_icon(field))
+
+    def test_shows_all_zones_again(self):
+        panel = self.program.open_panel("Survey Info Part 1")
+        zones = entry.tree_in(panel, "Geographic zones")
+        everything = len(list(zones.rows()))
+        self.expect_to_clear(
+            panel.find("text", "Search names of zones"),
+            self.place.zone_name.lower(),
+            has_results=lambda: len(list(zones.rows())) != everything,
+        )
+
+    def test_hides_the_species_that_were_found(self):
+        panel = self.program.open_panel("Unlisted Species")
+        name = next(iter(self.place.families.values()))[0][1]
+        self.expect_to_clear(
+            panel.find("text", "Search for a species"),
+            name.lower(),
+            has_results=lambda: any(
+                thing.name == "Matching species" and thing.is_shown for thing in panel.walk()
+            ),
+        )
+
+
+def has_clear_icon(field):
+    field.accessible.clear_cache()
+    return field.look_for("icon", CLEAR_ICON) is not None
 
 
 class LeavingASurvey(Journey):

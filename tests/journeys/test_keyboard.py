@@ -1,8 +1,11 @@
 """Journeys without a mouse, and of who listens instead of looking."""
 
-from . import entry
+import re
+
+from . import document, entry
 from .entry import code_of, tree_in
 from .keyboard import Keyboard
+from .quick_keys import type_quickly
 from .reference import labels
 from .screen import STATE, Thing
 from .test_journeys import DATA_FILES, PANELS, Journey
@@ -211,6 +214,52 @@ class SavingKeystrokes(KeyboardJourney):
             self.keyboard.press(key)
         for number in numbers:
             tree.find_row(code_of(number))
+
+
+class TypingFast(KeyboardJourney):
+    """Marks species by their whole names, by keys that never wait for the program."""
+
+    COUNT = 10
+
+    def species_with_plain_names(self):
+        """(number, name) of species all over the list whose names no other row begins with."""
+        families = self.place.families
+        listed = [species for family in families.values() for species in family]
+        names = [name.lower() for name in [*families, *(name for _, name in listed)]]
+        plain = [
+            (number, name.lower())
+            for number, name in listed
+            if re.fullmatch("[A-Za-z -]+", name)
+            and sum(other.startswith(name.lower()) for other in names) == 1
+        ]
+        return plain[:: len(plain) // self.COUNT][: self.COUNT]
+
+    def type_all(self, pause):
+        """Types all names, numbers and the save; the survey holds exactly these marks."""
+        entry.enter_place_and_date(self.program, self.place)
+        self.program.open_panel("Listed Species")
+        self.keyboard.press("Alt+p", then="Species of this view")
+        keys, expected = [], []
+        for count, (number, name) in enumerate(self.species_with_plain_names()):
+            choices = self.place.abundances
+            abundance, label, response = choices[count % len(choices)]
+            keys += [*name, "Return", label[0].lower()]
+            expected.append((f"{number:04d}", str(abundance), str(response)))
+        type_quickly(keys, pause)
+        self.keyboard.press("Alt+s")
+        self.program.message("Survey saved to")
+        (path,) = self.program.saved_surveys()
+        self.assertEqual(self.COUNT, len(expected))
+        self.assertEqual(sorted(expected), document.species_of(path))
+
+    def test_loses_no_key_without_any_pause(self):
+        self.type_all(0)
+
+    def test_loses_no_key_at_5_milliseconds(self):
+        self.type_all(0.005)
+
+    def test_loses_no_key_at_20_milliseconds(self):
+        self.type_all(0.02)
 
 
 class ListeningToAScreenReader(KeyboardJourney):

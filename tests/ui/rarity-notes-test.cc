@@ -1,5 +1,6 @@
 // Tests how species trees explain shaded rows in tooltips and to screen readers.
 
+#include "support/keys.h"
 #include "support/main-loop.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
@@ -47,12 +48,13 @@ public:
     return path;
   }
 
-  // Returns the texts of all tooltips, visible or not.
-  static std::string words_of_tooltips()
+  // Returns the texts of all tooltips, or only of the visible ones.
+  static std::string words_of_tooltips(bool only_visible = false)
   {
     std::string words;
     for (auto* const toplevel : Gtk::Window::list_toplevels())
-      if (toplevel->get_type_hint() == Gdk::WINDOW_TYPE_HINT_TOOLTIP)
+      if (toplevel->get_type_hint() == Gdk::WINDOW_TYPE_HINT_TOOLTIP &&
+          (toplevel->get_mapped() || !only_visible))
         add_words(*toplevel, words);
     return words;
   }
@@ -82,6 +84,18 @@ public:
     return is_shown ? text : "";
   }
 
+  // Returns what Ctrl+F1 shows at the row, then presses it again to hide that.
+  std::string tooltip_by_keyboard_at(const Gtk::TreePath& path)
+  {
+    found().grab_focus();
+    found().set_cursor(path);
+    let_draw(*window);
+    press_key(*window, GDK_KEY_F1, GDK_CONTROL_MASK);
+    std::string text = words_of_tooltips(true);
+    press_key(*window, GDK_KEY_F1, GDK_CONTROL_MASK);
+    return text;
+  }
+
   // Returns the description of the cell that is announced when the cursor goes to the row.
   std::string description_at(const Gtk::TreePath& path) const
   {
@@ -108,6 +122,13 @@ TEST_F(RarityNotes, AreOnlyInTheTooltipsOfShadedRows)
   EXPECT_EQ(very_rare, tooltip_at(first_row(true)));
   EXPECT_EQ("", tooltip_at(first_row(false)));
   EXPECT_EQ("", tooltip_at(Gtk::TreePath("0"))) << "a family";
+}
+
+TEST_F(RarityNotes, AppearByKeyboardOnShadedRowsOnly)
+{
+  EXPECT_EQ(very_rare, tooltip_by_keyboard_at(first_row(true)));
+  EXPECT_EQ("", tooltip_by_keyboard_at(first_row(false)));
+  EXPECT_EQ("", tooltip_by_keyboard_at(Gtk::TreePath("0"))) << "a family";
 }
 
 TEST_F(RarityNotes, AreReadByScreenReadersWithTheCellUnderTheCursor)
