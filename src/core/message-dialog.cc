@@ -29,8 +29,7 @@ constexpr std::size_t longest_markup = 50 * longest_text;
 constexpr std::size_t most_lines = 16;
 constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
-constexpr int scrolled_width = 500; // pixels
-constexpr int scrolled_height = 300;
+constexpr int scrolled_height = 300; // pixels
 constexpr int least_scrolled_height = 80;
 // Room for what a window manager draws around a dialog, in pixels.
 constexpr int frame_width = 20;
@@ -151,23 +150,43 @@ Size room_on_screen(Gtk::Window* parent)
   return {area.get_width() - frame_width, area.get_height() - frame_height};
 }
 
+// Pixels of a line of the widest length, but no more than a dialog with that room can hold.
+int scrolled_width(Gtk::Widget& dialog, const Size& room)
+{
+  int width = 0;
+  int height = 0;
+  dialog.create_pango_layout(Glib::ustring(widest_line, 'n'))->get_pixel_size(width, height);
+  return std::min(width, room.width * 4 / 5);
+}
+
+// The keyboard would start on the scrolled text, where Return does not answer.
+void focus_first_button(Gtk::MessageDialog& dialog)
+{
+  const auto buttons = dialog.get_action_area()->get_children();
+  if (!buttons.empty())
+    buttons.front()->grab_focus();
+}
+
 // Puts scroll bars around the dialog's text, which gets the room that the rest leaves.
 void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
 {
   Gtk::Box* const area = dialog.get_message_area();
   auto* const texts = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL);
+  texts->set_margin_end(6); // pixels between the letters and the scroll bar
   for (auto* label : area->get_children())
     label->reparent(*texts);
   auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   area->pack_start(*scrolled);
   texts->show();
   scrolled->show();
-  scrolled->set_min_content_width(std::min(scrolled_width, room.width / 2));
+  scrolled->set_overlay_scrolling(false); // the bar shows that there is more to read
+  scrolled->set_min_content_width(scrolled_width(dialog, room));
   scrolled->set_min_content_height(least_scrolled_height);
   const int left = room.height - least_size(dialog).height; // without the text, which takes long
   scrolled->add(*texts);
   scrolled->set_min_content_height(
       std::clamp(least_scrolled_height + left, least_scrolled_height, scrolled_height));
+  focus_first_button(dialog);
 }
 
 // Buttons that do not fit side by side go below each other, lines become shorter, and a text

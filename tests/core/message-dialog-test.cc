@@ -1,13 +1,34 @@
 #include "core/message-dialog.h"
 #include "support/dialogs.h"
+#include "support/keys.h"
 #include "support/main-loop.h"
 
 #include <gtest/gtest.h>
+#include <gtkmm/dialog.h>
 #include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/window.h>
 
 #include <algorithm>
 #include <functional>
+
+namespace {
+
+// The first scrolled window in the widget, null if there is none.
+Gtk::ScrolledWindow* scrolled_in(Gtk::Widget& widget)
+{
+  if (auto* const scrolled = dynamic_cast<Gtk::ScrolledWindow*>(&widget))
+    return scrolled;
+  Gtk::ScrolledWindow* found = nullptr;
+  if (auto* const container = dynamic_cast<Gtk::Container*>(&widget))
+    container->foreach ([&found](Gtk::Widget& child) {
+      if (!found)
+        found = scrolled_in(child);
+    });
+  return found;
+}
+
+} // namespace
 
 TEST(MessageDialog, ShowsTitleTextAndButtonsInOrder)
 {
@@ -236,4 +257,39 @@ TEST(MessageDialog, ReturnsDeleteEventWhenItIsClosed)
   meet_next_dialog([](Gtk::Dialog& dialog) { dialog.close(); },
                    [&] { response = run_message(message); });
   EXPECT_EQ(Gtk::RESPONSE_DELETE_EVENT, response);
+}
+
+TEST(MessageDialog, AnswersWithItsFirstButtonToReturn)
+{
+  constexpr int no_answer = 99;
+  for (const std::string& text : {std::string("short"), std::string(3000, 'w')}) {
+    Message message;
+    message.text = text;
+    message.standard_buttons = Gtk::BUTTONS_NONE;
+    message.buttons = {{"gtk-yes", 12}, {"gtk-no", 13}};
+    const auto press_return = [](Gtk::Dialog& dialog) {
+      bool is_answered = false;
+      sigc::connection watch =
+          dialog.signal_response().connect([&is_answered](int) { is_answered = true; });
+      press_key(dialog, GDK_KEY_Return);
+      watch.disconnect();
+      if (!is_answered)
+        dialog.response(no_answer);
+    };
+    int response = 0;
+    meet_next_dialog(press_return, [&] { response = run_message(message); });
+    EXPECT_EQ(12, response) << text.size() << " letters";
+  }
+}
+
+TEST(MessageDialog, ShowsTheScrollBarOfALongTextAllTheTime)
+{
+  Message message;
+  message.text = std::string(3000, 'w');
+  const auto look = [](Gtk::Dialog& dialog) {
+    const auto* const scrolled = scrolled_in(dialog);
+    EXPECT_TRUE(scrolled && !scrolled->get_overlay_scrolling());
+    dialog.response(Gtk::RESPONSE_OK);
+  };
+  meet_next_dialog(look, [&] { run_message(message); });
 }
