@@ -255,6 +255,9 @@ class TypingFast(KeyboardJourney):
     def test_loses_no_key_without_any_pause(self):
         self.type_all(0)
 
+    def test_loses_no_key_at_2_milliseconds(self):
+        self.type_all(0.002)
+
     def test_loses_no_key_at_5_milliseconds(self):
         self.type_all(0.005)
 
