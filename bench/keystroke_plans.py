@@ -49,6 +49,11 @@ def keys_of_text(text):
     return ["space" if letter == " " else letter for letter in text]
 
 
+def species_first(indexes, rows):
+    """The same in the order in which the tree offers them: families last."""
+    return sorted(indexes, key=lambda index: rows[index].number is None)
+
+
 def ways_to_species(rows):
     """{number: the keys that put the cursor on its row}, from anywhere in the tree.
 
@@ -60,7 +65,7 @@ def ways_to_species(rows):
             matches[text][rank].append(index)
     best = {}
     for text, (first, later) in sorted(matches.items()):
-        found = first + later
+        found = species_first(first, rows) + species_first(later, rows)
         for place, index in enumerate(found):
             back = len(found) - place
             steps = ["Down"] * place if place <= back else ["Up"] * back

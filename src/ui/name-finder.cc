@@ -132,7 +132,8 @@ void NameFinder::go_to_match(int step)
   show_whether_found(count != 0 || text.empty());
 }
 
-// Returns the best matches first, and matches of the same quality in the order of the tree.
+// Returns the best matches first. Of the same quality, species come before families, because
+// some families have the name of their species; otherwise the order is that of the tree.
 std::vector<Gtk::TreePath> NameFinder::matches(const std::string& text) const
 {
   std::array<std::vector<Gtk::TreePath>, MATCHES_NOT + 1> by_quality;
@@ -142,6 +143,9 @@ std::vector<Gtk::TreePath> NameFinder::matches(const std::string& text) const
         by_quality[static_cast<std::size_t>(rank)].push_back(path);
       return false;
     });
+  for (auto& paths : by_quality)
+    std::stable_partition(paths.begin(), paths.end(),
+                          [](const Gtk::TreePath& path) { return path.size() > 1; });
   auto& best = by_quality[MATCHES_START];
   const auto& others = by_quality[MATCHES_WORD];
   best.insert(best.end(), others.begin(), others.end());

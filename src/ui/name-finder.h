@@ -13,9 +13,10 @@
 
 // Finds rows of a tree of two levels by their names while the user types in the tree. The text
 // appears in a small field above the tree's corner, which has the focus during the search.
-// Names that begin with the text come first, then names with a word that begins with it. The
-// search includes collapsed families. Up and Down go to the other matches, Return opens the
-// row that was found, and Escape, Tab or a click elsewhere ends the search.
+// Names that begin with the text come first, then names with a word that begins with it; in
+// both groups, species come before families. The search includes collapsed families. Up and
+// Down go to the other matches, Return opens the row that was found, and Escape, Tab or a click
+// elsewhere ends the search.
 class NameFinder
 {
 public:

@@ -222,10 +222,9 @@ class TypingFast(KeyboardJourney):
     COUNT = 10
 
     def species_with_plain_names(self):
-        """(number, name) of species all over the list whose names no other row begins with."""
-        families = self.place.families
-        listed = [species for family in families.values() for species in family]
-        names = [name.lower() for name in [*families, *(name for _, name in listed)]]
+        """(number, name) of species all over the list with names that begin no other one."""
+        listed = [species for family in self.place.families.values() for species in family]
+        names = [name.lower() for _, name in listed]
         plain = [
             (number, name.lower())
             for number, name in listed

@@ -471,6 +471,21 @@ TEST_F(TypingAmongMany, PrefersNamesThatBeginWithTheText)
   EXPECT_EQ("1:0", cursor());
 }
 
+TEST_F(TypingTest, PrefersASpeciesToAFamilyThatBeginsLikeIt)
+{
+  application_dir.file("PAC-species-info.csv",
+                       "speciesid,scientificname,commonname,familyid,invertebratetype,"
+                       "rarefishind,spanishname\n"
+                       "10,Aaa,Lingcod,F2,0,0,\n11,Bbb,Greenlings,F2,0,0,\n");
+  application_dir.file("species-views.csv", "viewid,speciesid,familyid\n1,10,F2\n1,11,F2\n");
+  open_northwest();
+  start_at("0");
+  type("greenl");
+  EXPECT_EQ("0:1", cursor());
+  press(GDK_KEY_Down);
+  EXPECT_EQ("0", cursor());
+}
+
 TEST_F(TypingAmongMany, ExpandsOnlyTheFamilyOfTheRowThatIsFound)
 {
   start_at("0");
