@@ -50,7 +50,7 @@ def keys_of_text(text):
 
 
 def species_first(indexes, rows):
-    """The same in the order in which the tree offers them: families last."""
+    """Returns the rows in the order in which the tree offers them: families last."""
     return sorted(indexes, key=lambda index: rows[index].number is None)
 
 

@@ -150,7 +150,7 @@ Size room_on_screen(Gtk::Window* parent)
   return {area.get_width() - frame_width, area.get_height() - frame_height};
 }
 
-// Pixels of a line of the widest length, but no more than a dialog with that room can hold.
+// Returns the width of the longest line in pixels, limited to what fits a dialog in that room.
 int scrolled_width(Gtk::Widget& dialog, const Size& room)
 {
   int width = 0;
@@ -159,7 +159,7 @@ int scrolled_width(Gtk::Widget& dialog, const Size& room)
   return std::min(width, room.width * 4 / 5);
 }
 
-// The keyboard would start on the scrolled text, where Return does not answer.
+// Without this, the scrolled text has the focus, where Return does not answer.
 void focus_first_button(Gtk::MessageDialog& dialog)
 {
   const auto buttons = dialog.get_action_area()->get_children();

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The first scrolled window in the widget, null if there is none.
+// Returns the first scrolled window in the widget, or null if there is none.
 Gtk::ScrolledWindow* scrolled_in(Gtk::Widget& widget)
 {
   if (auto* const scrolled = dynamic_cast<Gtk::ScrolledWindow*>(&widget))

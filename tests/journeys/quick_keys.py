@@ -1,6 +1,6 @@
-"""Keys that follow each other without waiting for the program, as from a quick typist.
+"""Presses keys without waiting for the program, as a quick typist does.
 
-They go to the X server directly: the accessibility bus adds pauses of its own.
+The keys go to the X server directly, because the accessibility bus adds pauses.
 """
 
 import ctypes
@@ -12,7 +12,7 @@ from .screen import KEYS, Gdk, place_on_keyboard
 
 @functools.cache
 def libraries():
-    """The two libraries and a connection to the display."""
+    """Returns the two libraries and a connection to the display."""
     x11, xtest = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
     x11.XOpenDisplay.restype = ctypes.c_void_p
     x11.XFlush.argtypes = [ctypes.c_void_p]

@@ -111,14 +111,14 @@ class EnteringASurvey(Journey):
 
 
 class ClearingASearch(Journey):
-    """By the icon at its end, and by Escape."""
+    """Clears both searches by the icon and by Escape."""
 
     def setUp(self):
         super().setUp()
         entry.enter_place_and_date(self.program, self.place)
 
     def expect_to_clear(self, field, words, has_results):
-        """Clears the field in both ways; the icon is there only while there is text."""
+        """Clears the field in both ways. The icon is visible only while there is text."""
         for clear in (lambda: field.find("icon", CLEAR_ICON).click(), lambda: press_key("Escape")):
             field.focus()
             field.set_text(words)

@@ -217,12 +217,12 @@ class SavingKeystrokes(KeyboardJourney):
 
 
 class TypingFast(KeyboardJourney):
-    """Marks species by their whole names, by keys that never wait for the program."""
+    """Marks species by their whole names, with keys that do not wait for the program."""
 
     COUNT = 10
 
     def species_with_plain_names(self):
-        """(number, name) of species all over the list with names that begin no other one."""
+        """Returns (number, name) of species whose names are not the beginning of another."""
         listed = [species for family in self.place.families.values() for species in family]
         names = [name.lower() for _, name in listed]
         plain = [
@@ -234,7 +234,7 @@ class TypingFast(KeyboardJourney):
         return plain[:: len(plain) // self.COUNT][: self.COUNT]
 
     def type_all(self, pause):
-        """Types all names, numbers and the save; the survey holds exactly these marks."""
+        """Types all names and numbers, saves, and expects exactly these marks in the survey."""
         entry.enter_place_and_date(self.program, self.place)
         self.program.open_panel("Listed Species")
         self.keyboard.press("Alt+p", then="Species of this view")
