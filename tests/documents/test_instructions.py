@@ -1,4 +1,4 @@
-"""The help text is the one that the guide holds."""
+"""The help text is that of the guide."""
 
 import pathlib
 import subprocess
@@ -28,5 +28,5 @@ class Instructions(unittest.TestCase):
         for mark in ("**", "`", "![", "](", "<!--", "\n#", "\n- ", "\n\n\n"):
             self.assertNotIn(mark, words)
 
-    def test_tell_how_to_fold_families_by_keyboard(self):
-        self.assertIn("<b>+</b> unfolds a family and <b>-</b> folds it", generated())
+    def test_explain_how_to_collapse_families_by_keyboard(self):
+        self.assertIn("<b>+</b> expands a family and <b>-</b> collapses it", generated())

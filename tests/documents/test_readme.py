@@ -1,4 +1,4 @@
-"""The README says first what the program is and how to get it, and stays short."""
+"""The README first says what the program is and how to install it, and is short."""
 
 import pathlib
 import re
@@ -13,7 +13,7 @@ class Readme(unittest.TestCase):
     def test_fits_two_screens(self):
         self.assertLessEqual(len(README.splitlines()), 90)
 
-    def test_begins_with_what_divers_want_to_know(self):
+    def test_begins_with_the_parts_for_divers(self):
         self.assertEqual(
             [
                 "Install",
@@ -32,10 +32,13 @@ class Readme(unittest.TestCase):
             self.assertEqual([], [name for name in names if not (PROJECT / name).exists()])
 
     def test_names_settings_and_presets_that_exist(self):
-        lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+        lists = "".join(
+            (PROJECT / name).read_text(encoding="utf-8")
+            for name in ("CMakeLists.txt", "cmake/http-library.cmake")
+        )
         presets = (PROJECT / "CMakePresets.json").read_text(encoding="utf-8")
         for setting in re.findall(r"-D(MAVO_\w+)=", README):
-            self.assertIn(f"set({setting} ", lists)
+            self.assertRegex(lists, rf"(set|option)\({setting} ")
         (others,) = re.findall(r"# also ([\w, -]+)$", README, re.MULTILINE)
         for preset in ("release", *others.split(", ")):
             self.assertIn(f'"name": "{preset}"', presets)
