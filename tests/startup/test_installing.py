@@ -1,6 +1,7 @@
 """The application directory of the build, and what installing makes of it."""
 
 import os
+import pathlib
 import plistlib
 import re
 import subprocess
@@ -86,7 +87,7 @@ class Bundle(unittest.TestCase):
 
 
 def widths_in(icon):
-    """The widths of the PNGs in an icon of macOS, as their own heads tell them."""
+    """Yields the widths of the PNGs in an icon of macOS."""
     place = 8
     while place < len(icon):
         length = int.from_bytes(icon[place + 4 : place + 8], "big")
@@ -98,7 +99,9 @@ class Installing(ScratchTest):
     def expect_installed(self, prefix):
         installed = files_below(prefix / "share" / "mavo-survey")
         built = files_below(APPLICATION_DIR)
-        self.assertEqual(sorted(built), sorted(installed))
+        # The schema is there for those who receive surveys.
+        schema = pathlib.Path("mavo-survey.rng")
+        self.assertEqual(sorted([*built, schema]), sorted(installed))
         changed = [str(path) for path in built if built[path] != installed[path]]
         # The program itself may lose the paths of libraries that the build needed.
         self.assertEqual([], [name for name in changed if name != "MacOS/mavo-survey"])
