@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# run.sh [ARGS]: installs what is missing, builds the program and starts it.
-# run.sh --with-test-server [ARGS]: the same with a server on this machine and a
-# home directory of its own, both under build/test-server: nothing leaves it.
-# run.sh --demo: without a display of your own; enters a survey by itself,
-# uploads it to that server, and leaves it and pictures of all under build/demo.
+# run.sh [ARGS]: installs missing packages, builds the program and starts it.
+# run.sh --with-test-server [ARGS]: does the same with a server on this machine and a separate
+# home directory, both in build/test-server.
+# run.sh --demo: needs no display. Enters a survey, uploads it to that server, and writes the
+# survey and pictures of all pages to build/demo.
 set -eu
 top=$(dirname "$(readlink -f "$0")")
 
@@ -19,7 +19,7 @@ build_test_server() (
   build test-server
 )
 
-# Asks the toolkit itself whether it could show a window.
+# Asks the toolkit whether it can show a window.
 has_display() {
   [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] &&
     /usr/bin/python3 -c 'import ctypes, sys
@@ -31,7 +31,7 @@ program() {
   exec "$top/build/MAVO-Survey/MacOS/mavo-survey" "$@"
 }
 
-# A home of its own, so that no survey of the user's goes to a server that only plays.
+# Uses a separate home directory, so that no survey of the user goes to the test server.
 with_test_server() {
   build_test_server
   local own=$top/build/test-server/home

@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# test.sh: installs what is missing, builds the program and its tests, once for
-# debugging and once with sanitizers, and runs all tests of both. The last line
-# counts the single tests; the exit status is 0 only if all passed.
-# test.sh --coverage: the same, built once, to see what of src/ the tests run: after
-# the count come the shares of lines and branches, and where the report of each line is.
-# test.sh --soup3: the tests of all that talks to a server, with libsoup 3.
-# test.sh --plain-posix: the tests of the files of surveys and data, without the calls that
+# test.sh: installs missing packages, builds the program and its tests for debugging and with
+# sanitizers, and runs all tests of both builds. The last line counts the single tests. The
+# exit status is 0 only if all passed.
+# test.sh --coverage: runs all tests in one build that counts. After the number of tests, it
+# prints the shares of lines and branches of src/ that ran, and the path of the report.
+# test.sh --soup3: runs the tests of the server exchange with libsoup 3.
+# test.sh --plain-posix: runs the tests of the files of surveys and data without the calls that
 # only Linux has.
-# test.sh --valgrind: tests of the window under Valgrind instead, every eighth of them, on
-# all processors but one; MAVO_VALGRIND_EVERY=1 takes them all, which takes hours.
+# test.sh --valgrind: runs every eighth window test under Valgrind, on all processors except
+# one. MAVO_VALGRIND_EVERY=1 runs all of them, which takes hours.
 set -u
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
 roles="build run test package" presets="debug asan" tests=
-# More at once than there are processors: tests of the window wait a lot.
+# More tests than processors run in parallel, because window tests wait a lot.
 parallel=$(($(nproc) + 2))
 case "$*" in
   '') ;;
@@ -28,8 +28,7 @@ esac
 # shellcheck disable=SC2086 # one argument for each role
 tools/install-packages $roles || exit 1
 
-# A compiler cache is welcome, not required. It must be told that precompiled
-# headers are safe to use.
+# Uses a compiler cache if there is one. These settings allow it to handle precompiled headers.
 if command -v ccache >/dev/null; then
   export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
 fi
@@ -38,14 +37,14 @@ for preset in $presets; do
   echo "== Building $preset"
   rm -rf "build/$preset/test-results"
   cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" || continue
-  find "build/$preset" -name '*.gcda' -delete # what former runs came through
+  find "build/$preset" -name '*.gcda' -delete # the counts of earlier runs
   echo "== Testing $preset"
   ctest --preset "${tests:-$preset}" --parallel "$parallel" --no-tests=error \
     --output-junit test-results/ctest.xml
 done
 
-# report_coverage: what all runs of the tests in build/coverage came through. Branches
-# that the compiler adds for exceptions tell nothing of the tests.
+# report_coverage: reports the code that all tests in build/coverage ran. Excludes branches that
+# the compiler adds for exceptions.
 report_coverage() {
   local report=build/coverage/report
   mkdir -p "$report"
@@ -55,7 +54,7 @@ report_coverage() {
   echo "Report: $PWD/$report/index.html"
 }
 
-# report_valgrind: how many runs of test programs Valgrind had nothing to say against.
+# report_valgrind: prints the number of test programs in which Valgrind found no error.
 report_valgrind() {
   local results=build/debug/test-results/ctest.xml
   echo "Valgrind: $(grep -c '<testcase ' $results) runs tried," \

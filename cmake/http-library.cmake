@@ -1,9 +1,9 @@
-# Which libsoup the program and its test server are built with: MAVO_SOUP. One process must
-# not load both versions, so that all targets take PkgConfig::LIBSOUP.
+# MAVO_SOUP selects the libsoup of the program and the test server. A process must not load both
+# versions, so all targets use PkgConfig::LIBSOUP.
 set(MAVO_SOUP auto CACHE STRING "Version of libsoup: 2.4, 3, or auto for 2.4 where it exists")
 set_property(CACHE MAVO_SOUP PROPERTY STRINGS auto 2.4 3)
 
-# A change of the option must not keep what was found for the other version.
+# A change of the option discards what was found for the other version.
 if(NOT "${MAVO_SOUP}" STREQUAL "${MAVO_SOUP_SOUGHT}")
   unset(__pkg_config_checked_LIBSOUP CACHE)
   set(MAVO_SOUP_SOUGHT ${MAVO_SOUP} CACHE INTERNAL "Value of MAVO_SOUP at the last search")
@@ -19,6 +19,6 @@ else()
   message(FATAL_ERROR "MAVO_SOUP is ${MAVO_SOUP}, but has to be auto, 2.4 or 3")
 endif()
 
-# The number in the names of the sources for that version: 2 or 3.
+# The number in the names of the sources for this version: 2 or 3.
 string(REGEX MATCH "^[23]" soup_major ${LIBSOUP_VERSION})
 message(STATUS "HTTP library: libsoup ${LIBSOUP_VERSION}")

@@ -1,5 +1,5 @@
-# What makes the program at home on a desktop, installed below any prefix. The Debian
-# package of all that is described in packaging/debian.
+# Installs the files for desktops below any prefix. packaging/debian describes the Debian
+# package.
 set(app_id org.mavo.offline-survey-entry)
 set(packaging_dir ${PROJECT_BINARY_DIR}/packaging)
 foreach(file mavo-survey ${app_id}.metainfo.xml mavo-survey.1 mavo-data.1 mavo-surveys.1)
@@ -20,14 +20,14 @@ install(FILES ${packaging_dir}/mavo-survey.1 ${packaging_dir}/mavo-data.1
 install(FILES packaging/bash-completion/mavo-data packaging/bash-completion/mavo-surveys
   DESTINATION share/bash-completion/completions)
 
-# The user guide, and the documents that it leads to.
+# The user guide, and the documents to which it links.
 install(FILES docs/user-guide.md docs/survey-format.md docs/mavo-survey.rng docs/data-files.md
   DESTINATION share/doc/mavo-survey)
 install(DIRECTORY docs/screenshots DESTINATION share/doc/mavo-survey)
 
-# install_icon(PLACE IMAGE...): the SVGs and PNGs of an icon; PLACE is the
-# directory of the theme and the icon's name in it. A symbolic SVG gets the
-# directory and the name that the theme wants for it.
+# install_icon(PLACE IMAGE...): installs the SVGs and PNGs of an icon. PLACE is the directory of
+# the theme and the icon's name in it. A symbolic SVG gets the directory and the name that the
+# theme requires.
 function(install_icon place)
   cmake_path(GET place PARENT_PATH context)
   cmake_path(GET place FILENAME name)

@@ -1,6 +1,7 @@
-# The plain libraries (survey_core, survey_data, survey_store_plain) and survey_app each link
-# only what is below them. The three above depend on each other: the members of SurveyWindow
-# are written in all three folders, each in the folder of its subject, and call each other.
+# The plain libraries (survey_core, survey_data, survey_store_plain) and survey_app link only
+# lower libraries. The three upper libraries depend on each other, because each of the three
+# folders implements the members of SurveyWindow of its subject, and these members call each
+# other.
 add_library(survey_program INTERFACE)
 target_link_libraries(survey_program INTERFACE
   $<LINK_GROUP:RESCAN,survey_store,survey_ui,survey_server>)

@@ -1,4 +1,4 @@
-"""Presses keys without waiting for the program, as a quick typist does.
+"""Presses keys without waiting for the program, like a quick typist.
 
 The keys go to the X server directly, because the accessibility bus adds pauses.
 """
