@@ -21,8 +21,8 @@ void append_without_blanks(const std::string& text, std::string& key)
       key += lower_ascii(c);
 }
 
-// Appends what is the same for names that differ by case or blanks only. Most names are
-// ASCII, for which the library's tables are not needed.
+// Appends the form of a name that is equal for names that differ only in case or blanks. Most
+// names are ASCII and do not need the library's tables.
 void append_folded(const std::string& name, std::string& key)
 {
   const bool is_ascii =

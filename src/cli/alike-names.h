@@ -5,18 +5,19 @@
 
 class TableCheck;
 
-// The names of one list that users choose from by name.
+// Finds equal and similar names in a list from which users choose by name.
 class AlikeNames
 {
 public:
-  // Whether equal names are a fault, or only those that differ by case or blanks.
+  // Whether equal names are a fault, or only names that differ in case or blanks.
   enum class Equal { FAULT, FINE };
 
-  // `what` names one of the list in messages, such as "zone".
+  // `of_what` is the noun for an item of the list in messages, such as "zone". REQUIRES: it
+  // is a string literal.
   AlikeNames(const char* of_what, Equal is_equal) : what(of_what), equal(is_equal) {}
 
-  // Notes the name of the row that `table` is at, in the list called `list`, and reports it
-  // if another one there is like it. An empty name is left alone.
+  // Records the name of the current row of `table` in the list called `list`. Reports a
+  // fault if that list already has a similar name. Ignores an empty name.
   void add(TableCheck& table, const std::string& name, const std::string& list = {});
 
 private:
@@ -27,5 +28,5 @@ private:
 
   const char* const what;
   const Equal equal;
-  std::unordered_map<std::string, Named> names; // by list, and by name as readers see it
+  std::unordered_map<std::string, Named> names; // by list and folded name
 };

@@ -14,7 +14,7 @@
 
 namespace {
 
-// A directory of this user alone.
+// Returns the directory of the pages, which only this user can access.
 std::string page_directory()
 {
   constexpr mode_t for_user_only = 0700;
@@ -24,7 +24,7 @@ std::string page_directory()
   return directory;
 }
 
-// What opens addresses of the web rather than what opens HTML files, which can be an editor.
+// Returns the program for web addresses. The program for HTML files could be an editor.
 Glib::RefPtr<Gio::AppInfo> browser()
 {
   auto found = Gio::AppInfo::get_default_for_uri_scheme("https");

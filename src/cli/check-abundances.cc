@@ -17,10 +17,10 @@ const char* const expected_headings[] = {"responseid", "survey_subtype_id", "lab
 enum Heading { RESPONSEID, SURVEY_SUBTYPE_ID, LABEL, ABUN };
 
 constexpr int presence_list = AbundanceChoices::presence_subtype;
-constexpr int present = 1;        // the class of list 99 that is always called "Present"
+constexpr int present = 1;        // the class of list 99 that always has the label "Present"
 constexpr int not_looked_for = 9; // the class of list 99 that the program leaves out
 
-// The abundance classes of abundance-choices.csv.
+// Checks the abundance classes in abundance-choices.csv.
 class AbundanceCheck : public TableCheck
 {
 public:
@@ -63,7 +63,7 @@ void AbundanceCheck::check_row()
   check_place(*type, abundance);
 }
 
-// Whether a number can be kept in 16 bits and is above 0.
+// Returns whether a number is above 0 and fits in 16 bits.
 bool AbundanceCheck::is_usable(Heading heading, DataRule rule, const char* consequence)
 {
   const std::int64_t value = to_int64(text(heading).c_str());
@@ -88,7 +88,7 @@ void AbundanceCheck::check_response()
   }
 }
 
-// The program puts a row at the place of its class in the list, if that is not taken yet.
+// The program stores a row at the index of its class, unless an earlier row has that class.
 void AbundanceCheck::check_place(int type, int abundance)
 {
   int& last = last_classes[type];

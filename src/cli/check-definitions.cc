@@ -11,7 +11,7 @@ namespace {
 const char* const expected_headings[] = {"group", "value", "label", nullptr};
 enum Heading { GROUP, VALUE, LABEL };
 
-// The groups of choices in data-definitions.csv.
+// Checks the groups of choices in data-definitions.csv.
 class DefinitionCheck : public TableCheck
 {
 public:
@@ -28,7 +28,7 @@ private:
   void check_value(int value);
 
   struct Group {
-    KnownIds<long> values; // as far as they can be chosen
+    KnownIds<long> values; // only values that users can choose
     int last_value = std::numeric_limits<int>::min();
     bool has_snorkel = false;
   };
@@ -66,7 +66,7 @@ void DefinitionCheck::check_choice()
   const auto value =
       number(VALUE, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
   if (!value || (*value == 0 && text(LABEL).empty()))
-    return; // such a row only declares its group
+    return; // the row only declares its group
   const std::string choice = std::to_string(*value) + " of " + quoted(current);
   require_name(text(LABEL), "The choice", choice);
   labels.add(*this, text(LABEL), current);

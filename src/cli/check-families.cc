@@ -8,7 +8,7 @@ namespace {
 const char* const expected_headings[] = {"familyid", "scientificname", "commonname", nullptr};
 enum Heading { FAMILYID, SCIENTIFICNAME, COMMONNAME };
 
-// The families of a region.
+// Checks the families of a region.
 class FamilyCheck : public TableCheck
 {
 public:

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The habitats of habitat.csv.
+// Checks the habitats in habitat.csv.
 class HabitatCheck : public TableCheck
 {
 public:
@@ -48,7 +48,7 @@ void HabitatCheck::check_end()
   check_gaps(set.habitats, "the habitat");
 }
 
-// Which habitats a region offers, in habitatregion.csv.
+// Checks which habitats the regions offer, in habitatregion.csv.
 class RegionHabitatCheck : public TableCheck
 {
 public:

@@ -9,7 +9,7 @@ namespace {
 const char* const expected_headings[] = {"parameter", "value", nullptr};
 enum Heading { PARAMETER, VALUE };
 
-// A limit and the one above it.
+// A lower limit and its upper limit.
 struct Range {
   const char* low;
   const char* high;
@@ -18,7 +18,7 @@ constexpr Range ranges[] = {{"temp_min_f", "temp_max_f"},
                             {"temp_min_c", "temp_max_c"},
                             {"bottom_time_confirm_under", "bottom_time_confirm_over"}};
 
-// The limits of data-parameters.csv.
+// Checks the limits in data-parameters.csv.
 class LimitCheck : public TableCheck
 {
 public:

@@ -16,7 +16,7 @@
 
 namespace {
 
-// The lines `key=value` of data-file-info.txt.
+// Checks the lines `key=value` in data-file-info.txt.
 class MetadataCheck
 {
 public:
@@ -111,7 +111,7 @@ void MetadataCheck::check_line(std::string_view line)
   }
 }
 
-// Whether the text is a moment: year, month, day, hour, minute and second.
+// Returns whether the text is a time: year, month, day, hour, minute and second.
 bool is_timestamp(const std::string& text)
 {
   if (text.size() != 14 || text.find_first_not_of("0123456789") != std::string::npos)

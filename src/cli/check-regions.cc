@@ -27,7 +27,7 @@ enum Heading {
   VISIBLE,
 };
 
-// The survey types of region-info.csv.
+// Checks the survey types in region-info.csv.
 class RegionCheck : public TableCheck
 {
 public:
@@ -66,7 +66,7 @@ void RegionCheck::check_row()
     check_survey_type(*type);
 }
 
-// Codes become parts of the names of files, of the data and of surveys.
+// Names of data files and of surveys contain the codes.
 void RegionCheck::check_code(Heading heading)
 {
   const std::string& code = text(heading);
@@ -118,7 +118,7 @@ void RegionCheck::check_survey_type(int type)
   set.subregions[text(SUBREGIONCODE)].types.push_back(type);
 }
 
-// The first survey type of a subregion speaks for it, as in the program.
+// The first survey type of a subregion determines the subregion's properties, as in the program.
 void RegionCheck::check_end()
 {
   set.survey_types.is_whole = is_whole();

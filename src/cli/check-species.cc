@@ -13,7 +13,7 @@ const char* const expected_headings[] = {"speciesid", "scientificname",   "commo
                                          nullptr};
 enum Heading { SPECIESID, SCIENTIFICNAME, COMMONNAME, FAMILYID, INVERTEBRATETYPE, RAREFISHIND };
 
-// The species of a region.
+// Checks the species of a region.
 class SpeciesCheck : public TableCheck
 {
 public:
@@ -29,7 +29,7 @@ private:
   void check_id(const std::string& id_text, int species);
   void check_names(const std::string& id_text);
   void check_family(const std::string& id_text, bool is_fish);
-  bool check_invertebrate_type(); // gives whether it is a fish
+  bool check_invertebrate_type(); // returns whether it is a fish
   void check_rarity();
 
   CheckedDataSet::Region& region;

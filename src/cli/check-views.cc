@@ -7,7 +7,7 @@
 
 namespace {
 
-// The views of species-view-definitions.csv.
+// Checks the views in species-view-definitions.csv.
 class ViewCheck : public TableCheck
 {
 public:
@@ -73,7 +73,7 @@ void ViewCheck::check_end()
   }
 }
 
-// The species of the views, in species-views.csv.
+// Checks the species of the views in species-views.csv.
 class ViewSpeciesCheck : public TableCheck
 {
 public:
@@ -84,10 +84,10 @@ public:
 
 private:
   struct View {
-    CheckedDataSet::Region* region = nullptr; // null if it is not known
+    CheckedDataSet::Region* region = nullptr; // null if it is unknown
     NumberedIds species;
-    std::string family;                       // of the row before
-    std::unordered_set<std::string> families; // all so far
+    std::string family;                       // the family of the previous row
+    std::unordered_set<std::string> families; // all families so far
   };
 
   void check_row() override;
@@ -102,7 +102,7 @@ private:
   enum Heading { VIEWID, SPECIESID, FAMILYID };
 
   std::map<int, View> views;
-  View* current = nullptr; // of the row before, since the rows of a view stand together
+  View* current = nullptr; // the view of the previous row; the rows of a view are adjacent
   int current_id = 0;
 };
 
@@ -157,7 +157,7 @@ void ViewSpeciesCheck::check_species(View& view, int species)
                                          " does not exist in the region: the view leaves it out");
 }
 
-// A view shows the name of a family whenever it changes.
+// A view shows the name of a family at each change of the family.
 void ViewSpeciesCheck::check_family(View& view)
 {
   const std::string& family = text(FAMILYID);

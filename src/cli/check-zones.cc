@@ -11,7 +11,7 @@ namespace {
 const char* const expected_headings[] = {"geogid", "name", nullptr};
 enum Heading { GEOGID, NAME };
 
-constexpr int no_zone = 0; // above the first level
+constexpr int no_zone = 0; // the parent of zones of the first level
 
 bool is_first_level(int zone)
 {
@@ -26,7 +26,7 @@ bool is_third_level(int zone)
   return zone >= 10'000'000 && zone <= 99'999'999;
 }
 
-// The zone above, which the first digits name.
+// Returns the parent of a zone. Its digits are the first digits of the zone.
 int parent_of(int zone)
 {
   if (is_third_level(zone))
@@ -34,7 +34,7 @@ int parent_of(int zone)
   return is_second_level(zone) ? zone / 1'000 : no_zone;
 }
 
-// The zones of a region.
+// Checks the zones of a region.
 class ZoneCheck : public TableCheck
 {
 public:
@@ -48,7 +48,7 @@ private:
   void check_end() override;
   void place(int zone);
 
-  // A zone that does not stand below its parent.
+  // A zone whose row is not below that of its parent.
   struct Orphan {
     int zone;
     long line;
@@ -56,7 +56,7 @@ private:
 
   const std::string file;
   KnownIds<int> zones;
-  std::vector<int> open; // the zones that the next one may stand below, outermost first
+  std::vector<int> open; // the possible parents of the next zone, outermost first
   std::vector<Orphan> orphans;
   AlikeNames names{"zone", AlikeNames::Equal::FAULT};
 };

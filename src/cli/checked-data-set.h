@@ -10,8 +10,8 @@
 #include "cli/known-ids.h"
 #include "cli/numbered-ids.h"
 
-// A data set that is checked: its faults, and what the check of one file learns that others
-// need.
+// The state of a check of a data set: the faults so far, and the facts from one file that the
+// checks of other files need.
 struct CheckedDataSet {
   explicit CheckedDataSet(std::string directory) : dir(std::move(directory)), faults(dir) {}
 
@@ -23,17 +23,17 @@ struct CheckedDataSet {
   };
   struct Subregion {
     std::string region;     // the code that the program uses
-    bool offered = false;   // one of its survey types is visible
+    bool offered = false;   // whether one of its survey types is visible
     std::vector<int> types; // ids, in file order
   };
   struct Region {
-    bool is_named = false; // by region-info.csv; its files are required then
+    bool is_named = false; // whether region-info.csv has it, so that its files are required
     KnownIds<std::string> families;
     NumberedIds species;
-    NumberedIds viewed_species; // those in some view
+    NumberedIds viewed_species; // the species that are in a view
   };
 
-  // Whether a code of region-info.csv may be there; see KnownIds::may_have().
+  // Return whether region-info.csv may define the code; see KnownIds::may_have().
   bool may_have_region(const std::string& code) const
   {
     return !survey_types.is_whole || regions.count(code) > 0;
@@ -43,15 +43,15 @@ struct CheckedDataSet {
     return !survey_types.is_whole || subregions.count(code) > 0;
   }
 
-  const std::string dir;
+  const std::string dir; // as the user wrote it
   DataFaults faults;
-  std::set<std::string> files; // the names of those that the program reads
+  std::set<std::string> files; // the names of the files that the program reads
 
   NumberedIds survey_types;
-  std::map<int, SurveyType> survey_type_rows;  // by id, as the last row has it
+  std::map<int, SurveyType> survey_type_rows;  // by id; the last row with an id counts
   std::map<std::string, Subregion> subregions; // by code
   std::map<std::string, Region> regions;       // by code
   NumberedIds habitats;
   NumberedIds views;
-  std::map<int, std::string> view_subregions; // the code by view id
+  std::map<int, std::string> view_subregions; // the subregion code by view id
 };

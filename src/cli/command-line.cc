@@ -19,14 +19,14 @@
 
 namespace {
 
-// A command line that cannot be followed.
+// An invalid command line.
 class BadUsage : public CouldNotRun
 {
   using CouldNotRun::CouldNotRun;
 };
 
-// The options and arguments behind `called`, the name of the tool or of the tool and a command.
-// The library's own --help would print and end the process without a look at the output.
+// The options and arguments of a command line. It replaces the library's --help, which ends the
+// process without a check of the output.
 class Arguments
 {
 public:
@@ -55,7 +55,7 @@ public:
   Glib::OptionContext context;
   Glib::OptionGroup options;
   bool wants_help = false;
-  std::vector<std::string> others; // what is no option
+  std::vector<std::string> others; // words that are not options
 };
 
 std::string list_commands(const Tool& tool)
@@ -74,7 +74,7 @@ std::string list_commands(const Tool& tool)
   return list;
 }
 
-// A command line without a command.
+// Runs a command line without a command.
 ExitStatus run_plain(const Tool& tool, int argc, char** argv, Output& out)
 {
   Arguments arguments(tool.name, "COMMAND [ARGUMENT...]");
@@ -101,7 +101,7 @@ void check_number(const CommandEntry& entry, std::size_t number)
     throw BadUsage("there are too many arguments");
 }
 
-// `argv` begins with the name of the command.
+// Runs a command. `argv` begins with its name.
 ExitStatus run_command(const CommandEntry& entry, int argc, char** argv, Output& out)
 {
   Arguments arguments(g_get_prgname() + std::string(" ") + entry.name, entry.usage);
@@ -135,7 +135,7 @@ void say(const std::string& text)
   std::fprintf(stderr, "%s: %s\n", g_get_prgname(), text.c_str());
 }
 
-// Names what the caller of dispatch() has caught.
+// Prints the current exception to standard error. REQUIRES: the caller is in a catch block.
 void report_failure()
 {
   try {
@@ -152,7 +152,7 @@ void report_failure()
 
 int run_tool(const Tool& tool, int argc, char** argv)
 {
-  // The order of texts must not depend on the user's language: only characters do.
+  // Only the character set depends on the user's locale. The sort order must not depend on it.
   std::setlocale(LC_CTYPE, "");
   Glib::init();
   Gio::init();

@@ -11,6 +11,6 @@ struct Tool {
   std::vector<CommandEntry> commands;
 };
 
-// Does what the command line asks for: a command of the tool, --help or --version. What
-// fails is reported on standard error. The result is the exit status.
+// Runs the command line: a command of the tool, --help or --version. Reports failures on
+// standard error. Returns the exit status.
 int run_tool(const Tool& tool, int argc, char** argv);

@@ -21,25 +21,28 @@ public:
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
-  // Adds what the command has besides --help. The values are members of the command.
+  // Adds the options of the command except --help. The parser stores their values in members
+  // of the command.
   virtual void add_options(Glib::OptionGroup& options) = 0;
-  // Does the work. `arguments` is what the command line has besides options: as many as the
-  // command takes, in the encoding of file names. Throws CouldNotRun.
+  // Does the work. `arguments` are the words of the command line that are not options, in the
+  // encoding of file names. Throws CouldNotRun if the command fails. REQUIRES: the number of
+  // arguments is in the range of the CommandEntry.
   virtual ExitStatus run(const std::vector<std::string>& arguments, Output& out) = 0;
 };
 
-// A command in the table of its tool.
+// A command in the list of its tool.
 struct CommandEntry {
   static constexpr std::size_t any_number = std::numeric_limits<std::size_t>::max();
 
   const char* name;
-  const char* usage;   // of the arguments, such as "DIR..."
+  const char* usage;   // the arguments, such as "DIR..."
   const char* summary; // one line that completes "This command ..."
-  std::size_t fewest;  // arguments
-  std::size_t most;
+  std::size_t fewest;  // the smallest number of arguments
+  std::size_t most;    // the largest number of arguments
   std::unique_ptr<Command> (*make)();
 };
 
+// Returns a new command of class `Made`, for CommandEntry::make.
 template<typename Made>
 std::unique_ptr<Command> make_command()
 {

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-// Ends a command with ExitStatus::COULD_NOT_RUN. run_tool() alone catches it and prints
-// its text, which is one sentence without a full stop, on standard error.
+// Ends a command with ExitStatus::COULD_NOT_RUN. Only run_tool() catches it. It prints the
+// text, which is one sentence without a full stop, to standard error.
 class CouldNotRun : public std::runtime_error
 {
 public:

@@ -3,11 +3,11 @@
 #include "cli/output-file.h"
 #include "cli/survey-exporter.h"
 
-// One row of comma-separated values for each sighting, below a row of headings.
+// Writes a row of headings and then one row of comma-separated values for each sighting.
 class CsvExporter : public SurveyExporter
 {
 public:
-  // Both stay with the caller.
+  // REQUIRES: both parameters outlive this object. Throws CouldNotRun if the output fails.
   CsvExporter(OutputFile& the_output, const SurveyNames& the_names);
 
   void add(const std::string& file, const std::string& id, const Survey& survey) override;

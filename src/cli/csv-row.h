@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-// One line of comma-separated values with its line end, as RFC 4180 has it: CR LF, and quotes
-// around a field that holds a comma, a quote or a line end. Fields are written as they are;
-// nothing is put in front of a field that a spreadsheet would take for a formula.
+// Returns one line of comma-separated values as RFC 4180 defines it: the line ends in CR LF,
+// and quotes enclose a field that contains a comma, a quote or a line end. Does not escape
+// fields that a spreadsheet would interpret as a formula.
 std::string csv_row(const std::vector<std::string>& fields);

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A name of the data, which can hold tags, as plain text.
+// Returns a name of the data as plain text. The name can contain tags.
 std::string plain(const Glib::ustring& name)
 {
   return without_markup(name).make_valid().raw();

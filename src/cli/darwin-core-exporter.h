@@ -4,14 +4,15 @@
 #include "cli/survey-exporter.h"
 #include "cli/zip-writer.h"
 
-// A Darwin Core Archive: a zip of a table of events, one for each survey, and a table of
-// occurrences, one for each sighting, with meta.xml, which describes their columns, and
-// eml.xml, which describes the whole (https://dwc.tdwg.org/text/). The tables are temporary
-// files until finish().
+// Writes a Darwin Core Archive (https://dwc.tdwg.org/text/). It is a zip file with four
+// entries: a table of events, one for each survey; a table of occurrences, one for each
+// sighting; meta.xml, which describes the columns; and eml.xml, which describes the data set.
+// The tables are temporary files until finish() writes the archive.
 class DarwinCoreExporter : public SurveyExporter
 {
 public:
-  // Both stay with the caller.
+  // REQUIRES: both parameters outlive this object. Throws CouldNotRun if a temporary file
+  // cannot be created.
   DarwinCoreExporter(OutputFile& the_output, const SurveyNames& the_names);
 
   void add(const std::string& file, const std::string& id, const Survey& survey) override;

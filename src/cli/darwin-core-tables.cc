@@ -6,7 +6,7 @@ namespace {
 
 const std::string terms_namespace = "http://rs.tdwg.org/dwc/terms/";
 
-// A table of the archive; its first column is the id of an event.
+// Returns the description of a table in meta.xml. The first column is the id of an event.
 std::string table_description(const char* element, const char* id_element, const char* row_type,
                               const char* file, const std::vector<const char*>& terms)
 {

@@ -3,15 +3,16 @@
 #include <string>
 #include <vector>
 
-// The form of a Darwin Core Archive: its tables and the documents that describe them.
+// The structure of a Darwin Core Archive: its tables and the documents that describe them.
 
-// The terms of the columns, without the namespace that all of them share.
+// Return the terms of the columns of a table, without their common namespace.
 const std::vector<const char*>& event_terms();
 const std::vector<const char*>& occurrence_terms();
-// The line of headings of a table.
+// Returns the row of headings of a table, with its line end.
 std::string heading_row(const std::vector<const char*>& terms);
 
-// meta.xml, which says what each column means.
+// Returns the text of meta.xml, which defines the meaning of each column.
 std::string archive_description();
-// eml.xml with what is certain: the publisher of the data puts in the rest.
+// Returns the text of eml.xml. It has only the facts that are always true; the publisher of
+// the data adds the rest.
 std::string metadata_document();

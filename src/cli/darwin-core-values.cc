@@ -53,7 +53,7 @@ DepthEnds depth_ends(const Glib::ustring& label)
   static const std::regex single(R"(\(([0-9.]+)\s*m\))");
   static const std::regex only_upper("less than|under|up to", std::regex::icase);
   static const std::regex only_lower("more than|over|deeper", std::regex::icase);
-  constexpr std::size_t longest_label = 200; // bytes; the matcher calls itself for each
+  constexpr std::size_t longest_label = 200; // bytes; std::regex recurses for each character
   const std::string& text = label.raw();
   std::smatch found;
   if (text.size() > longest_label)

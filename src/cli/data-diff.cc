@@ -31,7 +31,7 @@ std::string scoped_name(const Thing& thing)
   return thing.scope + '\n' + compared_name(thing.name);
 }
 
-// The keys that have a name, by scope and name.
+// Returns the keys of things by scope and name.
 NameIndex index_by_name(const std::vector<Thing>& things)
 {
   NameIndex index;
@@ -51,7 +51,7 @@ std::string with_second_name(const Thing& thing)
   return thing.second_name.empty() ? thing.name : thing.name + " (" + thing.second_name + ")";
 }
 
-// "Species 12 of region PAC"
+// Returns a text such as "Species 12 of region PAC".
 std::string subject(const ThingKind& kind, const Thing& thing)
 {
   return std::string(kind.noun) + ' ' + thing.id;
@@ -67,13 +67,13 @@ std::string named_subject(const ThingKind& kind, const Thing& thing)
   return subject(kind, thing) + (thing.name.empty() ? "" : ", " + quoted(thing) + ",");
 }
 
-// With the context, where that is what has changed.
+// Returns the name of a thing, with its context if that has changed.
 std::string meaning(const Thing& thing, bool with_context)
 {
   return quoted(thing) + (with_context ? ", " + thing.context : "");
 }
 
-// Where the files of a set are.
+// The directory of a set and the lines of its rows.
 struct Place {
   explicit Place(const std::string& directory) : dir(directory), lines(directory) {}
 
@@ -129,8 +129,8 @@ public:
 private:
   bool has(ThingKind::Trait trait) const { return (kind.traits & trait) != 0; }
 
-  // Whether an id has been given to another thing. The name tells: it stands for the thing
-  // if it is the old one; if another id has or had it, the ids have moved.
+  // Returns whether an id now belongs to another thing. An unchanged name means the same
+  // thing. If another id has the old name or had the new name, the ids have been reassigned.
   bool means_another(const Thing& before, const Thing& after) const
   {
     if (before.context != after.context)
@@ -142,7 +142,7 @@ private:
     if (is_name_of_another(after, old_names, before) ||
         is_name_of_another(before, new_names, after))
       return true;
-    // The scientific names of two species may differ in two letters.
+    // Scientific names of different species can differ in only two letters.
     if (!before.second_name.empty() || !after.second_name.empty())
       return compared_name(before.second_name) != compared_name(after.second_name);
     return !are_similar_names(before.name, after.name);
@@ -158,7 +158,7 @@ private:
     result.harms[after.key] = change;
   }
 
-  // A new scientific name under an old common one deserves a look.
+  // A new scientific name with an unchanged common name needs a review.
   void add_renamed(const Thing& before, const Thing& after)
   {
     const bool is_reclassified =
@@ -190,7 +190,7 @@ private:
   DataDiff& result;
 };
 
-// Drops the things of regions that the other set lacks: the region is reported as a whole.
+// Removes the things of regions that the other set lacks. One finding reports such a region.
 ThingList of_common_regions(ThingList list, const RegionInfo& other)
 {
   if ((list.kind->traits & ThingKind::OF_REGION) == 0)
@@ -247,7 +247,7 @@ std::size_t count_missing(const std::set<int>& ids, const std::set<int>& in)
       std::count_if(ids.begin(), ids.end(), [&](int id) { return in.count(id) == 0; }));
 }
 
-// What the views of both sets list.
+// Compares the species of the views that both sets have.
 void compare_view_lists(const ReferenceData& old_data, const ReferenceData& new_data,
                         const std::string& new_dir, DataDiff& diff)
 {

@@ -8,17 +8,18 @@
 
 struct ReferenceData;
 
-// What members notice when one data set takes the place of another.
+// The differences that members notice when one data set replaces another.
 struct DataDiff {
-  // One finding for each difference, changed meanings first. Errors are ids that mean
-  // another thing than before, warnings are losses, hints all else.
+  // One finding for each difference, changed meanings first. An error is an id whose meaning
+  // has changed. A warning is a removed thing. All other differences are hints.
   std::vector<Finding> findings;
-  // By the key of a thing (cli/data-things.h) that saved surveys can name: what happens to
-  // it. Only things that are gone or mean something else are in it.
+  // What happens to the things that saved surveys can refer to, by their key
+  // (cli/data-things.h). It has only things that are removed or have another meaning.
   std::unordered_map<std::string, std::string> harms;
 };
 
-// Compares two complete data sets, which have been read from these directories; both end in a
-// slash. What is gone is found in a file of the old set, all else in one of the new set.
+// Returns the differences of two data sets. `old_dir` and `new_dir` are their directories and
+// end in a slash. The finding of a removed thing refers to a file of the old set, any other
+// finding to a file of the new set. REQUIRES: both data sets are complete.
 DataDiff compare_data_sets(const ReferenceData& old_data, const std::string& old_dir,
                            const ReferenceData& new_data, const std::string& new_dir);

@@ -6,18 +6,19 @@
 
 #include "cli/data-rules.h"
 
-// The faults of one data set, gathered while its files are checked.
+// Collects the faults of one data set.
 class DataFaults
 {
 public:
-  // `dir` stands in front of the names of files.
+  // `dir` is the directory that the findings have before the names of files.
   explicit DataFaults(std::string dir);
 
-  // `line` counts from 1; none if the fault has no line. `consequence` is a sentence without
-  // a full stop that says what a user will notice.
+  // Adds a fault. `line` counts from 1; it is empty if the fault has no line. `consequence`
+  // is a sentence without a full stop that describes what a user notices.
   void add(DataRule rule, const std::string& file, std::optional<long> line,
            std::string consequence);
-  // All of them by file and line, those of a whole file first.
+  // Returns all faults in the order of file and line. Faults without a line come first in
+  // their file. This object is empty after that.
   std::vector<Finding> take_sorted();
 
 private:

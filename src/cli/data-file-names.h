@@ -5,5 +5,5 @@
 
 class RegionInfo;
 
-// The names of all files that belong to a data set with these regions, in byte order.
+// Returns the names of all files of a data set with these regions, in byte order.
 std::vector<std::string> data_file_names(const RegionInfo& regions);

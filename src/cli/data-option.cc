@@ -10,8 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Where the program and its data lie: where the package installs them, or in the directory
-// that the program was built in.
+// Returns the directory of the program and its data: the installed one, or the build directory.
 fs::path application_directory()
 {
   const fs::path prefix = fs::read_symlink("/proc/self/exe").parent_path().parent_path();
@@ -19,14 +18,14 @@ fs::path application_directory()
   return fs::exists(installed) ? installed : prefix / "MAVO-Survey";
 }
 
-// The program looks for its own data in the working directory. While this lives, that is
-// the program's.
+// Changes the working directory to that of the program during its lifetime. The functions that
+// look for data expect that.
 class ProgramDirectory
 {
 public:
   ProgramDirectory() : previous(fs::current_path())
   {
-    std::error_code ignored; // only a set that the user has downloaded can be found then
+    std::error_code ignored; // on failure, only a downloaded set can be found
     fs::current_path(application_directory(), ignored);
   }
   ~ProgramDirectory()

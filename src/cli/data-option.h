@@ -6,14 +6,14 @@
 
 #include <string>
 
-// The option --data of the commands that read surveys: the data set that gives their ids a
-// meaning. Without it that is the set which the program would use.
+// The option --data of the commands that read surveys. It selects the data set in which the
+// commands look up ids. The default is the data set that the program would use.
 class DataOption
 {
 public:
-  // Must live until the options have been parsed.
+  // Adds the option. REQUIRES: this object lives until the options are parsed.
   void add_to(Glib::OptionGroup& options);
-  // Throws CouldNotRun if the set cannot be read.
+  // Returns the tables of the selected set. Throws CouldNotRun if the set cannot be read.
   ReferenceData load() const;
 
 private:

@@ -17,8 +17,8 @@
 
 namespace {
 
-// The time of each file in the archive, 1 January 2000. It must lie in the past: the
-// program takes a file with a later time for one that is still being unpacked
+// The time of each file in the archive, 1 January 2000. It must be in the past, because the
+// program would treat a file with a later time as one that is still being unpacked
 // (is_complete_newer_set() in data/data-check.h).
 constexpr std::time_t time_of_files = 946'684'800;
 
@@ -69,7 +69,7 @@ std::string pack_data_set(const std::string& dir)
   const ArchiveWriter writer(archive_write_new());
   require(archive_write_set_format_ustar(writer.get()), writer.get());
   require(archive_write_add_filter_bzip2(writer.get()), writer.get());
-  // Else the library fills the last block of its output, and bzip2 complains of the rest.
+  // Without this, the library pads the last block of its output, and bzip2 reports trailing data.
   require(archive_write_set_bytes_in_last_block(writer.get(), 1), writer.get());
   require(archive_write_open(writer.get(), &bytes, nullptr, &append, nullptr), writer.get());
   for (const std::string& name : data_file_names(RegionInfo(dir)))

@@ -2,9 +2,9 @@
 
 #include <string>
 
-// The archive by which a data set is published: a tar file compressed by bzip2, with the
-// set's files, and nothing else, in a directory data-files. The same contents of these
-// files give the same bytes. `dir` ends in a slash and holds a set that can be read
-// completely. Throws a text if a file cannot be read or the archive is larger than the
-// program accepts.
+// Returns the archive for the publication of the data set in `dir`, which ends in a slash. The
+// archive is a tar file compressed by bzip2. It contains only the files of the set, in a
+// directory data-files. Files with the same contents result in the same bytes. Throws a text
+// if a file cannot be read or the archive is larger than the program accepts. REQUIRES: the
+// set can be read completely.
 std::string pack_data_set(const std::string& dir);

@@ -4,9 +4,9 @@
 
 #include "cli/finding.h"
 
-// The rules of `mavo-data check`; docs/data-files.md explains each with an example.
+// The rules of `mavo-data check`. docs/data-files.md explains each with an example.
 enum class DataRule {
-  // What stops the start of the program.
+  // Faults that prevent the start of the program.
   FILE_MISSING,
   FILE_TOO_LARGE,
   LINE_TOO_LONG,
@@ -16,7 +16,8 @@ enum class DataRule {
   METADATA_LINE,
   METADATA_VERSION,
   METADATA_INCOMPLETE,
-  // What is skipped or shown wrongly: in any file ...
+  // Faults that make the program skip a row or display it incorrectly.
+  // In any file:
   LINE_ENDS,
   TABLE_EMPTY,
   HEADING_TWICE,
@@ -33,15 +34,15 @@ enum class DataRule {
   NAME_TWICE,
   NAMES_ALIKE,
   MARKUP_BROKEN,
-  // ... of the metadata ...
+  // In the metadata:
   METADATA_KEY,
   TIMESTAMP_FORM,
-  // ... of regions and survey types ...
+  // In the rows of regions and survey types:
   CODE_UNUSABLE,
   SUBREGION_INCONSISTENT,
   SURVEY_TYPE_RESERVED,
   ABUNDANCE_MISSING,
-  // ... of species and zones ...
+  // In the rows of species and zones:
   SPECIES_ID_ZERO,
   FAMILY_MISSING,
   FAMILY_UNKNOWN,
@@ -50,11 +51,11 @@ enum class DataRule {
   ZONE_LEVEL,
   ZONE_NO_PARENT,
   ZONE_ORDER,
-  // ... of habitats ...
+  // In the rows of habitats:
   REGION_UNKNOWN,
   HABITAT_UNKNOWN,
   HABITATS_MISSING,
-  // ... of abundance classes ...
+  // In the rows of abundance classes:
   SURVEY_TYPE_UNKNOWN,
   RESPONSE_ID,
   RESPONSE_TWICE,
@@ -62,7 +63,7 @@ enum class DataRule {
   ABUNDANCE_ORDER,
   ABUNDANCE_GAP,
   PRESENCE_MISSING,
-  // ... of views ...
+  // In the rows of views:
   SUBREGION_UNKNOWN,
   VIEW_UNKNOWN,
   SPECIES_UNKNOWN,
@@ -71,7 +72,7 @@ enum class DataRule {
   VIEW_EMPTY,
   VIEW_SPECIES_TWICE,
   VIEW_FAMILY_SPLIT,
-  // ... of choices and limits.
+  // In the rows of choices and limits:
   GROUP_MISSING,
   GROUP_SPLIT,
   GROUP_UNNAMED,
@@ -87,12 +88,14 @@ enum class DataRule {
   FILE_UNUSED,
 };
 
+// A rule as findings show it.
 struct Rule {
   DataRule rule;
-  const char* id; // as findings show it
+  const char* id; // in lower case with hyphens
   Severity severity;
 };
 
-// All rules, in the order of DataRule.
+// Returns all rules in the order of DataRule.
 const std::vector<Rule>& data_rules();
+// Returns the entry of data_rules() for a rule.
 const Rule& rule_of(DataRule rule);

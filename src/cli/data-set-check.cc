@@ -29,7 +29,8 @@ std::vector<std::string> names_in(const std::string& dir)
   return names;
 }
 
-// The region that a file is named after; empty if it is the file of no region.
+// Returns the region code in the name of a file, or an empty text if the file belongs to no
+// region.
 std::string region_of(const std::string& name)
 {
   for (const std::string suffix : region_suffixes) {
@@ -40,7 +41,7 @@ std::string region_of(const std::string& name)
   return {};
 }
 
-// Where region-info.csv could not be read, the regions are those that files are named after.
+// Adds the regions in the names of files. They replace a region-info.csv that cannot be read.
 void add_regions_of_files(CheckedDataSet& set, const std::vector<std::string>& names)
 {
   if (set.survey_types.is_whole)
@@ -52,8 +53,8 @@ void add_regions_of_files(CheckedDataSet& set, const std::vector<std::string>& n
   }
 }
 
-// The files of a region, as far as they have to be there. The code must not lead out of
-// the directory.
+// Checks the files of a region that are required or exist. A code can contain slashes, but
+// TableCheck does not open a file in another directory.
 void check_region(CheckedDataSet& set, const std::string& code, bool is_named,
                   const std::vector<std::string>& names)
 {
@@ -77,7 +78,7 @@ void check_regions_and_their_files(CheckedDataSet& set, const std::vector<std::s
 void check_unused_files(CheckedDataSet& set, const std::vector<std::string>& names)
 {
   if (!set.survey_types.is_whole)
-    return; // some may belong to a region
+    return; // a file may belong to an unknown region
   for (const std::string& name : names) {
     if (set.files.count(name) == 0)
       set.faults.add(DataRule::FILE_UNUSED, name, {},

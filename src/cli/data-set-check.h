@@ -5,6 +5,7 @@
 
 #include "cli/finding.h"
 
-// All faults of the data set in `dir`, by file and line. Without an error among them the
-// program can use the set. Throws CouldNotRun if `dir` is no directory that can be read.
+// Returns all faults of the data set in `dir` in the order of file and line. The program can
+// use the set if none of them is an error. Throws CouldNotRun if `dir` is not a readable
+// directory.
 std::vector<Finding> check_data_set(const std::string& dir);

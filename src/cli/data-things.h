@@ -5,45 +5,46 @@
 
 struct ReferenceData;
 
-// A kind of thing that has an id in the reference data.
+// A kind of thing that has an id in the reference data, such as zones.
 struct ThingKind {
   enum Trait : unsigned {
-    FIXED_NAME = 1,   // any other name means another thing; else a name may be corrected
-    ONLY_MEANING = 2, // only a changed meaning is reported; another kind reports all else
-    OF_REGION = 4,    // its scope is a region; not reported if a set lacks that region
+    FIXED_NAME = 1,   // a changed name is always another thing, never a correction
+    ONLY_MEANING = 2, // report only changed meanings; another kind reports other changes
+    OF_REGION = 4,    // the scope is a region; do not report things of a missing region
   };
 
-  const char* rule;         // the start of the names of its rules: "species" for "species-renamed"
-  const char* noun;         // as a sentence begins: "Species"
-  const char* when_removed; // what that means for members, as a sentence without a full stop
-  std::vector<std::string> headings; // of the columns that hold its id in its data file
+  const char* rule;         // the prefix of the ids of its rules: "species" for "species-renamed"
+  const char* noun;         // for the start of a sentence: "Species"
+  const char* when_removed; // what members notice, as a sentence without a full stop
+  std::vector<std::string> headings; // the columns of its id in the data file
   unsigned traits = 0;
 };
 
-// One thing of a data set, in the form in which sets are compared.
+// One thing of a data set, prepared for a comparison of two sets.
 struct Thing {
-  std::string key;  // unique in the set; see below
-  std::string id;   // what is behind the noun in a message: "12 of region PAC"
-  std::string file; // name of the data file that lists it
-  // What identifies it. A species without a scientific name has its common name here.
+  std::string key;  // unique in the set; see thing_key
+  std::string id;   // follows the noun in a message: "12 of region PAC"
+  std::string file; // the name of the data file that lists it
+  // The name that identifies it. It is the common name if a species has no scientific name.
   std::string name;
   std::string second_name;      // the common name of a species; empty if there is none
-  std::string scope;            // the things in which `name` can be compared: "CAR"
+  std::string scope;            // `name` is comparable only in the same scope: "CAR"
   std::string context;          // must not change: "of location FLA"; empty for some kinds
   std::string detail;           // may change: "no longer offered"; empty for some kinds
-  std::vector<std::string> row; // the fields below the headings of its kind
+  std::vector<std::string> row; // the fields under the headings of its kind
 };
 
+// All things of one kind.
 struct ThingList {
   const ThingKind* kind;
   std::vector<Thing> things; // in the order in which they are reported
 };
 
-// Everything in a complete data set that has an id, by kind, always in the same order of
-// kinds. Both lists of two sets have the same kinds at the same places.
+// Returns everything in a complete data set that has an id, by kind. The order and the number
+// of the kinds are the same for all data sets.
 std::vector<ThingList> list_things(const ReferenceData& data);
 
-// The keys of things that a saved survey can name.
+// Functions that return the keys of the things to which a saved survey can refer.
 namespace thing_key {
 std::string place(const std::string& code);
 std::string type(int id);

@@ -24,12 +24,12 @@ namespace {
 constexpr std::size_t block_size = 65'536;
 const char* const data_directory = "data-files";
 
-// Far more than a set has files. Each entry can give a finding.
+// The largest number of entries. A set has far fewer files. The limit bounds the findings.
 constexpr int most_entries = 10'000;
 
 const char* const where_it_goes = " The program would unpack it into the member's own directory";
 
-// The name without control characters and in valid UTF-8, for messages.
+// Returns the name for messages: in valid UTF-8 and without control characters.
 std::string shown_name(const std::string& name)
 {
   Glib::ustring shown;
@@ -60,7 +60,7 @@ bool is_outside(const fs::path& path)
   return false;
 }
 
-// Without "." and doubled slashes, and without a slash at the end.
+// Returns the path without ".", repeated slashes and trailing slashes.
 fs::path plain_path(const std::string& name)
 {
   fs::path plain;
@@ -70,7 +70,7 @@ fs::path plain_path(const std::string& name)
   return plain;
 }
 
-// Reads one archive and unpacks what may be unpacked.
+// Reads one archive and unpacks the accepted entries.
 class Unpacking
 {
 public:
@@ -108,7 +108,7 @@ private:
             ". The program would not install it");
   }
 
-  // False where the archive ends, or need not or cannot be read further.
+  // Returns false at the end of the archive, and if reading must stop.
   bool take_next_entry()
   {
     if (scratch.signals.is_pending())
@@ -125,7 +125,8 @@ private:
     return is_bzip2() && respects_limits(entry) && take_entry(entry);
   }
 
-  // A tar file that is not compressed, or compressed twice, is read just so.
+  // Returns whether bzip2 is the only compression. The library would also read a tar file without
+  // compression or with two compressions.
   bool is_bzip2()
   {
     const bool is_right = archive_filter_count(reader.get()) == 2 &&
@@ -163,7 +164,7 @@ private:
     return archive_path + '/' + shown_name(name_of(entry));
   }
 
-  // False if the archive turns out to be damaged.
+  // Returns false if the archive is damaged.
   bool take_entry(archive_entry* entry)
   {
     const fs::path path = plain_path(name_of(entry));
@@ -227,7 +228,7 @@ private:
     return is_whole;
   }
 
-  // False if the archive is damaged.
+  // Returns false if the archive is damaged.
   bool copy_contents(la_int64_t file_size, const Descriptor& file, const std::string& target)
   {
     const void* block = nullptr;
@@ -250,7 +251,7 @@ private:
   const ArchiveReader reader;
   UnpackedSet result;
   std::set<fs::path> unpacked;
-  la_int64_t total = 0; // the sizes of the entries so far
+  la_int64_t total = 0; // the total size of the entries so far, in bytes
   int entries = 0;
 };
 

@@ -6,21 +6,23 @@
 #include "cli/finding.h"
 #include "cli/scratch-directory.h"
 
-// The most bytes that the entries of an archive of reference data may have together. A real
-// set has less than 1 MB.
+// The largest accepted total size of the entries of an archive of reference data, in bytes. A
+// real set has less than 1 MB.
 constexpr long long most_unpacked = 512LL << 20;
 
+// The result of unpack_data_archive().
 struct UnpackedSet {
   std::vector<Finding> findings;
-  // Whether the archive was read to its end. The set in the scratch directory can have
-  // faults of its own then.
+  // Whether the archive was read to its end. Only then does a check of the unpacked set make
+  // sense.
   bool is_whole = false;
 };
 
-// Unpacks an archive of reference data, a tar file compressed by bzip2, as the program
-// would: regular files of the directory data-files come to stand in a directory of that name
-// in `scratch`. Writes nothing elsewhere: every other entry gives an error and is not
-// unpacked. Stops at the first entry that exceeds a limit of data/data-file.h, and where the
-// archive is damaged. The files of the findings are the archive's path, or entries below it. Throws
-// a text if a file cannot be written and when a signal asks the process to end.
+// Unpacks an archive of reference data, which is a tar file compressed by bzip2. Like the
+// program, it unpacks the regular files of the directory data-files, into a directory of that
+// name in `scratch`. It writes nothing elsewhere: it reports each other entry as an error and
+// does not unpack it. It stops at the first entry that exceeds a limit of data/data-file.h and
+// at the first damaged place. Findings refer to the path of the archive, or to that path with
+// the name of an entry. Throws a text if a file cannot be written or a signal asks the process
+// to end.
 UnpackedSet unpack_data_archive(const std::string& archive, const ScratchDirectory& scratch);

@@ -2,9 +2,9 @@
 
 #include <csignal>
 
-// Holds back the signals that ask the process to end (SIGHUP, SIGINT, SIGTERM) as long as
-// it lives, so that what was begun can be cleaned up. One that has come meanwhile then takes
-// its usual effect.
+// Blocks the signals that ask the process to end (SIGHUP, SIGINT, SIGTERM) during its
+// lifetime, so that the process can clean up. The destructor delivers a signal that has
+// arrived in the meantime.
 class DeferredSignals
 {
 public:
@@ -13,7 +13,7 @@ public:
   DeferredSignals(const DeferredSignals&) = delete;
   DeferredSignals& operator=(const DeferredSignals&) = delete;
 
-  // Whether one of them has come: it is time to stop.
+  // Returns whether one of the signals has arrived, so that the caller should stop.
   bool is_pending() const;
 
 private:

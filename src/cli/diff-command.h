@@ -3,8 +3,8 @@
 #include "cli/command.h"
 #include "cli/finding-options.h"
 
-// mavo-data diff: shows what members notice when a new data set takes the place of an old
-// one.
+// mavo-data diff: shows the differences that members notice when a new data set replaces an
+// old one.
 class DiffCommand : public Command
 {
 public:
@@ -13,5 +13,5 @@ public:
 
 private:
   FindingOptions finding_options;
-  std::vector<std::string> surveys; // files and directories; empty: none are looked at
+  std::vector<std::string> surveys; // files and directories of saved surveys; can be empty
 };

@@ -8,9 +8,10 @@
 class FindingOptions
 {
 public:
-  // Must live until the options have been parsed.
+  // Adds the options. REQUIRES: this object lives until the options are parsed.
   void add_to(Glib::OptionGroup& options);
-  // A writer as the options say. Throws CouldNotRun if there is no such format.
+  // Returns a writer with the selected format. Throws CouldNotRun if the format is unknown.
+  // REQUIRES: `out` outlives the writer.
   FindingWriter make_writer(Output& out) const;
 
 private:

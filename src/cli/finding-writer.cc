@@ -26,7 +26,7 @@ std::string valid_text(const std::string& text)
   return Glib::ustring(text).make_valid().raw();
 }
 
-// In one line, and without what would control a terminal.
+// Returns the text without line ends and other control characters, for a terminal.
 std::string plain_text(const std::string& text)
 {
   Glib::ustring plain;

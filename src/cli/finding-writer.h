@@ -8,10 +8,10 @@
 
 class Output;
 
-// file:line: severity: consequence [rule], with a line end.
+// Returns the finding in the format Format::PLAIN, with a line end.
 std::string plain_line(const Finding& finding);
 
-// Writes findings as they come, one line each, and counts them.
+// Writes findings, one line each, and counts them.
 class FindingWriter
 {
 public:
@@ -20,18 +20,19 @@ public:
     JSON,  // an object with the keys file, line, rule, severity and consequence
   };
 
-  // `out` must live as long. With `strict` warnings are faults, too.
+  // If `strict`, warnings are faults, too. REQUIRES: `out` outlives this object.
   FindingWriter(Output& out, Format format, bool strict);
 
-  // Bytes that are not UTF-8 become U+FFFD; in plain lines control characters do, too.
-  // Throws CouldNotRun if the output fails.
+  // Writes a finding. Replaces invalid UTF-8 by U+FFFD, and in plain lines also control
+  // characters. Throws CouldNotRun if the output fails.
   void write(const Finding& finding);
 
+  // Returns the number of written findings of that severity.
   std::size_t count(Severity severity) const;
-  // Whether a finding of that severity makes the status FAULTS.
+  // Returns whether a finding of that severity makes the status FAULTS.
   bool is_fault(Severity severity) const;
   bool is_json() const { return format == Format::JSON; }
-  // FINE or FAULTS, as far as findings have been written.
+  // Returns FAULTS if a written finding is a fault, else FINE.
   ExitStatus status() const;
 
 private:

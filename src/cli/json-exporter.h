@@ -3,11 +3,11 @@
 #include "cli/output-file.h"
 #include "cli/survey-exporter.h"
 
-// A JSON array with one object for each sighting, each on a line of its own.
+// Writes a JSON array with one object for each sighting. Each object is on its own line.
 class JsonExporter : public SurveyExporter
 {
 public:
-  // Both stay with the caller.
+  // REQUIRES: both parameters outlive this object. Throws CouldNotRun if the output fails.
   JsonExporter(OutputFile& the_output, const SurveyNames& the_names);
 
   void add(const std::string& file, const std::string& id, const Survey& survey) override;

@@ -3,12 +3,12 @@
 #include <optional>
 #include <unordered_map>
 
-// The ids that a file defines, with the line of each.
+// The ids that a file defines, with their lines.
 template<typename Id>
 class KnownIds
 {
 public:
-  // Notes the id of a row. The line where it stood before, none if it is new.
+  // Adds the id of a row. Returns the line of the previous row with this id, if there is one.
   std::optional<long> add(const Id& id, long line)
   {
     const auto [known, is_new] = lines.try_emplace(id, line);
@@ -19,10 +19,10 @@ public:
     return before;
   }
 
-  // Whether the id is defined. Where rows of the file could not be read it may be in
-  // one of these, so that nobody is accused.
+  // Returns whether the id can be defined. An unreadable row can define any id, so this is
+  // true for all ids if the file was not read completely.
   bool may_have(const Id& id) const { return !is_whole || lines.count(id) > 0; }
 
-  bool is_whole = false; // all rows could be read, and there are some
-  std::unordered_map<Id, long> lines;
+  bool is_whole = false;              // whether the file has rows and all of them could be read
+  std::unordered_map<Id, long> lines; // the last line of each id, from 1
 };

@@ -4,7 +4,7 @@
 
 #include "cli/could-not-run.h"
 
-// The readers end the program over some faults of the metadata, so these are checked first.
+// The readers end the process if the metadata have certain faults. So check these first.
 ReferenceData load_data_set(const std::string& dir)
 {
   const std::string place = dir + "/";

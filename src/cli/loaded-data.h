@@ -4,6 +4,6 @@
 
 #include <string>
 
-// The tables of the data set in `dir`. Throws CouldNotRun if the program could not use it;
-// standard error has the reasons then.
+// Returns the tables of the data set in `dir`. Throws CouldNotRun if the program could not use
+// the set; it prints the reasons to standard error.
 ReferenceData load_data_set(const std::string& dir);

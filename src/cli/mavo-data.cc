@@ -1,4 +1,4 @@
-// The tool of those who publish reference data.
+// The command-line tool for publishers of reference data.
 
 #include "cli/command-line.h"
 #include "cli/data-check.h"

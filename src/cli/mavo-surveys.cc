@@ -1,4 +1,4 @@
-// The tool of those who receive surveys.
+// The command-line tool for receivers of surveys.
 
 #include "cli/command-line.h"
 #include "cli/store-backup.h"

@@ -4,9 +4,9 @@
 
 class TableCheck;
 
-// Reports a name with tags that Pango cannot parse, which is shown tags and all. An ampersand
-// is always plain text in a name.
+// Reports a name with tags that Pango cannot parse: the program displays such a name with its
+// tags. An ampersand in a name is always plain text.
 void check_name_markup(TableCheck& table, const std::string& name);
 
-// The same for a text in which an ampersand is part of the markup, if it has tags at all.
+// Does the same for a text that can have entities: if it has tags, an ampersand is markup.
 void check_text_markup(TableCheck& table, const std::string& text);

@@ -3,11 +3,11 @@
 #include <optional>
 #include <vector>
 
-// The ids of a file that number a table, from 0 to FromCSV::max_id, with the line of each.
+// The ids of a file that are indexes of a table, from 0 to FromCSV::max_id, with their lines.
 class NumberedIds
 {
 public:
-  // Notes the id of a row. The line where it stood before, none if it is new.
+  // Adds the id of a row. Returns the line of the previous row with this id, if there is one.
   std::optional<long> add(int id, long line)
   {
     const auto index = static_cast<std::size_t>(id);
@@ -19,20 +19,20 @@ public:
   }
 
   bool has(int id) const { return line_of(id) != 0; }
-  // The line of the last row with the id, 0 if there is none.
+  // Returns the line of the last row with the id, or 0 if there is none.
   long line_of(int id) const
   {
     const auto index = static_cast<std::size_t>(id);
     return index < lines.size() ? lines[index] : 0;
   }
-  // Whether the id is defined. Where rows of the file could not be read it may be in
-  // one of these, so that nobody is accused.
+  // Returns whether the id can be defined. An unreadable row can define any id, so this is
+  // true for all ids if the file was not read completely.
   bool may_have(int id) const { return !is_whole || has(id); }
-  // What no id reaches.
+  // Returns the largest id plus 1.
   int end() const { return static_cast<int>(lines.size()); }
 
-  bool is_whole = false; // all rows could be read, and there are some
+  bool is_whole = false; // whether the file has rows and all of them could be read
 
 private:
-  std::vector<long> lines; // by id; 0 for one that is not there
+  std::vector<long> lines; // by id; 0 if the id is missing
 };

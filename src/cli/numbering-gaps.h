@@ -6,16 +6,16 @@
 
 class TableCheck;
 
-// The allowance that all rows of a file share for leaving numbers unused: the lists that
-// they number are tables, and a small file must not take much memory.
+// The number of unused indexes that the rows of a file may leave in total. The ids are indexes
+// of tables; without the limit, a small file could fill the memory.
 class NumberingGaps
 {
 public:
-  // Whether the program keeps the row that `table` is at, with this number in that list. If
-  // not, that has been reported.
+  // Returns whether the program accepts the current row of `table` with this `number` in that
+  // `list`. Reports a fault if not.
   bool allow(TableCheck& table, const std::string& list, int number);
 
 private:
-  std::map<std::string, std::size_t> lengths; // of the tables, by list
-  std::size_t gaps_left = 1'000'000;          // as FromCSV has it
+  std::map<std::string, std::size_t> lengths; // the length of the table of each list
+  std::size_t gaps_left = 1'000'000;          // the same limit as in FromCSV
 };

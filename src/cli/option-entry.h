@@ -2,7 +2,7 @@
 
 #include <glibmm/optionentry.h>
 
-// An option --NAME, or --NAME=VALUE if `value` names what it takes; `letter` is its short
-// name, 0 if it has none. `description` stands in the help.
+// Returns an option --NAME, or --NAME=VALUE if `value` is not null. `description` and `value`
+// appear in the help. `letter` is the short name, or 0 for none.
 Glib::OptionEntry option_entry(const char* name, const char* description,
                                const char* value = nullptr, char letter = 0);

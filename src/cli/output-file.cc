@@ -12,7 +12,7 @@
 
 namespace {
 
-// What a new file may be used for; mkstemp() gives less.
+// Returns the permissions of a new file. mkstemp() sets more restrictive ones.
 mode_t usual_mode()
 {
   const mode_t mask = umask(0);
@@ -97,7 +97,7 @@ void OutputFile::commit()
   struct stat status {
   };
   if (existing == Existing::refuse && lstat(path.c_str(), &status) == 0) {
-    errno = EEXIST; // it has come in between
+    errno = EEXIST; // another program has created it in the meantime
     fail();
   }
   if (std::rename(scratch.c_str(), path.c_str()) != 0)

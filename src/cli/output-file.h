@@ -7,21 +7,24 @@
 
 class Output;
 
+// Closes a C stream.
 struct FileClose {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using OwnedFile = std::unique_ptr<std::FILE, FileClose>;
 
-// Where a command writes its result: standard output, or a file that has its name only once
-// it is whole. Until commit() a new file is one beside it, which goes with this object; a
-// device or a pipe is written to as it is. Failures are thrown as CouldNotRun.
+// The destination of a command's result: standard output or a file. A new file is written
+// under a temporary name in the same directory; commit() renames it, so that an incomplete file
+// never has the final name. Without commit(), the destructor removes it. A device or a pipe is
+// written directly. All functions throw CouldNotRun if they fail.
 class OutputFile
 {
 public:
-  // Whether a file that exists may be replaced.
+  // Whether commit() may replace an existing file.
   enum class Existing { replace, refuse };
 
-  // An empty `path` is `the_output`, which stays with the caller.
+  // If `the_path` is empty, the result goes to `the_output`. REQUIRES: `the_output` outlives
+  // this object.
   OutputFile(const std::string& the_path, Existing the_existing, Output& the_output);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
@@ -29,11 +32,11 @@ public:
 
   void write(const char* bytes, std::size_t size);
   void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
-  // Flushes what was written, to the disk if it is a file.
+  // Flushes the written bytes, to the disk if the destination is a file.
   void flush();
-  // Flushes, and gives the file its name.
+  // Flushes the written bytes and renames the temporary file.
   void commit();
-  // The path to read what was written from before commit(); empty if it has none.
+  // Returns the path of the temporary file, or an empty text if there is none.
   const std::string& written_path() const { return scratch; }
 
 private:
@@ -42,7 +45,7 @@ private:
 
   const std::string path;
   const Existing existing;
-  std::string scratch; // empty if the file is written under its own name
+  std::string scratch; // the path of the temporary file; empty if there is none
   OwnedFile file;      // null for standard output
   Output& output;
 };

@@ -17,12 +17,12 @@ namespace {
   throw CouldNotRun("cannot write to standard output: " + Glib::strerror(errno).raw());
 }
 
-// A write to a closed pipe is to fail rather than to end the process. Commands that the
-// tool starts get back what is usual, as they would not with SIG_IGN.
+// Makes a write to a closed pipe fail instead of ending the process. Unlike SIG_IGN, child
+// processes do not inherit a handler.
 void ignore_signal(int) {}
 
-// Else a file that is opened later would get the number of a standard stream, and messages
-// would be written into it.
+// Opens closed standard streams. Otherwise, a file that is opened later would get the number
+// of a standard stream, and messages would overwrite it.
 void open_standard_streams()
 {
   int opened = 0;

@@ -4,19 +4,21 @@
 #include <memory>
 #include <string_view>
 
-// The standard output of a tool, which a failure does not leave in silence.
+// The standard output of a tool. It detects and reports all failures.
 class Output
 {
 public:
-  // Takes over standard output. From then on whatever else the process prints there, such as
-  // the messages of the reference data's readers, goes to standard error. To be made once, before
-  // any file is opened: it also opens the standard streams that the caller has closed.
+  // Takes over standard output. All other prints of the process to standard output, such as
+  // the messages of the readers of reference data, then go to standard error. Opens the
+  // standard streams that the calling process has closed. REQUIRES: there is only one Output,
+  // and the process has not opened a file before.
   Output();
 
-  // Throws CouldNotRun if a disk is full, a pipe is closed and the like.
+  // Writes a text. Throws CouldNotRun if that fails, for example on a full disk or a closed
+  // pipe.
   void write(std::string_view text);
-  // Hands on what has been written; throws likewise. Without this call the end of the text
-  // is not checked.
+  // Flushes the written text. Throws CouldNotRun if that fails. Call it at the end; without it,
+  // failures to write the buffered text remain undetected.
   void flush();
 
 private:

@@ -22,7 +22,7 @@ namespace {
 
 using Headers = std::vector<std::pair<std::string, std::string>>;
 
-// What the server answers to the question for the newest data.
+// Returns the headers with which the server answers a query for the newest data.
 Headers headers_of_answer(const DataFileInfo& info, const std::string& url)
 {
   return {{"X-Current-Data-Version-Is", info.timestamp},
@@ -56,7 +56,7 @@ std::string json_headers(const Headers& answer, const Headers& archive)
   return object.dump() + "\n";
 }
 
-// A line break in a value would end the header.
+// Throws CouldNotRun if a value contains a line break, which would end the header.
 void require_header_values(const Headers& headers)
 {
   for (const auto& [name, value] : headers)
@@ -64,7 +64,7 @@ void require_header_values(const Headers& headers)
       throw CouldNotRun("the value of " + name + " holds a control character");
 }
 
-// Whether the set may be packed. What it is refused for has been written.
+// Returns whether the set may be packed. Writes the findings that prevent it.
 bool is_acceptable(const std::string& dir, FindingWriter& writer)
 {
   const std::vector<Finding> findings = check_data_set(dir);

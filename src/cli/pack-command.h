@@ -3,7 +3,7 @@
 #include "cli/command.h"
 #include "cli/finding-options.h"
 
-// mavo-data pack: writes the archive by which a data set is published.
+// mavo-data pack: writes the archive for the publication of a data set.
 class PackCommand : public Command
 {
 public:
@@ -13,5 +13,5 @@ public:
 private:
   FindingOptions finding_options;
   std::string archive; // the file to write
-  Glib::ustring url;   // of the archive on the server; empty: the usual one
+  Glib::ustring url;   // the address of the archive on the server; empty for the default
 };

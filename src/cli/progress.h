@@ -2,16 +2,17 @@
 
 #include <cstddef>
 
-// How far a command has come, in one line of standard error that is written over; nothing
-// is shown if that is no terminal.
+// Shows the progress of a command in one line of standard error, which it overwrites. Shows
+// nothing if standard error is not a terminal.
 class Progress
 {
 public:
   Progress();
 
-  // To be called for each piece of work; writes a line now and then.
+  // Shows that `done` of `all` steps are complete. Most calls write nothing, so the caller can
+  // call it after each step.
   void show(std::size_t done, std::size_t all);
-  // Removes the line, before anything else is written.
+  // Removes the line. Call it before any other output.
   void clear();
 
 private:

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The elements of a document and what the program calls them.
+// The elements of a document and their labels in the program.
 constexpr struct {
   const char* field;
   const char* label;
@@ -49,7 +49,7 @@ Glib::ustring date_of(const Survey& survey)
   return survey.year + rest.data();
 }
 
-// The name of a choice, or its number if there is none.
+// Returns the name of a choice, or its number if the name is empty.
 Glib::ustring name_or_number(const Glib::ustring& name, int number)
 {
   if (!name.empty())

@@ -7,8 +7,9 @@
 
 #include <vector>
 
-// A survey as people read it: names in the place of ids, in plain text.
+// A survey for display: plain text with names instead of ids.
 struct ReadableSurvey {
+  // One entry of the survey.
   struct Fact {
     const char* label;
     Glib::ustring text; // empty if nothing was entered
@@ -23,14 +24,15 @@ struct ReadableSurvey {
 
   Glib::ustring title;
   std::vector<Fact> facts;
-  std::vector<Species> species; // in the order of their ids
-  // What the Confirmation page would mark: the label of the entry and what is wrong.
+  std::vector<Species> species; // by ascending id
+  // The entries that the Confirmation page would mark: their labels and what is wrong.
   std::vector<Fact> complaints;
 };
 
-// A name that the data lack is shown as the number that stands for it.
+// Returns the survey with the names of the data set. If the data set lacks a name, the result
+// has the number instead.
 ReadableSurvey readable_survey(const Survey& survey, const SurveyNames& names,
                                const std::vector<SurveyComplaint>& complaints);
 
-// The same as lines of text for a terminal.
+// Returns the survey as lines of text for a terminal.
 std::string survey_text(const ReadableSurvey& survey);

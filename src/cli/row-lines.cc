@@ -15,14 +15,14 @@ namespace {
 
 using Fields = std::vector<Glib::ustring>;
 
-// Numbers in one form: a file may have "07".
+// Returns an id with numbers in a normal form. A file can have "07" for 7.
 std::string normal_id(const std::string& id)
 {
   const bool is_number = !id.empty() && g_ascii_isdigit(id.front());
   return is_number ? std::to_string(to_int(id)) : id;
 }
 
-// The columns of some headings; empty if one of them is missing.
+// Returns the columns of the headings, or an empty list if one of them is missing.
 std::vector<std::size_t> columns_of(const RowLines::Texts& headings, const Fields& fields)
 {
   std::vector<std::size_t> columns;

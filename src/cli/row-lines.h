@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-// Finds the lines of rows in the CSV files of a data set by the fields that hold their ids.
-// Reads a file when it is first asked for.
+// Finds the lines of rows in the CSV files of a data set by their ids. Reads a file at the
+// first search in it.
 class RowLines
 {
 public:
@@ -15,8 +15,8 @@ public:
   explicit RowLines(std::string dir);
 
   using Texts = std::vector<std::string>;
-  // The line, from 1, of the first row of a file that has these ids under these headings. Ids
-  // that are numbers are compared as such. None if there is no such row.
+  // Returns the line, from 1, of the first row of `file` with these `ids` under these
+  // `headings`. Compares numeric ids as numbers. Returns nullopt if there is no such row.
   std::optional<long> find(const std::string& file, const Texts& headings, const Texts& ids);
 
 private:

@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The directory to remove if the process ends by exit(); empty for none.
+// The directory that exit() must remove; empty if there is none.
 fs::path& left_directory()
 {
   static auto& path = *new fs::path();

@@ -2,17 +2,18 @@
 
 #include <string>
 
-// The bytes of a survey that is in no file of its own, as a temporary file.
+// A temporary file for the bytes of a survey, for example of one in an archive. The destructor
+// removes it.
 class ScratchSurvey
 {
 public:
-  // Throws CouldNotRun if there is no place for it.
+  // Throws CouldNotRun if the file cannot be written.
   explicit ScratchSurvey(const std::string& bytes);
   ~ScratchSurvey();
   ScratchSurvey(const ScratchSurvey&) = delete;
   ScratchSurvey& operator=(const ScratchSurvey&) = delete;
 
-  // Why the program cannot open the survey; empty if it can.
+  // Returns the reason why the program cannot open the survey, or an empty text if it can.
   std::string fault() const;
 
 private:

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The number of steps to compare two names grows with the square of this.
+// The time of a comparison grows with the square of this number.
 constexpr std::size_t most_letters = 200;
 
 using Letters = std::vector<gunichar>;
@@ -51,7 +51,7 @@ bool has_all_words(const std::multiset<Letters>& all, const std::multiset<Letter
   return !some.empty() && std::includes(all.begin(), all.end(), some.begin(), some.end());
 }
 
-// The least number of letters to insert, remove or replace (Levenshtein distance).
+// Returns the smallest number of letters to insert, remove or replace (Levenshtein distance).
 std::size_t edit_distance(const Letters& from, const Letters& to)
 {
   std::vector<std::size_t> row(to.size() + 1);

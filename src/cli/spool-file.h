@@ -4,17 +4,17 @@
 
 #include "cli/output-file.h"
 
-// A temporary file without a name: what is written to it is read again from the start, and
-// it is gone with this object. Failures are thrown as CouldNotRun.
+// A temporary file without a name. Write all bytes, call rewind(), and then read them. The
+// destructor removes the file. All functions throw CouldNotRun if they fail.
 class SpoolFile
 {
 public:
   SpoolFile();
 
   void write(const std::string& bytes);
-  // To be called once all is written: goes back to the start. Returns the size in bytes.
+  // Moves to the start of the file for reading. Returns the size in bytes.
   std::int64_t rewind();
-  // The next bytes, at most `most`; none at the end.
+  // Returns the next bytes, at most `most`. Returns an empty text at the end.
   std::string read(std::size_t most);
 
 private:

@@ -29,7 +29,7 @@ std::string checksum_of(const std::string& bytes)
   return Glib::Checksum::compute_checksum(Glib::Checksum::CHECKSUM_SHA256, bytes);
 }
 
-// All paths below a directory, in byte order: a directory stands before what is in it.
+// Returns all paths below a directory in byte order, so that a directory precedes its contents.
 std::vector<fs::path> paths_below(const fs::path& root)
 {
   std::vector<fs::path> paths;
@@ -52,7 +52,7 @@ public:
   }
 
   void pack(ZipWriter& zip);
-  // Reads the archive again and finds out whether it has what was packed.
+  // Reads the archive and compares its contents with the packed files.
   void verify(const std::string& archive);
   std::string summary() const;
 
@@ -66,8 +66,8 @@ private:
 
   const fs::path root;
   FindingWriter& writer;
-  std::map<std::string, std::string> checksums; // of the files packed, by name
-  std::size_t surveys = 0;                      // read back and found to be surveys
+  std::map<std::string, std::string> checksums; // the checksums of the packed files, by name
+  std::size_t surveys = 0;                      // the number of valid surveys in the archive
 };
 
 void BackupRun::pack(ZipWriter& zip)

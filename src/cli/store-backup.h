@@ -3,8 +3,8 @@
 #include "cli/command.h"
 #include "cli/finding-options.h"
 
-// mavo-surveys backup: puts all files of a store into a zip archive and reads them back
-// from it. Surveys that cannot be read are backed up and reported.
+// mavo-surveys backup: writes all files of a store to a zip archive and verifies the archive.
+// It also backs up unreadable surveys, and reports them.
 class StoreBackup : public Command
 {
 public:

@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Throws CouldNotRun if `path` leads into this user's store, or into a directory that is
-// called like that of a state: the program would take a result there for a survey. An empty
-// path is none.
+// Throws CouldNotRun if a result must not be written to `path`: if it is in this user's store
+// or in a directory that has the name of a state. The program would treat a file there as a
+// survey. Accepts an empty path.
 void keep_out_of_store(const std::string& path);

@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Whether a name leads to a place in the store: "Uploaded/1234.MAVO-Survey" or "Uploaded/".
+// Returns whether a name is a path inside the store, such as "Uploaded/1234.MAVO-Survey" or
+// "Uploaded/".
 bool is_inner_name(const std::string& name)
 {
   std::istringstream parts(name);
@@ -74,7 +75,8 @@ private:
     }
     make_directories(path.parent_path());
     try {
-      replace_file(target, bytes.data(), bytes.size(), "none"); // no file has this tag
+      replace_file(target, bytes.data(), bytes.size(),
+                   "none"); // no file has this tag: fails if the file exists
       ++restored;
     } catch (const Glib::Error& failure) {
       throw CouldNotRun("cannot write " + target + ": " + failure.what().raw());
@@ -94,7 +96,7 @@ void check_backup(const std::string& path)
     if (!is_inner_name(zip.name()))
       throw CouldNotRun("the backup has an entry that lies outside of a store: " + zip.name());
     if (zip.is_file())
-      zip.content(); // its checksum
+      zip.content(); // verifies the checksum
     else if (!zip.is_directory())
       throw CouldNotRun("the backup has an entry that is neither file nor directory: " +
                         zip.name());

@@ -3,8 +3,8 @@
 #include "cli/command.h"
 #include "cli/finding-options.h"
 
-// mavo-surveys restore: puts the files of a backup back into a store. The whole archive is
-// checked before the first file is written; a file that is there stays as it is.
+// mavo-surveys restore: restores the files of a backup to a store. It checks the complete
+// archive before it writes the first file. It does not change existing files.
 class StoreRestore : public Command
 {
 public:
@@ -15,7 +15,7 @@ private:
   FindingOptions finding_options;
 };
 
-// Throws CouldNotRun if the archive at `path` could write outside of a store or is damaged:
-// it has an entry with an absolute name or one with "." or "..", a link or a device, or
-// one whose bytes are not those that were packed.
+// Throws CouldNotRun if the archive at `path` is damaged or could write outside of a store: if
+// the checksum of an entry is wrong, if a name is absolute or contains "." or "..", or if an
+// entry is a link or a device.
 void check_backup(const std::string& path);

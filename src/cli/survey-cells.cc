@@ -13,7 +13,7 @@ Value text(const Glib::ustring& words)
   return words.empty() ? Value() : Value(words.make_valid().raw());
 }
 
-// A name of the data, which can hold tags.
+// Returns the value for a name of the data, which can contain tags.
 Value name(const Glib::ustring& markup)
 {
   return text(without_markup(markup));

@@ -6,18 +6,19 @@
 #include <variant>
 #include <vector>
 
-// One value of a row of an export, under the name of its column. What was not entered or
-// chosen, and names that the data set lacks, have no value.
+// One value of a row of an export, with the name of its column. It is std::monostate if the
+// survey lacks the entry or the data set lacks the name.
 struct SurveyCell {
   const char* column;
   std::variant<std::monostate, int, bool, std::string> value;
 };
 
-// The cells that all rows of a survey have in common. Always the same columns, in the same
-// order. `file` is the name of its file, without directories.
+// Returns the cells that all rows of a survey have in common. The columns and their order are
+// the same for all surveys. `file` is the name of the survey's file without directories, `id`
+// its survey_id().
 std::vector<SurveyCell> survey_cells(const std::string& file, const std::string& id,
                                      const Survey& survey, const SurveyNames& names);
 
-// The cells of one sighting, likewise.
+// Returns the cells of one sighting. The columns and their order are the same for all sightings.
 std::vector<SurveyCell> sighting_cells(const Survey& survey, const SpeciesSighting& sighting,
                                        const SurveyNames& names);

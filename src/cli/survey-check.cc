@@ -14,7 +14,7 @@
 
 namespace {
 
-// Checks files one after the other, each as far as it can be read.
+// Checks files one after the other, each up to its first unreadable place.
 class CheckRun
 {
 public:
@@ -41,7 +41,7 @@ void CheckRun::check(const std::string& path)
   const xmlpp::Node* element = nullptr;
   try {
     element = parse_survey_file(parser, path);
-  } catch (...) { // NOLINT(bugprone-empty-catch): read_known_survey() tells why
+  } catch (...) { // NOLINT(bugprone-empty-catch): read_known_survey() reports it
   }
   if (element)
     check_schema(path, parser);
@@ -55,8 +55,8 @@ void CheckRun::check_schema(const std::string& path, SurveyParser& parser) const
                   "Other programs may refuse the survey: " + fault.text});
 }
 
-// The line that an entry of the survey stands in; that of the survey if it has none. None
-// if the file could not be read before.
+// Returns the line of an entry, or that of the "survey" element if the entry is missing. Returns
+// nullopt if `survey` is null because the file could not be parsed.
 std::optional<long> line_of(const xmlpp::Node* survey, const std::string& field)
 {
   if (!survey)
@@ -65,7 +65,7 @@ std::optional<long> line_of(const xmlpp::Node* survey, const std::string& field)
   return (fields.empty() ? survey : fields.front())->get_line();
 }
 
-// Such as "entry-member-id".
+// Returns the id of the rule for a field, such as "entry-member-id".
 std::string rule_of(const std::string& field)
 {
   std::string rule = "entry-" + field;

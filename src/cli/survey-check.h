@@ -4,8 +4,8 @@
 #include "cli/data-option.h"
 #include "cli/finding-options.h"
 
-// mavo-surveys check: compares surveys with the schema of their format and judges them as
-// the Confirmation page does.
+// mavo-surveys check: validates surveys against the schema of their format and applies the
+// checks of the Confirmation page.
 class SurveyCheck : public Command
 {
 public:

@@ -30,7 +30,7 @@ std::unique_ptr<SurveyExporter> make_exporter(const Glib::ustring& format, Outpu
   return std::make_unique<DarwinCoreExporter>(output, names);
 }
 
-// Hands surveys to an exporter and reports on standard error what is wrong with them.
+// Passes surveys to an exporter and reports their faults on standard error.
 class ExportRun
 {
 public:
@@ -46,13 +46,13 @@ public:
   Progress progress;
 
 private:
-  // Whether the survey is the first one of this id.
+  // Returns whether the survey is the first one with this id.
   bool is_new(const std::string& id, const std::string& path);
 
   SurveyExporter& exporter;
   const SurveyNames& names;
-  const bool rows_only;                   // the format has nothing for a survey without a sighting
-  std::map<std::string, std::string> ids; // of the surveys so far, to the names of their files
+  const bool rows_only;                   // whether the format omits surveys without sightings
+  std::map<std::string, std::string> ids; // the names of files by the id of the survey
 };
 
 void ExportRun::report(const Finding& finding)

@@ -4,14 +4,16 @@
 
 #include <string>
 
-// Writes surveys one after the other in some format; none is kept in memory.
+// Writes surveys one after the other in one format. Keeps no survey in memory.
 class SurveyExporter
 {
 public:
   virtual ~SurveyExporter() = default;
 
-  // `file` is the name of the survey's file, without directories, and `id` its survey_id().
+  // Writes a survey. `file` is the name of its file without directories, `id` its survey_id().
+  // Throws CouldNotRun if the output fails.
   virtual void add(const std::string& file, const std::string& id, const Survey& survey) = 0;
-  // Writes what comes after the last survey.
+  // Writes the end of the output. Call it once, after the last survey. Throws CouldNotRun if the
+  // output fails.
   virtual void finish() = 0;
 };

@@ -8,12 +8,13 @@
 
 #include "cli/finding.h"
 
-// The survey in the file at `path`, without species that were marked and cleared again; or
-// why it cannot be used with these data: it is no survey, or the data do not know its location,
-// without which its ids have no meaning. The finding is set if and only if the survey is not.
+// Returns the survey in the file at `path`, without species that the user has cleared again.
+// If the file is not a survey or the data set lacks its location, returns nullopt and sets
+// `why_not`. Without the location, the ids have no meaning.
 std::optional<Survey> read_known_survey(const std::string& path, const SurveyNames& names,
                                         std::optional<Finding>& why_not);
 
-// The species of a survey that the data do not know, as one fault.
+// Returns one finding for all species of the survey that the data set lacks, or nullopt if
+// there are none.
 std::optional<Finding> unknown_species(const std::string& path, const Survey& survey,
                                        const SurveyNames& names);

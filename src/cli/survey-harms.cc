@@ -40,7 +40,7 @@ void add_species(const Survey& survey, const std::string& region, const RegionFi
   }
 }
 
-// The keys of all that a survey can name, whether a data set has it or not.
+// Returns the keys of all things to which a survey refers, even if the data sets lack them.
 std::vector<std::string> keys_of(const Survey& survey, const RegionInfo& regions)
 {
   std::vector<std::string> keys{
@@ -59,7 +59,7 @@ std::vector<std::string> keys_of(const Survey& survey, const RegionInfo& regions
   return keys;
 }
 
-// The harms to one survey, each once, in the order in which it names the things.
+// Returns the harms to one survey without duplicates, in the order of the references.
 std::vector<std::string> harms_to(const Survey& survey, const ReferenceData& old_data,
                                   const DataDiff& diff)
 {

@@ -8,9 +8,9 @@
 
 struct ReferenceData;
 
-// What a new data set does to the saved surveys at `path`, a file or a directory that is
-// searched with all below it: a finding for each survey that no longer opens or means
-// something else. A file that is no survey gives a warning; a place that cannot be read
-// throws std::filesystem::filesystem_error. `diff` is what compare_data_sets() has found.
+// Returns a finding for each saved survey that no longer opens, or whose meaning changes, with a
+// new data set. `path` is a file or a directory, which is searched recursively. A file that is
+// not a survey results in a warning. `diff` is the result of compare_data_sets(). Throws
+// std::filesystem::filesystem_error if a path cannot be read.
 std::vector<Finding> find_harmed_surveys(const std::string& path, const ReferenceData& old_data,
                                          const ReferenceData& new_data, const DataDiff& diff);

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Names of our own: two UUIDs are alike only if both their namespaces and names are.
+// The project's own namespace of UUIDs. UUIDs are equal only if namespace and name are equal.
 constexpr std::array<std::uint8_t, 16> surveys_namespace = {
     0x5f, 0x1c, 0x0e, 0x3a, 0x9d, 0x42, 0x4b, 0x77, 0x8a, 0x21, 0x6e, 0xd3, 0x30, 0xb5, 0xc9, 0x14};
 
@@ -29,7 +29,7 @@ void add_place_and_time(std::string& text, const Survey& survey)
   add(text, "last_name", survey.last_name);
   add(text, "subregion", survey.subregion);
   add(text, "survey_subtype", survey.survey_subtype, -1);
-  if (survey.year.raw() != "0000") // none
+  if (survey.year.raw() != "0000") // "0000" means that no year is chosen
     add(text, "year", survey.year);
   add(text, "month", survey.month, 0);
   add(text, "mday", survey.mday, 0);
@@ -52,7 +52,7 @@ void add_conditions(std::string& text, const Survey& survey)
   add(text, "species_view", survey.species_view, -1);
 }
 
-// The hexadecimal digits of a checksum as a name-based UUID.
+// Returns the hexadecimal digits of a checksum as a name-based UUID.
 std::string uuid_of(std::string digits)
 {
   constexpr char version = '5';

@@ -4,8 +4,8 @@
 
 #include <string>
 
-// A UUID made of what the survey says (RFC 4122, version 5): the same for the same entries,
-// whatever the file is called, where it lies and which program wrote it. Texts of no entry
-// have no part in it, so an element that a later format adds changes no id of a survey
-// that lacks it.
+// Returns a UUID of the entries of a survey (RFC 4122, version 5). Surveys with the same entries
+// have the same id; the path of the file and the program that wrote it do not matter. Missing
+// entries do not contribute to the id. So a new element in a later format does not change the
+// ids of surveys without it.
 std::string survey_id(const Survey& survey);

@@ -16,12 +16,12 @@
 namespace {
 
 struct ListedSurvey {
-  std::string state; // empty in no directory of a state
+  std::string state; // empty if the file is not in the directory of a state
   std::string path;
   std::string description; // empty if the file cannot be read
 };
 
-// Tabs part the columns, so no column can have one, nor a line end.
+// Returns the text without tabs, which separate columns, and without line ends.
 std::string column(const std::string& text)
 {
   Glib::ustring line;

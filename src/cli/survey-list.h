@@ -3,7 +3,7 @@
 #include "cli/command.h"
 #include "cli/data-option.h"
 
-// mavo-surveys list: one line for each survey, as the Start page describes it.
+// mavo-surveys list: writes one line for each survey, with the description of the Start page.
 class SurveyList : public Command
 {
 public:

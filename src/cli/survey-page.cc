@@ -50,8 +50,8 @@ bool is_html_character(gunichar c)
   return !is_control && (c & 0xFFFEU) != 0xFFFEU && !(c >= 0xFDD0 && c <= 0xFDEF);
 }
 
-// `text` as it stands, for elements and for attributes in double quotes. What a document
-// cannot hold becomes U+FFFD.
+// Returns `text` with escapes for the content of elements and attributes in double quotes.
+// Replaces characters that XML does not allow by U+FFFD.
 std::string escaped(const Glib::ustring& text)
 {
   std::string markup;
@@ -75,7 +75,7 @@ std::string element(const char* name, const Glib::ustring& text)
   return std::string("<") + name + ">" + escaped(text) + "</" + name + ">";
 }
 
-// A text of users or data. It keeps to its own direction of writing.
+// Returns a text of users or data as an element that isolates its writing direction.
 std::string isolated(const Glib::ustring& text)
 {
   return "<bdi>" + escaped(text) + "</bdi>";

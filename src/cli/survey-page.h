@@ -4,10 +4,9 @@
 
 #include "cli/readable-survey.h"
 
-// A survey as one HTML page that needs no other file and runs no script. It can be
-// printed, and it follows the user's choice of light or dark colours. `file` is the name
-// of the survey's file. The page is also well-formed XML.
+// Returns a survey as an HTML page. The page needs no other file and no script, and it supports
+// printing and dark mode. It is also well-formed XML. `file` is the name of the survey's file.
 std::string survey_page(const ReadableSurvey& survey, const std::string& file);
 
-// A page that says why a file cannot be shown.
+// Returns an HTML page that reports the `reason` why a file cannot be shown.
 std::string failure_page(const std::string& file, const Glib::ustring& reason);

@@ -5,17 +5,18 @@
 
 #include "cli/finding.h"
 
-// The survey files that the arguments of a command mean: files, and all files below
-// directories whose names end like those of surveys (.MAVO-Survey, .MAVO_survey or .xml) and
-// do not begin with a dot. Without an argument this user's store is meant. Each path comes once,
-// in byte order. The files that are left out are added to `left_out` as hints. Directories are
-// not followed through symbolic links. Throws CouldNotRun if an argument cannot be read.
+// Returns the paths of the survey files that the arguments of a command select, in byte order
+// and without duplicates. An argument is a file or a directory, which is searched recursively
+// for survey files (is_survey_path()). Without arguments, the function searches this user's
+// store. It does not follow symbolic links to directories. It adds each skipped file to
+// `left_out` as a hint. Throws CouldNotRun if an argument cannot be read.
 std::vector<std::string> survey_paths(const std::vector<std::string>& arguments,
                                       std::vector<Finding>& left_out);
 
-// Whether the file's name ends like that of a survey and does not begin with a dot.
+// Returns whether the name of the file has an extension of surveys (.MAVO-Survey, .MAVO_survey
+// or .xml) and does not begin with a dot.
 bool is_survey_path(const std::string& path);
 
-// The name of the directory that a path lies in if it is that of a state, such as "Uploaded";
-// else empty.
+// Returns the name of the directory of a file if it is the name of a state, such as "Uploaded",
+// else an empty text.
 std::string state_of(const std::string& path);

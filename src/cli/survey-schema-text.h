@@ -1,4 +1,4 @@
 #pragma once
 
-// The schema of survey documents, docs/mavo-survey.rng.
+// The text of docs/mavo-survey.rng, the schema of survey documents. The build embeds it.
 extern const char* const survey_schema_text;

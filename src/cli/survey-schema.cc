@@ -30,7 +30,7 @@ std::string attribute(xmlNode* element, const char* name)
   return text;
 }
 
-// Whether the document says that a program like this one wrote it.
+// Returns whether the document claims that this program wrote it.
 bool claims_to_be_written(xmlDoc* document)
 {
   xmlNode* const root = xmlDocGetRootElement(document);
@@ -38,7 +38,7 @@ bool claims_to_be_written(xmlDoc* document)
          attribute(root, "version") == "1.0";
 }
 
-// The schema that has nothing but what the program writes.
+// Returns the schema for only the documents that the program writes.
 std::string schema_of_written()
 {
   std::string text = survey_schema_text;
@@ -50,7 +50,8 @@ std::string schema_of_written()
   return text;
 }
 
-// The last message on a line names the element; those before it tell of its parts.
+// Returns the last fault of each line. The library reports the parts of an element first and
+// the element last.
 std::vector<SchemaFault> last_of_each_line(std::vector<SchemaFault> faults)
 {
   std::map<long, SchemaFault> by_line;
@@ -85,7 +86,7 @@ std::vector<SchemaFault> SurveySchema::faults_of(_xmlDoc* document) const
   std::vector<SchemaFault> faults;
   const Schema& schema = claims_to_be_written(document) ? written : any;
   const std::unique_ptr<xmlRelaxNGValidCtxt, ValidFree> valid(xmlRelaxNGNewValidCtxt(schema.get()));
-  // Generic, since the library's versions differ in whether the error is constant.
+  // The parameter is `auto` because the error is constant only in some versions of the library.
   xmlRelaxNGSetValidStructuredErrors(
       valid.get(),
       [](void* list, auto* error) {

@@ -7,7 +7,7 @@
 struct _xmlDoc;
 struct _xmlRelaxNG;
 
-// A place where a document departs from the format of surveys.
+// A violation of the schema.
 struct SchemaFault {
   long line; // from 1
   std::string text;
@@ -19,7 +19,8 @@ class SurveySchema
 public:
   SurveySchema();
 
-  // What departs from the schema, one fault for a line; empty if nothing does.
+  // Returns the violations in a document, at most one for each line. The caller owns the
+  // document.
   std::vector<SchemaFault> faults_of(_xmlDoc* document) const;
 
 private:
@@ -30,6 +31,8 @@ private:
 
   static Schema parse(const std::string& text);
 
-  const Schema any;     // all that the program reads
-  const Schema written; // what it writes: of a choice the library does not tell what is wrong
+  // The library reports no details of a fault in a choice between formats. So there is a
+  // schema without that choice for documents of the current format.
+  const Schema any;     // all documents that the program reads
+  const Schema written; // only documents that it writes
 };

@@ -16,7 +16,7 @@
 
 namespace {
 
-// Throws CouldNotRun if the file is no survey that the data know.
+// Throws CouldNotRun if the file is not a survey or the data lack its location.
 ReadableSurvey read_readable(const std::string& path, const ReferenceData& data)
 {
   const SurveyNames names(data);
@@ -61,7 +61,7 @@ ExitStatus SurveyShow::run(const std::vector<std::string>& arguments, Output& ou
     out.write(as_html ? survey_page(survey, shown_name(path)) : survey_text(survey));
     return ExitStatus::FINE;
   }
-  // Who double-clicks on a file sees no terminal: the browser has to say what is wrong.
+  // A user who double-clicks a file sees no terminal. So the page in the browser reports faults.
   ExitStatus status = ExitStatus::FINE;
   open_in_browser(page_of(path, status), path);
   return status;

@@ -3,7 +3,7 @@
 #include "cli/command.h"
 #include "cli/data-option.h"
 
-// mavo-surveys show: a survey as text, or as a page for a browser.
+// mavo-surveys show: shows a survey as text or as a page in a browser.
 class SurveyShow : public Command
 {
 public:
@@ -11,7 +11,7 @@ public:
   ExitStatus run(const std::vector<std::string>& arguments, Output& out) override;
 
 private:
-  // The page of the survey, or one that says why there is none. Sets `status`.
+  // Returns the page of the survey, or a page that reports a failure. Sets `status`.
   std::string page_of(const std::string& path, ExitStatus& status) const;
 
   DataOption data_option;

@@ -21,7 +21,7 @@ bool is_digit(char c)
   return c >= '0' && c <= '9';
 }
 
-// Whether the text is a whole number and nothing else, so that it means what it says.
+// Returns whether the text is a whole number without any other characters.
 bool is_number(const std::string& text)
 {
   const char* at = text.c_str();
@@ -46,14 +46,15 @@ std::size_t count_botched(const std::string& line)
   return count;
 }
 
-// Whether a quoted field goes to the end of the line, which has so many botched fields. Only
-// then does a quote behind the line close a field, which makes the text behind it botched.
+// Returns whether a quoted field lacks its closing quote. `botched` is the number of fields with
+// botched quoting in the line. Only in an open field does an additional quote at the end of the
+// line close the field, so that text after that quote is botched.
 bool has_open_quote(std::string_view line, std::size_t botched)
 {
   if (line.find('"') == std::string_view::npos)
     return false;
   std::string text(line);
-  text.erase(text.find_last_not_of('\\') + 1); // such a backslash would take the quote
+  text.erase(text.find_last_not_of('\\') + 1); // a backslash there would escape the quote
   return count_botched(text + "\"x") > botched;
 }
 
@@ -75,7 +76,7 @@ TableCheck::TableCheck(CheckedDataSet& the_set, std::string the_file,
 
 void TableCheck::run()
 {
-  const bool is_inside = file.find('/') == std::string::npos; // the code of a region can be a path
+  const bool is_inside = file.find('/') == std::string::npos; // a region code can contain a path
   std::ifstream in;
   if (is_inside)
     in = open_data_file((std::filesystem::path(set.dir) / file).string());
@@ -194,7 +195,7 @@ void TableCheck::check_fields()
     return;
   }
   const bool has_all_columns = std::all_of(columns.begin(), columns.end(), [this](std::size_t c) {
-    return c < fields.size(); // a heading that stands twice can point behind the row
+    return c < fields.size(); // a duplicate heading can be beyond the end of the row
   });
   if (has_headings && has_all_columns)
     check_row();

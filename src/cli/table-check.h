@@ -11,15 +11,16 @@
 
 #include "cli/checked-data-set.h"
 
-// A text of a data set as messages show it: in quotes, and cut if it is long.
+// Returns a text of a data set for a message: in quotes, and shortened if it is long.
 std::string quoted(const std::string& text);
 
-// The check of one CSV file. It reads the file as the program does, but goes on behind
-// faults, and hands every row that has the right width to the rules of the file.
+// The check of one CSV file. It reads the file like the program, but continues after a fault. It
+// calls check_row() for each row that has the right number of fields.
 class TableCheck
 {
 public:
-  // `headings` are those that the file needs; it ends with a null pointer.
+  // `headings` are the required headings; a null pointer ends the array. REQUIRES: `set` and
+  // `headings` outlive this object.
   TableCheck(CheckedDataSet& set, std::string file, const char* const* headings);
   virtual ~TableCheck() = default;
   TableCheck(const TableCheck&) = delete;
@@ -28,39 +29,41 @@ public:
   // Checks the file.
   void run();
 
-  // Of the row in hand, from 1; blank lines count.
+  // Returns the line of the current row, from 1. Blank lines count.
   long line() const { return line_number; }
-  // Reports a fault of the row in hand.
+  // Reports a fault of the current row.
   void fault(DataRule rule, std::string consequence);
-  // Reports a fault of the whole file.
+  // Reports a fault without a line.
   void file_fault(DataRule rule, std::string consequence);
 
 protected:
+  // Checks the current row.
   virtual void check_row() = 0;
-  // All rows have been checked. Only if is_whole() is what has not come missing.
+  // Called after the last row. Report missing things only if is_whole().
   virtual void check_end() {}
 
-  // Whether all rows so far could be read, and there are some.
+  // Returns whether the file has rows so far and all of them could be read.
   bool is_whole() const { return is_sound && has_rows; }
 
-  // Fields of the row in hand. `heading` is an index in the list of headings.
+  // Returns a field of the current row. `heading` is an index in the list of headings.
   const std::string& text(std::size_t heading) const;
-  // Of a heading that the file need not have; empty if it has none.
+  // Returns the field of an optional heading, or an empty text if the file lacks the heading.
   const std::string& optional_text(const char* heading) const;
 
-  // The number as the program keeps it if it has to be between the two. None if it is not,
-  // and that has been reported.
+  // Returns the number in a field as the program reads it. If it is not in the range from
+  // `lowest` to `highest`, reports a fault and returns nullopt.
   std::optional<int> number(std::size_t heading, int lowest, int highest);
-  // An id that numbers a table. None if the program skips the row, and that has been reported.
+  // Returns an id that is the index of a table. If the program skips the row, reports a fault
+  // and returns nullopt.
   std::optional<int> id(std::size_t heading);
-  // A field that has to be "0" or "1".
+  // Returns the value of a field. Reports a fault if it is neither "0" nor "1".
   bool flag(std::size_t heading);
-  // A name that users need, of a thing such as "The zone 40".
+  // Reports a fault if `name` is empty. `kind` and `the_id` name the thing: "The zone", "40".
   void require_name(const std::string& name, const char* kind, const std::string& the_id);
-  // The id of that thing stood in line `before`, too, if that is a line.
+  // Reports a fault if there is a line `before` with the same id.
   void check_duplicate(std::optional<long> before, const char* kind, const std::string& the_id,
                        const char* consequence);
-  // Hints at wide gaps between ids that number a table; `kind` as in "the zone".
+  // Adds a hint if ids that are indexes of a table have large gaps. `kind` is such as "the zone".
   void check_gaps(const NumberedIds& ids, const char* kind);
 
   CheckedDataSet& set;
@@ -77,12 +80,12 @@ private:
 
   const std::string file;
   const char* const* const headings;
-  std::vector<Glib::ustring> fields; // of the row in hand
-  std::vector<std::size_t> columns;  // of the headings, if has_headings
+  std::vector<Glib::ustring> fields; // the current row
+  std::vector<std::size_t> columns;  // the columns of the headings, if has_headings
   std::map<std::string, std::size_t, std::less<>> heading_columns;
   bool headings_pending = true;
-  bool has_headings = true; // all that the file needs
-  bool has_mark = false;    // a byte-order mark stands before the headings
+  bool has_headings = true; // whether no required heading is missing
+  bool has_mark = false;    // whether a byte-order mark precedes the headings
   bool has_returns = false;
   bool is_sound = true;
   bool has_rows = false;

@@ -2,8 +2,8 @@
 
 #include <locale.h>
 
-// While it lives, names of entries of archives are UTF-8 in this thread, whatever the
-// user's locale: the archive library converts them by the character set of the locale.
+// Makes the names of archive entries UTF-8 in this thread during its lifetime. libarchive
+// converts names to the character set of the locale, so this class sets a locale with UTF-8.
 class Utf8Names
 {
 public:

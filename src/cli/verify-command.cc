@@ -20,8 +20,8 @@ Finding whole_archive(const std::string& archive, const char* rule, const std::s
   return {archive, std::nullopt, rule, Severity::error, consequence};
 }
 
-// The faults of the set that was unpacked, in files below the archive's path. Hints are for
-// those who write the set, and not for those who check what they have packed.
+// Adds the faults of the unpacked set, with paths below that of the archive. Omits hints, which
+// are for authors of a set and not for a check of an archive.
 void add_faults_of_set(const std::string& archive, const fs::path& scratch, Findings& findings)
 {
   const fs::path set = scratch / "data-files";

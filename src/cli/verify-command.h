@@ -3,7 +3,7 @@
 #include "cli/command.h"
 #include "cli/finding-options.h"
 
-// mavo-data verify: checks archives by which data sets are published.
+// mavo-data verify: checks archives for the publication of data sets.
 class VerifyCommand : public Command
 {
 public:

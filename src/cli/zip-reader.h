@@ -8,24 +8,26 @@
 struct archive;
 struct archive_entry;
 
-// Reads the entries of a zip archive one after the other. Failures are thrown as
-// CouldNotRun.
+// Reads the entries of a zip archive one after the other. All functions throw CouldNotRun if
+// they fail.
 class ZipReader
 {
 public:
-  // The largest content that content() reads, in bytes.
+  // The largest entry that content() reads, in bytes.
   static constexpr std::size_t largest_content = 64UL * 1024 * 1024;
 
   // Opens the archive at `path`.
   explicit ZipReader(const std::string& path);
 
-  // Goes to the next entry. False at the end.
+  // Moves to the next entry. Returns false at the end.
   bool next();
+  // Return facts about the current entry. The name is UTF-8.
   const std::string& name() const { return entry_name; }
   bool is_directory() const;
-  // Neither a link nor anything else but a plain file.
+  // Returns whether the entry is a regular file, not a link or a device.
   bool is_file() const;
-  // The bytes of the file, to be called once per entry. Its checksum has been verified.
+  // Returns the bytes of the file and verifies its checksum. REQUIRES: it is called at most once
+  // for each entry.
   std::string content();
 
 private:
@@ -37,6 +39,6 @@ private:
 
   const Utf8Names names;
   std::unique_ptr<archive, Free> zip;
-  archive_entry* entry = nullptr; // of `zip`
+  archive_entry* entry = nullptr; // `zip` owns it
   std::string entry_name;
 };

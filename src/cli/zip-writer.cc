@@ -34,7 +34,7 @@ ZipWriter::ZipWriter(OutputFile& the_output) : output(the_output), zip(archive_w
       return -1;
     }
   };
-  const Utf8Names names; // the library asks for the character set here
+  const Utf8Names names; // the library reads the character set of the locale here
   check(archive_write_set_format_zip(zip.get()));
   check(archive_write_set_options(zip.get(), "zip:hdrcharset=UTF-8"));
   check(archive_write_set_bytes_in_last_block(zip.get(), 1)); // no padding
@@ -43,7 +43,7 @@ ZipWriter::ZipWriter(OutputFile& the_output) : output(the_output), zip(archive_w
 
 ZipWriter::~ZipWriter()
 {
-  archive_write_fail(zip.get()); // without effect on one that is finished
+  archive_write_fail(zip.get()); // has no effect on a finished archive
 }
 
 void ZipWriter::check(int result)
@@ -57,8 +57,8 @@ void ZipWriter::check(int result)
                     (reason ? reason : "unknown error"));
 }
 
-// Without a time the format's first one is written; any other would be converted to the
-// local time zone.
+// Sets no time, so that the library writes the format's earliest time. It would convert any
+// other time to the local time zone.
 void ZipWriter::add_header(const std::string& name, unsigned int type, std::int64_t size)
 {
   const Utf8Names names;

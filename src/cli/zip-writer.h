@@ -9,12 +9,12 @@
 
 struct archive;
 
-// Writes a zip archive. Its bytes depend only on what is added: all entries have the same
-// time, owner and mode. Names are UTF-8. Failures are thrown as CouldNotRun.
+// Writes a zip archive. All entries have the same time, owner and mode, so the same entries
+// result in the same bytes. Names are UTF-8. All functions throw CouldNotRun if they fail.
 class ZipWriter
 {
 public:
-  // `the_output` gets the bytes as they come about, and stays with the caller.
+  // The bytes go to `the_output` immediately. REQUIRES: `the_output` outlives this object.
   explicit ZipWriter(OutputFile& the_output);
   ~ZipWriter();
   ZipWriter(const ZipWriter&) = delete;
@@ -22,9 +22,9 @@ public:
 
   void add_directory(const std::string& name);
   void add_file(const std::string& name, const std::string& bytes);
-  // A file of what was written to `spool`.
+  // Adds a file with the bytes that were written to `spool`.
   void add_file(const std::string& name, SpoolFile& spool);
-  // Writes the end of the archive; nothing can be added after that.
+  // Writes the end of the archive. Call it once, after the last entry.
   void finish();
 
 private:
@@ -37,6 +37,6 @@ private:
   void check(int result);
 
   OutputFile& output;
-  std::exception_ptr failure; // what the output threw, which cannot pass through the library
+  std::exception_ptr failure; // from the output; exceptions cannot pass through the library
   std::unique_ptr<archive, Free> zip;
 };
