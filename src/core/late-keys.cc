@@ -4,7 +4,7 @@
 
 namespace {
 
-// The widget that an event is for, null if there is none.
+// Returns the widget that receives an event, or null if there is none.
 GtkWidget* receiver(const GdkEvent& event)
 {
   gpointer widget = nullptr;
@@ -13,7 +13,7 @@ GtkWidget* receiver(const GdkEvent& event)
   return GTK_IS_WIDGET(widget) ? GTK_WIDGET(widget) : nullptr;
 }
 
-// The menu in this pop-up window if it is closed; else null.
+// Returns the menu in this pop-up window if the menu is closed, else null.
 GtkMenu* closed_menu(GtkWidget* widget)
 {
   GtkWidget* const popup = widget ? gtk_widget_get_toplevel(widget) : nullptr;
@@ -23,7 +23,7 @@ GtkMenu* closed_menu(GtkWidget* widget)
   return GTK_IS_MENU(menu) ? GTK_MENU(menu) : nullptr;
 }
 
-// The window on the screen that the menu belongs to; null if there is none.
+// Returns the visible window to which the menu belongs, or null if there is none.
 GdkWindow* owner_of(GtkMenu* menu)
 {
   GtkWidget* const widget = gtk_menu_get_attach_widget(menu);
@@ -32,8 +32,9 @@ GdkWindow* owner_of(GtkMenu* menu)
   return is_shown ? gtk_widget_get_window(owner) : nullptr;
 }
 
-// Whether the event reports the end of an earlier grab by a window that holds a new one. The
-// toolkit reports it late if the display is slow, and a menu that has opened again would close.
+// Returns whether the event reports the end of an earlier grab by a window that has a new grab.
+// The toolkit reports it late if the display is slow, and it would close a menu that has opened
+// again.
 bool is_about_earlier_grab(GdkEvent* event)
 {
   if (event->type != GDK_GRAB_BROKEN || event->grab_broken.grab_window)

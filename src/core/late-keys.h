@@ -1,8 +1,8 @@
 #pragma once
 
-// From the call on, a key that reaches a menu which has just closed goes on to the window that
-// the menu belongs to. The display sends all keys to an open menu until the program gives the
-// keyboard back, so that what somebody types quickly after a choice still arrives there. A menu
-// that opens again at once stays open, too, when the end of its former grab is reported. Call
-// it once GTK is initialised; it takes the place of the toolkit's handler of all events.
+// Installs an event handler that forwards a key to the window of a menu if the key arrives at the
+// menu after it has closed. The display sends all keys to an open menu until the program releases
+// the keyboard grab, so fast typing after a choice arrives at the closed menu. The handler also
+// keeps a menu open that opens again before the display reports the end of its previous grab.
+// It replaces the toolkit's handler of all events. REQUIRES: GTK is initialised.
 void forward_late_keys();

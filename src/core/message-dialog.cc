@@ -20,21 +20,22 @@
 
 namespace {
 
-// A text that shows more bytes is shortened; the toolkit takes minutes for megabytes.
+// The largest displayed text in bytes. A longer text is shortened, because the toolkit takes
+// minutes to show megabytes.
 constexpr std::size_t longest_text = 2 * longest_part;
-// A text of more bytes is not parsed as markup.
+// The largest text in bytes that is parsed as markup.
 constexpr std::size_t longest_markup = 50 * longest_text;
-// A text of more lines, or with a longer word, gets scroll bars, so that the buttons stay on
-// the screen.
+// A text with more lines or a longer word gets scroll bars, so that the buttons remain on the
+// screen.
 constexpr std::size_t most_lines = 16;
 constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
 constexpr int scrolled_height = 300; // pixels
 constexpr int least_scrolled_height = 80;
-// Room for what a window manager draws around a dialog, in pixels.
+// The size of the decorations that a window manager draws around a dialog, in pixels.
 constexpr int frame_width = 20;
 constexpr int frame_height = 60;
-// Characters in a line of the text.
+// The width of a line of the text in characters.
 constexpr int widest_line = 60;
 constexpr int narrowest_line = 20;
 
@@ -68,7 +69,7 @@ Glib::ustring shown_text(const Message& message)
   return escape_markup(shorten_text(message.text.raw(), longest_text));
 }
 
-// Returns whether a dialog with the whole text could be larger than the screen.
+// Returns whether a dialog with the complete text could be larger than the screen.
 bool is_large(const std::string& text)
 {
   std::size_t lines = 1;
@@ -138,7 +139,7 @@ Size natural_size(const Gtk::Widget& widget)
   return {natural.width, natural.height};
 }
 
-// How large a dialog of that window can be.
+// Returns the largest size of a dialog of that window.
 Size room_on_screen(Gtk::Window* parent)
 {
   const auto display = Gdk::Display::get_default();
@@ -159,7 +160,8 @@ int scrolled_width(Gtk::Widget& dialog, const Size& room)
   return std::min(width, room.width * 4 / 5);
 }
 
-// Without this, the scrolled text has the focus, where Return does not answer.
+// Gives the focus to the first button. Otherwise, the scrolled text has it, and Return does not
+// activate a button.
 void focus_first_button(Gtk::MessageDialog& dialog)
 {
   const auto buttons = dialog.get_action_area()->get_children();
@@ -167,7 +169,7 @@ void focus_first_button(Gtk::MessageDialog& dialog)
     buttons.front()->grab_focus();
 }
 
-// Puts scroll bars around the dialog's text, which gets the room that the rest leaves.
+// Adds scroll bars to the dialog's text, which gets the remaining room.
 void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
 {
   Gtk::Box* const area = dialog.get_message_area();
@@ -182,15 +184,17 @@ void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
   scrolled->set_overlay_scrolling(false); // the bar shows that there is more to read
   scrolled->set_min_content_width(scrolled_width(dialog, room));
   scrolled->set_min_content_height(least_scrolled_height);
-  const int left = room.height - least_size(dialog).height; // without the text, which takes long
+  const int left =
+      room.height -
+      least_size(dialog).height; // before the text is added, because measuring it is slow
   scrolled->add(*texts);
   scrolled->set_min_content_height(
       std::clamp(least_scrolled_height + left, least_scrolled_height, scrolled_height));
   focus_first_button(dialog);
 }
 
-// Buttons that do not fit side by side go below each other, lines become shorter, and a text
-// that is still too high is scrolled. All this happens with large letters on small screens.
+// Makes the dialog fit on a small screen with large letters: stacks buttons that do not fit side
+// by side, makes lines shorter, and scrolls a text that is still too high.
 void fit_to_screen(Gtk::MessageDialog& dialog, const Size& room, bool needs_scrolling)
 {
   if (least_size(*dialog.get_action_area()).width > room.width)

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// A text of any type as its bytes, to be compared by the functions below. Valid as long as
-// the text.
+// The bytes of a text of any type, for the comparisons below. REQUIRES: the text outlives this
+// object.
 struct TextBytes : std::string_view {
   TextBytes(const char* text) : std::string_view(text) {}
   TextBytes(std::string_view text) : std::string_view(text) {}
@@ -15,8 +15,8 @@ struct TextBytes : std::string_view {
   TextBytes(const Glib::ustring& text) : std::string_view(text.raw()) {}
 };
 
-// Comparisons of texts by their bytes. == and < of Glib::ustring collate in the locale
-// instead: they take longer, and can take different texts as equal.
+// Compare texts by their bytes. == and < of Glib::ustring collate in the locale instead. They are
+// slower, and different texts can be equal to them.
 bool same_bytes(TextBytes one, TextBytes other);
 bool begins_with(TextBytes text, TextBytes beginning);
 bool contains(TextBytes text, TextBytes part);

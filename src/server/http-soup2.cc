@@ -1,5 +1,4 @@
-// The synchronous session is what this program is written for; the library has
-// marked it as old since, without a reason to leave it.
+// Later versions of the library declare the synchronous session deprecated, but it still works.
 #define SOUP_VERSION_MIN_REQUIRED SOUP_VERSION_2_42
 
 #include "core/blocking-call.h"
@@ -23,17 +22,17 @@ struct BufferFree {
   void operator()(SoupBuffer* buffer) const { soup_buffer_free(buffer); }
 };
 
-// The body of an answer while it is being received.
+// The state of the reception of an answer's body.
 struct Reception {
   SoupSession& session;
   const BodyLimit limit;
   std::string& body;
-  std::size_t size = 0; // also of what is not kept
+  std::size_t size = 0; // in bytes, including discarded ones
   bool is_cut = false;
-  guint status = 0; // of the answer, if it is cut
+  guint status = 0; // the status of the answer if `is_cut`
 };
 
-// A redirect that is followed had a body of its own.
+// Discards the body of a redirect.
 void on_got_headers(SoupMessage*, gpointer data)
 {
   Reception& reception = *static_cast<Reception*>(data);
@@ -69,7 +68,8 @@ void take_header(const char* name, const char* value, gpointer headers)
   static_cast<decltype(HttpAnswer::Received::headers)*>(headers)->emplace_back(name, value);
 }
 
-// Takes over the message; null for an address that the library does not understand.
+// Sends the message and takes ownership of it. `new_message` is null if the library could not
+// parse the address.
 HttpAnswer::Received send(SoupSession& session, SoupMessage* new_message, const BodyLimit& limit)
 {
   HttpAnswer::Received answer;
@@ -77,7 +77,7 @@ HttpAnswer::Received send(SoupSession& session, SoupMessage* new_message, const 
   const MessagePtr message(new_message);
   if (!message)
     return answer;
-  // The logger prints only a body that the library keeps.
+  // The logger prints only bodies that the library accumulates.
   const bool is_logged = soup_session_has_feature(&session, SOUP_TYPE_LOGGER) != FALSE;
   soup_message_body_set_accumulate(message->response_body, is_logged);
 
@@ -88,7 +88,7 @@ HttpAnswer::Received send(SoupSession& session, SoupMessage* new_message, const 
   soup_session_send_message(&session, message.get());
   g_signal_handlers_disconnect_by_data(message.get(), &reception);
 
-  // The library has put the reason for the end in the place of the status.
+  // After a cut, the library has replaced the status by the reason for the cancellation.
   answer.status = static_cast<int>(reception.is_cut ? reception.status : message->status_code);
   answer.is_whole = has_come_whole(reception, message->response_headers);
   soup_message_headers_foreach(message->response_headers, take_header, &answer.headers);
@@ -128,7 +128,7 @@ HttpAnswer::Received send_form(SoupSession& session, const std::string& url, con
   soup_multipart_append_form_file(multipart.get(), file.control_name.c_str(),
                                   file.file_name.c_str(), file.content_type.c_str(), buffer.get());
   SoupMessage* const message = soup_form_request_new_from_multipart(url.c_str(), multipart.get());
-  // Who is redirected would ask the new address without the file.
+  // The library would repeat a redirected request without the file.
   soup_message_set_flags(message, SOUP_MESSAGE_NO_REDIRECT);
   return send(session, message, limit);
 }

@@ -26,7 +26,7 @@ struct BytesUnref {
   void operator()(GBytes* bytes) const { g_bytes_unref(bytes); }
 };
 
-// Whether there was a connection for the request, or the last redirect of it.
+// Records that there is a connection for the request or its last redirect.
 void on_starting(SoupMessage*, gpointer is_connected)
 {
   *static_cast<bool*>(is_connected) = true;
@@ -36,7 +36,7 @@ void on_restarted(SoupMessage*, gpointer is_connected)
   *static_cast<bool*>(is_connected) = false;
 }
 
-// What the library's error is in the numbers of libsoup 2.4.
+// Converts an error of the library to the numbers of libsoup 2.4.
 HttpFailure failure_of(const GError& error, bool is_connected)
 {
   if (error.domain == G_TLS_ERROR)
@@ -57,7 +57,7 @@ void take_header(const char* name, const char* value, gpointer headers)
   static_cast<decltype(HttpAnswer::Received::headers)*>(headers)->emplace_back(name, value);
 }
 
-// Reads the body until its end or the limit. `cancellable` is that of the request.
+// Reads the body until its end or the limit. `cancellable` belongs to the request.
 void receive_body(GInputStream* stream, SoupMessage* message, GCancellable* cancellable,
                   const BodyLimit& limit, HttpAnswer::Received& answer)
 {
@@ -78,16 +78,16 @@ void receive_body(GInputStream* stream, SoupMessage* message, GCancellable* canc
   const ErrorPtr error(failure);
   if (error)
     answer.status = CONNECTION_LOST;
-  // The library does not notice a cut body if the server had announced that it closes.
+  // The library does not detect an incomplete body if the server sent "Connection: close".
   SoupMessageHeaders* const headers = soup_message_get_response_headers(message);
   answer.is_whole =
       !error && (soup_message_headers_get_encoding(headers) != SOUP_ENCODING_CONTENT_LENGTH ||
                  static_cast<goffset>(size) >= soup_message_headers_get_content_length(headers));
 }
 
-// Encodes the file's name in the only part of a form as libsoup 2.4 does (RFC 8187, 3.2.1).
-// libsoup 3 encodes the characters that may stay and leaves those that may not, among them
-// the percent sign.
+// Encodes the file's name in the only part of a form like libsoup 2.4 (RFC 8187, 3.2.1).
+// libsoup 3 encodes exactly the characters that need no encoding, and it does not encode others
+// such as the percent sign.
 void encode_file_name(SoupMultipart* multipart, const FormFile& file)
 {
   if (g_str_is_ascii(file.file_name.c_str()) ||
@@ -104,7 +104,8 @@ void encode_file_name(SoupMultipart* multipart, const FormFile& file)
   soup_message_headers_append(headers, "Content-Type", file.content_type.c_str());
 }
 
-// Takes over the message; null for an address that the library does not understand.
+// Sends the message and takes ownership of it. `new_message` is null if the library could not
+// parse the address.
 HttpAnswer::Received send(SoupSession& session, SoupMessage* new_message, const BodyLimit& limit)
 {
   HttpAnswer::Received answer;
@@ -144,8 +145,8 @@ void HttpSessionClose::operator()(SoupSession* session) const
 HttpSession open_http_session(bool log_bodies)
 {
   HttpSession session(soup_session_new());
-  // As the synchronous session of libsoup 2.4: it asks for no compressed answer, and the
-  // system's proxy is not used.
+  // Behave like the synchronous session of libsoup 2.4, which neither requests compressed answers
+  // nor uses the system's proxy.
   soup_session_remove_feature_by_type(session.get(), SOUP_TYPE_CONTENT_DECODER);
   soup_session_set_proxy_resolver(session.get(), nullptr);
   if (log_bodies) {
@@ -172,7 +173,7 @@ HttpAnswer::Received send_form(SoupSession& session, const std::string& url, con
                                   file.file_name.c_str(), file.content_type.c_str(), bytes.get());
   encode_file_name(multipart.get(), file);
   SoupMessage* const message = soup_message_new_from_multipart(url.c_str(), multipart.get());
-  // Who is redirected would ask the new address without the file.
+  // The library would repeat a redirected request without the file.
   if (message)
     soup_message_add_flags(message, SOUP_MESSAGE_NO_REDIRECT);
   return send(session, message, limit);

@@ -16,11 +16,12 @@ struct UriUnref {
   void operator()(GUri* uri) const { g_uri_unref(uri); }
 };
 
-// How much of a body that nobody needs is received all the same.
+// The limit of a body that the program discards.
 constexpr BodyLimit unneeded_body{std::size_t{1} << 20, false};
 
-// The address as both versions of the library understand it; none if it is no address of a
-// server. What has to be encoded is encoded, as browsers do; a stray percent sign is an error.
+// Returns the address in a form that both versions of the library accept, or nullopt if it is
+// not an address of a server. Encodes characters like a browser. A percent sign that does not
+// begin an escape sequence is an error.
 std::optional<std::string> http_address(const std::string& url)
 {
   constexpr int strict = G_URI_FLAGS_HAS_PASSWORD | G_URI_FLAGS_ENCODED_PATH |
@@ -48,7 +49,8 @@ HttpAnswer no_answer(HttpFailure failure)
   return HttpAnswer(std::move(nothing));
 }
 
-// The name with line breaks as browsers write them; the library takes none.
+// Returns the name with line breaks encoded as in browsers. The library does not accept line
+// breaks.
 std::string sendable(const std::string& file_name)
 {
   std::string name;

@@ -7,41 +7,42 @@
 #include <utility>
 #include <vector>
 
-// The exchange with a server, whichever version of the HTTP library the program is built
-// with. All calls block until the exchange is over; there is no time limit and no way to
-// cancel. See core/blocking-call.h for what the user sees meanwhile.
+// The exchange with a server. The interface is the same for all versions of the HTTP library.
+// All calls block until the exchange is complete. There is no time limit, and a call cannot be
+// cancelled. core/blocking-call.h describes what the user sees in the meantime.
 
 using SoupSession = struct _SoupSession; // NOLINT(bugprone-reserved-identifier): the library's
 
-// The answers that mean success: RFC 9110, 15.3.
+// The status codes of success: RFC 9110, 15.3.
 constexpr int status_ok = 200;
 constexpr int status_created = 201;
 
+// Closes all connections of a session and frees it.
 struct HttpSessionClose {
   void operator()(SoupSession* session) const;
 };
-// Keeps connections open from one request to the next.
+// Owns a session, which keeps connections open between requests.
 using HttpSession = std::unique_ptr<SoupSession, HttpSessionClose>;
 
-// With `log_bodies` all that is sent and received goes to standard output.
+// Returns a new session. If `log_bodies`, it prints all requests and answers to standard output.
 HttpSession open_http_session(bool log_bodies);
 
-// Why there was no answer, in place of a status. Users and traces see the numbers: they are
-// those of libsoup 2.4.
+// The reasons why there is no answer; they replace the status. The numbers are those of
+// libsoup 2.4, because messages and traces contain them.
 enum HttpFailure {
   NAME_NOT_FOUND = 2,
   NO_CONNECTION = 4,
   NO_SECURE_CONNECTION = 6,
   CONNECTION_LOST = 7,
-  NOT_HTTP = 8, // the address or the answer
+  NOT_HTTP = 8, // the address or the answer is not valid
   TOO_MANY_REDIRECTS = 10
 };
 
-// What came of one request.
+// The result of one request.
 class HttpAnswer
 {
 public:
-  // What the library received; the members below describe it.
+  // The data from the library. The member functions describe them.
   struct Received {
     int status = 0;
     bool is_whole = false;
@@ -50,36 +51,37 @@ public:
   };
   explicit HttpAnswer(Received all);
 
-  // The HTTP status, or one of HttpFailure if none came. The body may still have been
-  // cut off.
+  // Returns the HTTP status, or one of HttpFailure if there was no answer. The body can be
+  // incomplete even if the status means success.
   int status() const { return received.status; }
-  // Whether as much of the body came as the server had announced, and no more than
-  // the limit of http_fetch().
+  // Returns whether the body has the size that the server announced and does not exceed the limit
+  // of http_fetch().
   bool is_whole() const { return received.is_whole; }
-  // The value of a header of the answer, null if it is absent; of several with that name,
-  // the last one. Valid as long as this object.
+  // Returns the value of the last header with that name, or null if there is none. This object
+  // owns the text.
   const char* header(const char* name) const;
-  // All bytes of the body that were kept; valid as long as this object.
+  // Returns the received bytes of the body. It is empty if the function does not return bodies.
+  // This object owns the bytes.
   std::string_view body() const { return received.body; }
 
 private:
   Received received;
 };
 
-// Only status and headers of the answer count. Its body is not kept, and the connection
-// is closed if it goes on beyond a megabyte.
+// Sends a GET request and follows redirects. The answer has only status and headers. Closes the
+// connection if the body exceeds 1 MiB.
 HttpAnswer http_get(SoupSession& session, const std::string& url);
-// The same with the body. The connection is closed once that exceeds `limit` bytes; the
-// answer is not whole then.
+// Sends a GET request and follows redirects. The answer includes the body. If the body exceeds
+// `limit` bytes, closes the connection, and the answer is not complete (is_whole()).
 HttpAnswer http_fetch(SoupSession& session, const std::string& url, std::size_t limit);
 
-// A file as a browser's form sends it.
+// A file for a form, as a browser would send it.
 struct FormFile {
   std::string control_name;
   std::string file_name;
   std::string content_type;
   std::string contents;
 };
-// Sends it once and to this address only: a redirect is an answer like any other.
-// Of the answer, what http_get() gives.
+// Sends a POST request with a form that has one file. Does not follow redirects. The answer has
+// only status and headers, as with http_get().
 HttpAnswer http_post(SoupSession& session, const std::string& url, const FormFile& file);

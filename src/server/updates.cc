@@ -200,8 +200,8 @@ RetCode SurveyWindow::go_on_after_check(RetCode result, ResponseCode next)
 void SurveyWindow::swap_window()
 {
   // After an upload, the user has not been asked about unsaved changes in this window.
-  const bool is_given_up = same_bytes(entered_text(), given_up);
-  if (!is_given_up && !check_file_save_okay("restarting the program"))
+  const bool is_discarded = same_bytes(entered_text(), discarded_text);
+  if (!is_discarded && !check_file_save_okay("restarting the program"))
     return;
   NextWindow next(*my_app);
   // If the new data lack the survey's location, this window stays, with the old tables.

@@ -50,7 +50,7 @@ std::optional<std::string> file_bytes(const std::string& path, std::size_t limit
     return std::nullopt;
   auto contents = read_bytes(file, limit + 1);
   if (contents && contents->size() > limit)
-    return std::nullopt; // it has grown meanwhile
+    return std::nullopt; // the file has grown in the meantime
   return contents;
 }
 

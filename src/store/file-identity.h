@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-// These functions tell whether paths refer to the same file, and what a file holds.
+// These functions compare the locations and the contents of files.
 
 // Returns the absolute path with all symbolic links, "." and ".." resolved. Components at
 // the end that do not exist stay as they are. Returns `path` if it cannot be resolved.
@@ -35,5 +35,5 @@ constexpr std::size_t largest_file_read = 64UL * 1024 * 1024;
 std::optional<std::string> file_bytes(const std::string& path,
                                       std::size_t limit = largest_file_read);
 
-// Returns whether `path` is a regular file that holds exactly `bytes`.
+// Returns whether `path` is a regular file whose content is exactly `bytes`.
 bool file_holds(const std::string& path, const std::string& bytes);

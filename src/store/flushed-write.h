@@ -5,11 +5,13 @@
 #include <cstddef>
 #include <string>
 
-// Writes all bytes at the present place of the file. False with errno if it failed.
+// Writes all bytes at the current position of the file. Returns false and sets errno if that
+// fails.
 bool write_all(const Descriptor& file, const char* data, std::size_t size);
 
-// Waits until the disk has the file or directory. Throws a Gio::Error if it refuses what was
-// written, in the words that the library has for its own writes.
+// Waits until the file or directory is on the disk. Throws a Gio::Error if that fails, with the
+// text that the library uses for failures of its own writes.
 void flush_or_throw(const Descriptor& file);
-// The same for what lies at a path. What may not be read cannot be flushed.
+// Does the same for the file or directory at `path`. Does nothing if it cannot be opened for
+// reading.
 void flush_or_throw(const std::string& path);

@@ -65,7 +65,7 @@ RetCode SurveyWindow::do_open(std::string path)
     const SurveyReading reading = read_survey_elements(path);
     survey = SurveyData();
     show_survey(reading, *this);
-    remember_as_unchanged(); // whatever format or program the file is from
+    remember_as_unchanged(); // even if the document would differ from the file
     show_loaded_species();
     notebook->set_current_page(confirm_panel->page);
     if (belongs_to(path, my_app->get_survey_dir(MyApp::WD_UPLOADED)))

@@ -10,8 +10,8 @@
 
 namespace {
 
-// Whether a number is beyond the range of int: as an id it would become that of
-// another species.
+// Returns whether a number exceeds the range of int. Such an id would become the id of another
+// species.
 bool loses_digits(const Glib::ustring& number)
 {
   return std::strtol(number.c_str(), nullptr, 10) != to_int(number);
@@ -23,7 +23,7 @@ SpeciesSighting read_sighting(const xmlpp::Node& node)
     throw "MAVO Survey has a problem - unknown tag \"" + node.get_name() + "\" in ids section";
   const int id = get_numeric_attr(&node, "id");
   const int abundance = get_numeric_attr(&node, "abun");
-  // A number that cannot be read is 0, too.
+  // get_numeric_attr() returns 0 also for a text that is not a number.
   const bool is_zero = abundance == 0 && same_bytes(get_attr(&node, "abun"), "0");
   if (id <= 0 || loses_digits(get_attr(&node, "id")) || (abundance <= 0 && !is_zero))
     throw Glib::ustring("MAVO Survey has invalid id (" + std::to_string(id) + ") or abundance (" +
@@ -41,7 +41,7 @@ SurveyElement element_of(const xmlpp::Node& node, const SurveyField& field)
   return element;
 }
 
-// Collects what the children of the "survey" element say.
+// Collects the entries in the children of the "survey" element.
 class ElementReader
 {
 public:
@@ -90,7 +90,7 @@ private:
   }
 
   std::vector<SurveyElement>& elements;
-  bool single_depth_is_maximum = false; // in the location that was read last
+  bool single_depth_is_maximum = false; // in the location that was last read
 };
 
 // Enters the value of a field. Throws a text if a location is wrong.
@@ -123,7 +123,7 @@ SurveyReading read_children(const xmlpp::Node& survey)
 Survey survey_of(const SurveyReading& reading)
 {
   Survey survey;
-  std::map<int, SpeciesSighting> species; // one that comes twice has the last abundance
+  std::map<int, SpeciesSighting> species; // the last one of repeated species counts
   for (const SurveyElement& element : reading.elements) {
     if (element.field)
       enter(element, !species.empty(), survey);

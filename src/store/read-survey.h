@@ -4,41 +4,40 @@
 
 #include <string>
 
-// Reading a survey document. Nothing here needs reference data: whether these know the
-// location and the choices is for the caller to find out.
+// Functions that read survey documents. They need no reference data, so the caller checks
+// whether the data have the location and the choices.
 
-// One thing that a document says: the value of a field, or a species.
+// One entry of a document: the value of a field, or a species.
 struct SurveyElement {
-  const SurveyField* field = nullptr; // null: a species
-  Glib::ustring text;                 // of the field
-  bool confirmed = false;             // the bottom time
-  // Older surveys have one depth, which is the maximum in some places and the average
-  // elsewhere: the field of the other one, which is then without a value.
+  const SurveyField* field = nullptr; // null for a species
+  Glib::ustring text;                 // the value of the field
+  bool confirmed = false;             // whether the user has confirmed the bottom time
+  // Surveys of older versions have only one depth. It is the maximum in some locations and the
+  // average in others. This is the field of the other depth, which gets no value.
   const SurveyField* emptied = nullptr;
   SpeciesSighting species;
 };
 
-// What a document says, in its order, up to the first thing that is wrong.
+// The entries of a document in their order, up to the first fault.
 struct SurveyReading {
   std::vector<SurveyElement> elements;
-  Glib::ustring fault; // what is wrong with the next one; empty: nothing, the reading is complete
+  Glib::ustring fault; // the fault of the next entry; empty if all entries were read
 };
 
-// Reads the file at `path`. Throws as parse_survey_file() does if it is no survey of a
-// version that this program reads.
+// Reads the entries of the file at `path`. Throws the exceptions of parse_survey_file().
 SurveyReading read_survey_elements(const std::string& path);
 
-// Reads the fields of the file at `path` for a list of surveys. Elements that the table does
-// not have are passed over, and so are the species, which are most of the work. Throws as above.
+// Reads the fields of the file at `path` for a list of surveys. Skips unknown elements and the
+// species, which take most of the time. Throws the exceptions of parse_survey_file().
 std::vector<SurveyElement> read_survey_head(const std::string& path);
 
-// Throws a text if no survey can have its location here: its code is empty, or species
-// come before it, which a change of place would forget.
+// Throws a text if the location is wrong: if its code is empty, or if it follows a species. A
+// change of the location would remove the preceding species.
 void check_location(const Glib::ustring& code, bool follows_species);
 
-// The survey in the file at `path`. An element that comes twice has the last value, an
-// absent one that of a new survey. Throws as above, or a text at the first thing in
-// the document that is wrong.
+// Returns the survey in the file at `path`. The last one of repeated elements counts. A missing
+// element has the value of a new survey. Throws the exceptions of parse_survey_file(), or a text
+// that describes the first fault in the document.
 Survey read_survey(const std::string& path);
-// The same of what such a file holds.
+// Does the same for the content of a file.
 Survey read_survey_bytes(const std::string& contents);

@@ -21,15 +21,15 @@
 
 namespace {
 
-// Ends a write without a result. A stream that is merely closed, or let go,
-// would put what has been written so far in the place of the old file.
+// Cancels a write. Closing or destroying the stream without that would replace the old file by
+// the incomplete new one.
 void abandon(const Glib::RefPtr<Gio::FileOutputStream>& stream)
 {
   const auto cancelled = Gio::Cancellable::create();
   cancelled->cancel();
   try {
     stream->close(cancelled);
-  } catch (const Glib::Error&) { // NOLINT(bugprone-empty-catch): that it was cancelled
+  } catch (const Glib::Error&) { // NOLINT(bugprone-empty-catch): reports the cancellation
   }
 }
 
@@ -46,14 +46,14 @@ void write_and_close(const Glib::RefPtr<Gio::FileOutputStream>& stream, const ch
   stream->close();
 }
 
-// An existing file as it was. The library puts a new file in its place once that is whole;
-// but where it may not do so, for the file has several names or its directory is read-only,
-// it empties the old one and writes into that. What a full disk then leaves of it is no
-// survey, neither the old one nor the new.
+// The previous content of an existing file. The library usually writes a new file and then
+// replaces the old one by it. If it cannot do so, because the file has several names or its
+// directory is read-only, it truncates the old file and writes to it. After that, a full disk
+// would leave an incomplete file.
 class OverwrittenFile
 {
 public:
-  // Knows nothing of what is no regular file, and of what cannot be written to anyway.
+  // Reads the content. Does nothing if `path` is not a regular file or is not writable.
   explicit OverwrittenFile(const std::string& path)
       : file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK))
   {
@@ -61,7 +61,7 @@ public:
       text = read_all();
   }
 
-  // Also the time of its last change, which its entity tag is made of.
+  // Restores the content and the time of the last change, from which the entity tag is computed.
   void put_back() const
   {
     if (!text || text == read_all())
@@ -82,7 +82,8 @@ private:
   std::optional<std::string> text;
 };
 
-// The library's way: an old file stays until the new one is whole.
+// Replaces the file by the function of the library. It keeps an old file until the new one is
+// complete, where possible.
 std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* data,
                                std::size_t size, const std::string& etag)
 {
@@ -109,11 +110,11 @@ std::string replace_file(const std::string& path, const char* data, std::size_t 
 {
   const auto file = Gio::File::create_for_path(path);
   const bool is_new = !file->query_exists();
-  // The second way meets and reports every other obstacle of the first one.
+  // If make_whole_file() fails, replace_by_library() fails for the same reason and reports it.
   std::string new_etag = is_new && make_whole_file(path, data, size)
                              ? entity_tag(path)
                              : replace_by_library(file, data, size, etag);
-  // A caller that now removes another copy must not lose both to a power cut.
+  // The caller may now remove another copy. A power failure must not destroy both.
   try {
     flush_or_throw(Glib::path_get_dirname(path));
   } catch (...) {

@@ -3,13 +3,14 @@
 #include <cstddef>
 #include <string>
 
-// Makes `data` the whole content of the file at `path`, on the disk and not
-// only on its way there, and returns the file's new entity tag. With an `etag`,
-// an existing file must still have that one. Throws a Glib::Error. No part of a
-// new file then stays. An existing file then holds what it held before; only if
-// the disk refuses to flush its directory, it holds `data`.
+// Replaces the content of the file at `path` by `data`, waits until the disk has it, and returns
+// the file's new entity tag. If `etag` is not empty, an existing file must have this tag. Throws
+// a Glib::Error on failure. Then a new file does not exist, and an existing file has its
+// previous content. Exception: if only the flush of the directory fails, an existing file has
+// the content `data`.
 std::string replace_file(const std::string& path, const char* data, std::size_t size,
                          const std::string& etag);
 
-// The entity tag that the file has now. Throws a Glib::Error if there is none.
+// Returns the current entity tag of the file. Throws a Glib::Error if the file has none or does
+// not exist.
 std::string entity_tag(const std::string& path);

@@ -22,21 +22,21 @@ namespace {
 
 const char* const not_saved = "ERROR: Survey NOT Saved!!!";
 
-// In markup, for a dialog.
+// Returns the text of the current exception as markup for a dialog.
 Glib::ustring failure_text()
 {
   return escape_markup(thrown_text("Unknown error (sorry!)", "Unknown exception (sorry!)"));
 }
 
-// Where the survey's own file is, empty if it has none. A path that was never
-// written to is not its own: by now another program may have a survey there.
+// Returns the path of the survey's own file, or an empty text if it has none. After a failed
+// save, the path is not its own, because another program may have written a survey there.
 std::string own_path(const SurveyData& survey)
 {
   return survey.filename == survey.unwritten_path ? "" : survey.filename;
 }
 
-// The path that a survey takes: `stem` with the extension if that is its own file, whose
-// place may be spelled otherwise in `own`, or else the first that is free.
+// Returns the path for a survey. It is `stem` with the extension if that is free or the survey's
+// own file, else the first free path with a number. `own` can be another path of the same file.
 std::string path_to_save_to(const std::string& stem, const std::string& own)
 {
   return first_free_path(stem, own, [&](const std::string& path) {
@@ -44,9 +44,8 @@ std::string path_to_save_to(const std::string& stem, const std::string& own)
   });
 }
 
-// Replaces the survey's own file. A program that synchronises or backs up files
-// may change its entity tag without changing a byte: such a file counts as
-// unmodified.
+// Replaces the survey's own file. Accepts a changed entity tag if the content is unchanged,
+// because programs that synchronise or back up files can change the tag.
 std::string replace_own_file(const SurveyData& survey, const std::string& text)
 {
   try {
@@ -54,7 +53,7 @@ std::string replace_own_file(const SurveyData& survey, const std::string& text)
   } catch (const Gio::Error& error) {
     if (error.code() != Gio::Error::WRONG_ETAG)
       throw;
-    // The tag first: who changes the file after the look at its bytes changes the tag too.
+    // Get the tag before the content is read, so that a later change of the file is detected.
     const std::string etag = entity_tag(survey.filename);
     if (!file_holds(survey.filename, survey.written_text))
       throw;
@@ -62,17 +61,18 @@ std::string replace_own_file(const SurveyData& survey, const std::string& text)
   }
 }
 
-// An entity tag that no file has: where something lies, nothing is written.
-const char* const of_no_file = "none";
+// For replace_file(): the file must not exist. No file has this entity tag.
+const char* const no_existing_file = "none";
 
 void write_document(SurveyData& survey, bool is_own)
 {
   const std::string& text = survey.xml_current.raw();
   try {
-    survey.file_etag = is_own ? replace_own_file(survey, text)
-                              : replace_file(survey.filename, text.data(), text.size(), of_no_file);
+    survey.file_etag =
+        is_own ? replace_own_file(survey, text)
+               : replace_file(survey.filename, text.data(), text.size(), no_existing_file);
   } catch (...) {
-    // The disk may have refused to confirm what the file nevertheless holds.
+    // The file can have the new content even if the flush has failed.
     if (is_own && file_holds(survey.filename, text))
       survey.written_text = text;
     throw;
@@ -81,8 +81,8 @@ void write_document(SurveyData& survey, bool is_own)
   survey.xml_last_saved = survey.xml_current;
 }
 
-// Writes the document to `stem`, with a number if need be. Another program may take the
-// free name between its choice and the writing; then the next free one is taken.
+// Writes the document to `stem`, with a number if necessary. If another program creates a file
+// with the chosen name in the meantime, uses the next free name.
 void write_document_to(SurveyData& survey, const std::string& stem)
 {
   const std::string own = own_path(survey);
@@ -102,15 +102,15 @@ void write_document_to(SurveyData& survey, const std::string& stem)
   }
 }
 
-// Writes the document into `directory`, under a name that begins with `name`. Throws what
-// goes wrong; the file that the survey had before is then still there.
+// Writes the document to a file in `directory` whose name begins with `name`. If it throws, the
+// previous file of the survey still exists.
 void save_document(SurveyData& survey, const std::string& directory, const std::string& name)
 {
   const std::string old_path = own_path(survey);
   write_document_to(survey, directory + "/" + name);
-  // A survey that keeps its name has only changed its state. One whose name
-  // changed leaves its old file behind, as a survey of its own. The name is what
-  // was built from the panels: a member id may contain a slash.
+  // If the name is unchanged, only the state has changed, so the old file is removed. If the
+  // name has changed, the old file remains as another survey. A name can contain a slash from
+  // the member id.
   const std::string& new_path = survey.filename;
   const std::string new_name = new_path.substr(directory.size() + 1);
   if (new_path != old_path && new_name == base_name(old_path) && !same_file(new_path, old_path))
@@ -249,13 +249,13 @@ RetCode SurveyWindow::do_save(MyApp::WhichDir which, DoSaveFlags flags)
 
 bool SurveyWindow::file_needs_saving()
 {
-  // A survey whose document cannot be generated is compared by what was entered.
+  // If no document can be generated, compare the entries instead.
   const Survey entered = entered_survey();
   Glib::ustring error_text;
   if (build_document(without_member(entered), error_text) != RET_SUCCESS)
     return !same_bytes(entered_text(), unwritable_as_opened);
   if (same_bytes(survey.xml_current, survey.xml_pristine))
-    return false; // member details alone are not worth a question
+    return false; // do not ask about member details only
 
   build_document(entered, error_text);
   return !same_bytes(survey.xml_current, survey.xml_last_saved);
@@ -271,7 +271,7 @@ bool SurveyWindow::check_file_save_okay(const Glib::ustring& doing_what)
 
   switch (ask_about_unsaved_changes(doing_what)) {
   case Gtk::RESPONSE_NO:
-    given_up = entered_text();
+    discarded_text = entered_text();
     return true;
   case Gtk::RESPONSE_ACCEPT:
     return do_save(MyApp::WD_IN_PROGRESS, SAVE_NOTIFY) == RET_SUCCESS;

@@ -20,7 +20,7 @@ bool is_blank(const Glib::ustring& text)
   return text.raw().find_first_not_of(" \t\r\n") == std::string::npos;
 }
 
-// Places the survey at `code`. It is also an error if the reference data lack that place.
+// Sets the location of the survey. Throws a text also if the reference data lack it.
 void show_location(const Glib::ustring& code, SurveyWindow& window)
 {
   if (debug_level > 0)
@@ -33,12 +33,12 @@ void show_location(const Glib::ustring& code, SurveyWindow& window)
   window.survey_panel1->setup_for_subregion(code);
 }
 
-// A year that the list lacks, as with a clock that is behind, is kept aside: its
-// loss is not to go unnoticed.
+// Shows the year. Stores a year that is missing from the list, for example because the clock is
+// behind, in `unlisted_year`, so that the user is informed of its loss.
 void show_year(const Glib::ustring& label, SurveyWindow& window)
 {
   DropDownBox& year = *window.survey_panel1->year;
-  year.set_label(label); // "0000" is no label: nothing is chosen
+  year.set_label(label); // no item has the label "0000", so nothing is chosen
   const bool is_given = !same_bytes(label, "0000") && !is_blank(label);
   window.survey.unlisted_year = is_given && year.get_label().empty() ? label : "";
 }

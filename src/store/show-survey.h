@@ -4,7 +4,7 @@
 
 class SurveyWindow;
 
-// Shows what a document says in a new window's panels, in the order of the document: each
-// element sets its widget in passing, with the panels' own handlers at work. Throws a text
-// at the first thing that is wrong; the window is then partly loaded and must not be shown.
+// Shows the entries of a document in the panels of a new window. Sets the widgets in the order
+// of the document, and the handlers of the panels react to each change. Throws a text at the
+// first fault. Then the window is incomplete, and the caller must not show it.
 void show_survey(const SurveyReading& reading, SurveyWindow& window);

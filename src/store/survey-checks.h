@@ -5,27 +5,29 @@
 #include <cstddef>
 #include <ctime>
 
-// Judging what was entered, as far as that needs no widget.
+// Checks of entries that need no widget.
 
-// A value with what is wrong about it, if anything, as plain text.
+// A value in plain text, followed by a description of its fault if it has one.
 struct CheckedText {
   Glib::ustring text;
-  bool good;
+  bool good; // whether the value has no fault
 };
 
-// A local date against `now`; a part that is 0 was not chosen.
+// Checks a local date. It must not be after `now`. A part that is 0 is not chosen.
 CheckedText check_date(int year, int month, int mday, std::time_t now);
 
-// A zone code, trimmed, with the name that is known for it.
+// Checks a zone code. `code` has no blanks around it; `name` is the name of the zone, or empty
+// if the data do not have the zone.
 CheckedText check_zone(const Glib::ustring& code, const Glib::ustring& name);
 
-// A temperature as typed, trimmed; empty is good. `unit` is "F", "C" or empty;
-// the limits are whole degrees of that unit, inclusive.
+// Checks a typed temperature without blanks around it. Accepts an empty text. `unit` is "F", "C"
+// or empty. The limits are in degrees of that unit and are valid values themselves.
 CheckedText check_temperature(const Glib::ustring& typed, const Glib::ustring& unit, int min,
                               int max);
 
-// Whether a bottom time has to be confirmed; the limits themselves are usual.
+// Returns whether the user must confirm a bottom time: if it is below `confirm_under` or above
+// `confirm_over`. All numbers are minutes.
 bool is_unusual_bottom_time(int minutes, int confirm_under, int confirm_over);
 
-// One line on a survey of which so many entries are missing or cannot be right.
+// Returns one line that reports how many entries of a survey are missing or wrong.
 Glib::ustring verdict_on(std::size_t marked);

@@ -61,7 +61,7 @@ Glib::ustring start_label(int dive_start, const DataDefs& defs)
   return {};
 }
 
-// Characters that a line of text has room for: of what a file says, and in all.
+// The largest number of characters of one entry of a file, and of the complete line.
 constexpr int longest_field = 60;
 constexpr int longest_line = 300;
 
@@ -70,11 +70,11 @@ bool has_no_width(gunichar c)
   return g_unichar_iszerowidth(c) || g_unichar_ismark(c);
 }
 
-// `text` in one line, whose width and number of marks are bounded, with an ellipsis
-// where something is missing. The toolkit takes minutes for thousands of marks.
+// Returns `text` as one line of limited width, with an ellipsis for omitted text. Also limits
+// the number of combining marks, because the toolkit takes minutes to draw thousands of them.
 Glib::ustring shortened(const Glib::ustring& text, int most)
 {
-  constexpr int most_marks = 4; // on one character
+  constexpr int most_marks = 4; // for one character
   Glib::ustring line;
   int width = 0;
   int marks = 0;
@@ -89,7 +89,7 @@ Glib::ustring shortened(const Glib::ustring& text, int most)
   return line;
 }
 
-// What a list of surveys shows of a survey.
+// Returns the entries of a survey that a list of surveys shows.
 SurveySummary summary_of(const Survey& survey)
 {
   return {survey.member_id, survey.subregion, survey.survey_subtype, survey.year,

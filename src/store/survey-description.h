@@ -7,7 +7,8 @@
 class DataDefs;
 class RegionInfo;
 
-// What a one-line description of a saved survey is made from.
+// The entries of a saved survey that its description contains. A missing survey type is 0; all
+// other values are those of Survey.
 struct SurveySummary {
   Glib::ustring member_id;
   Glib::ustring subregion;
@@ -19,13 +20,13 @@ struct SurveySummary {
   int zonecode = 0;
 };
 
-// Reads what the survey file at `path` says. Throws as parse_survey_file() does.
-// With `member_id` the member's number is stored there as soon as its text is
-// known, so that it stands even if something after it turns out to be wrong.
+// Reads the summary of the survey file at `path`. Throws the exceptions of read_survey_head().
+// If `member_id` is not null, stores the member's number there as soon as it is known, even if
+// the function then throws.
 SurveySummary read_survey_summary(const std::string& path, int* member_id);
 
-// The description, as one line of plain text of at most 300 characters: the member if
-// `with_member`, then survey type, date, start and zone as far as they are known. Throws a text if
-// the reference data do not know the subregion or the survey type.
+// Returns the description of a survey: one line of plain text with at most 300 characters. It
+// has the member if `with_member`, and the survey type, date, start and zone if they are known.
+// Throws a text if the reference data lack the subregion or the survey type.
 Glib::ustring describe_survey(const SurveySummary& summary, const RegionInfo& regions,
                               const DataDefs& defs, bool with_member);

@@ -15,17 +15,16 @@
 
 namespace {
 
-// The class that stands in the document: a survey type without abundances
-// knows only that a species was there. A survey whose type has been cleared
-// keeps what was noted.
+// Returns the abundance class for the document. Survey types without abundances record only the
+// presence of a species. A survey without a type keeps the class that the user entered.
 int written_abundance(int abundance, const Region* survey_subtype)
 {
   return abundance > 1 && survey_subtype && !survey_subtype->hasabundance ? 1 : abundance;
 }
 
-// The server's number of the class, -1 if the reference data have none. A
-// species that these data do not know, of a survey made with newer ones, is
-// kept with the survey type's number.
+// Returns the server's number of the class, or -1 if the reference data have none. For a species
+// that these data lack, for example of a survey from a program with newer data, returns the
+// number of the survey type.
 int response_id(int species_id, int abundance, const SurveyData& survey,
                 const AbundanceChoices& choices)
 {
@@ -55,7 +54,7 @@ bool is_printable_ascii(char c)
 Glib::ustring xml_text(const Glib::ustring& text)
 {
   if (std::all_of(text.raw().begin(), text.raw().end(), is_printable_ascii))
-    return text; // as most are, and numbers always
+    return text; // most texts and all numbers
   Glib::ustring kept;
   for (const gunichar c : text.make_valid())
     if (is_xml_char(c))

@@ -5,16 +5,16 @@
 
 #include <vector>
 
-// The sightings that the document of `survey` lists, by ascending species id.
-// Throws a Glib::ustring if an abundance has no response id in the data.
+// Returns the sightings for the document of `survey`, by ascending species id. Throws a
+// Glib::ustring if the data have no response id for an abundance.
 std::vector<SpeciesSighting> species_sightings(const SurveyData& survey,
                                                const AbundanceChoices& choices);
 
-// The first line of "uname -a", empty if it cannot be run.
+// Returns the first line that "uname -a" prints, or an empty text if the command fails.
 Glib::ustring software_platform();
 
-// The survey document, as the whole text of its file. Characters that XML 1.0
-// cannot hold (control characters that came in by pasting) are left out of the
-// texts, since a document with them could never be opened again. So are species that
-// are seen no more.
+// Returns the survey document, which is the complete text of its file. Omits species that the
+// user has cleared. Omits characters that XML 1.0 does not allow, such as pasted control
+// characters, because no parser would accept the document. `platform` is the
+// software_platform().
 Glib::ustring survey_document(const Survey& survey, const Glib::ustring& platform);

@@ -13,7 +13,7 @@ using Kind = FieldKind;
 using TextMember = Glib::ustring Survey::*;
 using NumberMember = int Survey::*;
 
-// Any unit but this one counts as Fahrenheit.
+// Returns "C" or "F". Treats all other units as Fahrenheit.
 Glib::ustring temp_units_of(const Glib::ustring& text)
 {
   return same_bytes(text, "C") ? "C" : "F";

@@ -5,51 +5,52 @@
 #include <variant>
 #include <vector>
 
-// How a widget holds the value of a field.
+// How a widget represents the value of a field.
 enum class FieldKind {
-  text,         // an entry, without the blanks around its text
-  choice_by_id, // a drop-down box: the id of the chosen entry
-  // Exceptions, each of one field.
-  location,     // a code; the panels are set up for it
-  survey_type,  // a choice that may be offered no more
+  text,         // the text of an entry without leading and trailing blanks
+  choice_by_id, // the id of the chosen item of a drop-down box
+  // Each of the following kinds has only one field.
+  location,     // a code; the panels adapt to it
+  survey_type,  // a choice that the box may no longer offer
   year,         // a choice by its label, which the box may lack
-  temp_units,   // a choice of which the document has the first letter
+  temp_units,   // a choice; the document has the first letter of its label
   bottom_time,  // a text that the user may have confirmed: the attribute "confirmed"
-  species_view, // a choice that decides which species are listed
+  species_view, // a choice that determines the listed species
 };
 
 // When the Confirmation page asks for a value.
 enum class Required {
   never = 0,
   always = 1,
-  unless_species_only = -1, // unless the survey type notes presence only
+  unless_species_only = -1, // unless surveys of the type record only the presence of species
 };
 
-// A row of the table of fields. Reading, writing, the panels and the Confirmation page all
-// go by it.
+// A row of the table of fields. The table controls reading, writing, the panels and the
+// Confirmation page.
 struct SurveyField {
-  const char* name; // of the element in the document, and of the widget in survey-ui.glade
+  const char* name; // the name of the element in the document and of the widget in survey-ui.glade
   FieldKind kind;
   std::variant<Glib::ustring Survey::*, int Survey::*> value;
-  int digits = 1; // of a number in the document, at least
-  // The group in data-definitions.csv that fills the box; null: the panel fills it itself.
+  int digits = 1; // the smallest number of digits of a number in the document
+  // The group in data-definitions.csv that fills the box; null if the panel fills the box.
   const char* choices = nullptr;
-  // Its row on the Confirmation page has the labels conf_label_SUMMARY and conf_SUMMARY.
-  // Null: the page has a check of its own for the field, or does not show it.
+  // The row on the Confirmation page has the labels conf_label_SUMMARY and conf_SUMMARY. Null if
+  // the page has a special check for the field or does not show it.
   const char* summary = nullptr;
   Required required = Required::never;
-  bool locked_when_uploaded = true;
+  bool locked_when_uploaded = true; // whether the input of an uploaded survey is read-only
 };
 
-// All fields, in the order in which the document has them. The species follow them there.
+// Returns all fields in the order of the document. The species follow them there.
 const std::vector<SurveyField>& survey_fields();
 
-// The field of that name; null if there is none.
+// Returns the field with that name, or null if there is none.
 const SurveyField* find_survey_field(const Glib::ustring& name);
 
-// A number in decimal, with leading zeros up to that many digits.
+// Returns a number in decimal, with leading zeros if it has fewer than `digits` digits.
 Glib::ustring padded(int number, int digits);
 
-// The value of a field as the document has it, and the other way round.
+// Returns the value of a field as text for the document.
 Glib::ustring field_text(const SurveyField& field, const Survey& survey);
+// Sets a field to the value of a text from a document.
 void set_field_text(const SurveyField& field, const Glib::ustring& text, Survey& survey);

@@ -14,6 +14,8 @@ class SurveyWindow;
 class SurveyFileDialog : public Gtk::FileChooserDialog
 {
 public:
+  // Creates the dialog above `window`, with the files of `directory`. `action` is the stock item
+  // of the button for OK.
   SurveyFileDialog(SurveyWindow& window, const Glib::ustring& title, const std::string& directory,
                    const Gtk::StockID& action);
 

@@ -47,7 +47,7 @@ SurveyFileNameParts file_name_parts(const Survey& survey)
 
 Glib::ustring dive_start_text(int hour)
 {
-  constexpr int midnight = 24; // as the hour after the day's last
+  constexpr int midnight = 24; // the hour after the last hour of the day
   if (hour == midnight || hour == -1)
     return "0000";
   std::array<char, 32> text{};

@@ -11,17 +11,18 @@ struct Survey;
 struct SurveyFileNameParts {
   Glib::ustring member_id;
   Glib::ustring subregion;
-  int year = 0; // 0 if it is not chosen; so are month and day
+  int year = 0; // year, month and day are 0 if they are not chosen
   int month = 0;
   int mday = 0;
-  Glib::ustring dive_start; // "hhmm", "0000" if not chosen
+  Glib::ustring dive_start; // "hhmm"; "0000" if it is not chosen
   Glib::ustring zonecode;
 };
 
-// The parts of the name of a survey's file.
+// Returns the parts of the name of a survey's file.
 SurveyFileNameParts file_name_parts(const Survey& survey);
 
-// The hour at which a dive started as "hhmm"; "0000" for midnight, and for -1: not chosen.
+// Returns the hour at which a dive started as "hhmm". Returns "0000" for midnight, and for -1,
+// which means that no hour is chosen.
 Glib::ustring dive_start_text(int hour);
 
 // The extension of survey files.

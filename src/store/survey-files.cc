@@ -50,8 +50,8 @@ bool is_taken(const std::string& path)
 // What a move does with an existing file of the same name.
 enum class Existing { keep, replace };
 
-// An entity tag that no file has: nothing is written over an existing file.
-const char* const of_no_file = "none";
+// For replace_file(): the file must not exist. No file has this entity tag.
+const char* const no_existing_file = "none";
 
 void remove_copied_source(const std::string& path)
 {
@@ -78,7 +78,7 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
   // A survey is a text, so bytes after a zero byte are not copied.
   const std::string contents(loaded->c_str());
   replace_file(target, contents.data(), contents.size(),
-               existing == Existing::keep ? of_no_file : "");
+               existing == Existing::keep ? no_existing_file : "");
   if (debug_level > 0)
     std::printf("wrote %d bytes to %s; about to unlink %s\n", static_cast<int>(contents.size()),
                 target.c_str(), path.c_str());
@@ -157,7 +157,7 @@ const char* directory_suffix(SurveyState state)
   case SurveyState::NOT_A_SURVEY:
     break;
   }
-  return "/OOPS"; // no state of a survey: whoever asks gets a place that does no harm
+  return "/OOPS"; // not a state of a survey; this directory is harmless
 }
 
 std::string survey_directory(std::string& root, SurveyState state)
@@ -228,7 +228,7 @@ RetCode move_survey_file(std::string& path, std::string& root, SurveyState state
   std::string target = directory + "/" + name;
   if (target == path)
     return RET_SUCCESS;
-  if (same_file(Glib::path_get_dirname(path), directory)) { // the same directory by two names
+  if (same_file(Glib::path_get_dirname(path), directory)) { // two paths of the same directory
     path = target;
     return RET_SUCCESS;
   }

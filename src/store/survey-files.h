@@ -12,11 +12,12 @@ class RegionInfo;
 // These functions work on the files of saved surveys. A store has one directory for each
 // state of a survey.
 
+// The state of a survey. The directory of its file determines it.
 enum class SurveyState {
   IN_PROGRESS = 1,
   READY_TO_UPLOAD = 2,
   UPLOADED = 3,
-  ROOT = 4,         // the store as a whole
+  ROOT = 4,         // the directory of the store itself
   NOT_A_SURVEY = 5, // a heading of the list of surveys, or nothing selected
 };
 

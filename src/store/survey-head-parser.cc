@@ -3,12 +3,12 @@
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
 
-// What builds the tree, called for each thing that is read. Its own arguments are
-// those of the library's handlers, which do the work outside of "ids".
+// The SAX handlers that build the tree. Outside of "ids", they call the library's handlers with
+// the same arguments.
 struct SurveyHeadParser::Handlers {
   static SurveyHeadParser& parser() { return static_cast<SurveyHeadParser&>(*at_work); }
 
-  // The library gives five pointers for each attribute, the second to its prefix.
+  // libxml2 passes five pointers for each attribute. The second one is its prefix.
   static bool has_prefix(int count, const xmlChar** attributes)
   {
     for (int i = 0; i < count; ++i)
@@ -17,8 +17,8 @@ struct SurveyHeadParser::Handlers {
     return false;
   }
 
-  // What becomes of an entity depends on where it is used first, so that a document
-  // with entities is not read in part.
+  // Returns false for a document with a DTD: the first use of an entity determines its
+  // expansion, so no part of such a document may be skipped.
   static bool is_ids(const xmlParserCtxt* context, int level, const xmlChar* name)
   {
     constexpr int ids_level = 3; // root, "survey", "ids"
@@ -40,7 +40,7 @@ struct SurveyHeadParser::Handlers {
       return;
     }
     ++depth;
-    // Only with its node an "xml:id" is known to be sound and the only one of its kind.
+    // The library checks the form and the uniqueness of an "xml:id" only if there is a node.
     if (has_prefix(count, attributes)) {
       xmlSAX2StartElementNs(context, name, nullptr, nullptr, 0, nullptr, count, defaulted,
                             attributes);

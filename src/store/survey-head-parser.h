@@ -2,9 +2,9 @@
 
 #include "store/survey-parser.h"
 
-// A parser for the list of surveys, which tells nothing of their species: the parser checks
-// the content of "ids" as usual but leaves it out of the tree. Most of a survey is in
-// "ids": the list takes less than half the time that it takes with whole trees.
+// A parser for the list of surveys, which does not show species. The parser checks the content
+// of "ids" as usual but does not add it to the tree. "ids" is the largest part of a survey, so
+// this parser takes less than half of the time of a SurveyParser.
 class SurveyHeadParser : public SurveyParser
 {
 protected:
@@ -14,8 +14,8 @@ private:
   struct Handlers;
 
   struct Place {
-    int level = 0; // open elements of the tree
-    int depth = 0; // 1 in "ids" itself, 2 in one of its species; 0 elsewhere
+    int level = 0; // the number of open elements in the tree
+    int depth = 0; // 1 in "ids", 2 in one of its species, 0 elsewhere
   };
   Place place;
 };

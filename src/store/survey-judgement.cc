@@ -16,7 +16,7 @@ namespace {
 
 const char* const required = "Required";
 
-// One judgement: the survey, and what has been found so far.
+// The check of one survey, with the complaints so far.
 class Judgement
 {
 public:
@@ -51,14 +51,14 @@ private:
     if (!checked.good)
       complain(field, checked.text);
   }
-  // Whether the entry is there or need not be.
+  // Adds a complaint if a required entry is missing. Returns whether there is none.
   bool require(const char* field, const Glib::ustring& value)
   {
     if (value.empty())
       complain(field, required);
     return !value.empty();
   }
-  // The same for a condition: surveys that note presence only need none.
+  // Does the same for a condition of the dive. Surveys that record only presence need none.
   bool require_condition(const char* field, const Glib::ustring& value)
   {
     return (type && !type->hasabundance) || require(field, value);
@@ -72,7 +72,7 @@ private:
   const Region* const type;
 };
 
-// A limit that the data lack is 0.
+// Returns 0 if the data lack the limit.
 int Judgement::limit(const Glib::ustring& parameter) const
 {
   const auto& limits = data.data_params->params;
@@ -92,7 +92,7 @@ void Judgement::check_type()
     complain("survey_subtype", type->surveytypename + " - No longer available");
 }
 
-// A year, month or day that its list lacks counts as not chosen.
+// Treats a year, month or day that is not in its list as not chosen.
 void Judgement::check_date_and_start()
 {
   const int this_year = 1900 + std::localtime(&now)->tm_year;
@@ -100,7 +100,7 @@ void Judgement::check_date_and_start()
     return number >= first && number <= last ? number : 0;
   };
   const int year = if_listed(to_int(survey.year), first_survey_year, this_year);
-  const bool is_label = survey.year.raw() == std::to_string(year); // digits and nothing else
+  const bool is_label = survey.year.raw() == std::to_string(year); // only digits
   take("year", check_date(is_label ? year : 0, if_listed(survey.month, 1, 12),
                           if_listed(survey.mday, 1, 31), now));
   require("dive_start", names.choice("divestart", survey.dive_start));
@@ -134,7 +134,7 @@ void Judgement::check_bottom_time()
 void Judgement::check_depths()
 {
   const Glib::ustring maximum = names.choice("depth", survey.max_depth);
-  // A snorkel survey has no depths; the page lets one choice stand for both.
+  // A snorkel survey has no depths, and on the page one choice sets both boxes.
   const bool is_snorkel = maximum.raw() == "Snorkel";
   const Glib::ustring average = is_snorkel ? maximum : names.choice("depth", survey.avg_depth);
   require_condition("visibility", names.choice("visibility", survey.visibility));

@@ -10,13 +10,14 @@
 
 struct ReferenceData;
 
-// One entry of a survey that is missing or cannot be right.
+// One missing or wrong entry of a survey.
 struct SurveyComplaint {
-  std::string field;  // the element of the document; "year" for the date as a whole
-  Glib::ustring text; // what is wrong, with the value if there is one; plain text
+  std::string field;  // the name of the element in the document; "year" for the date
+  Glib::ustring text; // the value, if there is one, and its fault; plain text
 };
 
-// What the Confirmation page would mark in a survey of a known location at the local time
-// `now`, in the order of the page. A survey without complaints can be marked for upload.
+// Returns the complaints of the Confirmation page about a survey at the local time `now`, in the
+// order of the page. A survey without complaints can be marked for upload. REQUIRES: the data
+// have the survey's location.
 std::vector<SurveyComplaint> survey_complaints(const Survey& survey, const ReferenceData& data,
                                                std::time_t now);

@@ -11,9 +11,10 @@
 
 namespace {
 
-constexpr int presence_only_invertebrate = 2; // of RegionFishInfo::Species::invertebratetype
+constexpr int presence_only_invertebrate =
+    2; // a value of RegionFishInfo::Species::invertebratetype
 
-// The value of `key`; null if the map lacks it.
+// Returns the value of `key`, or null if the map lacks the key.
 template<typename Map>
 const typename Map::mapped_type* find_in(const Map& map, const typename Map::key_type& key)
 {
@@ -102,7 +103,7 @@ const RegionFishInfo::Species* SurveyNames::species(const Survey& survey, int id
   return fish ? fish->find_species(id) : nullptr;
 }
 
-// The table also has families that the reader has made up for species without one.
+// The table also has families that the reader has added for species without a family.
 const RegionFishInfo::Family* SurveyNames::family_of(const Survey& survey, int species_id) const
 {
   const RegionFishInfo::Species* const found = species(survey, species_id);

@@ -8,33 +8,34 @@
 
 struct Region;
 
-// The names behind the ids of surveys, in one data set. A name that the data lack, and that
-// of an id that stands for no choice, is empty. Names of species can hold markup.
+// Finds the names for the ids of surveys in one data set. Returns an empty name if the data lack
+// it, or if the id means that nothing is chosen. Names can contain markup.
 class SurveyNames
 {
 public:
-  // The tables are not owned, and all of them have been read.
+  // REQUIRES: all tables have been read, and they outlive this object.
   explicit SurveyNames(const ReferenceData& the_data) : data(the_data) {}
 
-  // Whether the data have the survey's location. Without it the ids have no meaning.
+  // Returns whether the data have the survey's location. Without it, the ids have no meaning.
   bool knows_location(const Survey& survey) const;
-  // The code of the region that the location belongs to.
+  // Returns the code of the region to which the location belongs.
   Glib::ustring region_code(const Survey& survey) const;
   Glib::ustring region(const Survey& survey) const;
   Glib::ustring location(const Survey& survey) const;
-  // The type among those of the location; null for any other id.
+  // Returns the survey type, or null if it is not a type of the location.
   const Region* survey_type(const Survey& survey) const;
-  // With the names of the levels above it.
+  // Returns the name of the zone after the names of its ancestors.
   Glib::ustring zone(const Survey& survey) const;
   Glib::ustring habitat(const Survey& survey) const;
   Glib::ustring species_view(const Survey& survey) const;
-  // Of a group of data-definitions.csv: "divestart", "visibility", "depth" or "current".
+  // Returns the label of a choice. `group` is a group of data-definitions.csv: "divestart",
+  // "visibility", "depth" or "current".
   Glib::ustring choice(const char* group, int value) const;
 
-  // Null if the data of the survey's region have no such species, or no such family.
+  // Return the species or its family in the survey's region, or null if the data lack it.
   const RegionFishInfo::Species* species(const Survey& survey, int id) const;
   const RegionFishInfo::Family* family_of(const Survey& survey, int species_id) const;
-  // The label of the abundance class, in the list that the species uses.
+  // Returns the label of the abundance class from the list for this species.
   Glib::ustring abundance(const Survey& survey, const SpeciesSighting& sighting) const;
 
 private:

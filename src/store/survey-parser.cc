@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view document_type = "<!DOCTYPE";
 
-// The name of the encoding in the XML declaration, in lower case; empty without one.
+// Returns the name of the encoding in the XML declaration in lower case, or an empty text if
+// there is none.
 std::string declared_encoding(std::string_view bytes)
 {
   const std::string_view declaration = bytes.substr(0, bytes.find("?>"));
@@ -29,7 +30,7 @@ std::string declared_encoding(std::string_view bytes)
   return name;
 }
 
-// Whether the encoding writes all markup with the bytes that ASCII has for it.
+// Returns whether the encoding uses the bytes of ASCII for all markup.
 bool has_plain_markup(std::string_view bytes)
 {
   constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
@@ -42,7 +43,7 @@ bool has_plain_markup(std::string_view bytes)
          !contains(bytes, document_type);
 }
 
-// The equals signs outside of values in the tag that `bytes` begins with.
+// Returns the number of equals signs outside of values in the tag at the start of `bytes`.
 int count_attributes(std::string_view bytes)
 {
   int count = 0;
@@ -60,8 +61,8 @@ int count_attributes(std::string_view bytes)
   return count;
 }
 
-// In XML, "<" only starts markup. Inside a comment it is text; the count is then too high,
-// never too low.
+// Returns whether a tag has too many attributes. In XML, "<" always starts markup, except in
+// comments. There the count can be too high, but never too low.
 bool has_large_tag(std::string_view bytes)
 {
   std::size_t start = bytes.find('<');
@@ -118,7 +119,7 @@ void SurveyParser::initialize_context()
 
 bool SurveyParser::admits(void* context, int attribute_count)
 {
-  const bool is_from_entity = context != context_; // which is parsed in a context of its own
+  const bool is_from_entity = context != context_; // libxml2 parses an entity in a separate context
   ++elements;
   stopped = stopped || is_from_entity || elements > survey_limits::elements ||
             attribute_count > survey_limits::attributes;

@@ -22,13 +22,13 @@
 
 namespace {
 
-// The root tag of surveys that an older program wrote.
+// The root tag of surveys from older programs.
 const char* const older_root_tag = "MAVO_Fish_Survey";
 
 const char* const too_large = "Not a valid saved MAVO Survey (too large)";
 
-// The file's bytes. Nothing but a plain file is opened, since opening a pipe
-// would wait for whoever writes into it.
+// Returns the bytes of the file. Opens only a regular file, because opening a pipe would block
+// until another program writes to it.
 std::string file_contents(const std::string& path)
 {
   struct stat info = {};
@@ -48,9 +48,8 @@ std::string file_contents(const std::string& path)
   return std::move(*contents);
 }
 
-// While it lives, the parser can open no file, neither on disk nor elsewhere. A
-// survey comes from anywhere and must not be able to pull the user's other
-// files into what is uploaded.
+// Prevents the parser from opening local and remote files during its lifetime. A survey can have
+// an untrusted source, and it must not be able to copy other files of the user into an upload.
 class NoOtherFiles
 {
 public:
@@ -108,7 +107,7 @@ struct Version {
   int minor;
 };
 
-// The number that `text` starts with after white space, taken off it.
+// Removes white space and a number from the start of `text`. Returns the number.
 std::optional<int> take_number(std::string& text)
 {
   std::size_t end = 0;
@@ -126,7 +125,7 @@ std::optional<int> take_number(std::string& text)
   return number;
 }
 
-// Reads "major.minor" as scanf's "%d.%d" does, but numbers of any length have a value.
+// Parses "major.minor" like scanf with "%d.%d", but accepts numbers of any length.
 std::optional<Version> scan_version(std::string text)
 {
   const auto major = take_number(text);
@@ -158,7 +157,7 @@ void check_root(const xmlpp::Element* root)
                         "to open it");
 }
 
-// The root's one child that is more than white space.
+// Returns the only child of the root that is not white space.
 const xmlpp::Node* main_child(const xmlpp::Element* root)
 {
   const xmlpp::Node* main = root->get_first_child();
@@ -177,7 +176,7 @@ const xmlpp::Node* main_child(const xmlpp::Element* root)
   return main;
 }
 
-// A longer text would not fit into the field that it is for.
+// Throws a text if a text of the survey is too long for its input field.
 void check_texts(const xmlpp::Node& survey)
 {
   for (const xmlpp::Node* node = survey.get_first_child(); node; node = node->get_next_sibling())

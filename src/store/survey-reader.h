@@ -7,25 +7,25 @@
 
 #include <string>
 
-// Small helpers on nodes of a survey document. A null node gives the empty value.
+// Functions on the nodes of a survey document. They accept a null node and return an empty
+// value for it.
 
-// The value of an attribute; empty if the node is no element or lacks it.
+// Returns the value of an attribute, or an empty text if the node is not an element or lacks the
+// attribute.
 Glib::ustring get_attr(const xmlpp::Node* node, const Glib::ustring& name);
-// The same as a number; 0 for anything missing or not numeric.
+// Returns the value of an attribute as a number, or 0 if it is missing or not a number.
 int get_numeric_attr(const xmlpp::Node* node, const Glib::ustring& name);
-// The text of the node's first child, empty if that is not a text node: what
-// stands behind a comment is not seen.
+// Returns the text of the node's first child, or an empty text if that is not a text node. So
+// the function ignores text after a comment.
 Glib::ustring get_content(const xmlpp::Node* node);
-// Whether the node is text of nothing but white space.
+// Returns whether the node is a text that consists of white space.
 bool is_white_space(const xmlpp::Node* node);
 
-// Parses the file at `path` with `parser` and returns the document's "survey"
-// element, which lives as long as the parser. Throws what is wrong as a text,
-// or an exception of the parser, if the file is not a survey of a version that
-// this program reads. Nothing but the file itself is read: a document that
-// draws text from other files is refused, as it could only be read in part. So
-// is a file that holds more than survey_limits allows, and what is no plain file.
+// Parses the file at `path` with `parser` and returns the document's "survey" element, which the
+// parser owns. Throws a text or an exception of the parser if the file is not a survey of a
+// version that this program reads, if it exceeds a limit of survey_limits, if it is not a regular
+// file, or if the document refers to other files. The parser never reads other files.
 const xmlpp::Node* parse_survey_file(SurveyParser& parser, const std::string& path);
 
-// The same of what such a file holds.
+// Does the same for the content of a file.
 const xmlpp::Node* parse_survey_bytes(SurveyParser& parser, const std::string& contents);

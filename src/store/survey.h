@@ -7,18 +7,18 @@
 // One species of a survey, as the document stores it.
 struct SpeciesSighting {
   int id = 0;
-  int abun = 0; // abundance class; 0: seen no more
-  int resp = 0; // the same class in the server's numbering
+  int abun = 0; // abundance class; 0 if the user has cleared the species
+  int resp = 0; // the server's number of this class
 };
 
-// A whole survey: what its document holds, in the document's terms. Texts are as typed.
-// A choice is the id of the chosen entry: -1, or 0 for month and day, where nothing is chosen.
+// All entries of a survey document. Texts are as the user typed them. A choice is the id of the
+// chosen item. If nothing is chosen, it is -1, but 0 for month and day.
 struct Survey {
   Glib::ustring member_id;
   Glib::ustring last_name;
   Glib::ustring subregion;
   int survey_subtype = -1;
-  Glib::ustring year = "0000"; // four digits; "0000" where none is chosen
+  Glib::ustring year = "0000"; // four digits; "0000" if none is chosen
   int month = 0;
   int mday = 0;
   int dive_start = -1;

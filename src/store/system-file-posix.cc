@@ -16,8 +16,8 @@
 
 namespace {
 
-// How the files begin that have no name of their own yet. They do not lie in the directory
-// of the new file, where all that lies is listed as a survey, but in the one above.
+// The start of the names of temporary files. They are in the parent of the directory of the new
+// file, because the program lists all files in that directory as surveys.
 const char* const unnamed = ".mavo-survey-unnamed-";
 
 std::string place_of_unnamed(const std::string& path)
@@ -25,7 +25,7 @@ std::string place_of_unnamed(const std::string& path)
   return Glib::path_get_dirname(Glib::path_get_dirname(path));
 }
 
-// A file with a name that nobody looks for, removed at the end of its life.
+// A temporary file. The destructor removes it.
 class UnnamedFile
 {
 public:
@@ -44,11 +44,11 @@ public:
   UnnamedFile& operator=(const UnnamedFile&) = delete;
 
   const std::string path;
-  const Descriptor file; // negative if it could not be made
+  const Descriptor file; // negative if the file could not be created
 };
 
-// What a program left that was killed while it made a file, after an hour. If that program
-// still lives, it finds the file gone and writes its new one in another way.
+// Removes temporary files that are older than an hour; a killed program has left them. If their
+// program is still running, its link() fails, and it writes the new file in another way.
 void remove_leftovers(const std::string& directory)
 {
   constexpr std::int64_t hour = 3600;
@@ -79,7 +79,7 @@ bool make_whole_file(const std::string& path, const char* data, std::size_t size
   return link(whole.path.c_str(), path.c_str()) == 0;
 }
 
-// For a moment the file has both names.
+// The file has both names for a short time.
 bool rename_to_free_name(const std::string& path, const std::string& target)
 {
   if (link(path.c_str(), target.c_str()) != 0)

@@ -1,4 +1,4 @@
-// The checks of the Confirmation page: the one place where a survey is judged.
+// The checks of the Confirmation page.
 #include "core/displayed-text.h"
 #include "core/markup.h"
 #include "core/my-app.h"
@@ -21,7 +21,7 @@
 
 namespace {
 
-// A list of habitats may begin with a prompt, which is no choice.
+// Returns whether a habitat is only the prompt at the start of the list.
 bool is_prompt(const Glib::ustring& habitat)
 {
   return habitat.raw().rfind("(please", 0) == 0;
@@ -29,8 +29,7 @@ bool is_prompt(const Glib::ustring& habitat)
 
 } // namespace
 
-// Every check runs whatever the ones before it found, so that all problems show
-// at once.
+// Runs all checks, even after a problem, so that the page shows all problems at once.
 void ConfirmPanel::refresh()
 {
   bool ok = true;
@@ -143,7 +142,7 @@ void ConfirmPanel::check_zone_code(bool& ok)
   const Glib::ustring name = window->survey_panel1->zone_name->get_text();
   const CheckedText zone = check_zone(window->survey_panel1->get_zonecode(), name);
   show_checked(conf_label_zone_code, conf_zone_code, zone.text, zone.good, ok);
-  if (!zone.good) // marked twice, as this field always was
+  if (!zone.good) // users are used to both marks of this field
     conf_zone_code->set_label(redbold(conf_zone_code->get_label()));
   const Glib::ustring markup = escape_ampersands(name);
   conf_zone_name->set_label(is_label_markup(markup) ? displayed_markup(markup)
@@ -167,7 +166,7 @@ void ConfirmPanel::show_temperature(Gtk::Label* name_label, Gtk::Label* value_la
   show_checked(name_label, value_label, checked.text, checked.good, ok);
 }
 
-// A limit that the data lack is 0.
+// Returns 0 if the data lack the limit.
 int ConfirmPanel::limit(const Glib::ustring& parameter) const
 {
   return window->reference_data.data_params->params[parameter];

@@ -1,4 +1,4 @@
-// The part of the Confirmation page that leads back to what has to be put right.
+// The part of the Confirmation page that leads to the entries to correct.
 #include "store/survey-fields.h"
 #include "ui/confirm-panel.h"
 #include "ui/listed-panel.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// The first part of the date that is not chosen; the first of all if it is a wrong date.
+// Returns the first part of the date that is not chosen, or the first part of an invalid date.
 Gtk::Widget* date_to_correct(const SurveyPanel1& when)
 {
   for (auto* part : {when.month, when.mday, when.year})
@@ -21,7 +21,7 @@ Gtk::Widget* date_to_correct(const SurveyPanel1& when)
   return when.month;
 }
 
-// Where the page shows an entry: in which half, and in which row of it.
+// Returns the position of an entry on the page: its half, and the row in that half.
 std::pair<int, int> place_on_page(Gtk::Label& name)
 {
   auto& rows = dynamic_cast<Gtk::Grid&>(*name.get_parent());

@@ -15,8 +15,8 @@
 
 namespace {
 
-// Asks for as much width as a table takes with its names cut short, whatever the size
-// of text: where that leaves room for both tables, they stand side by side.
+// Requests the width of a table with shortened names, for any text size. The two tables are side
+// by side if there is enough room.
 void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
 {
   int names = 0;
@@ -27,7 +27,7 @@ void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
   frame.set_min_content_width(parts.id_column.get_min_width() + names + last->get_min_width());
 }
 
-// Nothing opens in a summary: the cursor is on the row that was found.
+// Does nothing on a row that a search has found. The cursor is already there.
 void only_go_there(const Gtk::TreePath&, guint32) {}
 
 } // namespace
@@ -146,7 +146,7 @@ void ConfirmPanel::attach_models()
 
 void ConfirmPanel::update_columns()
 {
-  const NameDisplay names = window->listed_panel->take_name_display();
+  const NameDisplay names = window->listed_panel->store_name_display();
   const auto& columns = window->species_columns;
   set_species_tree_columns(*conf_listed_tree, listed_parts, columns, names, "Number seen");
   set_species_tree_columns(*conf_unlisted_tree, unlisted_parts, columns, names, "Number seen");
@@ -194,7 +194,7 @@ void ConfirmPanel::on_unlisted_clicked()
   on_summary_clicked(*conf_unlisted_tree);
 }
 
-// Families fold, unless the cursor only passes by; species only show here.
+// Expands or collapses a family, unless the keyboard moves the cursor. Does nothing for species.
 void ConfirmPanel::on_summary_clicked(Gtk::TreeView& tree)
 {
   const auto selection = tree.get_selection();

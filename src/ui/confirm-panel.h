@@ -20,34 +20,36 @@ class MyApp;
 class SurveyWindow;
 struct SurveyField;
 
-// The Confirmation page: the whole survey at a glance, checked.
+// The Confirmation page. It shows and checks all entries of the survey.
 class ConfirmPanel : public Gtk::Grid
 {
 public:
   ConfirmPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Shows and checks the survey as it is now: whatever is missing or wrong is
-  // marked in bold red, and survey_complete tells whether anything is. Allows
-  // marking as ready and uploading, or forbids it.
+  // Shows and checks the current survey. Marks missing and wrong entries in bold red and sets
+  // survey_complete. Enables or disables marking as ready and uploading.
   void refresh();
-  // Shows the columns that the Listed Species page's name buttons ask for.
+  // Shows the columns that the name buttons of the Listed Species page select.
   void update_columns();
-  // Let go of the two stores while they are filled, and take them up again.
+  // Detach the trees from both stores before these are filled, and attach them again.
   void detach_models();
   void attach_models();
 
-  // Shows a value and whether it is missing; clears `ok` if it is. Required: 1
-  // always, 0 never, -1 unless the survey's type notes presence only.
+  // Shows a value. If it is missing but required, marks the label and clears `ok`. `required` is
+  // a value of Required (store/survey-fields.h): 1 always, 0 never, -1 unless surveys of the
+  // type record only presence. Returns whether the entry is good.
   bool set_simple_field(Gtk::Label* name_label, Gtk::Label* value_label, const Glib::ustring& value,
                         bool& ok, int required);
-  // `text`, which is markup, in bold red.
+  // Returns the markup `text` in bold red.
   Glib::ustring redbold(const Glib::ustring& text) const;
+  // Set and remove the bold red style of a label.
   void set_redbold(Gtk::Label* label) const;
   void clear_redbold(Gtk::Label* label) const;
 
-  // Whether a summary shows the row: a marked species in or outside the view,
-  // or a family with one.
+  // Return whether the summary of species inside or outside of the view shows a row. It shows
+  // marked species and the families that have one.
   bool listed_check_visible(const Gtk::TreeIter& iter) const;
   bool unlisted_check_visible(const Gtk::TreeIter& iter) const;
   void on_listed_clicked();
@@ -57,9 +59,9 @@ public:
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1;                          // in the notebook
-  Gtk::Button* confirm_verdict = nullptr; // tells how many entries are marked; goes there
-  // Each value stands beside the label that names it.
+  int page = -1;                          // the index in the notebook
+  Gtk::Button* confirm_verdict = nullptr; // shows how many entries are marked and leads to them
+  // Each value is beside the label with its name.
   Gtk::Label* confirm_instructions = nullptr;
   Gtk::Label* conf_label_member_id = nullptr;
   Gtk::Label* conf_member_id = nullptr;
@@ -109,7 +111,7 @@ public:
   SpeciesTreeParts unlisted_parts;
 
 private:
-  // An entry of the summary, and where it is put right.
+  // An entry of the summary, and the widget in which the user corrects it.
   struct Entry {
     Gtk::Label* name;
     Gtk::Widget* field;
@@ -118,10 +120,10 @@ private:
   void find_labels(const Glib::RefPtr<Gtk::Builder>& builder);
   void connect_trees();
 
-  // The fields that are good unless they are missing.
+  // Checks the fields that can only be missing.
   void check_plain_fields(bool& ok);
   Glib::ustring chosen_text(const SurveyField& field) const;
-  // The others, each with a rule of its own.
+  // Check the other fields, which have special rules.
   void check_survey_type(bool& ok);
   void check_survey_date(bool& ok);
   void check_zone_code(bool& ok);
@@ -130,16 +132,16 @@ private:
   void check_order_of_depths(bool& ok);
   void check_species(bool& ok);
   void show_verdict(bool ok);
-  // All entries in the order in which the page shows them, and those that are marked.
+  // Return all entries or the marked entries, in the order of the page.
   std::vector<Entry> entries() const;
   std::vector<Entry> entries_with_own_rules() const;
   std::vector<Entry> marked_entries() const;
   bool is_marked(const Gtk::Label* label) const;
-  // To the first marked entry; in a complete survey, to what comes next.
+  // Turns to the first marked entry, or to the next step if the survey is complete.
   void on_verdict_clicked();
   void show_summaries();
 
-  // Shows a value that may be wrong, with its name marked if it is.
+  // Shows a value and marks its name if the value is wrong.
   void show_checked(Gtk::Label* name_label, Gtk::Label* value_label, const Glib::ustring& text,
                     bool good, bool& ok);
   void show_temperature(Gtk::Label* name_label, Gtk::Label* value_label, const Gtk::Entry& entry,
@@ -148,6 +150,6 @@ private:
   void trace_selected(const Gtk::TreeRow& row) const;
   void on_summary_clicked(Gtk::TreeView& tree);
 
-  int num_listed = 0;   // marked species of the view
-  int num_unlisted = 0; // and outside it
+  int num_listed = 0;   // marked species in the view
+  int num_unlisted = 0; // marked species outside of the view
 };

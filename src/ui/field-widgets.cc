@@ -15,7 +15,7 @@ bool is_text(const SurveyField& field)
   return field.kind == FieldKind::text || field.kind == FieldKind::bottom_time;
 }
 
-// Null without a report if the definition file lacks the widget.
+// Returns null, without a message, if the definition file lacks the widget.
 template<typename T>
 T* find_widget(const Glib::RefPtr<Gtk::Builder>& builder, const std::string& id)
 {

@@ -11,29 +11,31 @@ class DataDefs;
 class DropDownBox;
 struct SurveyField;
 
-// The widgets of the table of fields, by the ids that the table has for them. The definition
-// file's window owns them. A widget that is missing ends the program when it is used.
+// The widgets of the table of fields (store/survey-fields.h). The window of the definition file
+// owns them. The use of a missing widget ends the program.
 class FieldWidgets
 {
 public:
-  // Call it before the panels look for their widgets.
+  // Finds all widgets. REQUIRES: the panels have not searched for their widgets yet.
   void find(const Glib::RefPtr<Gtk::Builder>& builder);
 
-  // Where the user enters the field: an entry for a text, a box for a choice.
+  // Return the widget in which the user enters the field: an entry for a text, a box for a
+  // choice.
   Gtk::Widget& input(const SurveyField& field) const;
   Gtk::Entry& entry(const SurveyField& field) const;
   DropDownBox& box(const SurveyField& field) const;
-  // The row of a field that has one on the Confirmation page.
+  // Return the labels on the Confirmation page. REQUIRES: the field has a row there.
   Gtk::Label& summary_name(const SurveyField& field) const;
   Gtk::Label& summary_value(const SurveyField& field) const;
 
-  // Offers the choices of the fields whose choices the table names.
+  // Fills the boxes of the fields that have a group of choices in the table.
   void fill_boxes(DataDefs& defs) const;
-  // What the input holds, as the document has it. No widget holds the location.
+  // Returns the value of the input as text for the document. REQUIRES: the field is not the
+  // location, which has no such widget.
   Glib::ustring text(const SurveyField& field) const;
-  // What the user reads in the input: a choice by its label.
+  // Returns the displayed text of the input, which is the label of a choice.
   Glib::ustring shown_text(const SurveyField& field) const;
-  // Makes the inputs on a panel read-only, as in an uploaded survey.
+  // Makes the inputs on a panel read-only for an uploaded survey.
   void lock(Gtk::Container& panel) const;
 
 private:

@@ -221,10 +221,10 @@ void ListedPanel::update_columns()
   if (debug_level >= 10)
     puts("Updating columns");
   set_species_tree_columns(*species_tree, species_parts, window->species_columns,
-                           take_name_display(), "Number seen (click to change)");
+                           store_name_display(), "Number seen (click to change)");
 }
 
-NameDisplay ListedPanel::take_name_display()
+NameDisplay ListedPanel::store_name_display()
 {
   SurveyData& survey = window->survey;
   const bool both = name_display_both->get_active();

@@ -39,7 +39,7 @@ public:
   // Shows the columns that the name buttons select.
   void update_columns();
   // Stores the state of the name buttons in the survey and returns it.
-  NameDisplay take_name_display();
+  NameDisplay store_name_display();
   // Appends family and species rows to an empty store.
   void build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
                            const std::vector<SpeciesListItem>& species_list);

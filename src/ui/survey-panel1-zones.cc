@@ -25,7 +25,7 @@ void SurveyPanel1::prepare_zone_tree()
   geog_tree->append_column("Geographic Zone", geog_columns.col_label);
   geog_selection = geog_tree->get_selection();
 
-  // Rows of one height need not be measured, which takes seconds for thousands.
+  // With a fixed height, the toolkit does not measure each row. That would take seconds.
   auto* column = geog_tree->get_column(0);
   column->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
   geog_tree->set_fixed_height_mode(true);
@@ -33,10 +33,10 @@ void SurveyPanel1::prepare_zone_tree()
   cell->property_ellipsize() = Pango::ELLIPSIZE_END;
   limit_displayed(*column, *cell);
 
-  // Folding a row takes along a cursor below it.
+  // Collapsing a row moves a cursor that is below it to that row.
   geog_tree->signal_test_collapse_row().connect([this](const Gtk::TreeIter&, const Gtk::TreePath&) {
     folding = true;
-    return false; // may be folded
+    return false; // allow the row to collapse
   });
   geog_tree->signal_row_collapsed().connect(
       [this](const Gtk::TreeIter&, const Gtk::TreePath&) { folding = false; });
@@ -56,16 +56,16 @@ void SurveyPanel1::rebuild_zone_tree()
   if (window->survey.region_fish)
     rows = zones.rows(zone_search->get_text());
 
-  // Detached, the store fills many times faster, and the cursor is not handed
-  // from row to row, which would count as clicks.
-  const int search_column = geog_tree->get_search_column(); // lost with the model
+  // A detached store fills many times faster. It also does not move the cursor from row to row,
+  // which would count as clicks.
+  const int search_column = geog_tree->get_search_column(); // unset_model() resets it
   geog_tree->unset_model();
   geog_store->clear();
   geog_columns.fill(geog_store, rows);
   geog_tree->set_model(geog_store);
   geog_tree->set_search_column(search_column);
   if (is_searching_zones())
-    geog_tree->expand_all(); // every row with children leads to a match
+    geog_tree->expand_all(); // all rows with children contain a match
   show_or_hide(no_geog_matches, rows.empty());
 }
 
@@ -74,7 +74,7 @@ bool SurveyPanel1::is_searching_zones() const
   return !trim_ws(zone_search->get_text()).empty();
 }
 
-// The first row whose own name matches, not a level that only leads to it.
+// Selects the first row whose name matches. Skips ancestors that do not match.
 void SurveyPanel1::go_to_first_zone()
 {
   const auto wanted = trim_ws(zone_search->get_text().lowercase());
@@ -87,7 +87,7 @@ void SurveyPanel1::go_to_first_zone()
   });
   if (first.empty())
     return;
-  geog_tree->set_cursor(first); // before the keyboard goes there, which sets one, too
+  geog_tree->set_cursor(first); // first, because grab_focus() would set another one
   geog_tree->grab_focus();
 }
 
@@ -106,7 +106,7 @@ void SurveyPanel1::on_geog_clicked()
   if (debug_level >= 30)
     std::printf("geog clicked: id %d: %s\n", id, row->get_value(geog_columns.col_name).c_str());
   if (!is_complete_zone(id)) {
-    if (!(is_searching_zones() && comes_from_keyboard())) // keys leave results unfolded
+    if (!(is_searching_zones() && comes_from_keyboard())) // keys keep results expanded
       toggle_row(*geog_tree, path);
   } else if (!window->survey.is_uploaded) {
     zonecode->set_text(std::to_string(id));

@@ -23,7 +23,7 @@
 namespace {
 
 constexpr unsigned int dive_start_first = 6; // the list begins in the morning
-constexpr int dive_start_columns = 6;        // a quarter of a day
+constexpr int dive_start_columns = 6;        // hours in a row: a quarter of a day
 
 } // namespace
 
@@ -97,7 +97,7 @@ void SurveyPanel1::connect_signals()
 
 void SurveyPanel1::place_zones()
 {
-  constexpr int width_in_characters = 82; // of form and list side by side
+  constexpr int width_in_characters = 82; // the width of form and list side by side
   constexpr int usual_width = 900;        // pixels
   const auto context = get_pango_context();
   const auto metrics = context->get_metrics(context->get_font_description());
@@ -114,7 +114,7 @@ void SurveyPanel1::disable_inputs()
   window->fields.lock(*this);
   for (auto* label : {zone_name_status, zone_name, no_geog_matches})
     label->set_sensitive(false);
-  zone_search->set_sensitive(true); // insensitive while there is no location
+  zone_search->set_sensitive(true); // insensitive if there is no location
   geog_tree->set_sensitive(true);
 }
 
@@ -148,7 +148,7 @@ void SurveyPanel1::on_subregion_changed()
   if (suppressed("on_subregion_changed"))
     return;
   if (subregion->get_active_row_number() < 0)
-    return; // only the program unsets the box, to show a place that it does not offer
+    return; // only the program clears the box, for a location that it does not offer
 
   const auto& codes = window->reference_data.region_info->subregion_codes;
   const auto chosen = codes.find(subregion->get_label());
@@ -228,8 +228,8 @@ void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
   if (info.subregion_regions.count(code) == 0 && debug_level >= -1)
     std::printf("Subregion %s is not in the data\n", code.c_str());
 
-  // A subregion that the data lack gets empty tables, so that a survey from
-  // there can still be looked at.
+  // A subregion that the data lack gets empty tables, so that the user can still view a survey
+  // from there.
   SurveyData& survey = window->survey;
   survey.abundances.clear();
   survey.region = info.subregion_regions[code];
@@ -237,7 +237,7 @@ void SurveyPanel1::move_survey_to_subregion(const Glib::ustring& code)
   survey.region_fish = &info.region_fish[survey.region];
   survey.subregion_info = &info.subregions[code];
   survey.survey_subtype = nullptr;
-  survey.filename.clear(); // in another place it is another survey
+  survey.filename.clear(); // with another location, it is another survey
   survey.show_fish = false;
   survey.show_inverts = false;
   survey.show_common_name = false;
@@ -283,7 +283,7 @@ void SurveyPanel1::on_survey_subtype_changed()
   show_species_of_type();
 }
 
-// What the survey takes over from its new type.
+// Copies the properties of the new type to the survey.
 void SurveyPanel1::take_what_type_offers(int id)
 {
   SurveyData& survey = window->survey;

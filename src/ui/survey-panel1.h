@@ -14,28 +14,30 @@
 class MyApp;
 class SurveyWindow;
 
-// The Survey Info Part 1 page: where and when. Choosing the subregion here sets
-// what every later page offers.
+// The Survey Info Part 1 page: location and time. The chosen subregion determines the choices on
+// all later pages.
 class SurveyPanel1 : public Gtk::Grid
 {
 public:
   SurveyPanel1(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Makes the survey and all panels fit a subregion; what belongs to another
-  // one is cleared. Also called on opening a survey.
+  // Adapts the survey and all panels to a subregion and clears the entries of another subregion.
+  // Opening a survey also calls it.
   void setup_for_subregion(const Glib::ustring& code);
-  // Chooses the survey type of a saved survey, also one that is offered no more.
+  // Chooses the survey type of a saved survey, even if the box no longer offers the type.
   void set_survey_subtype_even_invisible(const Glib::ustring& subregion_code, int id);
+  // Shows the zones that match the search.
   void rebuild_zone_tree();
-  // Makes the page read-only; zones can still be looked up.
+  // Makes the page read-only. The search for zones remains enabled.
   void disable_inputs();
-  // Brings this page up with the focus on one of its widgets.
+  // Turns to this page and gives the focus to one of its widgets.
   void focus_on(Gtk::Widget* widget);
 
-  // The zone code without blanks around it.
+  // Returns the zone code without leading and trailing blanks.
   Glib::ustring get_zonecode() const;
-  // The start hour as four digits, "0000" where none is chosen.
+  // Returns the hour of the start as four digits, or "0000" if none is chosen.
   Glib::ustring get_dive_start_string() const;
 
   void on_subregion_changed();
@@ -47,11 +49,11 @@ public:
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
   Glib::ustring site_text;         // the zone's part of the window's title
-  bool zone_complete = false;      // the code names a known zone of more than seven digits
+  bool zone_complete = false;      // the code is a known zone with more than seven digits
   bool triggers_suppressed = true; // the panel is setting its own widgets; not re-entrant
   GeogTreeColumns geog_columns;
   Glib::RefPtr<Gtk::TreeStore> geog_store;
-  int page = -1; // in the notebook
+  int page = -1; // the index in the notebook
   DropDownBox* subregion = nullptr;
   DropDownBox* survey_subtype = nullptr;
   DropDownBox* month = nullptr;
@@ -67,17 +69,17 @@ public:
   Glib::RefPtr<Gtk::TreeSelection> geog_selection;
 
 private:
-  // Whether the panel is setting its own widgets, so that a handler must stay
-  // quiet; says so in the trace under the handler's name.
+  // Returns whether the panel is setting its own widgets, so that `handler` must do nothing. In
+  // that case, prints the name of the handler to the trace.
   bool suppressed(const char* handler) const;
   void find_widgets(const Glib::RefPtr<Gtk::Builder>& builder);
   void fill_boxes();
   void prepare_zone_tree();
-  // Places the list of zones beside the form, or below it where the text is too large for
-  // both in a window of the usual width.
+  // Places the list of zones beside the form, or below it if the text is too large for both in a
+  // window of the usual width.
   void place_zones();
   void connect_signals();
-  // Shows a subregion in its box; nothing if the box does not offer it.
+  // Shows a subregion in its box, or nothing if the box does not offer it.
   void show_subregion(const Glib::ustring& code);
   void move_survey_to_subregion(const Glib::ustring& code);
   int count_marked_species() const;
@@ -89,6 +91,6 @@ private:
   void show_zone(const Glib::ustring& status, const Glib::ustring& name, const Glib::ustring& site);
 
   Gtk::Grid* zone_list = nullptr; // the search and the tree of zones
-  ZoneTree zones;                 // of the survey's subregion
-  bool folding = false; // a row of the tree is being folded: a cursor that moves is no click
+  ZoneTree zones;                 // the zones of the survey's subregion
+  bool folding = false;           // a row is being collapsed, so a moved cursor is not a click
 };

@@ -20,24 +20,24 @@ bool shows_snorkel(const DropDownBox* depth)
   return same_bytes(depth->get_label(), MAGIC_SNORKEL_DEPTH);
 }
 
-// A habitat's name is a few words, its description some sentences.
+// Limits in characters. A name has a few words, a description some sentences.
 constexpr std::size_t longest_name = 100;
 constexpr std::size_t longest_description = 1000;
 constexpr std::size_t longest_list = 20000; // bytes of markup
 
-// One habitat in markup. Data may hold tags; a text that does not parse is
-// shown with its words, so that one bad entry does not blank out all.
+// Returns one habitat as markup. The data can contain tags. A text with invalid markup is shown
+// as plain text, because otherwise the label would be empty.
 Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& description)
 {
   const Glib::ustring entry = "<b>" + name + "</b> " + description;
   if (entry.bytes() <= longest_description && is_label_markup(entry))
-    return displayed_markup(entry, longest_description); // tags may reach from one to the other
+    return displayed_markup(
+        entry, longest_description); // a tag may begin in the name and end in the description
   return "<b>" + displayed_markup(name, longest_name) + "</b> " +
          displayed_markup(description, longest_description);
 }
 
-// All habitats of a region, a line each, as far as there is room; gaps in its codes have
-// none.
+// Returns all habitats of a region up to the limit, with one line for each. Omits unused codes.
 Glib::ustring habitats_markup(const HabitatInfo& info, const std::vector<int>& ids)
 {
   Glib::ustring text;
@@ -103,8 +103,8 @@ void SurveyPanel2::fill_boxes()
   temp_units->set_active(0);
 
   window->fields.fill_boxes(*window->reference_data.data_defs);
-  habitat->opens_beside = true; // the descriptions below tell what to choose
-  habitat->set_active(0);       // without effect, unless the definition file offers habitats
+  habitat->opens_beside = true; // does not cover the descriptions below
+  habitat->set_active(0);       // has no effect unless the definition file has habitats
 }
 
 RetCode SurveyPanel2::setup_for_subregion(const Glib::ustring& /*code*/)
@@ -127,7 +127,7 @@ RetCode SurveyPanel2::setup_for_survey_subtype()
       species_only ? "Please enter information about your survey conditions; since this is a "
                      "species-only survey, all fields are optional except bottom time:"
                    : "Please enter information about your survey conditions:");
-  show_or_hide(optional1, !species_only); // would say nothing beside fields that all are
+  show_or_hide(optional1, !species_only); // superfluous if all fields are optional
   show_or_hide(optional2, !species_only);
   return RET_SUCCESS;
 }
@@ -147,7 +147,7 @@ void SurveyPanel2::disable_inputs()
   window->fields.lock(*this);
   for (auto* label : {optional1, optional2, label_avg_depth, label_max_depth})
     label->set_sensitive(false);
-  sp2_instructions->set_sensitive(true); // still to be read
+  sp2_instructions->set_sensitive(true); // remains readable
   habitat_descr->set_sensitive(true);
 }
 
@@ -156,9 +156,9 @@ void SurveyPanel2::on_bottom_time_changed() const
   window->confirm_panel->confirm_bottom_time->set_active(false);
 }
 
-// The two boxes are linked while the maximum is locked, and only the average
-// can unlink them. Both handlers end as soon as the boxes agree, which is what
-// stops them from calling each other for ever.
+// The two boxes are linked as long as the maximum is disabled, and only the average can unlink
+// them. Both handlers do nothing if the boxes have the same choice, so they do not call each other
+// endlessly.
 
 void SurveyPanel2::on_avg_depth_changed() const
 {

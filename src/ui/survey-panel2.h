@@ -16,28 +16,30 @@ class SurveyPanel2 : public Gtk::Grid
 {
 public:
   SurveyPanel2(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Offers the habitats of the survey's region. RET_INTERNAL_ERROR without one.
+  // Offers the habitats of the survey's region. Returns RET_INTERNAL_ERROR if the survey has no
+  // region.
   RetCode setup_for_subregion(const Glib::ustring& code);
-  // Tells what the survey's type, which has to be chosen, requires.
+  // Shows which entries the survey's type requires. REQUIRES: a type is chosen.
   RetCode setup_for_survey_subtype();
-  // "C" chooses Celsius, anything else Fahrenheit.
+  // Chooses Celsius if `units` is "C", else Fahrenheit.
   void set_temp_units_short(const Glib::ustring& units);
-  // The first letter of the unit, empty if none is chosen.
+  // Returns the first letter of the unit, or an empty text if none is chosen.
   Glib::ustring get_temp_units_short() const;
   // Makes the page read-only.
   void disable_inputs();
 
   void on_bottom_time_changed() const;
-  // A snorkel survey has no depth of its own: one box at "Snorkel" takes the
-  // other along, and the maximum is then locked until the average changes.
+  // A snorkel survey has no depths. If the user chooses "Snorkel" in one box, the handlers choose
+  // it in the other box, too, and disable the maximum until the average changes.
   void on_avg_depth_changed() const;
   void on_max_depth_changed() const;
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1; // in the notebook
+  int page = -1; // the index in the notebook
   Gtk::Label* sp2_instructions = nullptr;
   Gtk::Entry* surface_temp = nullptr;
   Gtk::Label* optional1 = nullptr;

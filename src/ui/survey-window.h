@@ -241,14 +241,14 @@ private:
   void make_panels(const Glib::RefPtr<Gtk::Builder>& builder);
   // Sets the icons and the version line.
   void label_windows();
-  // What has been entered so far counts as unchanged; in a survey that has taken
-  // over the member's details, these do not count at all.
+  // Make the current entries count as unchanged. remember_as_new_survey() is for a survey with
+  // copied member details, which then do not count as entries.
   void remember_as_unchanged();
   void remember_as_new_survey();
-  // Writes the document of what was read from the panels into survey.xml_current, with the
-  // survey's species. On failure as generate_xml_string().
+  // Stores the document of the entries and of the survey's species in survey.xml_current. Fails
+  // like generate_xml_string().
   RetCode build_document(Survey entered, Glib::ustring& error_text);
-  // Everything entered, also species that a document could not hold.
+  // Returns all entries as text, including species that a document cannot contain.
   Glib::ustring entered_text() const;
   void carry_over_to(SurveyWindow& next) const;
   // Turns to the first page that a new survey still needs.
@@ -266,17 +266,18 @@ private:
   void swap_window();
   Gtk::Menu* make_abundance_menu(int subtype, const std::vector<AbundanceChoices::Choice>& choices);
   Gtk::Menu* abundance_menu_for(int species_id) const;
-  // The menu for the species, on which it will act. Null if there is none: the user knows then.
+  // Returns the menu for the species and makes the species its target. If there is no menu,
+  // informs the user and returns null.
   Gtk::Menu* prepare_abundance_menu(int species_id);
 
   // Keeps the menu beside its row while the tree scrolls.
   sigc::connection menu_follows_row;
-  // What the system called itself when the last document was generated. A check for unsaved
-  // changes does not ask again.
+  // The software_platform() of the last generated document. A check for unsaved changes reuses
+  // it.
   Glib::ustring platform;
-  // What was on the screen when the user last chose not to save it.
-  Glib::ustring given_up;
-  // What a survey held when it was opened, if these data cannot write it again.
+  // The entered_text() at the time when the user last chose not to save it.
+  Glib::ustring discarded_text;
+  // The entered_text() of a survey at its opening, if the data cannot generate its document.
   Glib::ustring unwritable_as_opened;
 };
 

@@ -364,7 +364,7 @@ bool UnlistedPanel::was_matched(int id) const
 
 void UnlistedPanel::update_columns()
 {
-  const NameDisplay names = window->listed_panel->take_name_display();
+  const NameDisplay names = window->listed_panel->store_name_display();
   const auto& columns = window->species_columns;
   set_species_tree_columns(*selected_species_tree, selected_parts, columns, names, abundance_title);
   set_species_tree_columns(*found_species_tree, found_parts, columns, names, abundance_title);
