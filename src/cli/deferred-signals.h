@@ -8,7 +8,7 @@
 class DeferredSignals
 {
 public:
-  DeferredSignals();
+  DeferredSignals(); // blocks the signals in the current thread
   ~DeferredSignals();
   DeferredSignals(const DeferredSignals&) = delete;
   DeferredSignals& operator=(const DeferredSignals&) = delete;

@@ -30,6 +30,7 @@ public:
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
+  // Append bytes.
   void write(const char* bytes, std::size_t size);
   void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
   // Flushes the written bytes, to the disk if the destination is a file.

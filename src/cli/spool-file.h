@@ -9,8 +9,9 @@
 class SpoolFile
 {
 public:
-  SpoolFile();
+  SpoolFile(); // creates the file
 
+  // Appends bytes. REQUIRES: rewind() has not been called.
   void write(const std::string& bytes);
   // Moves to the start of the file for reading. Returns the size in bytes.
   std::int64_t rewind();

@@ -75,8 +75,7 @@ private:
     }
     make_directories(path.parent_path());
     try {
-      replace_file(target, bytes.data(), bytes.size(),
-                   "none"); // no file has this tag: fails if the file exists
+      replace_file(target, bytes.data(), bytes.size(), "none"); // fails if the file exists
       ++restored;
     } catch (const Glib::Error& failure) {
       throw CouldNotRun("cannot write " + target + ": " + failure.what().raw());

@@ -17,7 +17,7 @@ struct SchemaFault {
 class SurveySchema
 {
 public:
-  SurveySchema();
+  SurveySchema(); // parses the schema
 
   // Returns the violations in a document, at most one for each line. The caller owns the
   // document.

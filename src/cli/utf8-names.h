@@ -7,7 +7,7 @@
 class Utf8Names
 {
 public:
-  Utf8Names();
+  Utf8Names(); // keeps the locale of the thread if the system has no locale with UTF-8
   ~Utf8Names();
   Utf8Names(const Utf8Names&) = delete;
   Utf8Names& operator=(const Utf8Names&) = delete;

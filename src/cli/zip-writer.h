@@ -20,6 +20,7 @@ public:
   ZipWriter(const ZipWriter&) = delete;
   ZipWriter& operator=(const ZipWriter&) = delete;
 
+  // Add an entry. `name` is its path in the archive, without a slash at the end.
   void add_directory(const std::string& name);
   void add_file(const std::string& name, const std::string& bytes);
   // Adds a file with the bytes that were written to `spool`.

@@ -8,11 +8,13 @@
 
 // RAII owners of resources that C libraries return.
 
+// Closes a pipe of popen() and waits for its command.
 struct PipeClose {
   void operator()(FILE* pipe) const { pclose(pipe); }
 };
 using Pipe = std::unique_ptr<FILE, PipeClose>;
 
+// Frees memory from GLib.
 struct GFree {
   void operator()(void* memory) const { g_free(memory); }
 };

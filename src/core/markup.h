@@ -26,5 +26,5 @@ bool is_label_markup(const Glib::ustring& text);
 // literally, so that a stray "<" or "&" does not leave a label or dialog empty.
 Glib::ustring readable_markup(const Glib::ustring& text);
 
-// The words of `text` without tags and escapes if it is markup, else `text` as it stands.
+// Returns the plain text of `text` if it is markup, else `text` unchanged.
 Glib::ustring without_markup(const Glib::ustring& text);

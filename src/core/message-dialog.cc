@@ -184,9 +184,8 @@ void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
   scrolled->set_overlay_scrolling(false); // the bar shows that there is more to read
   scrolled->set_min_content_width(scrolled_width(dialog, room));
   scrolled->set_min_content_height(least_scrolled_height);
-  const int left =
-      room.height -
-      least_size(dialog).height; // before the text is added, because measuring it is slow
+  // Measure the dialog before it has the text, because measuring the text is slow.
+  const int left = room.height - least_size(dialog).height;
   scrolled->add(*texts);
   scrolled->set_min_content_height(
       std::clamp(least_scrolled_height + left, least_scrolled_height, scrolled_height));

@@ -11,6 +11,7 @@ public:
   // invalid. A line without "=" ends the process.
   explicit DataFileInfo(const std::string& dir);
 
+  // Returns the name of the file, without a directory.
   static std::string get_filename();
 
   std::string timestamp; // the newer set has the larger one, compared as bytes

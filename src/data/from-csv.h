@@ -35,6 +35,7 @@ public:
   FromCSV& operator=(const FromCSV&) = delete;
   virtual ~FromCSV();
 
+  // Returns whether the file was read without a failure.
   virtual bool is_valid() const;
   // Passes the headings to process_headings(), each data line to process_line(), and an
   // empty vector to process_line() at the end. Returns the first result other than

@@ -172,7 +172,7 @@ RetCode SurveyWindow::do_upload_file(const std::string& path)
 
 void SurveyWindow::do_upload_single(const std::string& path)
 {
-  discarded_text.clear(); // what was meant for an earlier question
+  discarded_text.clear(); // it belongs to an earlier question
   ResponseCode next = RESPONSE_NONE;
   if (do_upload_file(path) == RET_SUCCESS)
     next =
@@ -182,7 +182,7 @@ void SurveyWindow::do_upload_single(const std::string& path)
 
 void SurveyWindow::do_upload_all_ready(const std::vector<std::string>& list)
 {
-  discarded_text.clear(); // what was meant for an earlier question
+  discarded_text.clear(); // it belongs to an earlier question
   int failures = 0;
   int successes = 0;
   for (const auto& path : list) {

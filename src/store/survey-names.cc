@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int presence_only_invertebrate =
-    2; // a value of RegionFishInfo::Species::invertebratetype
+// A value of RegionFishInfo::Species::invertebratetype.
+constexpr int presence_only_invertebrate = 2;
 
 // Returns the value of `key`, or null if the map lacks the key.
 template<typename Map>

@@ -9,7 +9,7 @@ class SurveyWindow;
 class NextWindow
 {
 public:
-  explicit NextWindow(MyApp& app);
+  explicit NextWindow(MyApp& app); // creates the window
   ~NextWindow();
   NextWindow(const NextWindow&) = delete;
   NextWindow& operator=(const NextWindow&) = delete;

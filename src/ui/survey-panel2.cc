@@ -31,8 +31,7 @@ Glib::ustring habitat_markup(const Glib::ustring& name, const Glib::ustring& des
 {
   const Glib::ustring entry = "<b>" + name + "</b> " + description;
   if (entry.bytes() <= longest_description && is_label_markup(entry))
-    return displayed_markup(
-        entry, longest_description); // a tag may begin in the name and end in the description
+    return displayed_markup(entry, longest_description); // tags may extend over both texts
   return "<b>" + displayed_markup(name, longest_name) + "</b> " +
          displayed_markup(description, longest_description);
 }

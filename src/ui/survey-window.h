@@ -77,6 +77,7 @@ public:
 
   // --- the window and its actions (src/ui) ---
 
+  // Creates the menus and the panels. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyApp* app);
   void create_menu_action(const std::string& name, const std::string& label);
   void create_action(const std::string& name, const std::string& label,
@@ -128,6 +129,7 @@ public:
 
   // --- abundances (src/ui/abundance-menu.cc) ---
 
+  // Creates one menu for each survey type that has abundance classes.
   void build_abundance_menus();
   // Opens the abundance menu for a species at the pointer.
   void popup_abundance_menu(int species_id, int button, guint32 time);
@@ -143,27 +145,30 @@ public:
 
   // --- document and store (src/store) ---
 
-  // What the panels hold now, without the species.
+  // Returns the entries of the panels without the species.
   Survey entered_survey() const;
-  // Writes the document of the panels' state into survey.xml_current. On
-  // failure the reason is in `error_text`, and xml_current stays.
+  // Stores the document of the current entries in survey.xml_current. `omit_member` leaves out
+  // the member details. On failure, stores the reason in `error_text` and does not change
+  // xml_current.
   RetCode generate_xml_string(Glib::ustring& error_text, bool omit_member);
-  // Saves into the directory of `which`; errors have been shown on return.
-  // RET_DECLINED if the user refuses to save a survey without its year.
+  // Saves the survey to the directory of `which`. Shows failures. Returns RET_DECLINED if the
+  // user does not want to save a survey without its year.
   RetCode do_save(MyApp::WhichDir which, DoSaveFlags flags);
-  // Whether the survey has changes that would be lost.
+  // Returns whether the survey has unsaved changes.
   bool file_needs_saving();
-  // Whether the caller may go on: nothing unsaved, saved just now, or given up.
+  // Asks the user about unsaved changes, and saves them if the user agrees. Returns whether the
+  // caller may continue: there are no changes, they are saved, or the user discards them.
   // `doing_what` completes the sentences of the question.
   bool check_file_save_okay(const Glib::ustring& doing_what);
-  // Writes a buffer to a file; errors have been shown on return.
+  // Writes `size` bytes to a file. Shows failures.
   RetCode write_file(const std::string& path, const char* data, unsigned long size);
-  // Loads a saved survey into this window, which has to be a new one.
+  // Loads a saved survey into this window. Shows failures. REQUIRES: the window is new.
   RetCode do_open(std::string path);
-  // Lets the user choose a survey and opens it in a window of its own.
+  // Lets the user choose a survey and opens it in a new window.
   RetCode select_and_open_saved_survey();
+  // Makes the survey read-only.
   void set_survey_is_uploaded();
-  // Asks, then deletes. True if the file is gone.
+  // Asks the user and then deletes the file. Returns whether the file is deleted.
   bool maybe_delete_survey(const std::string& path);
 
   // --- server (src/server) ---

@@ -28,6 +28,7 @@ public:
   UnlistedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
+  // Adapt the page to a new subregion or survey type.
   void setup_for_subregion(const Glib::ustring& subregion);
   void setup_for_survey_subtype();
   // Reads the search text and filters both trees.

@@ -11,6 +11,7 @@ class Window;
 class WindowPlace
 {
 public:
+  // REQUIRES: `the_window` outlives this object.
   explicit WindowPlace(Gtk::Window& the_window);
   WindowPlace(const WindowPlace&) = delete;
   WindowPlace& operator=(const WindowPlace&) = delete;
