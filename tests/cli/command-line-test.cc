@@ -1,4 +1,4 @@
-// The tools as a user runs them: what they print where, and their exit status.
+// Runs both tools like a user and tests their output and exit status.
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ TEST(CommandLine, PrintsTheVersionOfBothTools)
   }
 }
 
-TEST(CommandLine, RefusesWhatItDoesNotKnow)
+TEST(CommandLine, RefusesUnknownCommandsAndOptions)
 {
   const struct {
     std::vector<std::string> arguments;
@@ -65,14 +65,14 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow)
   }
 }
 
-TEST(CommandLine, TakesWhatFollowsTwoHyphensAsAnArgument)
+TEST(CommandLine, TreatsWordsAfterTwoHyphensAsArguments)
 {
   const ToolRun run = run_program("mavo-data", {"check", "--", "--help"});
   EXPECT_EQ(2, run.status);
   EXPECT_TRUE(has(run.err, "cannot read --help: ")) << run.err;
 }
 
-TEST(CommandLine, SaysThatItCannotWriteItsOutput)
+TEST(CommandLine, ReportsThatItCannotWriteItsOutput)
 {
   for (const char* const redirection : {">/dev/full", ">&-", "| true"}) {
     const std::string script =

@@ -13,13 +13,13 @@ TEST(CsvRow, KeepsEmptyFields)
   EXPECT_EQ(",,\r\n", csv_row({"", "", ""}));
 }
 
-TEST(CsvRow, QuotesFieldsThatHoldACommaAQuoteOrALineEnd)
+TEST(CsvRow, QuotesFieldsThatContainACommaAQuoteOrALineEnd)
 {
   EXPECT_EQ("\"a,b\",\"say \"\"x\"\"\",\"1\n2\",\"1\r2\"\r\n",
             csv_row({"a,b", "say \"x\"", "1\n2", "1\r2"}));
 }
 
-TEST(CsvRow, LeavesAllOtherCharactersAsTheyAre)
+TEST(CsvRow, KeepsAllOtherCharactersUnchanged)
 {
   EXPECT_EQ("=1+1, x ,\\n,'Núñez',\t\r\n", csv_row({"=1+1", " x ", "\\n", "'Núñez'", "\t"}));
 }

@@ -40,7 +40,7 @@ TEST(EventDate, HasOnlyTheDayIfTheStartIsUnknown)
   EXPECT_EQ("2021-06-30", date_of("2021", 6, 30, 25));
 }
 
-TEST(EventDate, HasOnlyWhatCanBeRight)
+TEST(EventDate, HasOnlyTheValidPartsOfAnIncompleteDate)
 {
   EXPECT_EQ("2021-02", date_of("2021", 2, 30, 9));
   EXPECT_EQ("2020-02-29T09:00", date_of("2020", 2, 29, 9));
@@ -52,14 +52,14 @@ TEST(EventDate, HasOnlyWhatCanBeRight)
   EXPECT_EQ("", date_of("-5", 6, 30, 9));
 }
 
-TEST(DepthEnds, AreThoseOfAClassWithBoth)
+TEST(DepthEnds, AreBothLimitsOfAClosedClass)
 {
   expect_ends("10-19 ft (3-6 m)", "3", "6");
   expect_ends("100\u2013109 ft (30\u201333 m)", "30", "33");
   expect_ends("(1.5-3 m)", "1.5", "3");
 }
 
-TEST(DepthEnds, AreMissingWhereTheClassIsOpen)
+TEST(DepthEnds, AreMissingIfTheClassIsOpen)
 {
   expect_ends("Less than 10 ft (3 m)", "", "3");
   expect_ends("130 ft (40 m) or deeper", "40", "");
@@ -74,7 +74,7 @@ TEST(DepthEnds, AreMissingInALabelWithoutMetres)
   expect_ends("(3-6 km)", "", "");
 }
 
-TEST(DepthEnds, TakeNoNotableWorkForALabelOfAnyLength)
+TEST(DepthEnds, NeedLittleWorkForALabelOfAnyLength)
 {
   expect_ends(("(" + std::string(1'000'000, '1')).c_str(), "", "");
 }

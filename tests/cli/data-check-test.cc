@@ -1,4 +1,4 @@
-// mavo-data check as a user runs it.
+// Runs mavo-data check like a user.
 
 #include <gtest/gtest.h>
 
@@ -81,7 +81,7 @@ TEST_F(CheckedSet, IsOneOfSeveral)
   EXPECT_NE(std::string::npos, run.out.find(other.dir + "habitat.csv: error:"));
 }
 
-TEST_F(CheckedSet, IsNotFoundWhereThereIsNone)
+TEST_F(CheckedSet, IsNotFoundInADirectoryWithoutASet)
 {
   const ToolRun run = run_program("mavo-data", {"check", set.dir + "none"});
   EXPECT_EQ(2, run.status);
@@ -89,7 +89,7 @@ TEST_F(CheckedSet, IsNotFoundWhereThereIsNone)
   EXPECT_NE(std::string::npos, run.err.find("none: No such file or directory"));
 }
 
-TEST_F(CheckedSet, IsNotReportedWellIfTheReportCannotBeWritten)
+TEST_F(CheckedSet, FailsIfTheReportCannotBeWritten)
 {
   const ToolRun run = run_shell("mavo-data", "\"$TOOL\" check '" + set.dir + "' > /dev/full");
   EXPECT_EQ(2, run.status);

@@ -32,7 +32,7 @@ public:
     after.file(file, replaced(read_file(after.dir + file), from, to));
   }
 
-  // "severity rule: consequence" of each finding.
+  // Returns "severity rule: consequence" for each finding.
   std::vector<std::string> differences()
   {
     ReferenceData old_data;
@@ -54,7 +54,7 @@ public:
 
   const DataSet before;
   const DataSet after;
-  DataDiff diff; // what differences() found
+  DataDiff diff; // the result of differences()
 };
 
 using Lines = std::vector<std::string>;
@@ -71,7 +71,7 @@ TEST_F(DataDiffTest, FindsNothingInASetThatIsOnlyNewer)
   EXPECT_TRUE(diff.harms.empty());
 }
 
-TEST_F(DataDiffTest, WarnsOfASetThatIsNotNewer)
+TEST_F(DataDiffTest, WarnsAboutASetThatIsNotNewer)
 {
   after.file("data-file-info.txt", "version=1\ntimestamp=20210101000000\nupdated=x\n");
   EXPECT_EQ(Lines{"warning timestamp-not-newer: The timestamp 20210101000000 is not above "
@@ -81,7 +81,7 @@ TEST_F(DataDiffTest, WarnsOfASetThatIsNotNewer)
 
 // --- species ---
 
-TEST_F(DataDiffTest, ShowsSpeciesThatAreNewAndThatAreGone)
+TEST_F(DataDiffTest, ShowsAddedAndRemovedSpecies)
 {
   change(species_file, "12,Hexagrammos decagrammus,Kelp Greenling,F2,0,0\n",
          "13,Hexagrammos stelleri,Whitespotted Greenling,F2,0,0\n");
@@ -98,7 +98,7 @@ TEST_F(DataDiffTest, ShowsSpeciesThatAreNewAndThatAreGone)
   EXPECT_EQ(4, diff.findings[1].line);
 }
 
-TEST_F(DataDiffTest, TakesASpeciesOfTheSameScientificNameForTheSame)
+TEST_F(DataDiffTest, RecognisesASpeciesByItsScientificName)
 {
   change(species_file, "Longfin Sculpin", "Long Fin");
   EXPECT_EQ(Lines{"hint species-renamed: Species 10 of region PAC was called \"Jordania zonope "
@@ -107,7 +107,7 @@ TEST_F(DataDiffTest, TakesASpeciesOfTheSameScientificNameForTheSame)
   EXPECT_TRUE(diff.harms.empty());
 }
 
-TEST_F(DataDiffTest, AsksForALookIfOnlyTheScientificNameChanges)
+TEST_F(DataDiffTest, AsksForAReviewIfOnlyTheScientificNameChanges)
 {
   change(species_file, "Jordania zonope", "Zonope jordani");
   EXPECT_EQ(
@@ -117,7 +117,7 @@ TEST_F(DataDiffTest, AsksForALookIfOnlyTheScientificNameChanges)
       differences());
 }
 
-TEST_F(DataDiffTest, SaysWhichSpeciesIdHasAnotherMeaning)
+TEST_F(DataDiffTest, ReportsASpeciesIdWithAnotherMeaning)
 {
   change(species_file, "10,Jordania zonope,Longfin Sculpin", "10,Sebastes miniatus,Vermilion");
   EXPECT_EQ(
@@ -128,7 +128,7 @@ TEST_F(DataDiffTest, SaysWhichSpeciesIdHasAnotherMeaning)
   EXPECT_EQ(1U, diff.harms.count("species PAC 10"));
 }
 
-TEST_F(DataDiffTest, TakesTwoSpeciesWithNamesThatAreAlikeForTwo)
+TEST_F(DataDiffTest, DistinguishesSpeciesWithSimilarNames)
 {
   before.file(species_file,
               replaced(read_file(before.dir + species_file), "10,Jordania zonope,Longfin Sculpin",
@@ -139,7 +139,7 @@ TEST_F(DataDiffTest, TakesTwoSpeciesWithNamesThatAreAlikeForTwo)
   EXPECT_EQ("id-changed-meaning", diff.findings.front().rule);
 }
 
-TEST_F(DataDiffTest, FindsIdsThatHaveMovedByOne)
+TEST_F(DataDiffTest, FindsIdsThatAreShiftedByOne)
 {
   change(species_file, "11,Ophiodon elongatus,Lingcod,F2,0,1\n12,Hexagrammos",
          "12,Ophiodon elongatus,Lingcod,F2,0,1\n13,Hexagrammos");
@@ -150,7 +150,7 @@ TEST_F(DataDiffTest, FindsIdsThatHaveMovedByOne)
   EXPECT_EQ("species-added", diff.findings[2].rule);      // 13
 }
 
-TEST_F(DataDiffTest, KnowsASpeciesWithoutAScientificNameByTheOther)
+TEST_F(DataDiffTest, RecognisesASpeciesWithoutAScientificNameByItsCommonName)
 {
   const std::string from = "10,Jordania zonope,Longfin Sculpin";
   before.file(species_file,
@@ -161,7 +161,7 @@ TEST_F(DataDiffTest, KnowsASpeciesWithoutAScientificNameByTheOther)
             differences());
 }
 
-TEST_F(DataDiffTest, FindsASpeciesWhoseNumbersAreNoLongerNoted)
+TEST_F(DataDiffTest, FindsASpeciesWhoseNumbersAreNoLongerRecorded)
 {
   change(species_file, "Ochre Star,F3,1,0", "Ochre Star,F3,2,0");
   EXPECT_EQ(Lines{"error id-changed-meaning: Species 20 of region PAC was \"Pisaster ochraceus "
@@ -182,7 +182,7 @@ TEST_F(DataDiffTest, ShowsASpeciesOfAnotherFamilyOrRarity)
 
 // --- places and survey types ---
 
-TEST_F(DataDiffTest, ShowsLocationsThatAreNewGoneOrRenamed)
+TEST_F(DataDiffTest, ShowsAddedRemovedAndRenamedLocations)
 {
   change(places_file, "PAC,CAL,Pacific,California,5", "PAC,ORE,Pacific,Oregon,5");
   change(places_file, "Florida & Gulf", "Florida & the Gulf");
@@ -198,7 +198,7 @@ TEST_F(DataDiffTest, ShowsLocationsThatAreNewGoneOrRenamed)
   EXPECT_EQ(1U, diff.harms.count("type 5"));
 }
 
-TEST_F(DataDiffTest, TakesALocationThatGetsTheNameOfAnotherForThatOne)
+TEST_F(DataDiffTest, RecognisesALocationThatGetsTheNameOfAnother)
 {
   const std::string rows = read_file(after.dir + places_file);
   after.file(places_file, replaced(replaced(rows, "California,5", "Northwest,5"), "Florida & Gulf",
@@ -209,7 +209,7 @@ TEST_F(DataDiffTest, TakesALocationThatGetsTheNameOfAnotherForThatOne)
   EXPECT_EQ("id-changed-meaning", diff.findings[1].rule);
 }
 
-TEST_F(DataDiffTest, ReportsARegionThatIsGoneOnceAndNotEachOfItsZones)
+TEST_F(DataDiffTest, ReportsARemovedRegionOnceAndNotEachOfItsZones)
 {
   change(places_file, "CAR,FLA,Caribbean,Florida & Gulf,6,Florida: abundance,1,1,0,1,1\n", "");
   change("species-view-definitions.csv", "4,FLA,Common,1\n", "");
@@ -221,7 +221,7 @@ TEST_F(DataDiffTest, ReportsARegionThatIsGoneOnceAndNotEachOfItsZones)
   EXPECT_EQ("region-removed", diff.findings.front().rule);
 }
 
-TEST_F(DataDiffTest, FindsASurveyTypeThatAsksForOtherThings)
+TEST_F(DataDiffTest, FindsASurveyTypeWithOtherRequirements)
 {
   change(places_file, "2,Northwest: species only,0", "2,Northwest: species only,1");
   EXPECT_EQ(Lines{"error id-changed-meaning: Survey type 2 was \"Northwest: species only\", of "
@@ -241,7 +241,7 @@ TEST_F(DataDiffTest, ShowsASurveyTypeThatIsNoLongerOffered)
 
 // --- zones, habitats, views ---
 
-TEST_F(DataDiffTest, TellsACorrectedZoneFromAnother)
+TEST_F(DataDiffTest, DistinguishesACorrectedZoneFromAnother)
 {
   change("PAC-geog.csv", "Deception Pass", "\"Deception Pass, North\"");
   change("PAC-geog.csv", "Rosario Wall", "Cape Flattery");
@@ -253,7 +253,7 @@ TEST_F(DataDiffTest, TellsACorrectedZoneFromAnother)
   EXPECT_EQ(expected, differences());
 }
 
-TEST_F(DataDiffTest, FindsAHabitatCodeThatStandsForAnotherHabitat)
+TEST_F(DataDiffTest, FindsAHabitatCodeThatMeansAnotherHabitat)
 {
   change("habitatregion.csv", "PAC,3,2", "PAC,3,3");
   EXPECT_EQ(Lines{"error id-changed-meaning: Habitat 3 of region PAC was \"Wall\", and is now "
@@ -261,7 +261,7 @@ TEST_F(DataDiffTest, FindsAHabitatCodeThatStandsForAnotherHabitat)
             differences());
 }
 
-TEST_F(DataDiffTest, ShowsAViewOfOtherSpeciesOrAnotherDefault)
+TEST_F(DataDiffTest, ShowsAViewWithOtherSpeciesOrAnotherDefault)
 {
   change("species-views.csv", "1,11,F2\n", "1,12,F2\n1,20,F3\n");
   change("species-view-definitions.csv", "1,PNW,Common,1\n2,PNW,With invertebrates,0",
@@ -294,7 +294,7 @@ TEST_F(DataDiffTest, NamesTheLineOfEachKindOfThing)
   EXPECT_EQ(expected, lines);
 }
 
-TEST_F(DataDiffTest, TakesEveryOtherLabelOfAChoiceForAnotherMeaning)
+TEST_F(DataDiffTest, TreatsEachChangedLabelOfAChoiceAsAnotherMeaning)
 {
   change("data-definitions.csv", "depth,3,Deep", "depth,3,Deeper");
   EXPECT_EQ(Lines{"error id-changed-meaning: Choice 3 of depth was \"Deep\", and is now "
@@ -303,7 +303,7 @@ TEST_F(DataDiffTest, TakesEveryOtherLabelOfAChoiceForAnotherMeaning)
   EXPECT_EQ(1U, diff.harms.count("choice depth 3"));
 }
 
-TEST_F(DataDiffTest, FindsAnAbundanceClassOfAnotherLabel)
+TEST_F(DataDiffTest, FindsAnAbundanceClassWithAnotherLabel)
 {
   change(classes_file, "102,1,Few (2-10),2", "102,1,Few (2-20),2");
   EXPECT_EQ(Lines{"error id-changed-meaning: Abundance class 2 of survey type 1 was \"Few "
@@ -324,7 +324,7 @@ TEST_F(DataDiffTest, FindsAResponseIdOfAnotherClass)
             diff.findings.back().consequence);
 }
 
-TEST_F(DataDiffTest, ShowsOtherLimits)
+TEST_F(DataDiffTest, ShowsChangedLimits)
 {
   change("data-parameters.csv", "temp_min_f,28", "temp_min_f,30");
   EXPECT_EQ(Lines{"hint limit-changed: Limit temp_min_f was: 28; is now: 30"}, differences());

@@ -52,7 +52,7 @@ std::map<std::string, PackedFile> files_in(const std::string& bytes)
 
 } // namespace
 
-TEST(DataPack, HoldsAllFilesOfTheSetAndNoOthers)
+TEST(DataPack, ContainsAllFilesOfTheSetAndNoOthers)
 {
   const DataSet set;
   set.minimal();
@@ -68,7 +68,7 @@ TEST(DataPack, HoldsAllFilesOfTheSetAndNoOthers)
   EXPECT_EQ(1U, files.count("data-files/PAC-geog.csv"));
 }
 
-TEST(DataPack, GivesTheSameBytesWhateverTimesOwnersAndModesAre)
+TEST(DataPack, ReturnsTheSameBytesForAllTimesOwnersAndModes)
 {
   const DataSet one;
   const DataSet other;
@@ -87,7 +87,7 @@ TEST(DataPack, GivesTheSameBytesWhateverTimesOwnersAndModesAre)
   EXPECT_NE(bytes, pack(other.dir));
 }
 
-TEST(DataPack, GivesEachFileAModeThatAllCanReadAndAPastTime)
+TEST(DataPack, SetsAModeThatAllCanReadAndAPastTime)
 {
   const DataSet set;
   set.minimal();
@@ -98,7 +98,7 @@ TEST(DataPack, GivesEachFileAModeThatAllCanReadAndAPastTime)
   }
 }
 
-TEST(DataPack, HasNothingBehindTheCompressedData)
+TEST(DataPack, HasNothingAfterTheCompressedData)
 {
   const DataSet set;
   set.minimal();

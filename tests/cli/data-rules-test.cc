@@ -1,4 +1,4 @@
-// Whether docs/data-files.md lists the rules of mavo-data check as they are.
+// Tests whether docs/data-files.md lists the rules of mavo-data check correctly.
 
 #include "support/data-set.h"
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-// "id severity" for each rule, in the order of the table.
+// Returns "id severity" for each rule, in the order of the table.
 std::string listed_rules()
 {
   std::string list;
@@ -26,7 +26,7 @@ std::string listed_rules()
   return list;
 }
 
-// The same from the rows of the document that have an example and a consequence.
+// Returns the same from the rows of the document that have an example and a consequence.
 std::string documented_rules()
 {
   static const std::regex row("\\| `([a-z-]+)` \\| (error|warning|hint) \\| [^|]+ \\| [^|]+ \\|");
@@ -46,7 +46,7 @@ TEST(DataRules, AreAllInTheDocumentWithAnExample)
   EXPECT_EQ(listed_rules(), documented_rules());
 }
 
-TEST(DataRules, HaveAnIdOfTheirOwnAndStandInTheirOrder)
+TEST(DataRules, HaveUniqueIdsAndAreInTheirOrder)
 {
   std::set<std::string> ids;
   for (const Rule& rule : data_rules()) {

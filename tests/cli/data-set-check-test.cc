@@ -1,4 +1,4 @@
-// Whether each rule of mavo-data check finds its fault, and nothing besides.
+// Tests whether each rule of mavo-data check finds its fault and nothing else.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ std::string name_of(Severity severity)
   return severity == Severity::error ? "error" : severity == Severity::warning ? "warning" : "hint";
 }
 
-// A line for each finding: file, line, rule and severity.
+// Returns a line for each finding: file, line, rule and severity.
 std::string summary(const std::vector<Finding>& findings)
 {
   std::string text;
@@ -47,7 +47,7 @@ std::size_t count_of(const std::string& rule, const std::vector<Finding>& findin
 
 } // namespace
 
-TEST_P(SingleFaults, AreFoundAtTheirPlaceAndNothingElse)
+TEST_P(SingleFaults, AreFoundAtTheirPlaceWithoutOtherFindings)
 {
   const SingleFault& fault = GetParam();
   const DataSet set;
@@ -67,14 +67,14 @@ INSTANTIATE_TEST_SUITE_P(DataSetCheck, SingleFaults, testing::ValuesIn(single_fa
                            return name;
                          });
 
-TEST(DataSetCheck, HasNothingToSayOfAGoodSet)
+TEST(DataSetCheck, FindsNothingInAGoodSet)
 {
   const DataSet set;
   write_good_set(set);
   EXPECT_EQ("", summary(check_data_set(set.dir)));
 }
 
-TEST(DataSetCheck, TriesEveryRuleWithASingleFault)
+TEST(DataSetCheck, TestsEachRuleWithASingleFault)
 {
   std::set<std::string> tried{"file-too-large", "line-too-long", "numbering-gap"}; // see below
   for (const SingleFault& fault : single_faults())
@@ -106,7 +106,7 @@ TEST(DataSetCheck, ReportsALineThatIsTooLong)
   }
 }
 
-TEST(DataSetCheck, ReportsTheFirstNumberThatTheProgramHasNoMoreRoomFor)
+TEST(DataSetCheck, ReportsTheFirstNumberBeyondTheLimitOfGaps)
 {
   const DataSet set;
   write_good_set(set);
@@ -167,7 +167,7 @@ TEST(DataSetCheck, ReadsNoFileOutsideTheDirectory)
   EXPECT_EQ(std::string::npos, found.find("zone-level"));
 }
 
-TEST(DataSetCheck, ReportsARowWhoseLastFieldACarriageReturnTakes)
+TEST(DataSetCheck, ReportsARowThatLosesItsLastFieldToACarriageReturn)
 {
   const DataSet set;
   write_good_set(set);
@@ -177,7 +177,7 @@ TEST(DataSetCheck, ReportsARowWhoseLastFieldACarriageReturnTakes)
             summary(check_data_set(set.dir)));
 }
 
-TEST(DataSetCheck, AcceptsMarkupAmpersandsAndQuotesThatAreRight)
+TEST(DataSetCheck, AcceptsValidMarkupAmpersandsAndQuotes)
 {
   const DataSet set;
   write_good_set(set);

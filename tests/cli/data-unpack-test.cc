@@ -19,7 +19,7 @@ namespace {
 using Entries = std::vector<TarEntry>;
 using Rules = std::vector<std::string>;
 
-// Scratch directories come to stand beside a directory that is none of their business.
+// Creates scratch directories beside a directory that the functions must not touch.
 class DataUnpackTest : public testing::Test
 {
 public:
@@ -32,7 +32,7 @@ public:
   }
   ~DataUnpackTest() override { setenv("TMPDIR", before.c_str(), 1); }
 
-  // The rules of what is found in an archive.
+  // Unpacks the archive and returns the rules of the findings.
   Rules unpack()
   {
     const ScratchDirectory scratch;
@@ -67,7 +67,7 @@ public:
     return entries;
   }
 
-  // The same with further entries at the end.
+  // Returns the same entries with additional entries at the end.
   Entries set_with(const Entries& more) const
   {
     Entries entries = whole_set();
@@ -101,7 +101,7 @@ using DataUnpackDeathTest = DataUnpackTest;
 
 } // namespace
 
-TEST_F(DataUnpackTest, GivesTheFilesThatWerePacked)
+TEST_F(DataUnpackTest, UnpacksThePackedFiles)
 {
   output_of([&] { write_file(archive, pack_data_set(set.dir)); });
   EXPECT_EQ(Rules{}, unpack());
@@ -110,7 +110,7 @@ TEST_F(DataUnpackTest, GivesTheFilesThatWerePacked)
   EXPECT_EQ(read_file(set.dir + "habitat.csv"), unpacked["data-files/habitat.csv"]);
 }
 
-TEST_F(DataUnpackTest, TakesWhatTarPacks)
+TEST_F(DataUnpackTest, AcceptsArchivesOfTar)
 {
   fs::create_directories(place.dir + "top");
   fs::copy(set.dir, place.dir + "top/data-files");
@@ -123,7 +123,7 @@ TEST_F(DataUnpackTest, TakesWhatTarPacks)
   }
 }
 
-// --- what leads elsewhere ---
+// --- paths outside of the directory ---
 
 TEST_F(DataUnpackTest, RefusesEveryHostileArchive)
 {
@@ -145,7 +145,7 @@ TEST_F(DataUnpackTest, RefusesEveryHostileArchive)
   }
 }
 
-TEST_F(DataUnpackTest, SaysWhatIsWrongWithAnEntry)
+TEST_F(DataUnpackTest, ReportsTheFaultOfAnEntry)
 {
   const struct {
     TarEntry entry;
@@ -177,7 +177,7 @@ TEST_F(DataUnpackTest, NamesAnEntryInOneLineOfValidText)
   EXPECT_EQ(archive + "/bad?name?[31m\uFFFD", findings.front().file);
 }
 
-TEST_F(DataUnpackTest, KeepsTheLastOfTwoFilesOfOneName)
+TEST_F(DataUnpackTest, KeepsTheLastOfTwoFilesWithTheSameName)
 {
   unpack(set_with({{"data-files/habitat.csv", TarEntry::FILE, "last"}}));
   EXPECT_EQ(Severity::warning, findings.front().severity);
@@ -204,7 +204,7 @@ TEST_F(DataUnpackTest, StopsAtAFileThatIsLargerThanTheProgramAllows)
   EXPECT_TRUE(unpacked.empty());
 }
 
-TEST_F(DataUnpackTest, TakesAFileThatIsAsLargeAsTheProgramAllows)
+TEST_F(DataUnpackTest, AcceptsAFileThatIsAsLargeAsTheProgramAllows)
 {
   fs::create_directories(place.dir + "top/data-files");
   write_file(place.dir + "top/data-files/habitat.csv", "");
@@ -238,7 +238,7 @@ TEST_F(DataUnpackTest, StopsAtMoreBytesThanASetCanHave)
 
 // --- damage ---
 
-TEST_F(DataUnpackTest, ReportsAnArchiveThatIsCutOff)
+TEST_F(DataUnpackTest, ReportsATruncatedArchive)
 {
   write_archive(archive, whole_set());
   fs::resize_file(archive, fs::file_size(archive) / 2);
@@ -248,7 +248,7 @@ TEST_F(DataUnpackTest, ReportsAnArchiveThatIsCutOff)
   EXPECT_FALSE(is_whole);
 }
 
-TEST_F(DataUnpackTest, ReportsWhatIsNoArchive)
+TEST_F(DataUnpackTest, ReportsAFileThatIsNotAnArchive)
 {
   for (const char* const text : {"", "BZh9", "BZh91AY&SY", "no archive at all"}) {
     write_file(archive, text);
@@ -257,7 +257,7 @@ TEST_F(DataUnpackTest, ReportsWhatIsNoArchive)
   }
 }
 
-TEST_F(DataUnpackTest, RefusesWhatTheProgramCannotUnpack)
+TEST_F(DataUnpackTest, RefusesArchivesThatTheProgramCannotUnpack)
 {
   fs::create_directories(place.dir + "top");
   fs::copy(set.dir, place.dir + "top/data-files");
@@ -270,7 +270,7 @@ TEST_F(DataUnpackTest, RefusesWhatTheProgramCannotUnpack)
   EXPECT_EQ(Rules{"archive-damaged"}, unpack());
 }
 
-// --- ways out ---
+// --- cleaning up ---
 
 TEST_F(DataUnpackDeathTest, LeavesNothingWhenASignalEndsIt)
 {

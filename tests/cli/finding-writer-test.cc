@@ -18,7 +18,8 @@ const Finding without_line{
     "data/habitat.csv", {}, "file-missing", Severity::error, "The program does not start"};
 const Finding a_hint{"data/habitat.csv", 3, "id-gaps", Severity::hint, "It costs memory"};
 
-// Standard output of a process of its own, which Output takes over for good.
+// Runs the action in a child process, because Output takes over standard output permanently.
+// Returns the output.
 std::string written_by(const std::function<void(Output&)>& action)
 {
   int ends[2];
@@ -93,14 +94,14 @@ TEST(FindingWriter, KeepsAnyTextInOneLineOfJson)
   EXPECT_EQ("\"quoted\" <b> \\ \x1b[31m \uFFFD", read["consequence"]);
 }
 
-TEST(FindingWriter, PrintsNothingThatControlsATerminal)
+TEST(FindingWriter, PrintsNoControlCharacters)
 {
   const Finding odd{"a\nb\xff", 1, "rule", Severity::error, "red \x1b[31m"};
   EXPECT_EQ("a\uFFFDb\uFFFD:1: error: red \uFFFD[31m [rule]\n",
             written(FindingWriter::Format::PLAIN, {odd}));
 }
 
-TEST(FindingWriter, CountsErrorsAsFaultsButNoHints)
+TEST(FindingWriter, CountsErrorsButNotHintsAsFaults)
 {
   EXPECT_EQ("FINE", status_of(true, {}));
   EXPECT_TRUE(ends_with(status_of(true, {a_hint}), "\nFINE"));

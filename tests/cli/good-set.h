@@ -2,8 +2,8 @@
 
 #include "support/data-set.h"
 
-// Makes `set` one that mavo-data check has nothing to say of: DataSet::minimal() with
-// every species in a view.
+// Makes `set` a set without any finding of mavo-data check: DataSet::minimal() with every
+// species in a view.
 inline void write_good_set(const DataSet& set)
 {
   set.minimal();

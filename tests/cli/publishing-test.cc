@@ -1,4 +1,4 @@
-// mavo-data diff, pack and verify as a user runs them.
+// Runs mavo-data diff, pack and verify like a user.
 
 #include "server/tar-archive.h"
 #include "support/data-set.h"
@@ -30,7 +30,7 @@ std::vector<nlohmann::json> json_lines(const std::string& text)
   return objects;
 }
 
-// A good set and one that is newer; temporary files are of the test's own.
+// Provides a good set, a newer set, and a separate directory for temporary files.
 class Publishing : public testing::Test
 {
 public:
@@ -114,7 +114,7 @@ TEST_F(Publishing, ListsSavedSurveysThatNewDataHarm)
   EXPECT_TRUE(findings[1]["line"].is_null());
 }
 
-TEST_F(Publishing, ExitsWithoutFaultForNewNames)
+TEST_F(Publishing, SucceedsForNewNames)
 {
   newer.file("PAC-geog.csv", read_file(newer.dir + "PAC-geog.csv") + "40100020,Scripps Canyon\n");
   const ToolRun diff = run({"diff", set.dir, newer.dir});
@@ -162,7 +162,7 @@ TEST_F(Publishing, PacksTheSameBytesAgain)
   EXPECT_EQ(bytes, read_file(archive));
 }
 
-TEST_F(Publishing, PrintsHeadersAsJsonWithTheAddressThatWasGiven)
+TEST_F(Publishing, PrintsHeadersAsJsonWithTheGivenAddress)
 {
   const ToolRun pack =
       run({"pack", newer.dir, "-o", archive, "--format=json", "--url=http://data.example/d?a=1"});
@@ -172,7 +172,7 @@ TEST_F(Publishing, PrintsHeadersAsJsonWithTheAddressThatWasGiven)
   EXPECT_EQ("20220202000000", objects[0]["X-Current-Data-Version-Is"]);
 }
 
-TEST_F(Publishing, PacksNoSetThatHasErrors)
+TEST_F(Publishing, DoesNotPackASetWithErrors)
 {
   newer.remove("habitat.csv");
   const ToolRun pack = run({"pack", newer.dir, "-o", archive});
@@ -226,14 +226,14 @@ TEST_F(Publishing, RefusesAnArchiveThatIsTooLargeToDownload)
   EXPECT_TRUE(has(verify.out, "[archive-too-large]")) << verify.out;
 }
 
-TEST_F(Publishing, VerifiesFilesOnly)
+TEST_F(Publishing, VerifiesOnlyFiles)
 {
   EXPECT_EQ(2, run({"verify", place.dir + "none"}).status);
   EXPECT_EQ(2, run({"verify", place.dir}).status);
   EXPECT_EQ(2, run({"verify"}).status);
 }
 
-TEST_F(Publishing, LeavesNoScratchDirectoryWhenMetadataEndTheReaders)
+TEST_F(Publishing, LeavesNoScratchDirectoryIfMetadataEndTheProcess)
 {
   write_archive(archive, {{"data-files/data-file-info.txt", TarEntry::FILE, "corrupted"}});
   EXPECT_EQ(1, run({"verify", archive}).status);

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Lets temporary files come to stand in a directory of the test's own.
+// Provides a separate directory for temporary files.
 class ScratchDirectoryTest : public testing::Test
 {
 public:
@@ -23,7 +23,7 @@ public:
   ~ScratchDirectoryTest() override { setenv("TMPDIR", before.c_str(), 1); }
 
   const fs::path before;
-  const DataSet other; // outside
+  const DataSet other; // outside of that directory
   const DataSet place;
 };
 
@@ -43,7 +43,7 @@ TEST_F(ScratchDirectoryTest, IsForThisUserOnly)
   EXPECT_TRUE(fs::is_empty(scratch.path));
 }
 
-TEST_F(ScratchDirectoryTest, IsRemovedWithAllThatIsInIt)
+TEST_F(ScratchDirectoryTest, IsRemovedWithItsContents)
 {
   {
     const ScratchDirectory scratch;
@@ -53,7 +53,7 @@ TEST_F(ScratchDirectoryTest, IsRemovedWithAllThatIsInIt)
   EXPECT_TRUE(fs::is_empty(place.dir));
 }
 
-TEST_F(ScratchDirectoryTest, LeavesWhatALinkInItLeadsTo)
+TEST_F(ScratchDirectoryTest, KeepsTheTargetOfALinkInIt)
 {
   other.file("mine", "text");
   {

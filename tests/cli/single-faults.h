@@ -7,8 +7,8 @@
 
 #include "cli/finding.h"
 
-// How a file of the good set is changed. A text that is null is the end of the file; without
-// a replacement the whole file goes.
+// A change of a file of the good set. If the text is null, the change appends to the file. If the
+// replacement is null, the change removes the file.
 struct Edit {
   const char* file;
   const char* text;
@@ -17,7 +17,7 @@ struct Edit {
   void apply_to(const DataSet& set) const;
 };
 
-// One fault, and the finding that is expected: `line` is 0 if it has none.
+// One fault and its expected finding. `line` is 0 if the finding has no line.
 struct SingleFault {
   const char* rule;
   Severity severity;
@@ -26,8 +26,8 @@ struct SingleFault {
   std::vector<Edit> edits;
 };
 
-// Names the fault in messages of a test.
+// Prints the name of the fault in messages of a test.
 std::ostream& operator<<(std::ostream& out, const SingleFault& fault);
 
-// At least one for each rule, but for those that need a large file.
+// Returns at least one fault for each rule, except for rules that need a large file.
 const std::vector<SingleFault>& single_faults();

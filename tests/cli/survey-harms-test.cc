@@ -65,7 +65,7 @@ const char* const whole_survey =
 TEST_F(SurveyHarmsTest, AreNoneIfEverythingKeepsItsMeaning)
 {
   save("a.MAVO-Survey", whole_survey);
-  change("PAC-geog.csv", "Deception Pass", "Cape Flattery"); // of no survey
+  change("PAC-geog.csv", "Deception Pass", "Cape Flattery"); // no survey has it
   EXPECT_TRUE(harms(surveys).empty());
 }
 
@@ -126,7 +126,7 @@ TEST_F(SurveyHarmsTest, IncludeSurveysThatNoLongerOpen)
             found.front().consequence);
 }
 
-TEST_F(SurveyHarmsTest, AreLookedForInAllDirectoriesBelow)
+TEST_F(SurveyHarmsTest, AreFoundInAllSubdirectories)
 {
   save("deep/below/a.MAVO-Survey", whole_survey);
   save("older.MAVO_survey", whole_survey);
@@ -137,7 +137,7 @@ TEST_F(SurveyHarmsTest, AreLookedForInAllDirectoriesBelow)
   EXPECT_EQ(1U, harms(surveys + "a.txt").size()) << "a file that was named";
 }
 
-TEST_F(SurveyHarmsTest, AreNoneInAFileThatIsNoSurvey)
+TEST_F(SurveyHarmsTest, AreNoneInAFileThatIsNotASurvey)
 {
   write_file(surveys + "a.MAVO-Survey", "<html/>");
   const std::vector<Finding> found = harms(surveys);

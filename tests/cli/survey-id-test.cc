@@ -19,16 +19,16 @@ Survey some_survey()
 
 } // namespace
 
-TEST(SurveyId, IsAUuidMadeOfAName)
+TEST(SurveyId, IsANameBasedUuid)
 {
   EXPECT_TRUE(std::regex_match(
       survey_id(some_survey()),
       std::regex("[0-9a-f]{8}-[0-9a-f]{4}-5[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}")));
 }
 
-// Published records are found by their ids: those of known surveys must never change. This
-// one is uuid5() of Python, for the namespace and the entries.
-TEST(SurveyId, StaysWhatItHasAlwaysBeen)
+// Users find published records by their ids, so the ids of known surveys must never change. This
+// one is the result of Python's uuid5() for the namespace and the entries.
+TEST(SurveyId, NeverChangesForAKnownSurvey)
 {
   EXPECT_EQ("70457c1d-cdab-5bf1-81a7-f0296a46d656", survey_id(some_survey()));
 }
@@ -69,7 +69,7 @@ TEST(SurveyId, DiffersWithEveryEntry)
   EXPECT_EQ(std::size(changes) + 1, ids.size());
 }
 
-TEST(SurveyId, DoesNotCountSpeciesThatAreSeenNoMore)
+TEST(SurveyId, IgnoresClearedSpecies)
 {
   Survey survey = some_survey();
   survey.species.push_back({30, 0, 0});

@@ -33,7 +33,7 @@ TEST(SurveyPage, EscapesEveryText)
   EXPECT_EQ(1U, count(page, "&lt;file&gt;"));
 }
 
-TEST(SurveyPage, ReplacesWhatHtmlCannotHold)
+TEST(SurveyPage, ReplacesCharactersThatHtmlDoesNotAllow)
 {
   const Glib::ustring text(std::string("a\0b\x01\x7F\xFF", 6) + "\u0085\uFFFE\uFDD0");
   const std::string page = survey_page(with_text(text), "file");
@@ -53,7 +53,7 @@ TEST(SurveyPage, LoadsNothingAndRunsNothing)
     EXPECT_EQ(part == std::string(" on") ? count(page, " one") : 0U, count(page, part)) << part;
 }
 
-TEST(SurveyPage, SaysWhatIsMissingOnlyIfSomethingIs)
+TEST(SurveyPage, ReportsMissingEntriesOnlyIfThereAreAny)
 {
   ReadableSurvey survey = with_text("x");
   EXPECT_EQ(1U, count(survey_page(survey, "file"), "Missing or not right"));
@@ -61,7 +61,7 @@ TEST(SurveyPage, SaysWhatIsMissingOnlyIfSomethingIs)
   EXPECT_EQ(0U, count(survey_page(survey, "file"), "Missing or not right"));
 }
 
-TEST(FailurePage, SaysWhyInWords)
+TEST(FailurePage, ShowsTheReason)
 {
   const std::string page = failure_page("a<b", "1 < 2");
   EXPECT_EQ(1U, count(page, "<bdi>a&lt;b</bdi>"));

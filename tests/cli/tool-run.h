@@ -3,15 +3,15 @@
 #include <string>
 #include <vector>
 
-// What a run of a tool left.
+// The result of a run of a tool.
 struct ToolRun {
-  int status = -1; // of the exit; -1 if a signal ended it
+  int status = -1; // the exit status; -1 if a signal ended the tool
   std::string out; // standard output
   std::string err; // standard error
 };
 
-// Runs mavo-data or mavo-surveys, as `tool` says, with these arguments, and waits for its end.
+// Runs `tool`, which is mavo-data or mavo-surveys, with these arguments and waits for its end.
 ToolRun run_program(const std::string& tool, const std::vector<std::string>& arguments);
 
-// The same with a shell, for redirections: `$TOOL` in `script` is the path of the tool.
+// Runs `script` in a shell, for redirections. `$TOOL` in it is the path of the tool.
 ToolRun run_shell(const std::string& tool, const std::string& script);

@@ -1,1 +1,1 @@
-"""Tests of what mavo-surveys writes, read back by programs that share no code with it."""
+"""Tests that read the output of mavo-surveys with programs that share no code with it."""

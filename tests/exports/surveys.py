@@ -1,4 +1,4 @@
-"""Surveys and reference data as Python's own modules read them, and runs of the tool."""
+"""Reads surveys and reference data with Python's own modules, and runs the tool."""
 
 import csv
 import os
@@ -15,25 +15,25 @@ RANDOM = pathlib.Path(os.environ["MAVO_TEST_RESULTS"]) / "random-surveys"
 
 
 def run(*arguments, status=0, **options):
-    """The standard output of the tool, as bytes."""
+    """Returns the standard output of the tool, as bytes."""
     ran = subprocess.run([TOOL, *arguments], capture_output=True, check=False, **options)
     assert ran.returncode == status, (ran.returncode, ran.stderr.decode())
     return ran.stdout
 
 
 def random_surveys():
-    """The paths in the order in which the tool takes them."""
+    """Returns the paths in the order in which the tool processes them."""
     return sorted(RANDOM.glob("*.xml"), key=os.fsencode)
 
 
 def rows_of(name):
-    """The rows of a data file. A backslash takes the next character as it stands."""
+    """Returns the rows of a data file. A backslash escapes the next character."""
     with open(DATA / name, encoding="utf-8", newline="") as file:
         return list(csv.DictReader(file, escapechar="\\"))
 
 
 class Survey:
-    """What a file says: the texts of its elements, and its species."""
+    """Returns the texts of the elements of a file, and its species."""
 
     def __init__(self, path):
         survey = ElementTree.parse(path).getroot().find("survey")
@@ -46,7 +46,7 @@ class Survey:
 
 
 class Reference:
-    """The names behind the ids."""
+    """The names for the ids."""
 
     def __init__(self):
         self.types = {row["surveytypeid"]: row for row in rows_of("region-info.csv")}
@@ -86,11 +86,11 @@ class Reference:
         return self.habitats.get((self.region(survey), survey["habitat"]), "")
 
     def zone(self, survey):
-        """The name of the zone behind those of the levels above it, as the program has it."""
+        """Returns the name of the zone after those of its ancestors, as in the program."""
         zones = self.zones[self.region(survey)]
         code = survey["zonecode"].strip(" ")
 
-        def name(text):  # a number ends where the digits do
+        def name(text):  # a number ends after its last digit
             digits = re.match(r"\s*([+-]?\d*)", text, re.ASCII)[1]
             return zones.get(str(int(digits)), {}).get("name") if digits.strip("+-") else None
 

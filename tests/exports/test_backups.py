@@ -1,4 +1,4 @@
-"""Backups of the store, made and restored."""
+"""Tests backups of the store and their restoration."""
 
 import json
 import os
@@ -15,7 +15,7 @@ STATES = ("In Progress", "Ready To Upload", "Uploaded")
 
 
 def tree(root):
-    """What lies below a directory: the content and the time of each file."""
+    """Returns the content and the time of each file below a directory."""
     found = {}
     for path in sorted(root.rglob("*")):
         status = path.lstat()
@@ -45,7 +45,7 @@ class StoreTest(ScratchTest):
         return run(*arguments, status=status, env={**self.environment, **changes}).decode()
 
     def said(self, *arguments, status):
-        """What the tool says on standard error when it cannot run."""
+        """Returns the standard error of the tool when it cannot run."""
         ran = subprocess.run(
             [TOOL, *arguments], capture_output=True, env=self.environment, check=False, text=True
         )
@@ -54,7 +54,7 @@ class StoreTest(ScratchTest):
 
 
 class Backups(StoreTest):
-    def test_bring_back_the_whole_store(self):
+    def test_restore_the_complete_store(self):
         (self.store / "In Progress" / "notes.txt").write_text("mine")
         (self.store / "In Progress" / "old").mkdir()
         before = contents(self.store)
@@ -74,7 +74,7 @@ class Backups(StoreTest):
         self.run_tool("restore", self.backup, elsewhere, LC_ALL="C")
         self.assertEqual(before, contents(elsewhere))
 
-    def test_report_a_damaged_survey_and_have_it_all_the_same(self):
+    def test_report_and_include_a_damaged_survey(self):
         damaged = self.store / "Uploaded" / "damaged.MAVO-Survey"
         damaged.write_text("<MAVO-Survey")
         said = self.run_tool("backup", "-o", self.backup, status=1)
@@ -83,7 +83,7 @@ class Backups(StoreTest):
         with zipfile.ZipFile(self.backup) as archive:
             self.assertEqual(b"<MAVO-Survey", archive.read("Uploaded/damaged.MAVO-Survey"))
 
-    def test_report_what_they_cannot_hold(self):
+    def test_report_files_that_they_cannot_contain(self):
         os.symlink("/nowhere", self.store / "Uploaded" / "dangling.MAVO-Survey")
         nameless = os.path.join(os.fsencode(self.store), b"Uploaded", b"\xff.MAVO-Survey")
         with open(nameless, "wb") as file:
@@ -91,23 +91,23 @@ class Backups(StoreTest):
         said = self.run_tool("backup", "-o", self.backup, status=1)
         self.assertEqual(2, said.count("[not-backed-up]"))
 
-    def test_do_not_replace_an_earlier_one(self):
+    def test_do_not_replace_an_existing_file(self):
         self.backup.write_bytes(b"earlier")
         self.said("backup", "-o", self.backup, status=2)
         self.assertEqual(b"earlier", self.backup.read_bytes())
 
-    def test_of_no_store_are_refused(self):
+    def test_require_a_store(self):
         shutil.rmtree(self.store)
         self.said("backup", "-o", self.backup, status=2)
         self.assertFalse(self.backup.exists())
         self.assertFalse(self.store.exists())
 
-    def test_are_not_put_into_the_store(self):
+    def test_are_not_written_to_the_store(self):
         before = tree(self.store)
         self.assertIn("store", self.said("backup", "-o", self.store / "b.zip", status=2))
         self.assertEqual(before, tree(self.store))
 
-    def test_leave_nothing_behind_when_the_disk_is_full(self):
+    def test_leave_no_file_when_the_disk_is_full(self):
         limited = f"ulimit -f 4; trap '' XFSZ; exec '{TOOL}' backup -o '{self.backup}'"
         ran = subprocess.run(["bash", "-c", limited], env=self.environment, capture_output=True, check=False)
         self.assertEqual(2, ran.returncode, ran.stderr)
@@ -119,7 +119,7 @@ class Restoring(StoreTest):
         super().setUp()
         self.run_tool("backup", "-o", self.backup)
 
-    def test_leaves_files_that_are_there(self):
+    def test_keeps_existing_files(self):
         kept = self.store / "In Progress" / "Núñez 0-さかな.MAVO-Survey"
         kept.write_text("edited meanwhile")
         gone = self.store / "Uploaded" / "Núñez 2-さかな.MAVO-Survey"
@@ -136,7 +136,7 @@ class Restoring(StoreTest):
                 self.assertEqual(before[name], after[name], name)
 
     def assert_refused(self, *entries):
-        """An archive with these entries, of which the first one is harmless, restores nothing."""
+        """Checks that an archive with these entries restores nothing. The first one is harmless."""
         shutil.rmtree(self.store)
         hostile = self.scratch / "hostile.zip"
         with zipfile.ZipFile(hostile, "w") as archive:
@@ -175,7 +175,7 @@ class Restoring(StoreTest):
 
 
 class ReadingCommands(StoreTest):
-    def test_leave_the_store_as_it_is(self):
+    def test_do_not_change_the_store(self):
         before = tree(self.store)
         survey = self.store / "Uploaded" / "Núñez 2-さかな.MAVO-Survey"
         for command in (["list"], ["check"], ["show", survey], ["show", "--html", survey]):
@@ -184,13 +184,13 @@ class ReadingCommands(StoreTest):
             self.run_tool("export", f"--format={form}", "-o", self.scratch / form)
         self.assertEqual(before, tree(self.store))
 
-    def test_make_no_store(self):
+    def test_do_not_create_a_store(self):
         shutil.rmtree(self.store.parent)
         for command in (["list"], ["check"], ["export", "--format=csv"]):
             self.assertIn("there is no ", self.said(*command, status=2))
         self.assertFalse(self.store.parent.exists())
 
-    def test_write_nothing_into_the_store(self):
+    def test_write_nothing_to_the_store(self):
         before = tree(self.store)
         for place in (self.store / "x.csv", self.store / "Uploaded" / "x.csv"):
             self.said("export", "--format=csv", "-o", place, status=2)
@@ -213,7 +213,7 @@ class ReadingCommands(StoreTest):
             self.assertIn(row["state"], STATES)
         self.assertEqual(1, [row["description"] for row in rows].count(None))
 
-    def test_list_a_damaged_file_as_the_program_does(self):
+    def test_list_a_damaged_file_like_the_program(self):
         (self.store / "Uploaded" / "x.MAVO-Survey").write_text("x")
         self.assertIn("\t(corrupted survey file)\n", self.run_tool("list", status=1))
 

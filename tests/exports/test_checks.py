@@ -1,4 +1,4 @@
-"""What mavo-surveys check finds."""
+"""Tests the findings of mavo-surveys check."""
 
 import json
 import re
@@ -68,7 +68,7 @@ class Checks(ScratchTest):
         spoilt = re.sub("<ids>.*</ids>", "<ids></ids>", self.good, flags=re.DOTALL)
         self.assertEqual([("entry-ids", self.line_of("<ids>"))], self.findings(spoilt, 1))
 
-    def test_find_a_departure_from_the_schema_in_its_line(self):
+    def test_find_the_line_of_a_schema_violation(self):
         spoilt = self.good.replace("<month>06<", "<month>6<")
         found = self.findings(spoilt, 1)
         self.assertIn(("schema", self.line_of("<month>")), found)

@@ -1,4 +1,4 @@
-"""The Darwin Core Archive, against the surveys that it is made of."""
+"""Compares the Darwin Core Archive with its surveys."""
 
 import csv
 import datetime
@@ -18,7 +18,7 @@ TERMS = "http://rs.tdwg.org/dwc/terms/"
 
 
 class Table:
-    """A table as meta.xml describes it."""
+    """Reads a table as meta.xml describes it."""
 
     def __init__(self, description, archive):
         self.row_type = description.get("rowType")
@@ -42,7 +42,7 @@ class Table:
 
 
 def ends(label):
-    """The ends of a depth class in metres."""
+    """Returns the limits of a depth class in metres."""
     both = re.search(r"\((\d+)-(\d+) m\)", label)
     if both:
         return both.groups()
@@ -53,7 +53,7 @@ def ends(label):
 
 
 def date(survey):
-    """As far as the parts can be right."""
+    """Returns the date up to its last valid part."""
     year, month, day, hour = (survey[e] for e in ("year", "month", "mday", "dive_start"))
     if year == "0000":
         return ""
@@ -81,7 +81,7 @@ class DarwinCoreArchive(ScratchTest):
             cls.events = Table(cls.meta.find(f"{TEXT}core"), archive)
             cls.occurrences = Table(cls.meta.find(f"{TEXT}extension"), archive)
 
-    def test_is_made_of_a_thousand_surveys(self):
+    def test_contains_a_thousand_surveys(self):
         self.assertGreaterEqual(len(self.surveys), 1000)
         self.assertEqual(len(self.surveys), len(self.events.rows))
         self.assertEqual(
@@ -152,7 +152,7 @@ class DarwinCoreArchive(ScratchTest):
         self.assertTrue(self.eml.findtext("dataset/title"))
         self.assertIn("@", self.eml.findtext("dataset/contact/electronicMailAddress"))
 
-    def test_is_the_same_bytes_at_another_place_and_time(self):
+    def test_has_the_same_bytes_at_another_place_and_time(self):
         for path in self.paths:
             shutil.copy(path, self.scratch)
         made = self.scratch / "made.zip"

@@ -1,4 +1,4 @@
-"""The page of a survey, read back as HTML and as XML."""
+"""Reads the page of a survey as HTML and as XML."""
 
 import html.parser
 import re
@@ -15,7 +15,7 @@ VOID = {"meta"}
 
 
 class Reader(html.parser.HTMLParser):
-    """Counts elements and attributes, and insists that each element ends where it should."""
+    """Counts elements and attributes, and checks that each element ends in the right place."""
 
     def __init__(self):
         super().__init__()
@@ -50,7 +50,7 @@ def read(text):
 
 
 def texts(text, element):
-    """The words of all elements of a name, as a browser shows them."""
+    """Returns the words of all elements with a name, as a browser shows them."""
     root = ElementTree.fromstring(text)
     return ["".join(found.itertext()) for found in root.iter(HTML + element)]
 
@@ -67,7 +67,7 @@ class Pages(ScratchTest):
         self.assertLessEqual(set(reader.attributes), attributes)
 
     def survey_of(self, **texts_of):
-        """A copy of a full survey with other texts."""
+        """Returns a copy of a complete survey with other texts."""
         text = (PROJECT / "tests" / "store" / "expected" / "full.xml").read_text(encoding="utf-8")
         for element, words in texts_of.items():
             text, count = re.subn(
@@ -78,7 +78,7 @@ class Pages(ScratchTest):
         path.write_text(text, encoding="utf-8")
         return path
 
-    def test_are_sound_for_random_surveys(self):
+    def test_are_valid_for_random_surveys(self):
         for path in random_surveys()[:40]:
             text = page(path)
             self.assert_sound(text)
@@ -86,7 +86,7 @@ class Pages(ScratchTest):
             species = texts(text, "h2")[-1]
             self.assertEqual(f"Species seen: {len(Survey(path).species)}", species)
 
-    def test_show_texts_with_markup_as_they_stand(self):
+    def test_show_texts_with_markup_literally(self):
         written = MARKUP.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
         elements = ("member_id", "last_name", "zonecode", "surface_temp", "bottom_temp", "bottom_time")
         text = page(self.survey_of(**dict.fromkeys(elements, written)))
@@ -112,14 +112,14 @@ class Pages(ScratchTest):
         self.assertIn("Salmo & trutta", cells)
         self.assertIn("A < B & C", cells)
 
-    def test_show_what_is_missing(self):
+    def test_show_missing_entries(self):
         text = page(self.survey_of(member_id="", bottom_temp="99"))
         shown = dict(zip(texts(text, "dt"), texts(text, "dd"), strict=True))
         self.assertIn("Missing or not right", texts(text, "h2"))
         self.assertEqual("–", shown["Member number"])  # the later one of two
         self.assertIn("Temperature must be between", text)
 
-    def test_show_the_names_behind_the_ids(self):
+    def test_show_names_instead_of_ids(self):
         zone = next(row["geogid"] for row in rows_of("PAC-geog.csv") if len(row["geogid"]) == 8)
         place = next(row for row in rows_of("region-info.csv") if row["subregioncode"] == "PNW")
         path = self.survey_of(zonecode=zone, survey_subtype=place["surveytypeid"])
@@ -135,7 +135,7 @@ class Pages(ScratchTest):
         ):
             self.assertIn(name, shown)
 
-    def test_of_a_damaged_survey_are_not_made(self):
+    def test_are_not_written_for_a_damaged_survey(self):
         path = self.scratch / "damaged.MAVO-Survey"
         path.write_text("<survey")
         self.assertEqual("", page(path, status=2))

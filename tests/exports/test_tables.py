@@ -1,4 +1,4 @@
-"""The tables of sightings, against the surveys that they are made of."""
+"""Compares the tables of sightings with their surveys."""
 
 import csv
 import io
@@ -18,7 +18,7 @@ def number(text, none):
 
 
 def survey_columns(path, survey, names):
-    """What all rows of a survey have, but for its id."""
+    """Returns the fields that all rows of a survey have in common, except the id."""
     place = names.places[survey["subregion"]]
     row = {"file": path.name}
     for element in ("member_id", "last_name", "subregion", "zonecode", "bottom_time"):
@@ -103,7 +103,7 @@ class Tables(ScratchTest):
             row.pop("survey_id")
             self.assertEqual({key: as_text(value) for key, value in expected.items()}, row)
 
-    def test_take_no_more_memory_for_many_surveys(self):
+    def test_use_no_more_memory_for_many_surveys(self):
         self.grow(50)
         few = self.peak("csv"), self.peak("dwca")
         self.grow(5000)
@@ -113,7 +113,7 @@ class Tables(ScratchTest):
         self.assertGreater((self.scratch / "made").stat().st_size, 0)
 
     def grow(self, count):
-        """Makes that many surveys: the random ones, each by several members."""
+        """Makes that many surveys: each random one for several members."""
         surveys = self.scratch / "surveys"
         surveys.mkdir(exist_ok=True)
         for i in range(count):
@@ -123,7 +123,7 @@ class Tables(ScratchTest):
             (surveys / f"{i}.MAVO-Survey").write_text(text, encoding="utf-8")
 
     def peak(self, form):
-        """The most memory that an export takes, in kB."""
+        """Returns the peak memory of an export in kB."""
         arguments = ["export", f"--format={form}", f"--data={DATA}"]
         arguments += ["-o", self.scratch / "made", self.scratch / "surveys"]
         tool = subprocess.Popen([TOOL, *arguments], stderr=subprocess.DEVNULL)
@@ -132,14 +132,14 @@ class Tables(ScratchTest):
         self.assertEqual(0, status)
         return usage.ru_maxrss
 
-    def test_tell_of_their_progress_on_a_terminal_only(self):
+    def test_show_progress_only_on_a_terminal(self):
         shown = b""
         ours, theirs = pty.openpty()
         self.addCleanup(os.close, ours)
         command = [TOOL, "export", "--format=csv", f"--data={DATA}", *self.paths[:60]]
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=theirs, check=True)
         os.close(theirs)
-        with self.assertRaises(OSError):  # the end of what a terminal was told
+        with self.assertRaises(OSError):  # at the end of the terminal's output
             while told := os.read(ours, 10000):
                 shown += told
         self.assertIn(b"\r50 of 60", shown)
@@ -147,7 +147,7 @@ class Tables(ScratchTest):
         self.assertNotIn(b" of 60", quiet.stderr)
         self.assertEqual(done.stdout, quiet.stdout)
 
-    def test_end_with_a_failure_where_they_cannot_be_written(self):
+    def test_fail_if_they_cannot_be_written(self):
         for form in ("csv", "json", "dwca"):
             command = [TOOL, "export", f"--format={form}", f"--data={DATA}", *self.paths[:60]]
             with open("/dev/full", "wb") as full:
@@ -156,7 +156,7 @@ class Tables(ScratchTest):
             run(*command[1:], "-o", "/dev/full", status=2)
             run(*command[1:], "-o", self.scratch / "none" / "made", status=2)
 
-    def test_replace_an_earlier_file_only_when_they_are_whole(self):
+    def test_replace_an_existing_file_only_when_they_are_complete(self):
         made = self.scratch / "made.csv"
         made.write_text("earlier")
         limited = f"ulimit -f 8; trap '' XFSZ; exec '{TOOL}' export --format=csv --data='{DATA}' -o '{made}' \"$@\""
@@ -168,7 +168,7 @@ class Tables(ScratchTest):
         self.assertTrue(made.read_text().startswith("file,survey_id,"))
         self.assertEqual([made], list(self.scratch.iterdir()))
 
-    def test_leave_out_damaged_files_and_end_with_a_fault(self):
+    def test_omit_damaged_files_and_report_a_fault(self):
         damaged = self.scratch / "damaged.xml"
         damaged.write_bytes(self.paths[1].read_bytes()[:-20])
         for form in ("csv", "json", "dwca"):
@@ -178,7 +178,7 @@ class Tables(ScratchTest):
             )
             self.assertEqual(whole, rest)
 
-    def test_have_no_row_for_a_species_that_was_cleared_again(self):
+    def test_have_no_row_for_a_cleared_species(self):
         old = self.scratch / "old.MAVO_survey"
         old.write_text(
             '<MAVO_Fish_Survey version="0.2"><survey><subregion>CAL</subregion><ids>'
@@ -190,7 +190,7 @@ class Tables(ScratchTest):
         with zipfile.ZipFile(io.BytesIO(made)) as archive:
             self.assertEqual(2, len(archive.read("occurrence.csv").splitlines()))
 
-    def test_hold_a_survey_once_that_comes_in_two_files(self):
+    def test_contain_a_survey_in_two_files_only_once(self):
         copy = self.scratch / "copy.xml"
         copy.write_bytes(self.paths[1].read_bytes().replace(b'software_version="', b'software_version="9.'))
         for form in ("csv", "json"):

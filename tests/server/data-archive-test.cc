@@ -18,8 +18,8 @@ namespace {
 
 using Entries = std::vector<TarEntry>;
 
-// Archives that are not what the server should send. Beside the directory of
-// local data lies one that is none of the program's business.
+// Tests archives that the server should not send. There is another directory beside that of the
+// local data, which the program must not change.
 class DataArchive : public UpdateTest
 {
 public:
@@ -32,7 +32,7 @@ public:
     start_over();
   }
 
-  // An empty directory of local data, and the other one as it was.
+  // Empties the directory of local data and restores the other one.
   void start_over() const
   {
     fs::remove_all(my_app->local_data_dir);
@@ -40,7 +40,7 @@ public:
     write_file(outside + "/diary.txt", "mine");
   }
 
-  // Installs an archive of these entries, whatever comes of it.
+  // Installs an archive of these entries. Returns the result.
   RetCode install(const Entries& entries)
   {
     write_archive(served, entries);
@@ -49,7 +49,7 @@ public:
     return install_served();
   }
 
-  // The same with the archive as it is.
+  // Installs the current archive. Returns the result.
   RetCode install_served()
   {
     const HttpSession session = open_http_session(false);
@@ -71,7 +71,7 @@ public:
     EXPECT_EQ(1U, fs::hard_link_count(outside + "/diary.txt"));
   }
 
-  // All files of a whole data set, in the archive's directory.
+  // Returns all files of a complete data set in the directory of the archive.
   Entries whole_set() const
   {
     Entries entries;
@@ -83,14 +83,14 @@ public:
 
   std::string outside;
   std::string served;
-  std::size_t cut = 0; // the size that archives are cut to, if any
+  std::size_t cut = 0; // the size to which archives are truncated; 0 for no truncation
 };
 
 using DataArchiveDeathTest = DataArchive;
 
 const auto fifo = TarEntry::FIFO;
 
-// Bytes that cannot be packed.
+// Returns bytes that cannot be compressed.
 std::string noise(std::size_t size)
 {
   std::mt19937 random;
@@ -104,14 +104,14 @@ const auto file = hostile_file;
 
 } // namespace
 
-TEST_F(DataArchive, IsInstalledIfItHoldsWhatItShould)
+TEST_F(DataArchive, IsInstalledIfItIsComplete)
 {
   offer_new_data();
   EXPECT_EQ(RET_DATA_INSTALLED, install(whole_set()));
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 }
 
-TEST_F(DataArchive, IsInstalledAsTheToolForPublishersPacksIt)
+TEST_F(DataArchive, IsInstalledIfTheToolForPublishersPackedIt)
 {
   offer_new_data();
   write_file(served, pack_data_set(server->data));
@@ -135,13 +135,13 @@ TEST_F(DataArchive, WritesNothingOutsideTheLocalDirectory)
     start_over();
     install(c.entries);
     expect_outside_untouched();
-    // What the first one left must not lead the second one out either.
+    // Files from the first archive must not lead the second one outside either.
     install(c.entries);
     expect_outside_untouched();
   }
 }
 
-TEST_F(DataArchive, WritesNothingThroughALinkThatAnEarlierOneLeft)
+TEST_F(DataArchive, WritesNothingThroughALinkFromAnEarlierArchive)
 {
   for (const auto& c : hostile_pairs(outside)) {
     SCOPED_TRACE(c.why);
@@ -153,7 +153,7 @@ TEST_F(DataArchive, WritesNothingThroughALinkThatAnEarlierOneLeft)
   }
 }
 
-TEST_F(DataArchive, LeavesTheUsersOwnDirectoryAloneThatALinkLeadsTo)
+TEST_F(DataArchive, KeepsTheUsersDirectoryBehindALink)
 {
   fs::create_directories(my_app->local_data_dir);
   fs::create_directory_symlink(outside, my_app->local_data_dir + "/data-files");
@@ -162,7 +162,7 @@ TEST_F(DataArchive, LeavesTheUsersOwnDirectoryAloneThatALinkLeadsTo)
   expect_outside_untouched();
 }
 
-TEST_F(DataArchive, PutsTheOldDataBackIfOneOfItsEntriesIsRefused)
+TEST_F(DataArchive, RestoresTheOldDataIfTarRefusesAnEntry)
 {
   offer_new_data();
   install(whole_set());
@@ -199,7 +199,7 @@ TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
   RecordProperty("tried", static_cast<int>(hostile.size()));
 }
 
-TEST_F(DataArchive, CannotForgeABackupByBreakingOff)
+TEST_F(DataArchive, CannotForgeABackupWithATruncatedArchive)
 {
   offer_new_data();
   install(whole_set());
@@ -219,7 +219,7 @@ TEST_F(DataArchive, CannotForgeABackupByBreakingOff)
 
 // --- links of the user ---
 
-TEST_F(DataArchive, LeavesAUsersLinkToADirectoryIfItCannotBeUnpacked)
+TEST_F(DataArchive, KeepsAUsersLinkToADirectoryIfItCannotBeUnpacked)
 {
   const std::string own = application_dir.root + "/own";
   fs::copy(server->data, own);
@@ -234,7 +234,7 @@ TEST_F(DataArchive, LeavesAUsersLinkToADirectoryIfItCannotBeUnpacked)
   EXPECT_EQ("20210909", my_app->data_file_info->timestamp);
 }
 
-TEST_F(DataArchive, LeavesAUsersLinksIfItCannotBeWritten)
+TEST_F(DataArchive, KeepsAUsersLinksIfItCannotBeWritten)
 {
   const std::string own = application_dir.root + "/own";
   fs::copy(server->data, own);
@@ -253,7 +253,7 @@ TEST_F(DataArchive, LeavesAUsersLinksIfItCannotBeWritten)
   EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
 }
 
-TEST_F(DataArchive, KeepsDataThatOnlyAUsersLinkLeadsTo)
+TEST_F(DataArchive, KeepsDataBehindAUsersLink)
 {
   const std::string own = application_dir.root + "/habitat.csv";
   fs::copy(server->data + "habitat.csv", own);
@@ -273,7 +273,7 @@ TEST_F(DataArchive, KeepsDataThatOnlyAUsersLinkLeadsTo)
 
 // --- sizes ---
 
-TEST_F(DataArchive, IsRefusedIfAFileOfItIsTooLarge)
+TEST_F(DataArchive, IsRefusedIfOneOfItsFilesIsTooLarge)
 {
   offer_new_data();
   install(whole_set());
@@ -304,7 +304,7 @@ TEST_F(DataArchive, IsAFailedDownloadIfItIsTooLarge)
 
 // --- pipes ---
 
-TEST_F(DataArchive, IsNotWaitedForWhereAPipeStandsForAFile)
+TEST_F(DataArchive, DoesNotBlockOnAPipeInPlaceOfAFile)
 {
   EXPECT_EQ(RET_DATA_INSTALLED, install({{"data-files/data-file-info.txt", fifo, ""}}));
   EXPECT_EQ("20210101000000", my_app->data_file_info->timestamp);
@@ -312,8 +312,8 @@ TEST_F(DataArchive, IsNotWaitedForWhereAPipeStandsForAFile)
   EXPECT_EQ(RET_DATA_INSTALLED, install({file("a")})) << "nor is it written to";
 }
 
-// The child process starts over, since a display cannot be shared.
-TEST_F(DataArchiveDeathTest, EndsTheProgramWhereAPipeStandsForATable)
+// The child process restarts the program, because processes cannot share a display connection.
+TEST_F(DataArchiveDeathTest, EndsTheProgramForAPipeInPlaceOfATable)
 {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   setenv("ASAN_OPTIONS", "detect_leaks=0", 1);

@@ -11,7 +11,7 @@ namespace {
 using Names = std::vector<std::string>;
 
 const char* const question_path = "/offline-data-entry/?get-version=mac";
-constexpr std::size_t plenty = 1'000'000; // of bytes, for any answer of the server
+constexpr std::size_t plenty = 1'000'000; // bytes; more than any answer of the server has
 const char* const upload_path = "/dataentry/upload-survey.php";
 
 FormFile survey_named(const std::string& name, const std::string& comment = "")
@@ -34,7 +34,7 @@ int status_of_post(const std::string& url)
 
 } // namespace
 
-TEST(Http, GivesStatusHeadersAndBody)
+TEST(Http, ReturnsStatusHeadersAndBody)
 {
   const TestServer server({"--app-query", "header=X-Empty:"});
   const HttpSession session = open_http_session(false);
@@ -48,7 +48,7 @@ TEST(Http, GivesStatusHeadersAndBody)
   EXPECT_EQ(std::string(answer.header("X-Current-App-Version-Is")) + "\n", answer.body());
 }
 
-TEST(Http, GivesABodyThatIsNoText)
+TEST(Http, ReturnsABodyThatIsNotText)
 {
   const TestServer server;
   const HttpSession session = open_http_session(false);
@@ -60,7 +60,7 @@ TEST(Http, GivesABodyThatIsNoText)
   EXPECT_STREQ(std::to_string(answer.body().size()).c_str(), answer.header("Content-Length"));
 }
 
-TEST(Http, KeepsAnAnswerWhenItIsHandedOn)
+TEST(Http, KeepsAnAnswerThatIsMoved)
 {
   const TestServer server;
   const HttpSession session = open_http_session(false);
@@ -70,7 +70,7 @@ TEST(Http, KeepsAnAnswerWhenItIsHandedOn)
   EXPECT_NE("", answer.body());
 }
 
-TEST(Http, KeepsNoBodyThatNobodyNeeds)
+TEST(Http, DiscardsAnUnneededBody)
 {
   const DataSet large;
   large.file("body", std::string(64 << 20, 'x'));
@@ -109,7 +109,7 @@ TEST(Http, SendsAFormWithTheFile)
   EXPECT_EQ(file.contents, read_file(server.uploads + "Jos\u00e9 7"));
 }
 
-TEST(Http, SendsFilesWhoseNamesCanHardlyBeTold)
+TEST(Http, SendsFilesWithUnusualNames)
 {
   const struct {
     const char* name;
@@ -133,7 +133,7 @@ TEST(Http, SendsFilesWhoseNamesCanHardlyBeTold)
   }
 }
 
-TEST(Http, TellsByAStatusBelow100ThatThereWasNoAnswer)
+TEST(Http, ReturnsAStatusBelow100IfThereIsNoAnswer)
 {
   for (const char* spec : {"close=before", "garbage", "status=100", "long-header=3000000"}) {
     const TestServer server({"--app-query", spec, "--upload", spec});
@@ -146,7 +146,7 @@ TEST(Http, TellsByAStatusBelow100ThatThereWasNoAnswer)
   EXPECT_GT(100, status_of_post(gone.address()));
 }
 
-TEST(Http, TakesAnAddressThatIsNoneForOneWithoutAnswer)
+TEST(Http, ReturnsNoAnswerForAnInvalidAddress)
 {
   const HttpSession session = open_http_session(false);
   for (const char* url :
@@ -159,7 +159,7 @@ TEST(Http, TakesAnAddressThatIsNoneForOneWithoutAnswer)
   }
 }
 
-TEST(Http, GivesWhatCameOfABodyThatWasCutOff)
+TEST(Http, ReturnsTheReceivedPartOfATruncatedBody)
 {
   const TestServer server({"--app-query", "close=middle"});
   const HttpSession session = open_http_session(false);
@@ -169,7 +169,7 @@ TEST(Http, GivesWhatCameOfABodyThatWasCutOff)
   EXPECT_FALSE(answer.is_whole());
 }
 
-TEST(Http, FollowsARedirectOfAQuestionButNotOfAFile)
+TEST(Http, FollowsRedirectsOfGetButNotOfPost)
 {
   const TestServer target;
   const std::string redirect = "redirect=" + target.address() + question_path;
@@ -179,14 +179,14 @@ TEST(Http, FollowsARedirectOfAQuestionButNotOfAFile)
   EXPECT_EQ(1U, target.log().size());
 }
 
-TEST(Http, DoesNotRunInCirclesAfterRedirects)
+TEST(Http, EndsALoopOfRedirects)
 {
   const TestServer server({"--app-query", std::string("redirect=") + question_path});
   EXPECT_GT(100, status_of_get(server.address() + question_path));
   EXPECT_LT(server.log().size(), 100U);
 }
 
-TEST(Http, LogsWhatIsSentAndReceivedIfWanted)
+TEST(Http, LogsRequestsAndAnswersIfRequested)
 {
   const TestServer server;
   const auto ask = [&server](bool log_bodies) {
@@ -199,7 +199,7 @@ TEST(Http, LogsWhatIsSentAndReceivedIfWanted)
     EXPECT_NE(std::string::npos, said.find(line)) << line;
 }
 
-TEST(Http, KeepsNoMemoryOfRequests)
+TEST(Http, ReleasesTheMemoryOfRequests)
 {
   const TestServer server({"--upload", "ok", "--upload", "status=500"});
   const FormFile file = survey_named("7", std::string(100000, 'x'));

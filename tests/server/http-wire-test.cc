@@ -1,4 +1,4 @@
-// What goes over the wire, byte by byte, and what odd answers lead to. The expectations are
+// Tests the exact bytes of requests, and the reactions to unusual answers. The expectations are
 // the same for each version of the HTTP library.
 #include "server/canned-server.h"
 #include "server/http.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::size_t plenty = 1'000'000; // of bytes, for any answer here
+constexpr std::size_t plenty = 1'000'000; // bytes; more than any small answer has
 
 const std::string ok_head = "HTTP/1.1 200 OK\r\n";
 
@@ -30,8 +30,8 @@ int status_of_post(const std::string& url)
   return http_post(*session, url, {"survey-file", "7", "application/xml", "<a/>"}).status();
 }
 
-// The lines of a request, with BOUNDARY and PORT for what differs from run to run, and
-// without the header that says how long the connection is to live.
+// Returns the lines of a request with BOUNDARY and PORT instead of the values that differ from
+// run to run, and without the header that controls the lifetime of the connection.
 std::string comparable(std::string request)
 {
   std::smatch boundary;
@@ -61,7 +61,7 @@ std::set<std::string> loaded_http_libraries()
 
 } // namespace
 
-TEST(HttpWire, AsksWithNoHeadersOfItsOwn)
+TEST(HttpWire, SendsNoAdditionalHeaders)
 {
   const CannedServer server(ok_head + "Content-Length: 0\r\n\r\n");
   answer_of(server.address() + "offline-data-entry/?get-version=data-files");
@@ -70,7 +70,7 @@ TEST(HttpWire, AsksWithNoHeadersOfItsOwn)
             comparable(server.received()));
 }
 
-TEST(HttpWire, EncodesWhatDoesNotBelongIntoAnAddress)
+TEST(HttpWire, EncodesCharactersThatAnAddressCannotContain)
 {
   const CannedServer server(ok_head + "Content-Length: 0\r\n\r\n");
   answer_of(server.address() + "a b/\u00e9%20?x=<>\"{}|^`&y=a b#fragment");
@@ -102,7 +102,7 @@ TEST(HttpWire, SendsEveryCharacterOfAFileName)
   }
 }
 
-TEST(HttpWire, SendsAFormOfOneFileAndNothingElse)
+TEST(HttpWire, SendsAFormWithOnlyOneFile)
 {
   const CannedServer server("HTTP/1.1 201 Created\r\nContent-Length: 0\r\n\r\n");
   const HttpSession session = open_http_session(false);
@@ -128,8 +128,8 @@ TEST(HttpWire, SendsAFormOfOneFileAndNothingElse)
             headers);
 }
 
-// Users read the number in "Failed to download data update! (7)", and support in traces.
-TEST(HttpWire, GivesOneNumberForEachKindOfFailure)
+// Users see the number in "Failed to download data update! (7)", and support in traces.
+TEST(HttpWire, ReturnsOneNumberForEachKindOfFailure)
 {
   const struct {
     const char* answer;
@@ -166,7 +166,7 @@ TEST(HttpWire, GivesOneNumberForEachKindOfFailure)
   }
 }
 
-TEST(HttpWire, GivesOneNumberForEachKindOfAddressThatCannotBeAsked)
+TEST(HttpWire, ReturnsOneNumberForEachKindOfUnusableAddress)
 {
   const struct {
     const char* url;
@@ -197,7 +197,7 @@ TEST(HttpWire, GivesOneNumberForEachKindOfAddressThatCannotBeAsked)
   }
 }
 
-TEST(HttpWire, FindsNoSecureConnectionWhereTheServerKnowsNone)
+TEST(HttpWire, FindsNoSecureConnectionIfTheServerHasNone)
 {
   const CannedServer server("garbage");
   std::string url = server.address();
@@ -206,7 +206,7 @@ TEST(HttpWire, FindsNoSecureConnectionWhereTheServerKnowsNone)
   EXPECT_EQ(NO_SECURE_CONNECTION, status_of_post(url));
 }
 
-TEST(HttpWire, GivesTheBodyAsItCame)
+TEST(HttpWire, ReturnsTheBodyUnchanged)
 {
   const struct {
     const char* headers_and_body;
@@ -225,7 +225,7 @@ TEST(HttpWire, GivesTheBodyAsItCame)
   }
 }
 
-TEST(HttpWire, GivesTheLastOfSeveralHeadersOfAName)
+TEST(HttpWire, ReturnsTheLastOfSeveralHeadersWithTheSameName)
 {
   const CannedServer server(ok_head + "X-A: 1\r\nx-a: 2\r\nContent-Length: 0\r\n\r\n");
   EXPECT_STREQ("2", answer_of(server.address()).header("X-A"));
@@ -244,7 +244,7 @@ TEST(HttpWire, ClosesTheConnectionBeyondTheLimit)
   EXPECT_GT(size, server.sent());
 }
 
-TEST(HttpWire, LoadsOneVersionOfItsLibraryOnly)
+TEST(HttpWire, LoadsOnlyOneVersionOfItsLibrary)
 {
   EXPECT_EQ(1U, loaded_http_libraries().size()) << testing::PrintToString(loaded_http_libraries());
 }
