@@ -56,8 +56,8 @@ double bytes_in(const fs::path& directory)
   return static_cast<double>(sum);
 }
 
-// Starts the program as often as it takes. What it needs at its peak is told together
-// with `more_bytes`, which it would need in addition to do the work of the other.
+// Starts the program as often as necessary. Reports the sum of its peak memory and `more_bytes`,
+// which it would need in addition for the work of the other program.
 void measure_start(benchmark::State& state, const std::vector<std::string>& command,
                    double more_bytes)
 {

@@ -58,7 +58,7 @@ void judge(const Finding& finding)
   }
 }
 
-// The files of a good set, which are put back one at a time.
+// The files of a good set. They are restored one at a time.
 struct GoodSet {
   GoodSet()
   {

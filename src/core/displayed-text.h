@@ -7,7 +7,7 @@
 // These functions limit texts for display. A text from a user, a data file, a survey or a
 // server may have any length, and its markup may set sizes. But the toolkit's time to break
 // a text into lines grows with the square of its length, and a widget of more than 32,767
-// pixels ends the program. Models, entries and documents keep the whole text.
+// pixels ends the program. Models, entries and documents keep the complete text.
 
 // Limits in characters: for a text of several lines, and for a text in a single line.
 constexpr std::size_t longest_displayed_text = 500;

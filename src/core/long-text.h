@@ -6,7 +6,7 @@
 #include <string>
 
 // These functions shorten a text that is too long to show. They keep its beginning and its
-// end and put a notice between them that gives the number of omitted lines, including
+// end and put a notice between them that states the number of omitted lines, including
 // partial ones. If only part of one line is omitted, the notice is an ellipsis.
 
 // The limit, in bytes, for a list or a command's output within a message. The caller shortens

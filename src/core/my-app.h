@@ -30,7 +30,7 @@ extern const Glib::ustring MAGIC_SNORKEL_DEPTH;
 // The suffix of the name of a survey type that is no longer offered.
 extern const Glib::ustring NO_LONGER_AVAILABLE;
 
-// The application object. It holds the reference data in use, the server's addresses and
+// The application object. It contains the reference data in use, the server's addresses and
 // the directories of data and surveys. main owns the only one; every window points to it.
 class MyApp
 {

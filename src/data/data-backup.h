@@ -8,7 +8,7 @@
 // A backup of the directory of local data. The install makes it before it unpacks an archive
 // there, and the directory is restored unless the install succeeds.
 //
-// The backup holds the original entries, including links. Copies without links, pipes and
+// The backup contains the original entries, including links. Copies without links, pipes and
 // devices replace them in the directory, so that tar can neither write through a link that
 // an earlier archive left nor wait for a pipe. Copies of files are hard links where that is
 // possible, because tar replaces files and never writes into them.

@@ -24,6 +24,6 @@ std::vector<std::filesystem::path> names_in(const std::filesystem::path& directo
 // Removes a file, or a directory with everything in it, as far as possible. Follows no link.
 void remove_tree(const std::filesystem::path& path);
 
-// Waits until the disk holds a directory and everything below it that can be read. Returns
+// Waits until the disk has a directory and everything below it that can be read. Returns
 // the first failure. Does nothing if the path is not a directory.
 std::error_code flush_tree(const std::filesystem::path& directory);

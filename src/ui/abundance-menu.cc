@@ -29,7 +29,7 @@ bool is_storable(const AbundanceChoices::Choice& choice, int subtype)
   return false;
 }
 
-// Returns a menu item that is not wider than a screen, whatever its label is.
+// Returns a menu item that is not wider than a screen, even with a long label.
 Gtk::MenuItem* make_item(const Glib::ustring& label)
 {
   auto* const item = Gtk::make_managed<Gtk::MenuItem>(displayed_line(label));

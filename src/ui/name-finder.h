@@ -52,7 +52,7 @@ private:
   void show_whether_found(bool is_found);
 
   Gtk::TreeView* tree = nullptr;
-  std::unique_ptr<Gtk::Popover> bubble; // holds the field
+  std::unique_ptr<Gtk::Popover> bubble; // contains the field
   OpenRow open_row;
   std::vector<const NameColumn*> names;
   int current = 0;          // the index of the current match

@@ -37,7 +37,7 @@ private:
   std::vector<int> places;                // the ranks of its species, by id
 };
 
-// Returns all species of the region that a survey can hold, sorted: its fish, and those of
+// Returns all species of the region that a survey can contain, sorted: its fish, and those of
 // its invertebrates that are in the view.
 std::vector<SpeciesListItem> all_species_list(RegionFishInfo& fish, const IdSet& view_set,
                                               ShownKinds shown, SpeciesOrder& order);

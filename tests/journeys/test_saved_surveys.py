@@ -79,7 +79,7 @@ class ComingBackToASurvey(SavedSurveys):
         in_progress = self.save_for_later()
         self.start_again()
 
-        # What is missing stands in red, and the survey cannot be marked.
+        # Missing entries are red, and the survey cannot be marked.
         self.select(self.description(zone=False))
         page = self.open_selected()
         self.assertTrue(any(FIX_IT in label for label in page.labels()))
