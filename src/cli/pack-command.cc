@@ -56,7 +56,7 @@ std::string json_headers(const Headers& answer, const Headers& archive)
   return object.dump() + "\n";
 }
 
-// Throws CouldNotRun if a value contains a line break, which would end the header.
+// Throws CouldNotRun if a value contains a control character. A line break would end the header.
 void require_header_values(const Headers& headers)
 {
   for (const auto& [name, value] : headers)
