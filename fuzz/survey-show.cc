@@ -36,7 +36,7 @@ void check_schema(const std::string& path, const SurveySchema& schema)
     return; // no survey
   }
   for (const SchemaFault& fault : schema.faults_of(parser.get_document()->cobj()))
-    require(fault.line > 0 && !fault.text.empty(), "a fault has a line and a text");
+    require(fault.line.value_or(1) > 0 && !fault.text.empty(), "a fault has a text and no line 0");
 }
 
 void require_page(const std::string& page)

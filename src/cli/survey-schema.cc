@@ -54,7 +54,7 @@ std::string schema_of_written()
 // the element last.
 std::vector<SchemaFault> last_of_each_line(std::vector<SchemaFault> faults)
 {
-  std::map<long, SchemaFault> by_line;
+  std::map<std::optional<long>, SchemaFault> by_line;
   for (SchemaFault& fault : faults)
     by_line[fault.line] = std::move(fault);
   std::vector<SchemaFault> kept;
@@ -90,8 +90,11 @@ std::vector<SchemaFault> SurveySchema::faults_of(_xmlDoc* document) const
   xmlRelaxNGSetValidStructuredErrors(
       valid.get(),
       [](void* list, auto* error) {
-        static_cast<std::vector<SchemaFault>*>(list)->push_back(
-            {error->line, without_line_end(error->message ? error->message : "")});
+        SchemaFault fault;
+        if (error->line > 0) // the library reports line 0 for an element that it did not expect
+          fault.line = error->line;
+        fault.text = without_line_end(error->message ? error->message : "");
+        static_cast<std::vector<SchemaFault>*>(list)->push_back(fault);
       },
       &faults);
   if (xmlRelaxNGValidateDoc(valid.get(), document) != 0 && faults.empty())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,7 @@ struct _xmlRelaxNG;
 
 // A violation of the schema.
 struct SchemaFault {
-  long line; // from 1
+  std::optional<long> line; // from 1; none if the library does not report it
   std::string text;
 };
 
