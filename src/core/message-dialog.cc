@@ -7,8 +7,6 @@
 #include "core/widget-helpers.h"
 
 #include <gdk/gdk.h>
-#include <gdkmm/display.h>
-#include <gdkmm/monitor.h>
 #include <gdkmm/pixbuf.h>
 #include <gtkmm/box.h>
 #include <gtkmm/buttonbox.h>
@@ -32,9 +30,6 @@ constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
 constexpr int scrolled_height = 300; // pixels
 constexpr int least_scrolled_height = 80;
-// The size of the decorations that a window manager draws around a dialog, in pixels.
-constexpr int frame_width = 20;
-constexpr int frame_height = 60;
 // The width of a line of the text in characters.
 constexpr int widest_line = 60;
 constexpr int narrowest_line = 20;
@@ -118,11 +113,6 @@ void prepare_label(Gtk::Widget& widget)
   break_anywhere(*label);
 }
 
-struct Size {
-  int width;
-  int height;
-};
-
 Size least_size(const Gtk::Widget& widget)
 {
   Gtk::Requisition least;
@@ -137,18 +127,6 @@ Size natural_size(const Gtk::Widget& widget)
   Gtk::Requisition natural;
   widget.get_preferred_size(least, natural);
   return {natural.width, natural.height};
-}
-
-// Returns the largest size of a dialog of that window.
-Size room_on_screen(Gtk::Window* parent)
-{
-  const auto display = Gdk::Display::get_default();
-  const bool has_place = parent && parent->get_window();
-  const auto monitor =
-      has_place ? display->get_monitor_at_window(parent->get_window()) : display->get_monitor(0);
-  Gdk::Rectangle area;
-  monitor->get_workarea(area);
-  return {area.get_width() - frame_width, area.get_height() - frame_height};
 }
 
 // Returns the width of the longest line in pixels, limited to what fits a dialog in that room.

@@ -3,7 +3,19 @@
 namespace Gtk {
 class Label;
 class Widget;
+class Window;
 } // namespace Gtk
+
+// A width and a height in pixels.
+struct Size {
+  int width;
+  int height;
+};
+
+// Returns the size that a dialog can have without its frame: the work area of the monitor that
+// shows `parent`, or of the first monitor if `parent` is null or not realized, less the room for
+// a frame. REQUIRES: there is a display.
+Size room_on_screen(Gtk::Window* parent);
 
 // Returns a new empty label that fills a cell of a layout. The container owns it.
 Gtk::Label* make_filler();
