@@ -4,13 +4,21 @@
 #include "core/report.h"
 
 #include <cstdio>
-#include <utility>
 
 namespace {
 
 const char* const expected_headings[] = {"responseid", "survey_subtype_id", "label", "abun",
                                          nullptr};
 enum Heading { RESPONSEID, SURVEY_SUBTYPE_ID, LABEL, ABUN };
+
+// Returns a pointer to the element, const if the list is, or null if the index is out of range.
+template<class List>
+auto element_at(List& list, int index) -> decltype(list.data())
+{
+  if (index < 0 || static_cast<std::size_t>(index) >= list.size())
+    return nullptr;
+  return &list[static_cast<std::size_t>(index)];
+}
 
 } // namespace
 
@@ -81,12 +89,10 @@ void AbundanceChoices::trace_choices() const
 const AbundanceChoices::SurveySubtypeChoiceInfo*
 AbundanceChoices::find_subtype(int survey_type_id) const
 {
-  if (survey_type_id < 0 || static_cast<std::size_t>(survey_type_id) >= subtypes.size())
-    return nullptr;
-  return &subtypes[static_cast<std::size_t>(survey_type_id)];
+  return element_at(subtypes, survey_type_id);
 }
 
 AbundanceChoices::SurveySubtypeChoiceInfo* AbundanceChoices::find_subtype(int survey_type_id)
 {
-  return const_cast<SurveySubtypeChoiceInfo*>(std::as_const(*this).find_subtype(survey_type_id));
+  return element_at(subtypes, survey_type_id);
 }
