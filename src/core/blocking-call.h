@@ -9,8 +9,8 @@
 //
 // The constructor updates the screen, so that a dialog that was just answered
 // disappears, and shows the busy cursor in all windows. It does not run the main
-// loop. The destructor restores the cursors. It discards the keys and clicks of the
-// meantime, because they must not answer the next dialog, and keeps all other
+// loop. The destructor restores the cursors. It discards keys and clicks that arrived
+// in the meantime, because they must not answer the next dialog, and keeps all other
 // events. Without a display, both do nothing.
 class BlockingCall
 {

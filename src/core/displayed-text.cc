@@ -13,7 +13,7 @@
 namespace {
 
 constexpr const char* dots = "\u2026";
-// The number of start tags that are kept. More would only cost time.
+// The largest number of tags in the result. More tags would only take time.
 constexpr std::size_t most_tags = 1000;
 // Markup of more bytes is shown literally, because reading its tags takes too long.
 constexpr std::size_t longest_markup = 200000;
@@ -51,7 +51,7 @@ std::string escaped(const char* text, std::size_t size)
   return GMemory<char>(g_markup_escape_text(text, static_cast<gssize>(size))).get();
 }
 
-// Writes the displayed form of a markup. Its members are called by GLib's markup parser.
+// Writes the displayed form of a markup. GLib's markup parser calls its members.
 struct DisplayedMarkup {
   explicit DisplayedMarkup(std::size_t most) : room(most) {}
 
@@ -60,7 +60,7 @@ struct DisplayedMarkup {
   std::vector<bool> written_tags; // for each open tag, whether it has been written
   std::size_t tags = 0;
   bool is_cut = false;
-  bool differs = false; // from what was read
+  bool differs = false; // whether `markup` differs from the text that was parsed
 
   void start(const char* element, const char** names, const char** values)
   {

@@ -13,14 +13,16 @@
 constexpr std::size_t longest_displayed_text = 500;
 constexpr std::size_t longest_displayed_line = 80;
 
-// Returns the plain text `text`. If it has more than `most` characters, dots replace the rest.
+// Returns the plain text `text`. If it has more than `most` characters, an ellipsis
+// replaces the rest.
 Glib::ustring displayed_text(const Glib::ustring& text, std::size_t most = longest_displayed_text);
 
-// Like displayed_text(), in a single line: each line end or tab becomes a blank.
+// Like displayed_text(), but in a single line: each line end, tab or other control character
+// becomes a blank.
 Glib::ustring displayed_line(const Glib::ustring& text, std::size_t most = longest_displayed_line);
 
 // Returns label markup that shows `text`, truncated like displayed_text(). If `text` is valid
-// markup, its tags stay, but attributes that set sizes are removed. Otherwise the markup
-// shows `text` literally.
+// markup, removes the tags and attributes that set sizes, and keeps the others up to a limit.
+// If it is not valid or is very long, the returned markup shows `text` literally.
 Glib::ustring displayed_markup(const Glib::ustring& text,
                                std::size_t most = longest_displayed_text);

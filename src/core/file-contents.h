@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-// Returns all bytes of the file, or nullopt if GIO reports that it could not load the file
-// without an error. Throws the Glib::Error that GIO throws.
+// Returns all bytes of the file. Throws a Glib::Error if GIO reports one. Returns nullopt if
+// GIO fails to load the file and reports no error.
 std::optional<std::string> load_file(const std::string& path);
 
 // Like load_file(), but returns a text, which is empty if the file could not be loaded.

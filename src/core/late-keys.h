@@ -1,8 +1,13 @@
 #pragma once
 
-// Installs an event handler that forwards a key to the window of a menu if the key arrives at the
-// menu after it has closed. The display sends all keys to an open menu until the program releases
-// the keyboard grab, so fast typing after a choice arrives at the closed menu. The handler also
-// keeps a menu open that opens again before the display reports the end of its previous grab.
-// It replaces the toolkit's handler of all events. REQUIRES: GTK is initialised.
+// Installs a handler of all events, which replaces the toolkit's handler.
+//
+// If a key arrives at a menu that is already closed, the handler forwards the key to the window
+// of the menu. This happens because the display sends all keys to an open menu until the program
+// releases the keyboard grab: a user who types fast after a choice still types into the menu.
+//
+// The handler also ignores a late report that a grab has ended, if the program already has a new
+// grab. Otherwise this report would close a menu that the user has just opened again.
+//
+// REQUIRES: GTK is initialised.
 void forward_late_keys();

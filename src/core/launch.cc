@@ -32,8 +32,9 @@ std::string working_directory()
   return getcwd(buffer.data(), buffer.size()) ? buffer.c_str() : std::string();
 }
 
-// Returns the absolute path of the directory above the executable's directory. If argv[0] is
-// relative, makes it the working directory. Prints a failure and returns an empty path.
+// Returns the absolute path of the directory above the executable's directory. If argv[0] is a
+// relative path, also changes the working directory to that directory. If this fails, prints
+// the reason and returns an empty path.
 std::string find_install_dir(const LaunchPath& path, const char* argv0)
 {
   if (begins_with(path.dir, "/")) {

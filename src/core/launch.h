@@ -21,7 +21,8 @@ std::vector<std::string> launch_script_command(const std::string& dir, const std
 
 // Replaces the process with the launch script, unless GTK_PATH is set, which means that
 // the script has already run. Also returns if the script cannot be started; then it has
-// printed the reason to standard output.
+// printed the reason to standard output. If argv[0] is a relative path with a directory for
+// the application, changes the working directory to that directory.
 void init_gtk_stuff(int argc, char** argv);
 
 // Reads the trace level from "-d<n>" in argv[1], removes that argument, sets debug_level

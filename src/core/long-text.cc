@@ -24,8 +24,8 @@ bool is_inside_character(char byte)
   return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
 }
 
-// Returns the end of the part that stays at the beginning. It follows a line end if there is
-// one in the second half of the `most` bytes, otherwise it follows a character.
+// Returns the position at which the gap starts: after the last line feed in the second half of
+// the first `most` bytes or, if there is none, after a complete character.
 std::size_t end_of_beginning(const std::string& text, std::size_t most)
 {
   const std::size_t feed = most == 0 ? std::string::npos : text.rfind('\n', most - 1);
@@ -38,7 +38,7 @@ std::size_t end_of_beginning(const std::string& text, std::size_t most)
   return end;
 }
 
-// Returns the start of the part that stays at the end, by the same rule.
+// Returns the position at which the gap ends, by the same rule for the last `most` bytes.
 std::size_t start_of_end(const std::string& text, std::size_t most)
 {
   const std::size_t feed = text.find('\n', text.size() - most - 1);

@@ -10,7 +10,7 @@
 // partial ones. If only part of one line is omitted, the notice is an ellipsis.
 
 // The limit, in bytes, for a list or a command's output within a message. The caller shortens
-// this part before it composes the message, so that the words around it stay.
+// this part before it composes the message, so that the rest of the message is not shortened.
 constexpr std::size_t longest_part = 10'000;
 
 // Returns plain text of about `most` bytes or less. Never splits a UTF-8 character.

@@ -24,8 +24,8 @@ std::string escaped(const char* text, std::size_t size)
 }
 
 // Returns the character of `escape`, the text between "&" and ";". Returns an empty text if
-// GLib's escaping function never writes it: it writes five names, and control characters in
-// hexadecimal.
+// GLib's escaping function never writes this escape. That function writes five names, and
+// control characters in hexadecimal.
 std::string escaped_character(std::string_view escape)
 {
   static const std::map<std::string_view, const char*> names = {

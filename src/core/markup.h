@@ -5,8 +5,8 @@
 #include <string>
 
 // Returns Pango markup that shows the plain text `text` exactly. Each byte that is not valid
-// UTF-8 becomes a replacement character, because the toolkit draws nothing of a text with
-// such bytes.
+// UTF-8 becomes a replacement character, because the toolkit does not draw a text with such
+// bytes.
 Glib::ustring escape_markup(const Glib::ustring& text);
 
 // The inverse of escape_markup(). Replaces each escape that escape_markup() writes with its
@@ -16,7 +16,8 @@ std::string unescape_markup(const std::string& text);
 // Returns `text` with every ampersand escaped. Tags stay as they are.
 Glib::ustring escape_ampersands(const Glib::ustring& text);
 
-// Returns whether Pango can parse `text`, as a cell of a tree does.
+// Returns whether Pango can parse `text`. The cells of a tree use the same parser, which does not
+// accept links.
 bool is_markup(const Glib::ustring& text);
 
 // Returns whether a label or a dialog can parse `text`: Pango markup with links.

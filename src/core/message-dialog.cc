@@ -30,7 +30,7 @@ constexpr std::size_t line_length = 70; // bytes
 constexpr std::size_t longest_word = 150;
 constexpr int scrolled_height = 300; // pixels
 constexpr int least_scrolled_height = 80;
-// The width of a line of the text in characters.
+// The limits of the width of the text in characters.
 constexpr int widest_line = 60;
 constexpr int narrowest_line = 20;
 
@@ -129,7 +129,8 @@ Size natural_size(const Gtk::Widget& widget)
   return {natural.width, natural.height};
 }
 
-// Returns the width of the longest line in pixels, limited to what fits a dialog in that room.
+// Returns the width of a text with scroll bars in pixels: that of the widest line, but at most
+// four fifths of the room.
 int scrolled_width(Gtk::Widget& dialog, const Size& room)
 {
   int width = 0;
@@ -171,7 +172,7 @@ void make_scrollable(Gtk::MessageDialog& dialog, const Size& room)
 }
 
 // Makes the dialog fit on a small screen with large letters: stacks buttons that do not fit side
-// by side, makes lines shorter, and scrolls a text that is still too high.
+// by side, makes lines shorter, and adds scroll bars to a text that is still too tall.
 void fit_to_screen(Gtk::MessageDialog& dialog, const Size& room, bool needs_scrolling)
 {
   if (least_size(*dialog.get_action_area()).width > room.width)

@@ -17,7 +17,7 @@ struct Message {
   bool text_is_markup = true; // text that is not valid markup is shown literally
   Gtk::MessageType type = Gtk::MESSAGE_INFO;
   Gtk::ButtonsType standard_buttons = Gtk::BUTTONS_NONE;
-  std::vector<Button> buttons; // follow the standard buttons
+  std::vector<Button> buttons; // more buttons, after the standard ones
   bool modal = true;
 };
 

@@ -25,13 +25,14 @@ class RegionInfo;
 class SpeciesViews;
 struct ReferenceData;
 
-// The depth that makes a survey a snorkel survey: a label of the depth list.
+// The label in the list of depths that marks a survey as a snorkel survey.
 extern const Glib::ustring MAGIC_SNORKEL_DEPTH;
 // The suffix of the name of a survey type that is no longer offered.
 extern const Glib::ustring NO_LONGER_AVAILABLE;
 
 // The application object. It contains the reference data in use, the server's addresses and
-// the directories of data and surveys. main owns the only one; every window points to it.
+// the directories of data and surveys. run_program() in main.cc owns the only object, and every
+// window has a pointer to it.
 class MyApp
 {
 public:
@@ -43,8 +44,8 @@ public:
   static constexpr WhichDir WD_ROOT = SurveyState::ROOT;
   static constexpr WhichDir WD_NOT_A_SURVEY = SurveyState::NOT_A_SURVEY;
 
-  // Reads the reference data and loads the icons. Ends the process if the data cannot be
-  // read.
+  // Reads the reference data, loads the icons, checks the URL handlers, and installs the
+  // handlers for links and late keys. Ends the process if the data cannot be read.
   explicit MyApp(Glib::RefPtr<Gtk::Application> app);
   ~MyApp();
   MyApp(const MyApp&) = delete;
@@ -66,15 +67,15 @@ public:
   // Returns the directory of a state, without a trailing slash. Creates it if it does not
   // exist; does not report a failure to create it.
   std::string get_survey_dir(WhichDir which);
-  // Calls `visit` with the full path of each entry in the directory of a state, in the
-  // directory's own order. Throws a Glib::Error if the directory cannot be read.
+  // Calls `visit` with the full path of each entry in the directory of a state, in no
+  // particular order. Throws a Glib::Error if the directory cannot be read.
   void visit_surveys(WhichDir which, const std::function<void(const std::string&)>& visit);
   // Returns the full paths of all entries of Ready To Upload, in byte order. Throws like
   // visit_surveys().
   std::vector<std::string> get_ready_survey_list();
-  // Returns one line for each path: its description, or the path if there is none. The
-  // line of `current`, the path of the survey in the window, says so. The result is plain
-  // text: the caller escapes it for a dialog's markup.
+  // Returns one line for each path: its description, or the path if there is none. Marks the
+  // line of `current`, the path of the survey in the window, as the current survey. The
+  // result is plain text: the caller escapes it for a dialog's markup.
   std::string prettify_survey_list(const std::vector<std::string>& list,
                                    const std::string& current);
   // Returns a description of a saved survey in one line of plain text, or an empty text if
@@ -84,7 +85,8 @@ public:
   std::string get_survey_description(const std::string& path, int* member_id);
   // Moves the survey at `path` to the directory of `which` and sets `path` to its new path.
   // In Uploaded, it replaces a file of the same name. In the other directories it takes the
-  // next free number instead. Shows a failure and then leaves `path` unchanged.
+  // next free number instead. If the move fails, shows a message, leaves `path` unchanged and
+  // returns RET_FAILURE.
   RetCode move_survey_to(WhichDir which, std::string& path);
 
   // The tables. They are read-only after loading and are never freed.
@@ -97,11 +99,11 @@ public:
   AbundanceChoices* abundance_choices = nullptr;
 
   std::string upload_url;
-  std::string version_query_url; // the caller appends what it asks for
+  std::string version_query_url; // the caller appends the platform or "data-files"
   std::string data_entry_url;    // the page where members submit what they uploaded
   Glib::RefPtr<Gtk::Application> app;
-  std::string survey_root;    // empty until first asked for
-  std::string local_data_dir; // empty until first asked for
+  std::string survey_root;    // empty until its first use
+  std::string local_data_dir; // empty until its first use
 
   // The program's logo in five sizes, for windows and dialogs; null if a file is missing.
   static std::vector<Glib::RefPtr<Gdk::Pixbuf>> icon_list;

@@ -15,5 +15,6 @@ int to_int(const char* text);
 int to_int(const std::string& text);
 int to_int(const Glib::ustring& text);
 
-// Like to_int() with a wider range. Tells whether to_int() changed the number.
+// Like to_int(), but limits the number to the range of int64. If both functions return
+// different values, the number is beyond the range of int.
 std::int64_t to_int64(const char* text);

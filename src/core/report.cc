@@ -27,7 +27,7 @@ std::string format_message(const char* fmt, va_list args)
   int needed = vsnprintf(short_buffer, sizeof short_buffer, fmt, copy);
   va_end(copy);
   if (needed < 0)
-    return fmt; // the C library could not format it: its words are better than nothing
+    return fmt; // the C library could not format it: a raw format is better than no message
   if (static_cast<std::size_t>(needed) < sizeof short_buffer)
     return short_buffer;
 

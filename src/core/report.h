@@ -13,9 +13,9 @@ class ustring;
 // standard error and then call the presenter of report-presenter.h. The program's presenter
 // shows a modal dialog and returns when the user has closed it.
 //
-// `fmt` is a printf format. The formatted text is Pango markup: the caller escapes plain
-// words with escape_markup(). Text that is not valid markup is shown literally. The line on
-// standard error has the unescaped characters, and the tags as they are.
+// `fmt` is a printf format. The formatted text is Pango markup: the caller escapes plain text
+// with escape_markup(). The dialog shows text that is not valid markup literally. In the line
+// on standard error, escapes are replaced by their characters, and tags are unchanged.
 //
 // `_errno` in a name: appends the system's text for errno. `titled_`: gives the dialog a
 // title. `fatal`: ends the process with the exit status translate_code(code). All others
@@ -57,7 +57,7 @@ struct ErrnoReport {
 // jobs; nothing uses it at present.
 void set_error_context(const std::string& text);
 
-// The trace level. Each trace line has a level and is printed to standard output if
-// debug_level is not below it. main sets it once from "-d<n>"; the default is 0. A negative
-// level also suppresses complaints about reference data.
+// The trace level. A trace line of level n is printed to standard output if debug_level is at
+// least n. main() sets it once from "-d<n>"; the default is 0. A value below -1 also suppresses
+// complaints about reference data.
 extern int debug_level;

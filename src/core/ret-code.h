@@ -16,6 +16,6 @@ enum RetCode {
   RET_DATA_INSTALLED = 15, // new data files were installed and loaded; never reported
 };
 
-// Returns the process's exit status for a fatal error of this code. It is 1 for a code
-// without a status of its own.
+// Returns the exit status of the process for a fatal error with this code. Returns 1 for a
+// code that has no specific status.
 int translate_code(RetCode code);

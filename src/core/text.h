@@ -15,17 +15,21 @@ struct TextBytes : std::string_view {
   TextBytes(const Glib::ustring& text) : std::string_view(text.raw()) {}
 };
 
-// Compare texts by their bytes. == and < of Glib::ustring collate in the locale instead. They are
-// slower, and different texts can be equal to them.
+// These functions compare texts by their bytes. The operators == and < of Glib::ustring use the
+// collation of the locale instead: they are slower, and they can treat different texts as equal.
+
+// Returns whether both texts have the same bytes.
 bool same_bytes(TextBytes one, TextBytes other);
+// Returns whether `text` begins with `beginning`.
 bool begins_with(TextBytes text, TextBytes beginning);
+// Returns whether `part` occurs in `text`.
 bool contains(TextBytes text, TextBytes part);
 
 // Returns a pointer to the first `c` in `s`, or to the terminating zero if there is none.
 const char* find_or_end(const char* s, int c);
 
 #ifdef MAVO_LACKS_STRCHRNUL
-// The GNU C library's name of find_or_end().
+// The name of find_or_end() in the GNU C library.
 inline const char* strchrnul(const char* s, int c)
 {
   return find_or_end(s, c);

@@ -11,9 +11,10 @@ struct Thrown {
   Glib::ustring text; // valid UTF-8; may be empty
 };
 
-// Describes the current exception. REQUIRES: the caller is in a catch block.
+// Returns a description of the current exception. REQUIRES: the caller is in a catch block.
 Thrown what_was_thrown();
 
-// Returns the text of the current exception: `unknown` if it is of no known kind, `wordless`
-// if its text is empty. REQUIRES: the caller is in a catch block.
+// Returns the text of the current exception. Returns `unknown` if the exception has none of the
+// kinds of `Thrown`, and `wordless` if its text is empty. REQUIRES: the caller is in a catch
+// block.
 Glib::ustring thrown_text(const char* unknown, const char* wordless);

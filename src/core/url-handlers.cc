@@ -21,7 +21,8 @@ namespace {
 const char* const command = "open";
 const char* const handler_name = "open hack";
 
-// GLib saves a handler made of a command line as "userapp-<name>-<random>.desktop".
+// GLib saves a handler that was created from a command line as
+// "userapp-<name>-<random>.desktop".
 bool is_open_handler_id(const std::string& id)
 {
   return begins_with(id, std::string("userapp-") + handler_name + "-") &&
@@ -82,7 +83,7 @@ bool remove_entries(Glib::KeyFile& associations, const Glib::ustring& group,
   return true;
 }
 
-// Removes from mimeapps.list the handlers whose files no longer exist.
+// Removes from mimeapps.list the registrations of "open" whose desktop files no longer exist.
 void remove_from_associations(const std::string& path, const std::string& applications)
 {
   try {

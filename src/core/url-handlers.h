@@ -2,7 +2,8 @@
 
 #include <string>
 
-// These functions look at the default handlers of URL schemes: the programs that open links.
+// These functions check and change the default handlers of URL schemes: the programs that open
+// links.
 //
 // If a scheme has no handler, the program registers the system's "open" command as the
 // user's default. On some systems "open" is another name of xdg-open. xdg-open starts the
@@ -24,6 +25,7 @@ bool has_url_handler(const std::string& scheme);
 // Ignores failures.
 void remove_open_handlers(const std::string& data_dir, const std::string& config_dir);
 
-// Registers "open" for http, https and mailto where they have no handler and this is
-// possible. Prints to standard output what it finds. Changes nothing if all have a handler.
+// Registers "open" for each of http, https and mailto that has no handler. If "open" cannot be
+// registered, calls remove_open_handlers() first and then registers nothing. Prints to standard
+// output what it finds.
 void check_url_handlers();

@@ -12,12 +12,13 @@ struct Size {
   int height;
 };
 
-// Returns the size that a dialog can have without its frame: the work area of the monitor that
-// shows `parent`, or of the first monitor if `parent` is null or not realized, less the room for
-// a frame. REQUIRES: there is a display.
+// Returns the largest size that a dialog can have without its frame: the work area of a monitor
+// minus the size of a frame. It is the monitor that shows `parent`, or the first monitor if
+// `parent` is null or not realized. REQUIRES: there is a display.
 Size room_on_screen(Gtk::Window* parent);
 
-// Returns a new empty label that fills a cell of a layout. The container owns it.
+// Returns a new empty label that fills a cell of a layout. The container to which the caller
+// adds the label owns it.
 Gtk::Label* make_filler();
 
 // Shows or hides the widget, which must not be null.
