@@ -101,8 +101,9 @@ public:
     take(text);
   }
 
-  // Returns the text before the next `stop` and moves behind it. Returns an empty text if the
-  // line is not simple, which is rare.
+  // Returns the text before the next `stop` and moves to this `stop`, or to the end of the line
+  // if there is none. If the line is not simple, which is rare, does not move and returns an
+  // empty text.
   std::string_view take_run(char stop)
   {
     if (!simple)
@@ -137,7 +138,8 @@ void read_unquoted(LineWalk& walk, std::string& text)
     walk.take_escaped(text);
 }
 
-// Reads a quoted field from behind its opening quote. The end of the line closes an open quote.
+// Reads a quoted field, starting after its opening quote. The end of the line closes an open
+// quote.
 void read_quoted(LineWalk& walk, std::string& text)
 {
   while (!walk.at_end()) {

@@ -11,8 +11,8 @@
 using BotchedField = std::function<void(std::size_t, const Glib::ustring&)>;
 
 // Splits one line of a data file, without its line feed, into `fields` and replaces their
-// previous content. Only this function knows the quoting rules. Text between a closing quote
-// and the next comma is botched quoting: the field includes that text with its quotes, and
-// `botched` is called. Bytes that are not valid UTF-8 become U+FFFD.
+// previous content. docs/data-files.md describes the quoting rules. Text between a closing
+// quote and the next comma is botched quoting: the field then includes that text and its own
+// quotes, and the function calls `botched`. Bytes that are not valid UTF-8 become U+FFFD.
 void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
                     const BotchedField& botched);

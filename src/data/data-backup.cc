@@ -32,8 +32,8 @@ struct Places {
   fs::path former;     // the backup of earlier versions of the program
 };
 
-// Follows a link to the directory. The backup must be on the same file system, because
-// entries are renamed between both.
+// Follows a link to the directory. The backup must be on the same file system as the
+// directory, because rename() moves entries from one to the other.
 Places::Places(const fs::path& directory) : local(directory)
 {
   std::error_code failure;
@@ -72,8 +72,8 @@ std::error_code copy_file(const Places& at, const fs::path& from, const fs::path
   return failure;
 }
 
-// Copies the file to which a link points, so that a data file that the user keeps elsewhere
-// stays part of the set. Copies no other links.
+// Copies the file to which a link points, so that a data file that the user stores elsewhere
+// remains part of the set. Copies no other links.
 std::error_code copy_target(const fs::path& from, const fs::path& to)
 {
   std::error_code failure;
@@ -86,7 +86,8 @@ std::error_code copy_target(const fs::path& from, const fs::path& to)
   return failure;
 }
 
-// Skips a closed directory of another user: tar runs as this user and cannot enter it.
+// Skips a directory of another user that this user cannot read: tar runs as this user and cannot
+// enter it either.
 std::error_code copy_directory(const Places& at, const fs::path& from, const fs::path& to)
 {
   open_up(from);
@@ -129,7 +130,7 @@ std::error_code restore_entry(const Places& at, const fs::path& name)
     return {}; // for example, a newer file has replaced a link
   std::error_code failure;
   remove_tree(at.torn);
-  open_up(at.local / name); // a closed directory cannot be moved
+  open_up(at.local / name); // a directory without write permission cannot be moved
   if (is_there(at.local / name))
     fs::rename(at.local / name, at.torn, failure);
   if (!failure)
@@ -199,8 +200,8 @@ fs::path unfinished(const fs::path& former)
   return former.string() + ".part";
 }
 
-// Removes a backup in the form of earlier versions if there is a current backup: then an
-// archive tried to forge it.
+// Removes a backup in the form of earlier versions. REQUIRES: there is a current backup. Before
+// the program makes that, it restores any earlier backup, so this one is a forgery of an archive.
 void remove_forged_backup(const Places& at)
 {
   for (const auto& path : {at.former, unfinished(at.former)}) {
@@ -262,7 +263,8 @@ std::error_code settle(const Places& at)
   return {};
 }
 
-// Like settle(), for an install that another program began and did not end.
+// Like settle(), for an install that another program began and did not finish. If the data of
+// this install are complete, keeps them instead of restoring the original entries.
 std::error_code settle_interrupted(const Places& at)
 {
   if (is_own_directory(at.backup) && is_there(at.kept) && is_newer_set_complete(at))

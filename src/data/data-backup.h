@@ -6,7 +6,7 @@
 #include <system_error>
 
 // A backup of the directory of local data. The install makes it before it unpacks an archive
-// there, and the directory is restored unless the install succeeds.
+// there. The destructor restores the directory unless the install has succeeded.
 //
 // The backup contains the original entries, including links. Copies without links, pipes and
 // devices replace them in the directory, so that tar can neither write through a link that
@@ -25,19 +25,21 @@ public:
   // Restores the backup of an interrupted install, if there is one, and then backs up
   // `directory`. Does nothing if `directory` is not a directory.
   explicit DataBackup(std::filesystem::path directory);
-  // Restores the directory unless discard() has succeeded.
+  // Restores the directory unless discard() has succeeded, and removes the backup.
   ~DataBackup();
   DataBackup(const DataBackup&) = delete;
   DataBackup& operator=(const DataBackup&) = delete;
 
-  // The reason why there is no backup; then the caller must not unpack anything. It is
-  // `device_or_resource_busy` if another program is installing data.
+  // Returns the reason why the backup could not be made, or no error. After a failure, the
+  // caller must not unpack anything. The reason is `device_or_resource_busy` if another program
+  // is installing data.
   std::error_code failure() const { return failed; }
   // Returns the directory of the backup, for messages.
   std::filesystem::path place() const;
-  // Accepts the unpacked data: flushes them to the disk and removes the backup. Restores
-  // top-level entries that tar has not replaced, such as the user's own link. Returns the
-  // first failure; after a failure the destructor still restores the directory.
+  // Accepts the unpacked data: flushes them to the disk and marks the backup as no longer
+  // needed. The destructor then restores only top-level entries that tar has not replaced, such
+  // as the user's own link. Returns the first failure; after a failure the destructor still
+  // restores the complete directory.
   std::error_code discard();
 
   // Restores the directory if a program ended during an install there, unless the newer

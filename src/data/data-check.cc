@@ -68,7 +68,7 @@ bool has_even_tables(const std::string& dir)
   return !failure;
 }
 
-// Returns whether tar has replaced a file and finished it. As its last step, tar sets the
+// Returns whether tar has replaced a file and finished writing it. As its last step, tar sets the
 // file's time to the time in the archive.
 bool is_replaced(const fs::path& original, const fs::path& file, fs::file_time_type begun)
 {

@@ -8,7 +8,8 @@ class DataFileInfo
 public:
   // Reads the file in `dir`, which ends in a slash. If the file is missing, the object is
   // invalid. If the file exceeds a limit of data-file.h, shows a message, and the object is
-  // invalid. A line without "=" ends the process.
+  // invalid. If the file has an unknown version, shows a message. A line without "=" ends the
+  // process.
   explicit DataFileInfo(const std::string& dir);
 
   // Returns the name of the file, without a directory.

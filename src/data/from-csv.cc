@@ -77,7 +77,7 @@ RetCode FromCSV::process_row(const std::vector<Glib::ustring>& fields)
   // A duplicate heading refers to its last column, but the expected number of fields is the
   // number of different headings.
   if (last_column >= fields.size() && !columns.empty()) {
-    complain_of_row("a heading stands twice and the row has no such column");
+    complain_of_row("a heading appears twice and the row has no such column");
     return RET_SUCCESS;
   }
   return process_line(fields);

@@ -39,14 +39,19 @@ public:
   virtual bool is_valid() const;
   // Passes the headings to process_headings(), each data line to process_line(), and an
   // empty vector to process_line() at the end. Returns the first result other than
-  // RET_SUCCESS and stops there.
+  // RET_SUCCESS and stops there. Returns RET_FAILURE if the file cannot be read or exceeds a
+  // limit of data-file.h.
   virtual RetCode read_file(std::string path);
   // Processes one data line, or the end of the data if `fields` is empty.
   virtual RetCode process_line(const std::vector<Glib::ustring>& fields) = 0;
+  // Processes the line of headings. Each table passes them to verify_headings() with the
+  // headings that it needs.
   virtual RetCode process_headings(const std::vector<Glib::ustring>& the_headings);
+  // Returns RET_SUCCESS if a row has the expected number of fields. Otherwise shows a message
+  // with the number `line` and returns RET_FAILURE.
   virtual RetCode check_columns(int line, const std::vector<Glib::ustring>& fields);
-  // Finds the columns of the `expected` headings. Returns RET_MISSING_HEADING if there is none
-  // for one of them. REQUIRES: `expected` ends with a null pointer and outlives the reading.
+  // Finds the columns of the `expected` headings. Returns RET_MISSING_HEADING if one of them is
+  // missing. REQUIRES: `expected` ends with a null pointer and outlives the reading.
   virtual RetCode verify_headings(const std::vector<Glib::ustring>& the_headings,
                                   const char* const* expected);
 

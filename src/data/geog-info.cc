@@ -27,8 +27,8 @@ RetCode RegionFishInfo::GeogInfo::process_line(const std::vector<Glib::ustring>&
   if (fields.empty())
     return RET_SUCCESS;
   const int id = number(fields, GEOGID);
-  // The hint helps because most ids are the largest so far. A copy of a text has no spare
-  // capacity.
+  // The hint helps because most ids are the largest so far. A new entry gets a copy of the text,
+  // because an assignment could allocate spare capacity.
   auto& names = fish->geog_names;
   const std::size_t known = names.size();
   const auto zone = names.try_emplace(names.end(), id, field(fields, NAME));

@@ -27,7 +27,7 @@ public:
       return;
     }
     const auto place = std::lower_bound(ids.begin(), ids.end(), id);
-    if (*place != id) // there is one: the last id is not below `id`
+    if (*place != id) // `place` is not the end, because the last id is not less than `id`
       ids.insert(place, id);
   }
   // Returns 1 if the set contains the id, else 0.

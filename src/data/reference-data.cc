@@ -22,8 +22,8 @@
 
 namespace {
 
-// Returns the directory of the newer copy, or an empty text if neither is valid. If both have
-// the same timestamp, returns the user's own.
+// Returns the directory of the newer data set, or an empty text if neither is valid. If both
+// have the same timestamp, returns the user's own.
 std::string choose_data_dir(const std::string& local_dir, const std::string& built_in_dir)
 {
   const DataFileInfo local(local_dir);
@@ -89,7 +89,7 @@ RetCode read_newest_data_set(std::string& local_data_dir, ReferenceData& data)
   if (dir.empty())
     return RET_FAILURE;
   const RetCode result = read_data_set(dir, data);
-  // Another program may have finished its install meanwhile and removed its backup.
+  // In the meantime, another program may have finished its install and removed its backup.
   const bool has_gone = local_dir != own_dir && !std::filesystem::exists(local_dir);
   return result != RET_SUCCESS && has_gone ? read_newest_data_set(local_data_dir, data) : result;
 }

@@ -51,7 +51,7 @@ public:
   std::map<int, Glib::ustring> geog_names; // zone names by zone id
   std::vector<int> geog_ids;               // in file order: parents before children
   std::string region;
-  bool initialised = false;
-  bool has_spanish = false; // the species file has a column of Spanish names
-  std::int8_t max_rarefishind = 0;
+  bool initialised = false;        // whether init() has succeeded
+  bool has_spanish = false;        // whether the species file has a column of Spanish names
+  std::int8_t max_rarefishind = 0; // the largest rarity class of a species
 };

@@ -16,16 +16,18 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  std::vector<Region> regions;                              // by survey type id, with gaps
-  std::map<Glib::ustring, Glib::ustring> subregion_codes;   // by subregion name
-  std::map<Glib::ustring, Glib::ustring> subregion_names;   // by subregion code, as the next ones
+  std::vector<Region> regions;                            // by survey type id, with gaps
+  std::map<Glib::ustring, Glib::ustring> subregion_codes; // by subregion name
+  // The keys of the following five tables are subregion codes.
+  std::map<Glib::ustring, Glib::ustring> subregion_names;
   std::map<Glib::ustring, Glib::ustring> subregion_regions; // region codes
   std::map<Glib::ustring, std::vector<int>> subregion_ids;  // survey types, in file order
   std::map<Glib::ustring, Def> survey_types;                // the visible survey types
-  std::map<Glib::ustring, std::map<int, Glib::ustring>> hidden_survey_types;
-  std::map<Glib::ustring, RegionFishInfo> region_fish; // by region code
-  std::map<Glib::ustring, SubregionInfo> subregions;   // filled by SpeciesViewInfo
-  std::vector<Glib::ustring> region_codes;             // without duplicates, in file order
+  std::map<Glib::ustring, std::map<int, Glib::ustring>> hidden_survey_types; // names by id
+  std::map<Glib::ustring, RegionFishInfo> region_fish;                       // by region code
+  // By subregion code. SpeciesViewInfo fills this table.
+  std::map<Glib::ustring, SubregionInfo> subregions;
+  std::vector<Glib::ustring> region_codes; // without duplicates, in order of `subregion_ids`
   Def subregion_list; // names of the subregions that offer new surveys, in order of their codes
   std::string data_dir;
 

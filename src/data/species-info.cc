@@ -33,7 +33,7 @@ RegionFishInfo::SpeciesInfo::SpeciesInfo(const std::string& dir, RegionFishInfo&
     : fish(&info)
 {
   for (auto& [id, family] : fish->families)
-    met_families.emplace(id, &family);
+    families_by_id.emplace(id, &family);
   const std::string path = dir + region_code + "-species-info.csv";
   fish->species.reserve(species_expected(path));
   valid = SpeciesInfo::read_file(path) == RET_SUCCESS;
@@ -69,7 +69,7 @@ RetCode RegionFishInfo::SpeciesInfo::process_line(const std::vector<Glib::ustrin
   fish->max_rarefishind = std::max(fish->max_rarefishind, row.rarefishind);
   row.familyid = field(fields, FAMILYID);
   settle_family(row);
-  // A copy of a text has no spare capacity.
+  // Moves copies into the row, because an assignment could allocate spare capacity.
   row.scientificname = Glib::ustring(field(fields, SCIENTIFICNAME));
   row.commonname = Glib::ustring(field(fields, COMMONNAME));
   if (spanish_column) {
@@ -105,7 +105,7 @@ void RegionFishInfo::SpeciesInfo::settle_family(Species& row)
 
 RegionFishInfo::Family& RegionFishInfo::SpeciesInfo::find_family(const std::string& id)
 {
-  Family*& family = met_families[id];
+  Family*& family = families_by_id[id];
   if (!family)
     family = &fish->families[id];
   return *family;

@@ -23,7 +23,7 @@ private:
   Family& find_family(const std::string& id);
 
   std::optional<unsigned int> spanish_column; // this column is optional
-  // The families so far. RegionFishInfo::families compares by collation, which would take
-  // most of the time of reading a species file.
-  std::unordered_map<std::string, Family*> met_families;
+  // The entries of RegionFishInfo::families by id. That map compares ids by collation, which
+  // would take most of the time of reading a species file.
+  std::unordered_map<std::string, Family*> families_by_id;
 };

@@ -2,7 +2,7 @@
 
 #include <glibmm/ustring.h>
 
-// A named list of species.
+// The id and the name of a species view. SpeciesViews has its species.
 struct SpeciesViewDefinition {
   int viewid = -1;
   Glib::ustring viewname;

@@ -4,12 +4,13 @@
 
 class RegionInfo;
 
-// Reads the names of the species views and adds the views to their subregions. Only the
-// loading of a data set uses it.
+// Reads the names of the species views and adds the views to their subregions. Only the code
+// that loads or checks a data set uses it.
 class SpeciesViewInfo : public FromCSV
 {
 public:
-  // Reads species-view-definitions.csv in `dir`, which ends in a slash.
+  // Reads species-view-definitions.csv in `dir`, which ends in a slash. REQUIRES: `regions` is
+  // not null and outlives this object.
   SpeciesViewInfo(const std::string& dir, RegionInfo* regions);
   ~SpeciesViewInfo() override;
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;

@@ -9,7 +9,7 @@ class SpeciesViews : public FromCSV
 public:
   struct ViewSpecies {
     int speciesid;
-    std::string familyid; // the family that the view shows the species under
+    std::string familyid; // the family under which the view shows the species
   };
 
   // Reads species-views.csv in `dir`, which ends in a slash.
@@ -24,6 +24,6 @@ public:
   const std::vector<ViewSpecies>& species_of(int view_id) const;
 
   std::vector<std::vector<ViewSpecies>> view_species; // by view id, in file order
-  std::vector<std::string> view_subregions;           // subregion code by view id
-  std::vector<IdSet> view_species_sets;               // by view id
+  std::vector<std::string> view_subregions; // subregion code by view id; set by read_data_set()
+  std::vector<IdSet> view_species_sets;     // by view id
 };

@@ -7,10 +7,10 @@ namespace {
 constexpr Glib::ustring::size_type first_level_digits = 1;
 constexpr Glib::ustring::size_type second_level_digits = 4;
 constexpr Glib::ustring::size_type complete_digits = 8;
-constexpr int first_complete_zone = 10'000'000; // the least number of so many digits
+constexpr int first_complete_zone = 10'000'000; // the smallest number with eight digits
 
-// The name of the zone that the first `digits` of `code` name, with what parts
-// it from the next; empty if there is no such level above `code`.
+// Returns the name of the ancestor whose code is the first `digits` characters of `code`, followed
+// by a comma and a blank. Returns an empty text if there is no such ancestor.
 Glib::ustring level_name(const Glib::ustring& code, Glib::ustring::size_type digits,
                          const std::map<int, Glib::ustring>& names)
 {

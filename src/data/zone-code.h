@@ -12,6 +12,7 @@
 bool is_complete_zone(const Glib::ustring& code);
 bool is_complete_zone(int id);
 
-// Returns the names of the zone's first two levels, then its own name. Returns an empty text
-// if there is no zone with that code.
+// Returns the names of the zone's ancestors on the first two levels and the name of the zone
+// itself, separated by commas. `names` has the names of the region's zones by id. Returns an
+// empty text if there is no zone with that code.
 Glib::ustring full_zone_name(const Glib::ustring& code, const std::map<int, Glib::ustring>& names);
