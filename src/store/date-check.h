@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-// The first year that a survey can have. The list of years begins with it.
+// The first year that a survey can have. It is the earliest in the list of years.
 constexpr int first_survey_year = 1993;
 
 // The result of the check of a survey's date.

@@ -10,8 +10,8 @@
 // the end that do not exist stay as they are. Returns `path` if it cannot be resolved.
 std::string resolved_path(const std::string& path);
 
-// Returns whether both paths resolve to the same path. The file need not exist. An empty path
-// is never the same as another one.
+// Returns whether both paths resolve to the same path. The file need not exist. Returns false
+// if one of the paths is empty.
 bool same_place(const std::string& path, const std::string& other);
 
 // Returns whether `path` resolves to a path in `directory` or in a directory below it.

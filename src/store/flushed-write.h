@@ -9,8 +9,8 @@
 // fails.
 bool write_all(const Descriptor& file, const char* data, std::size_t size);
 
-// Waits until the file or directory is on the disk. Throws a Gio::Error if that fails, with the
-// text that the library uses for failures of its own writes.
+// Waits until the disk has stored the file or directory. Throws a Gio::Error if that fails, with
+// the text that the library uses for failures of its own writes.
 void flush_or_throw(const Descriptor& file);
 // Does the same for the file or directory at `path`. Does nothing if it cannot be opened for
 // reading.

@@ -47,7 +47,7 @@ class ElementReader
 public:
   explicit ElementReader(std::vector<SurveyElement>& the_elements) : elements(the_elements) {}
 
-  // Throws a text if the element is wrong.
+  // Adds the entries of an element. Throws a text if the element is wrong.
   void read(const xmlpp::Node& node)
   {
     const Glib::ustring name = node.get_name();

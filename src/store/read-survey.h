@@ -35,9 +35,9 @@ std::vector<SurveyElement> read_survey_head(const std::string& path);
 // change of the location would remove the preceding species.
 void check_location(const Glib::ustring& code, bool follows_species);
 
-// Returns the survey in the file at `path`. The last one of repeated elements counts. A missing
-// element has the value of a new survey. Throws the exceptions of parse_survey_file(), or a text
-// that describes the first fault in the document.
+// Returns the survey in the file at `path`. If an element is repeated, uses the last one. If an
+// element is missing, its entry has the value of a new survey. Throws the exceptions of
+// parse_survey_file(), or a text that describes the first fault in the document.
 Survey read_survey(const std::string& path);
 // Does the same for the content of a file.
 Survey read_survey_bytes(const std::string& contents);

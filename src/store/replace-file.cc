@@ -21,7 +21,7 @@
 
 namespace {
 
-// Cancels a write. Closing or destroying the stream without that would replace the old file by
+// Cancels a write. Closing or destroying the stream without that would replace the old file with
 // the incomplete new one.
 void abandon(const Glib::RefPtr<Gio::FileOutputStream>& stream)
 {
@@ -47,9 +47,9 @@ void write_and_close(const Glib::RefPtr<Gio::FileOutputStream>& stream, const ch
 }
 
 // The previous content of an existing file. The library usually writes a new file and then
-// replaces the old one by it. If it cannot do so, because the file has several names or its
-// directory is read-only, it truncates the old file and writes to it. After that, a full disk
-// would leave an incomplete file.
+// replaces the old one with it. If it cannot do so, because the file has several names or its
+// directory is read-only, it truncates the old file and writes to it. A full disk would then
+// leave an incomplete file.
 class OverwrittenFile
 {
 public:
@@ -62,7 +62,7 @@ public:
   }
 
   // Restores the content and the time of the last change, from which the entity tag is computed.
-  void put_back() const
+  void restore() const
   {
     if (!text || text == read_all())
       return;
@@ -82,8 +82,8 @@ private:
   std::optional<std::string> text;
 };
 
-// Replaces the file by the function of the library. It keeps an old file until the new one is
-// complete, where possible.
+// Replaces the file with the library's function. Where possible, this function keeps the old file
+// until the new one is complete.
 std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* data,
                                std::size_t size, const std::string& etag)
 {
@@ -97,7 +97,7 @@ std::string replace_by_library(const Glib::RefPtr<Gio::File>& file, const char* 
     if (is_new)
       unlink(file->get_path().c_str());
     else
-      old.put_back();
+      old.restore();
     throw;
   }
   return stream->get_etag();

@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <string>
 
-// Replaces the content of the file at `path` by `data`, waits until the disk has it, and returns
-// the file's new entity tag. If `etag` is not empty, an existing file must have this tag. Throws
-// a Glib::Error on failure. Then a new file does not exist, and an existing file has its
-// previous content. Exception: if only the flush of the directory fails, an existing file has
-// the content `data`.
+// Replaces the content of the file at `path` with `data`, or creates the file. Waits until the
+// disk has stored it and returns the file's new entity tag. If `etag` is not empty, an existing
+// file must have this tag. Throws a Glib::Error on failure. Then a new file does not exist, and
+// an existing file has its previous content. Exception: if only the flush of the directory fails,
+// an existing file has the content `data`.
 std::string replace_file(const std::string& path, const char* data, std::size_t size,
                          const std::string& etag);
 

@@ -255,7 +255,7 @@ bool SurveyWindow::file_needs_saving()
   if (build_document(without_member(entered), error_text) != RET_SUCCESS)
     return !same_bytes(entered_text(), unwritable_as_opened);
   if (same_bytes(survey.xml_current, survey.xml_pristine))
-    return false; // do not ask about member details only
+    return false; // do not ask if only the details of the member have changed
 
   build_document(entered, error_text);
   return !same_bytes(survey.xml_current, survey.xml_last_saved);

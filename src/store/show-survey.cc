@@ -20,7 +20,8 @@ bool is_blank(const Glib::ustring& text)
   return text.raw().find_first_not_of(" \t\r\n") == std::string::npos;
 }
 
-// Sets the location of the survey. Throws a text also if the reference data lack it.
+// Sets the location of the survey. Throws the text of check_location(), or a text if the
+// reference data lack the location.
 void show_location(const Glib::ustring& code, SurveyWindow& window)
 {
   if (debug_level > 0)

@@ -29,5 +29,6 @@ CheckedText check_temperature(const Glib::ustring& typed, const Glib::ustring& u
 // `confirm_over`. All numbers are minutes.
 bool is_unusual_bottom_time(int minutes, int confirm_under, int confirm_over);
 
-// Returns one line that reports how many entries of a survey are missing or wrong.
+// Returns one line that reports how many entries of a survey are missing or wrong. `marked` is
+// their number.
 Glib::ustring verdict_on(std::size_t marked);

@@ -22,9 +22,9 @@ int written_abundance(int abundance, const Region* survey_subtype)
   return abundance > 1 && survey_subtype && !survey_subtype->hasabundance ? 1 : abundance;
 }
 
-// Returns the server's number of the class, or -1 if the reference data have none. For a species
-// that these data lack, for example of a survey from a program with newer data, returns the
-// number of the survey type.
+// Returns the server's number of the class, or -1 if the reference data have none. The reference
+// data may lack a species, for example if a program with newer data has saved the survey. For
+// such a species, uses the list of the survey type.
 int response_id(int species_id, int abundance, const SurveyData& survey,
                 const AbundanceChoices& choices)
 {

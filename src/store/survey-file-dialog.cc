@@ -9,7 +9,8 @@
 
 namespace {
 
-// The toolkit derives the size of the dialog from the size of the text, whatever the screen is.
+// Limits the size of the dialog to the room on the screen. The toolkit derives the size of the
+// dialog only from the size of the text.
 void keep_on_screen(Gtk::Window& dialog, const Size& room)
 {
   Gdk::Geometry largest{};

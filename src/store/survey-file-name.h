@@ -28,11 +28,11 @@ Glib::ustring dive_start_text(int hour);
 // The extension of survey files.
 extern const std::string survey_file_extension;
 
-// Returns the name without number and extension. Uses the parts unchanged.
+// Returns the name of a survey's file without its number and extension. Uses the parts unchanged.
 std::string survey_base_name(const SurveyFileNameParts& parts);
 
 // Returns the first of stem, stem-1, stem-2, ... (each with the extension) that is `own_path`
-// or that does not exist. Prints to standard output what it tried.
+// or for which `exists` returns false. Prints to standard output what it tried.
 std::string first_free_path(const std::string& stem, const std::string& own_path,
                             const std::function<bool(const std::string&)>& exists);
 

@@ -90,7 +90,8 @@ void copy_and_remove(const std::string& path, const std::string& target, Existin
                 static_cast<int>(contents.size()), static_cast<int>(size));
 }
 
-// Returns false and sets errno if it fails: to EEXIST if an existing file must be kept.
+// Renames a file. Returns false and sets errno if that fails: to EEXIST if `target` exists and
+// must be kept.
 bool rename_file(const std::string& path, const std::string& target, Existing existing)
 {
   if (existing == Existing::replace)
@@ -123,8 +124,8 @@ bool move_file(const std::string& path, const std::string& target, Existing exis
 }
 
 // Returns the reason why the copy failed, with a prefix that names the source file. The line
-// number in it is fixed, because support knows the text by it. REQUIRES: the caller is in a
-// catch block.
+// number in it is fixed, because the support staff recognise the text by it. REQUIRES: the
+// caller is in a catch block.
 std::string copy_failure()
 {
   const Thrown thrown = what_was_thrown();

@@ -24,8 +24,8 @@ enum class SurveyState {
 // Returns the path of this user's store, without a trailing slash. Does not create it.
 std::string default_survey_root();
 
-// Returns what the path of a state's directory has after that of the store, such as
-// "/Uploaded".
+// Returns the part of the path of a state's directory that follows the path of the store, such
+// as "/Uploaded". Returns an empty text for ROOT.
 const char* directory_suffix(SurveyState state);
 
 // Returns the directory of a state in the store at `root`, without a trailing slash. Creates
@@ -33,8 +33,8 @@ const char* directory_suffix(SurveyState state);
 // this user's store.
 std::string survey_directory(std::string& root, SurveyState state);
 
-// Calls `visit` with the full path of each entry in a directory, in the directory's own
-// order. Throws a Glib::Error if the directory cannot be read.
+// Calls `visit` with the full path of each entry in a directory, in no particular order.
+// Throws a Glib::Error if the directory cannot be read.
 void visit_survey_files(const std::string& directory,
                         const std::function<void(const std::string&)>& visit);
 
@@ -56,6 +56,6 @@ std::string describe_survey_files(const std::vector<std::string>& paths, const s
 
 // Moves the survey at `path` to the directory of a state in the store at `root` and sets
 // `path` to its new path. In Uploaded, it replaces a file of the same name. In the other
-// directories it takes the next free number instead. Reports a failure and then leaves `path`
-// unchanged.
+// directories it takes the next free number instead. If the move fails, shows a message, leaves
+// `path` unchanged and returns RET_FAILURE.
 RetCode move_survey_file(std::string& path, std::string& root, SurveyState state);

@@ -51,14 +51,15 @@ private:
     if (!checked.good)
       complain(field, checked.text);
   }
-  // Adds a complaint if a required entry is missing. Returns whether there is none.
+  // Adds a complaint if a required entry is missing. Returns whether the entry exists.
   bool require(const char* field, const Glib::ustring& value)
   {
     if (value.empty())
       complain(field, required);
     return !value.empty();
   }
-  // Does the same for a condition of the dive. Surveys that record only presence need none.
+  // Does the same for a condition of the dive. Survey types that record only presence do not
+  // require one; for these, returns true.
   bool require_condition(const char* field, const Glib::ustring& value)
   {
     return (type && !type->hasabundance) || require(field, value);
@@ -100,7 +101,7 @@ void Judgement::check_date_and_start()
     return number >= first && number <= last ? number : 0;
   };
   const int year = if_listed(to_int(survey.year), first_survey_year, this_year);
-  const bool is_label = survey.year.raw() == std::to_string(year); // only digits
+  const bool is_label = survey.year.raw() == std::to_string(year); // without any other text
   take("year", check_date(is_label ? year : 0, if_listed(survey.month, 1, 12),
                           if_listed(survey.mday, 1, 31), now));
   require("dive_start", names.choice("divestart", survey.dive_start));

@@ -103,7 +103,8 @@ const RegionFishInfo::Species* SurveyNames::species(const Survey& survey, int id
   return fish ? fish->find_species(id) : nullptr;
 }
 
-// The table also has families that the reader has added for species without a family.
+// Looks up the id in the file's list, because the table also has families that the reader of the
+// species file has added.
 const RegionFishInfo::Family* SurveyNames::family_of(const Survey& survey, int species_id) const
 {
   const RegionFishInfo::Species* const found = species(survey, species_id);

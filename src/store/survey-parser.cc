@@ -30,7 +30,8 @@ std::string declared_encoding(std::string_view bytes)
   return name;
 }
 
-// Returns whether the encoding uses the bytes of ASCII for all markup.
+// Returns whether the attributes of all tags can be counted in these bytes: the encoding uses the
+// bytes of ASCII for all markup, and the document declares no entities.
 bool has_plain_markup(std::string_view bytes)
 {
   constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";

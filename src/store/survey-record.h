@@ -41,7 +41,7 @@ struct SurveyData {
   bool survey_complete = false; // whether the last check found no missing or wrong entry
   bool is_uploaded = false;     // whether the survey is read-only
 
-  // Abundance classes by species id. An abundance of 0 is a species that the user has cleared.
+  // Abundance classes by species id. An abundance of 0 marks a species that the user has cleared.
   std::map<int, int> abundances;
 
   // The path of a failed save if `filename` is that path: a file there belongs to another
