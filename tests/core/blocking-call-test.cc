@@ -126,7 +126,7 @@ TEST_F(BlockingCalls, DiscardKeysAndClicks)
 
   type(GDK_KEY_y);
   click_button();
-  wait_until("what comes later arrives", [this] { return clicks == 1 && entry.get_text() == "y"; });
+  wait_until("later input arrives", [this] { return clicks == 1 && entry.get_text() == "y"; });
 }
 
 TEST_F(BlockingCalls, KeepAllOtherEvents)
@@ -142,7 +142,7 @@ TEST_F(BlockingCalls, KeepAllOtherEvents)
     const BlockingCall call;
     window.get_window()->resize(444, 222);
   }
-  wait_until("the window is told of its new size", [&] { return was_resized; });
+  wait_until("the window receives its new size", [&] { return was_resized; });
 }
 
 TEST_F(BlockingCalls, HideADialogThatWasJustAnswered)

@@ -17,7 +17,7 @@ const char* const dots = "\u2026";
 
 } // namespace
 
-TEST(DisplayedText, IsTheWholeTextIfItIsShort)
+TEST(DisplayedText, IsTheCompleteTextIfItIsShort)
 {
   for (const std::string text : {"", "Miller", "a\nb", "<b>&", "Núñez", "1234567890"})
     EXPECT_EQ(text, displayed_text(text, 10).raw());
@@ -93,7 +93,7 @@ TEST(DisplayedMarkup, SetsNoSizes)
   }
 }
 
-TEST(DisplayedMarkup, KeepsNoMoreTagsThanWords)
+TEST(DisplayedMarkup, KeepsALimitedNumberOfTags)
 {
   const std::string nested = times(9000, "<b>") + "x" + times(9000, "</b>");
   EXPECT_EQ(times(1000, "<b>") + "x" + times(1000, "</b>"), displayed_markup(nested).raw());

@@ -53,7 +53,7 @@ TEST(FileBytes, AreReadFromTheStartUpToALimit)
   EXPECT_TRUE(text == read_bytes(file, std::numeric_limits<std::size_t>::max()));
 }
 
-TEST(FileBytes, AreNoneIfReadingFails)
+TEST(FileBytes, AreNotReturnedIfReadingFails)
 {
   const DataSet directory;
   errno = 0;

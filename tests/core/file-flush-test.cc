@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
-// tests/faults tests failures of the disk, by system calls that fail.
+// The tests in tests/faults simulate failures of the disk: they let system calls fail.
 
 TEST(FlushToDisk, FlushesFilesAndDirectories)
 {

@@ -17,7 +17,7 @@ public:
     argc = static_cast<int>(texts.size());
   }
 
-  std::vector<std::string> left() const { return {argv.begin(), argv.begin() + argc}; }
+  std::vector<std::string> remaining() const { return {argv.begin(), argv.begin() + argc}; }
 
   std::vector<std::string> texts;
   std::vector<char*> argv;
@@ -87,7 +87,7 @@ TEST_F(DebugArgument, SetsTheLevelAndIsRemoved)
     Arguments arguments({"program", c.argument, "file"});
     EXPECT_EQ("Debug level " + std::to_string(c.level) + "\n", take(arguments)) << c.argument;
     EXPECT_EQ(c.level, debug_level) << c.argument;
-    EXPECT_EQ((std::vector<std::string>{"program", "file"}), arguments.left()) << c.argument;
+    EXPECT_EQ((std::vector<std::string>{"program", "file"}), arguments.remaining()) << c.argument;
     EXPECT_EQ(nullptr, arguments.argv[static_cast<std::size_t>(arguments.argc)]) << c.argument;
   }
 }
@@ -107,7 +107,7 @@ TEST_F(DebugArgument, IsOnlyRecognisedAsTheFirstArgument)
         std::vector<std::string>{"program", "--debug"}, std::vector<std::string>{"program"}}) {
     Arguments arguments(texts);
     EXPECT_EQ("", take(arguments));
-    EXPECT_EQ(texts, arguments.left());
+    EXPECT_EQ(texts, arguments.remaining());
     EXPECT_EQ(0, debug_level);
   }
 }

@@ -27,7 +27,7 @@ TEST(Markup, UnescapingKeepsWhatEscapingNeverWrites)
     EXPECT_EQ(text, unescape_markup(text));
 }
 
-TEST(Markup, EscapedAmpersandsAreNotEscapedAgain)
+TEST(Markup, EscapingAmpersandsEscapesEachOneAndKeepsTags)
 {
   EXPECT_EQ("a &amp; <b>b</b> &amp;&amp; c", escape_ampersands("a & <b>b</b> && c").raw());
   EXPECT_EQ("&amp;amp;", escape_ampersands("&amp;").raw());
@@ -70,7 +70,7 @@ TEST(Markup, ALinkOfAnyLengthIsValid)
   EXPECT_TRUE(is_label_markup("<a href=\"" + address + "\">x</a>"));
 }
 
-TEST(Markup, AZeroByteDoesNotCutTheText)
+TEST(Markup, AZeroByteDoesNotTruncateTheText)
 {
   EXPECT_EQ("a\ufffdb", readable_markup(std::string("a\0b", 3)).raw());
 }
@@ -86,13 +86,13 @@ TEST(Markup, TextThatIsNotUtf8StaysReadable)
   EXPECT_EQ("caf\u00e9 \ufffd x", readable_markup("caf\u00e9 \xff x").raw());
 }
 
-TEST(Markup, WithoutMarkupOnlyTheWordsStay)
+TEST(Markup, RemovingMarkupKeepsTheWords)
 {
   EXPECT_EQ("Salmo & trutta", without_markup("<i>Salmo</i> &amp; <b>trutta</b>").raw());
   EXPECT_EQ("", without_markup("").raw());
 }
 
-TEST(Markup, WithoutMarkupATextThatIsNoneStaysAsItIs)
+TEST(Markup, RemovingMarkupDoesNotChangeTextThatIsNotMarkup)
 {
   for (const char* text : {"a < b", "A & B", "<i>a", "</i>", "caf\xff"})
     EXPECT_EQ(text, without_markup(text).raw());

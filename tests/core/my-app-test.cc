@@ -64,7 +64,7 @@ TEST_F(MyAppTest, StoresNullForAMissingIcon)
     EXPECT_FALSE(icon);
 }
 
-TEST_F(MyAppTest, IsSilentAboutAddressesWithoutAHandlerBelowLevel0)
+TEST_F(MyAppTest, DoesNotReportMissingUrlHandlersBelowLevelZero)
 {
   const TraceLevel silent(-1);
   make();

@@ -74,7 +74,7 @@ TEST(ReportDialog, HasNoIconBeforeTheIconsAreLoaded)
   EXPECT_FALSE(answer_next_dialog(Gtk::RESPONSE_OK, [] { error("a"); }).has_icon);
 }
 
-TEST(ReportDialog, HasTheProgramsIconButNotOneThatWasMissing)
+TEST(ReportDialog, HasAnIconUnlessAllIconsAreMissing)
 {
   const IconList restore;
   MyApp::icon_list = {{}, Gdk::Pixbuf::create(Gdk::COLORSPACE_RGB, false, 8, 16, 16)};
@@ -90,7 +90,7 @@ TEST(ReportDialog, ReturnsWhenItIsClosed)
 
 // The dialog of a fatal report ends the process. So a child process shows it and prints to
 // standard error what it saw. Memory that the child inherited is not a leak.
-TEST(FatalDialogDeathTest, IsAnErrorWithCloseAndTheProcessEndsAfterIt)
+TEST(FatalDialogDeathTest, IsAnErrorWithCloseThatEndsTheProcess)
 {
   testing::FLAGS_gtest_death_test_style = "threadsafe"; // a forked process cannot use the display
   setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
@@ -99,16 +99,17 @@ TEST(FatalDialogDeathTest, IsAnErrorWithCloseAndTheProcessEndsAfterIt)
     int status;
     const char* shown;
   } cases[] = {
-      {RET_SUCCESS, 0, "met 3 with 1 button: Error occurred: all is lost\n"},
-      {RET_ASSERTION, 47, "met 3 with 1 button: Error occurred: Uh oh, all is lost\n"},
+      {RET_SUCCESS, 0, "showed type 3 with 1 button: Error occurred: all is lost\n"},
+      {RET_ASSERTION, 47, "showed type 3 with 1 button: Error occurred: Uh oh, all is lost\n"},
   };
   static_assert(Gtk::MESSAGE_ERROR == 3);
   for (const auto& c : cases) {
     EXPECT_EXIT(meet_next_dialog(
                     [](Gtk::Dialog& dialog) {
                       const SeenDialog seen = describe(dialog);
-                      std::cerr << "met " << seen.message_type << " with " << seen.buttons.size()
-                                << " button: " << seen.title << ": " << seen.text << std::endl;
+                      std::cerr << "showed type " << seen.message_type << " with "
+                                << seen.buttons.size() << " button: " << seen.title << ": "
+                                << seen.text << std::endl;
                       dialog.response(Gtk::RESPONSE_CLOSE);
                     },
                     [&] { fatal(c.code, "all is <i>lost</i>"); }),

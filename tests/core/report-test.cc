@@ -10,7 +10,7 @@
 #include <functional>
 #include <iostream>
 
-// Without a display, a report is only its line on standard error.
+// Most of these tests have no presenter. Then a report is only its line on standard error.
 
 namespace {
 
@@ -138,7 +138,7 @@ void write_report(const Report& report)
   std::cerr << "[" << report.title << "|" << report.text << "|" << report.is_fatal << "]\n";
 }
 
-// Presents reports during its lifetime.
+// Makes write_report() the presenter of reports during its lifetime.
 class WrittenReports
 {
 public:

@@ -9,7 +9,7 @@
 
 namespace {
 
-Thrown after(const std::function<void()>& thrower)
+Thrown thrown_by(const std::function<void()>& thrower)
 {
   try {
     thrower();
@@ -20,7 +20,7 @@ Thrown after(const std::function<void()>& thrower)
   return {};
 }
 
-Glib::ustring text_after(const std::function<void()>& thrower)
+Glib::ustring text_thrown_by(const std::function<void()>& thrower)
 {
   try {
     thrower();
@@ -55,23 +55,23 @@ TEST(WhatWasThrown, NamesEveryKindAndItsText)
       {"cstr", "literal", [] { throw "literal"; }},
   };
   for (const auto& c : cases) {
-    const Thrown thrown = after(c.thrower);
+    const Thrown thrown = thrown_by(c.thrower);
     EXPECT_STREQ(c.kind, thrown.kind);
     EXPECT_EQ(c.text, thrown.text) << c.kind;
   }
-  EXPECT_EQ(nullptr, after([] { throw 42; }).kind);
+  EXPECT_EQ(nullptr, thrown_by([] { throw 42; }).kind);
 }
 
 TEST(WhatWasThrown, ReturnsValidTextForAnyBytes)
 {
-  EXPECT_TRUE(after([] { throw std::string("caf\xe9"); }).text.validate());
-  EXPECT_TRUE(after([] { throw std::runtime_error("caf\xe9"); }).text.validate());
+  EXPECT_TRUE(thrown_by([] { throw std::string("caf\xe9"); }).text.validate());
+  EXPECT_TRUE(thrown_by([] { throw std::runtime_error("caf\xe9"); }).text.validate());
 }
 
 TEST(ThrownText, IsTheDefaultForAnExceptionWithoutAText)
 {
-  EXPECT_EQ("reason", text_after([] { throw std::string("reason"); }));
-  EXPECT_EQ("wordless", text_after([] { throw std::string(); }));
-  EXPECT_EQ("wordless", text_after([] { throw std::runtime_error(""); }));
-  EXPECT_EQ("unknown", text_after([] { throw 42; }));
+  EXPECT_EQ("reason", text_thrown_by([] { throw std::string("reason"); }));
+  EXPECT_EQ("wordless", text_thrown_by([] { throw std::string(); }));
+  EXPECT_EQ("wordless", text_thrown_by([] { throw std::runtime_error(""); }));
+  EXPECT_EQ("unknown", text_thrown_by([] { throw 42; }));
 }

@@ -144,7 +144,7 @@ TEST_F(UrlHandlers, IgnoreAndRemoveAnXdgOpenThatAnEarlierStartRegistered)
   EXPECT_EQ(std::string::npos, read_file(associations).find("userapp-open hack-"));
 }
 
-TEST_F(UrlHandlers, AreRegisteredOnceIfOpenIsAProgramOfItsOwn)
+TEST_F(UrlHandlers, AreRegisteredOnceIfOpenIsNotXdgOpen)
 {
   executable("first/open");
   EXPECT_EQ("No default app for http!\nNo default app for https!\nNo default app for mailto!\n",

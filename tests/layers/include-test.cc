@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The folders with plain libraries, the lowest first, and what libraries of others each may
-// include besides the C and C++ libraries, GLib and their bindings.
+// The folders with plain libraries, the lowest first. Each has the prefixes of the third-party
+// headers that it may include besides the C and C++ libraries, GLib and their bindings.
 struct Layer {
   const char* folder;
   std::vector<const char*> libraries;
@@ -35,7 +35,7 @@ bool begins_with(const std::string& text, const std::string& prefix)
   return text.rfind(prefix, 0) == 0;
 }
 
-// Paths relative to the program's sources, such as "core/report.cc".
+// Returns the sources of the plain libraries by their paths in src, such as "core/report.cc".
 std::set<std::string> plain_sources()
 {
   std::set<std::string> paths;
@@ -59,12 +59,13 @@ std::vector<std::string> includes_of(const std::string& path)
   return names;
 }
 
+// Returns the index of the folder of `path` in `layers`, or the size of `layers` for other folders.
 std::size_t layer_of(const std::string& path)
 {
   const auto found = std::find_if(layers.begin(), layers.end(), [&](const Layer& layer) {
     return begins_with(path, std::string(layer.folder) + "/");
   });
-  return static_cast<std::size_t>(found - layers.begin()); // after the last one for all others
+  return static_cast<std::size_t>(found - layers.begin());
 }
 
 bool may_include_library(const Layer& layer, const std::string& header)
@@ -74,7 +75,8 @@ bool may_include_library(const Layer& layer, const std::string& header)
          std::any_of(layer.libraries.begin(), layer.libraries.end(), matches);
 }
 
-// A header belongs to the library of its source. A header without a source belongs to all.
+// Returns whether the source or header `path` may include `header` of the program. A header
+// belongs to the library of its source. A header without a source belongs to all libraries.
 bool may_include_own(const std::string& path, const std::string& header)
 {
   const std::string source = fs::path(header).replace_extension(".cc").string();
@@ -111,7 +113,7 @@ TEST(PlainLibraries, IncludeNothingOfTheLayersAbove)
   EXPECT_LT(plain_sources().size(), seen.size()); // their headers too
 }
 
-TEST(PlainLibraries, AreAllOfTheReferenceData)
+TEST(PlainLibraries, ContainAllSourcesOfTheReferenceData)
 {
   for (const auto& entry : fs::directory_iterator(fs::path(MAVO_SOURCES) / "data")) {
     const std::string name = entry.path().filename().string();

@@ -1,4 +1,4 @@
-// A program that links only the plain libraries, like a command-line tool.
+// This program links only the plain libraries, like a command-line tool.
 
 #include "data/data-file-info.h"
 #include "data/data-params.h"
@@ -22,7 +22,7 @@ int add_library(dl_phdr_info* library, std::size_t, void* names)
   return 0;
 }
 
-// Returns the shared libraries of this process, including indirect ones.
+// Returns the names of the shared libraries of this process, including indirect ones.
 std::vector<std::string> loaded_libraries()
 {
   std::vector<std::string> names;
@@ -32,7 +32,7 @@ std::vector<std::string> loaded_libraries()
 
 } // namespace
 
-TEST(PlainProgram, LoadsNoLibraryOfTheWindow)
+TEST(PlainProgram, LoadsNoGraphicalLibrary)
 {
   const std::vector<std::string> names = loaded_libraries();
   EXPECT_LT(1U, names.size());
