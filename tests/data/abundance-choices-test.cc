@@ -19,7 +19,7 @@ protected:
     data.file("abundance-choices.csv", "responseid,survey_subtype_id,label,abun\n" + rows);
     return output_of([this] { abundances = std::make_unique<AbundanceChoices>(data.dir); });
   }
-  // "abun label responseid" of each choice of a survey type.
+  // Returns "abun label responseid" of each choice of a survey type.
   Texts choices(std::size_t subtype) const
   {
     Texts result;
@@ -42,7 +42,7 @@ TEST_F(AbundanceChoicesTest, BeginEachListWithNone)
   ASSERT_EQ(4U, abundances->subtypes.size());
   EXPECT_EQ(Texts({"0 None -1", "1 Single 11", "2 Few 12"}), choices(1));
   EXPECT_EQ(Texts({"0 None -1", "1 Seen 31"}), choices(3));
-  EXPECT_EQ(Texts(), choices(0)) << "a type without rows has not even None";
+  EXPECT_EQ(Texts(), choices(0)) << "a type without rows has no choices, not even None";
   EXPECT_EQ(Texts(), choices(2));
 }
 
@@ -126,7 +126,7 @@ TEST_F(AbundanceChoicesTest, LimitTheNumberOfFillers)
   EXPECT_TRUE(abundances->is_valid());
   EXPECT_EQ(32'768U, choices(0).size());
   EXPECT_EQ(1U, choices(39).size());
-  EXPECT_EQ(2U, choices(50).size()) << "the rows behind go on";
+  EXPECT_EQ(2U, choices(50).size()) << "the later rows are read";
   EXPECT_NE(std::string::npos, out.find("line 41 is skipped")) << out;
 }
 

@@ -16,8 +16,9 @@ constexpr int lines = 1'000'000;
 #endif
 constexpr unsigned int seed = 20210630;
 
-// Random lines of characters that separate fields, of characters of every length in UTF-8
-// (also of the former one with up to six bytes), and of truncated and overlong sequences.
+// Creates random lines. They consist of characters that separate fields, of characters of every
+// length in UTF-8 (up to six bytes, as in its first definition), and of truncated and overlong
+// sequences.
 class OddLines
 {
 public:
@@ -54,7 +55,7 @@ public:
         "\xFF",
         "\xC0\x80",         // an overlong zero
         "\xE0\x80\xAF",     // an overlong slash
-        "\xED\xA0\x80",     // half a pair
+        "\xED\xA0\x80",     // an unpaired surrogate
         "\xEF\xBF\xBF",     // not a character, but valid
         "\xF4\x90\x80\x80", // beyond the last character
         "\xEF\xBB\xBF",     // byte-order mark
@@ -69,7 +70,8 @@ private:
   std::mt19937 random{seed};
 };
 
-std::string shown(const std::string& line)
+// Returns the bytes in hexadecimal.
+std::string hexadecimal(const std::string& line)
 {
   std::string text;
   for (const char c : line) {
@@ -98,11 +100,11 @@ TEST(CsvLine, IsReadLikeByANaiveReader)
     split_csv_line(line, fields, note);
 
     const NaiveCsvLine naive(line);
-    ASSERT_EQ(naive.fields, bytes(fields)) << "line" << shown(line);
-    ASSERT_EQ(naive.botched.size(), botched.size()) << "line" << shown(line);
+    ASSERT_EQ(naive.fields, bytes(fields)) << "line" << hexadecimal(line);
+    ASSERT_EQ(naive.botched.size(), botched.size()) << "line" << hexadecimal(line);
     for (std::size_t b = 0; b < botched.size(); ++b)
       ASSERT_EQ(std::to_string(naive.botched[b].column) + ":" + naive.botched[b].text, botched[b])
-          << "line" << shown(line);
+          << "line" << hexadecimal(line);
     fields_seen += fields.size();
     botched_seen += botched.size();
   }

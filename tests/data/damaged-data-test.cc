@@ -106,7 +106,8 @@ std::size_t use_habitats(const HabitatInfo& habitats)
   return seen;
 }
 
-// Does every look-up that the panels do: each one uses an id from another table.
+// Does every look-up of the panels. Each one uses an id from another table. Returns a number that
+// is greater than 0 if the tables have contents.
 std::size_t use(const std::string& dir)
 {
   DataDefs defs(dir);
@@ -151,12 +152,12 @@ TEST(DamagedData, CannotCrashTheProgram)
   for (const char* name : kinds) {
     const DataSet data;
     data.minimal();
-    const std::string whole = read_file(data.dir + name);
+    const std::string original = read_file(data.dir + name);
     ASSERT_GT(use(data.dir), 0U);
     reported_by([&] {
       output_of([&] {
         for (unsigned int seed = 1; seed <= variants; ++seed, ++count) {
-          data.file(name, Damage(seed).to(whole));
+          data.file(name, Damage(seed).to(original));
           use(data.dir);
         }
       });
@@ -171,13 +172,13 @@ TEST(DamagedData, CannotCrashTheReaderOfTheMetadata)
 {
   const DataSet data;
   data.minimal();
-  const std::string whole = read_file(data.dir + "data-file-info.txt");
+  const std::string original = read_file(data.dir + "data-file-info.txt");
   reported_by([&] {
     output_of([&] {
       for (unsigned int seed = 1; seed <= variants; ++seed) {
-        // Each line keeps an equals sign, since a line without one ends the program.
+        // Each line gets an equals sign, because a line without one ends the program.
         std::string damaged;
-        for (const char c : Damage(seed).to(whole))
+        for (const char c : Damage(seed).to(original))
           damaged += c == '\n' ? "=\n" : std::string(1, c);
         data.file("data-file-info.txt", damaged + "=");
         const DataFileInfo info(data.dir);
@@ -188,7 +189,7 @@ TEST(DamagedData, CannotCrashTheReaderOfTheMetadata)
   RecordProperty("tried", static_cast<int>(variants));
 }
 
-TEST(DamagedData, CannotMakeTheReadersHangOnBytesOfAnyKind)
+TEST(DamagedData, OfRandomBytesCannotMakeTheReadersHang)
 {
   const DataSet data;
   data.minimal();
@@ -196,13 +197,13 @@ TEST(DamagedData, CannotMakeTheReadersHangOnBytesOfAnyKind)
   reported_by([&] {
     output_of([&] {
       for (const char* name : kinds) {
-        const std::string whole = read_file(data.dir + name);
-        std::string noise = whole.substr(0, whole.find('\n') + 1);
+        const std::string original = read_file(data.dir + name);
+        std::string noise = original.substr(0, original.find('\n') + 1);
         for (int i = 0; i < 20'000; ++i)
           noise += static_cast<char>(random() % 256);
         data.file(name, noise);
         use(data.dir);
-        data.file(name, whole);
+        data.file(name, original);
       }
     });
   });

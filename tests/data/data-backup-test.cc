@@ -34,7 +34,7 @@ public:
     write_file(b_csv, "new");
   }
 
-  // Does `action` in a process that then ends immediately.
+  // Calls `action` in a process that then ends immediately.
   static void be_killed_after(const std::function<void()>& action)
   {
     const pid_t process = fork();
@@ -45,7 +45,7 @@ public:
     EXPECT_EQ(process, waitpid(process, nullptr, 0));
   }
 
-  // Does `action` as a user without root's permissions.
+  // Calls `action` in a process of a user without root's permissions.
   void do_as_user(const std::function<void()>& action) const
   {
     const uid_t user = geteuid() == 0 ? 65'534 : geteuid();
@@ -92,7 +92,7 @@ public:
     EXPECT_FALSE(file_exists(backup_place));
   }
 
-  // Replaces the whole set as tar does, with the times of the server's files.
+  // Replaces the complete set as tar does, with the times of the server's files.
   void unpack_complete_set(const std::string& timestamp) const
   {
     DataSet set;
@@ -166,7 +166,7 @@ private:
 
 // --- the end of an install ---
 
-TEST_F(DataBackupTest, LeavesNothingBesideCompleteNewData)
+TEST_F(DataBackupTest, LeavesNoBackupBesideCompleteNewData)
 {
   EXPECT_EQ("", output_of([this] {
               DataBackup backup(local);
@@ -274,7 +274,7 @@ TEST_F(DataBackupTest, RestoresAUsersLinkToADirectory)
   output_of([this] {
     const DataBackup backup(local);
     EXPECT_FALSE(backup.failure());
-    EXPECT_FALSE(file_exists(local + "/data-files")) << "tar would write through it";
+    EXPECT_FALSE(file_exists(local + "/data-files")) << "tar would write through the link";
     write_file(b_csv, "new");
   });
   EXPECT_EQ(own.dir, fs::read_symlink(local + "/data-files"));
@@ -298,7 +298,7 @@ TEST_F(DataBackupTest, RestoresAUsersLinkToAFile)
   EXPECT_EQ("mine", read_file(own.dir + "b.csv"));
 }
 
-TEST_F(DataBackupTest, ReturnsAUsersLinkBesideNewData)
+TEST_F(DataBackupTest, RestoresAUsersLinkBesideNewData)
 {
   fs::create_symlink("somewhere", local + "/notes");
   {
@@ -336,7 +336,7 @@ TEST_F(DataBackupTest, LeavesNoLinkOrPipeBelowTheDirectory)
     EXPECT_TRUE(fs::is_symlink(local + directory + "/broken"));
     EXPECT_TRUE(fs::is_fifo(local + directory + "/pipe"));
   }
-  EXPECT_EQ("new", read_file(archive)) << "what was downloaded stays";
+  EXPECT_EQ("new", read_file(archive)) << "the downloaded archive stays";
 }
 
 TEST_F(DataBackupTest, OpensADirectoryThatCannotBeEntered)
@@ -359,7 +359,7 @@ TEST_F(DataBackupTest, OpensADirectoryThatCannotBeEntered)
 TEST_F(DataBackupTest, IsMadeInSpiteOfAnotherUsersClosedDirectory)
 {
   if (geteuid() != 0)
-    GTEST_SKIP() << "only root can make one";
+    GTEST_SKIP() << "only root can create a directory of another user";
   const std::string closed = local + "/data-files/closed";
   do_as_user([&] {
     write_file(closed + "/c.csv", "old");

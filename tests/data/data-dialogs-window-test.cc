@@ -58,7 +58,7 @@ TEST(DataDialogs, NameTheFileThatIsTooLarge)
             seen.text.raw());
 }
 
-// A sparse file of zero bytes.
+// The file is sparse: it ends in a line of 1 TiB of zero bytes that take no space on the disk.
 TEST(DataDialogs, NameTheLineThatIsTooLong)
 {
   const DataSet data;

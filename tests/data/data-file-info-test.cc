@@ -54,7 +54,7 @@ TEST(DataFileInfo, KeepsValuesUnchanged)
 {
   const DataFileInfo info = info_of("timestamp=1=2==\nupdated= x \r\nupdated= y \r\n");
   EXPECT_EQ("1=2==", info.timestamp);
-  EXPECT_EQ(" y \r", info.updated) << "the last one stands";
+  EXPECT_EQ(" y \r", info.updated) << "the last one counts";
 }
 
 TEST(DataFileInfo, IsInvalidWithoutAMessageIfTheFileIsUnreadable)

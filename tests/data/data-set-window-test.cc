@@ -97,7 +97,7 @@ TEST_F(ReadDataFiles, LoadsAllTables)
   EXPECT_TRUE(app->habitat_info->is_valid());
   EXPECT_TRUE(app->abundance_choices->is_valid());
   ASSERT_TRUE(app->species_views->is_valid());
-  EXPECT_EQ("CAL", app->species_views->view_subregions.at(3)) << "taken over from the definitions";
+  EXPECT_EQ("CAL", app->species_views->view_subregions.at(3)) << "copied from the definitions";
   EXPECT_EQ(2U, app->region_info->subregions["PNW"].views.size());
 }
 
@@ -119,7 +119,7 @@ TEST_F(ReadDataFiles, ChoosesTheNewerCopy)
        "Hmm, data in " + local_dir + " is older (2021) than data in data-files/ (20210101).\n"},
       {"compared as bytes", "timestamp=9\nupdated=x\n", "timestamp=20210101\nupdated=x\n",
        "Using data in " + local_dir + " (9).\n"},
-      {"letters behind digits", "timestamp=b\nupdated=x\n", "timestamp=2021-01-01\nupdated=x\n",
+      {"letters sort after digits", "timestamp=b\nupdated=x\n", "timestamp=2021-01-01\nupdated=x\n",
        "Using data in " + local_dir + " (b).\n"},
       {"bytes above 127 are the largest", "timestamp=\xC3\xA9\nupdated=x\n",
        "timestamp=z\nupdated=x\n", "Using data in " + local_dir + " (\xC3\xA9).\n"},

@@ -76,7 +76,7 @@ TEST(FileLines, EndWhereALineIsTooLong)
     EXPECT_EQ(FileLines::Excess::NONE, lines.excess());
     EXPECT_FALSE(lines.next(line));
     EXPECT_EQ(FileLines::Excess::LINE_LENGTH, lines.excess());
-    EXPECT_FALSE(lines.next(line)) << "nor does it go on behind that";
+    EXPECT_FALSE(lines.next(line)) << "it does not continue after the long line";
   }
 }
 

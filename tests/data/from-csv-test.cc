@@ -164,9 +164,9 @@ TEST(FromCSV, RefusesARowOfTheWrongWidth)
       {"a lone carriage return is not blank", "a,b\n\r\n", "line 2 has 0 columns rather than 2"},
       {"an empty last field before a carriage return", "a,b\n1,\r\n",
        "line 2 has 1 columns rather than 2"},
-      {"a heading that stands twice asks for less", "a,b,b\n1,2,3\n",
+      {"a duplicate heading requires one column less", "a,b,b\n1,2,3\n",
        "line 2 has 3 columns rather than 2"},
-      {"a comma behind the headings asks for more", "a,b,\n1,2\n",
+      {"a comma after the headings requires one column more", "a,b,\n1,2\n",
        "line 2 has 2 columns rather than 3"},
   };
   for (const auto& c : cases) {

@@ -78,9 +78,9 @@ TEST_F(HabitatInfoTest, SkipsIdsAndCodesThatCannotIndexATable)
   EXPECT_EQ(4U, habitats->names.size());
   EXPECT_EQ(Numbers({-1, -1, 2}), ids("PAC"));
   EXPECT_EQ(Numbers({2}), codes("PAC"));
-  for (const char* told :
+  for (const char* part :
        {"habitat -1 ", "habitat 100000 ", "habitatid -7 ", "habitatid -1 ", "habitatid 100000 "})
-    EXPECT_NE(std::string::npos, out.find(told)) << told << out;
+    EXPECT_NE(std::string::npos, out.find(part)) << part << out;
 }
 
 TEST_F(HabitatInfoTest, LimitsTheMemoryOfGaps)
@@ -92,7 +92,7 @@ TEST_F(HabitatInfoTest, LimitsTheMemoryOfGaps)
   EXPECT_TRUE(habitats->is_valid());
   EXPECT_EQ(Numbers({99'999}), codes("R9"));
   EXPECT_EQ(Numbers(), codes("R10"));
-  EXPECT_EQ(Numbers({1}), codes("PAC")) << "the rows behind go on";
+  EXPECT_EQ(Numbers({1}), codes("PAC")) << "the later rows are read";
   EXPECT_NE(std::string::npos, out.find("line 12 is skipped")) << out;
 }
 

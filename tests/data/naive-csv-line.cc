@@ -45,7 +45,8 @@ std::size_t valid_length(const std::string& text, std::size_t at)
   return code < lowest[length] || code > 0x10FFFF || is_surrogate ? 0 : length;
 }
 
-std::string mended(const std::string& text)
+// Returns the text with a replacement character for each byte that is not valid UTF-8.
+std::string with_replacements(const std::string& text)
 {
   std::string valid;
   for (std::size_t at = 0; at < text.size();) {
@@ -56,7 +57,7 @@ std::string mended(const std::string& text)
   return valid;
 }
 
-enum Place { FIELD_START, PLAIN, QUOTED, BEHIND_QUOTE, BOTCHED };
+enum Place { FIELD_START, PLAIN, QUOTED, AFTER_QUOTE, BOTCHED };
 
 } // namespace
 
@@ -66,7 +67,7 @@ NaiveCsvLine::NaiveCsvLine(const std::string& line)
   std::string text;
   Place place = FIELD_START;
   const auto end_field = [&] {
-    fields.push_back(mended(text));
+    fields.push_back(with_replacements(text));
     if (place == BOTCHED)
       botched.push_back({fields.size(), fields.back()});
     text.clear();
@@ -85,11 +86,11 @@ NaiveCsvLine::NaiveCsvLine(const std::string& line)
     } else if (place == FIELD_START && c == "\"") {
       place = QUOTED;
     } else if (place == QUOTED && c == "\"") {
-      place = BEHIND_QUOTE;
-    } else if (place == BEHIND_QUOTE && c == "\"") {
+      place = AFTER_QUOTE;
+    } else if (place == AFTER_QUOTE && c == "\"") {
       text += c;
       place = QUOTED;
-    } else if (place == BEHIND_QUOTE) {
+    } else if (place == AFTER_QUOTE) {
       text.insert(0, 1, '"');
       text += '"' + c;
       place = BOTCHED;

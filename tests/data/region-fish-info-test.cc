@@ -80,7 +80,7 @@ TEST_F(RegionFishInfoTest, HasFamiliesSpeciesAndZones)
   EXPECT_EQ("Rosario Wall", fish.geog_names[31020003].raw());
 }
 
-TEST_F(RegionFishInfoTest, FailsWithAnyOfItsFiles)
+TEST_F(RegionFishInfoTest, FailsIfAnyOfItsFilesFails)
 {
   const struct {
     const char* why;

@@ -128,7 +128,7 @@ TEST_F(RegionInfoTest, DoesNotOfferASubregionWhoseTypesAreAllHidden)
   EXPECT_EQ("PAC", regions->subregion_regions["PNW"].raw());
   EXPECT_EQ(Texts({"Florida"}), bytes(regions->subregion_list.labels));
   EXPECT_EQ(Numbers({0}), regions->subregion_list.values);
-  EXPECT_TRUE(regions->region_fish["PAC"].initialised) << "its region is read all the same";
+  EXPECT_TRUE(regions->region_fish["PAC"].initialised) << "its region is still read";
 }
 
 TEST_F(RegionInfoTest, ListsSubregionsByTheirCodes)
@@ -138,7 +138,8 @@ TEST_F(RegionInfoTest, ListsSubregionsByTheirCodes)
        "PAC,CAL,Pacific,C first,3,Fish,1,1,0,1,1\n");
   EXPECT_EQ(Texts({"C first", "B middle", "A last one"}), bytes(regions->subregion_list.labels));
   EXPECT_EQ(Numbers({0, 0, 0}), regions->subregion_list.values);
-  EXPECT_EQ(Texts({"PAC", "CAR"}), bytes(regions->region_codes)) << "each once, as first met";
+  EXPECT_EQ(Texts({"PAC", "CAR"}), bytes(regions->region_codes))
+      << "each once, in the order of their first rows";
   EXPECT_EQ(2U, regions->region_fish.size());
 }
 
@@ -158,7 +159,7 @@ TEST_F(RegionInfoTest, UsesTheCodeOfTheLaterOfTwoSubregionsWithTheSameName)
   EXPECT_EQ("PNW", regions->subregion_codes["Coast"].raw());
 }
 
-TEST_F(RegionInfoTest, FailsWithTheFishTablesOfAnyRegion)
+TEST_F(RegionInfoTest, FailsIfTheFishTablesOfAnyRegionFail)
 {
   data.remove("CAR-geog.csv");
   EXPECT_EQ("Failed to open " + data.dir + "CAR-geog.csv!\n",
@@ -214,5 +215,6 @@ TEST_F(RegionInfoTest, TracesEachFieldAtLevelTen)
        {"\nid 1:\n", "    has_fish col 0 = \"PAC\"\n", "    hasfish col 7 = \"0\"\n",
         "    surveytypename col 5 = \"Fish\"\n", "    visible col 10 = \"1\"\n"})
     EXPECT_NE(std::string::npos, out.find(line)) << line << out;
-  EXPECT_NE(std::string::npos, out.find("\"\n\nStarting to read")) << "then an empty line" << out;
+  EXPECT_NE(std::string::npos, out.find("\"\n\nStarting to read"))
+      << "an empty line follows" << out;
 }

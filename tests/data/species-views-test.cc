@@ -148,8 +148,8 @@ TEST_F(SpeciesViewsTest, SkipIdsThatCannotIndexATable)
   EXPECT_TRUE(views->is_valid());
   EXPECT_EQ(2U, views->view_species.size());
   EXPECT_EQ(1U, views->species_of(1).size());
-  for (const char* told : {"viewid -1 ", "viewid 100000 ", "speciesid -10 ", "speciesid 100000 "})
-    EXPECT_NE(std::string::npos, out.find(told)) << told << out;
+  for (const char* part : {"viewid -1 ", "viewid 100000 ", "speciesid -10 ", "speciesid 100000 "})
+    EXPECT_NE(std::string::npos, out.find(part)) << part << out;
 }
 
 TEST_F(SpeciesViewsTest, AreInvalidWithoutACompleteFile)
