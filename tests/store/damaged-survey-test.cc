@@ -11,7 +11,7 @@
 
 namespace {
 
-// Damages the text of a survey file in one of many ways, which are the same in every run.
+// Damages the text of a survey file in one of many ways. The sequence is the same in every run.
 class Damage
 {
 public:
@@ -117,11 +117,11 @@ std::size_t count_of(const std::string& words, const std::string& text)
   return count;
 }
 
-// The species of a file's survey, and whether it can be loaded.
+// What a reader finds in a file.
 struct Contents {
   bool is_survey = false;
   bool has_type_before_place = false; // opening such a file ends the program
-  std::map<int, int> species;         // those of the file
+  std::map<int, int> species;         // abundances by species id
 };
 
 Contents contents_of(const std::string& path)
@@ -165,7 +165,7 @@ TEST_F(DamagedSurvey, IsDescribedOrReportedOnce)
   RecordProperty("tried", count);
   EXPECT_LT(count / 20, described);
   EXPECT_GT(count, described);
-  std::printf("%d damaged surveys looked at: %d described, %d told of\n", count, described,
+  std::printf("%d damaged surveys read: %d described, %d reported\n", count, described,
               count - described);
 }
 

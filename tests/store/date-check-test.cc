@@ -56,13 +56,14 @@ TEST(JudgeDate, ReturnsWhatIsWrongWithADate)
       {"no day", 2021, 6, 0, DateVerdict::missing},
       {"nothing", 0, 0, 0, DateVerdict::missing},
       {"31 June", 2021, 6, 31, DateVerdict::invalid},
-      {"30 February, also in a year to come", 2025, 2, 30, DateVerdict::invalid},
+      {"30 February of a future year", 2025, 2, 30, DateVerdict::invalid},
       {"29 February of a leap year", 2020, 2, 29, DateVerdict::good},
       {"29 February of another year", 2021, 2, 29, DateVerdict::invalid},
       {"29 February of a century", 1900, 2, 29, DateVerdict::invalid},
       {"the first year offered", 1993, 1, 1, DateVerdict::good},
-      {"a day before all counting", 1969, 12, 31, DateVerdict::good},
-      {"a year that no clock holds", std::numeric_limits<int>::max(), 1, 1, DateVerdict::in_future},
+      {"a day before 1970, where the clock starts", 1969, 12, 31, DateVerdict::good},
+      {"a year beyond the range of the clock", std::numeric_limits<int>::max(), 1, 1,
+       DateVerdict::in_future},
   };
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, judge_date(c.year, c.month, c.mday, noon_of_2021_06_30)) << c.why;

@@ -91,7 +91,7 @@ TEST_F(DeleteSurvey, ReportsAFileThatCannotBeRemoved)
   meet_dialogs(2, meet, [&] { EXPECT_FALSE(window->maybe_delete_survey(path)); });
 }
 
-TEST_F(DeleteSurvey, OffersTheWholeStoreInItsDialog)
+TEST_F(DeleteSurvey, OffersTheCompleteStoreInItsDialog)
 {
   const std::string path = put(SurveyFile().text());
   int dialogs = 0;

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A directory with a file, a link to the directory and other spellings.
+// A directory with a file, a link to that directory, and a directory with a similar name.
 class FileIdentity : public testing::Test
 {
 public:
@@ -102,7 +102,7 @@ TEST_F(FileIdentity, ReadsOnlyRegularFilesUpToALimit)
     EXPECT_EQ(std::nullopt, file_bytes(base + name)) << name;
 }
 
-TEST_F(FileIdentity, ComparesTheWholeContent)
+TEST_F(FileIdentity, ComparesTheCompleteContent)
 {
   const std::string file = base + "store/file";
   EXPECT_TRUE(file_holds(file, "words"));

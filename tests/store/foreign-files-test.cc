@@ -220,7 +220,7 @@ TEST_F(ForeignFiles, ThatAreNotRegularAreRefused)
     EXPECT_EQ("", describe(place(c.name))) << c.name;
     EXPECT_EQ(c.expected, open(place(c.name))) << c.name;
   }
-  EXPECT_EQ("", said) << "what is no file is passed over";
+  EXPECT_EQ("", said) << "entries that are not regular files are not reported";
 }
 
 TEST_F(ForeignFiles, AreInTheListAndDoNotDisturbTheSurveys)
@@ -305,9 +305,9 @@ TEST_F(NextSurvey, LeavesOneWindowInEveryCase)
   const std::string bad = put("a note", "bad.MAVO-Survey");
   ASSERT_EQ(1U, windows());
   const struct {
-    const char* road;
-    std::function<void()> take;
-  } roads[] = {
+    const char* why;
+    std::function<void()> act;
+  } cases[] = {
       {"a good file from the list", [&] { open_by_list(good); }},
       {"a bad file from the list", [&] { open_by_list(bad); }},
       {"a good file by the dialog", [&] { open_by_dialog(good, {}); }},
@@ -334,11 +334,11 @@ TEST_F(NextSurvey, LeavesOneWindowInEveryCase)
          EXPECT_FALSE(file_exists(good));
        }},
   };
-  for (const auto& road : roads) {
-    road.take();
+  for (const auto& c : cases) {
+    c.act();
     settle();
-    EXPECT_EQ(1U, windows()) << road.road;
-    ASSERT_EQ(1U, visible_windows().size()) << road.road;
+    EXPECT_EQ(1U, windows()) << c.why;
+    ASSERT_EQ(1U, visible_windows().size()) << c.why;
   }
   visible_windows().at(0)->hide();
   settle();

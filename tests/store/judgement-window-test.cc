@@ -16,7 +16,7 @@
 
 namespace {
 
-// Windows over the data set that ships with the program.
+// Windows with the data set that ships with the program.
 class JudgementOfWindows : public SavingTest
 {
 public:
@@ -27,8 +27,8 @@ public:
   }
   int below(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
 
-  // Replaces most entries by ones that the page accepts: surveys that are random
-  // throughout are never complete.
+  // Replaces most entries with values that the page accepts, because completely random
+  // surveys are never complete.
   void improve(Survey& form, const RandomSurvey& survey)
   {
     const auto mostly = [this] { return below(6) != 0; };
@@ -62,7 +62,7 @@ public:
     if (mostly() && form.habitat < 0)
       form.habitat = 1;
   }
-  // The elements of the document whose entries the page marks.
+  // Returns the names of the elements of the document whose entries the page marks.
   std::set<std::string> marked() const;
 
   std::mt19937 random{20211218};

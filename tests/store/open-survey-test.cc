@@ -133,7 +133,7 @@ TEST_F(OpenSurvey, RecognisesAnUploadedSurveyByAnySpellingOfItsPath)
   const std::string neighbour = my_app->survey_root + "/Uploaded2/saved.MAVO-Survey";
   write_file(neighbour, SurveyFile().text());
   open(neighbour);
-  EXPECT_TRUE(window->survey.is_uploaded) << "by the beginning of its path alone";
+  EXPECT_TRUE(window->survey.is_uploaded) << "only the beginning of the path counts";
   put(SurveyFile().text());
   open(link + "/Uploaded/../In Progress/saved.MAVO-Survey");
   EXPECT_FALSE(window->survey.is_uploaded);
@@ -330,7 +330,7 @@ TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheList)
   }
 }
 
-TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheListAlsoIfTheListIsEmpty)
+TEST_F(OpenSurvey, ReportsAYearThatIsNotInTheListEvenIfTheListIsEmpty)
 {
   const std::string path = put(SurveyFile().text());
   create_window();
@@ -417,12 +417,12 @@ TEST_F(SurveyOfAnUnlistedYear, IsSavedWithoutAQuestionIfAYearIsChosen)
 
 TEST_F(SurveyOfAnUnlistedYear, StaysOpenIfTheUserRefusesToSaveItOnClosing)
 {
-  bool may_go_on = true;
+  bool may_continue = true;
   const auto seen = answer_dialogs({Gtk::RESPONSE_ACCEPT, Gtk::RESPONSE_CANCEL}, [&] {
-    may_go_on = window->check_file_save_okay("closing this survey");
+    may_continue = window->check_file_save_okay("closing this survey");
   });
   EXPECT_EQ(2U, seen.size());
-  EXPECT_FALSE(may_go_on);
+  EXPECT_FALSE(may_continue);
   EXPECT_EQ(text, read_file(path));
 }
 
@@ -438,7 +438,8 @@ TEST_F(OpenSurvey, ChoosesNothingThatTheDataDoNotOffer)
   EXPECT_EQ(0, window->survey_panel1->month->get_id());
   EXPECT_EQ(-1, window->survey_panel2->habitat->get_id());
   EXPECT_EQ(-1, window->survey_panel2->visibility->get_id());
-  EXPECT_EQ(1, window->listed_panel->species_view->get_id()) << "another place's view";
+  EXPECT_EQ(1, window->listed_panel->species_view->get_id())
+      << "the saved view belongs to another location";
 }
 
 TEST_F(OpenSurvey, ShowsAHiddenSurveyTypeAsNoLongerAvailable)
@@ -476,17 +477,17 @@ TEST_F(OpenSurvey, MakesAnUploadedSurveyReadOnly)
   open(put(SurveyFile().text(), MyApp::WD_UPLOADED));
   EXPECT_TRUE(window->survey.is_uploaded);
   EXPECT_TRUE(window->survey.survey_complete);
-  const std::vector<Gtk::Widget*> closed{window->save_button,
-                                         window->ready_button,
-                                         window->upload_button,
-                                         window->member_panel->member_id,
-                                         window->member_panel->last_name,
-                                         window->survey_panel1->subregion,
-                                         window->survey_panel1->zonecode,
-                                         window->survey_panel2->bottom_time,
-                                         window->survey_panel2->habitat,
-                                         window->confirm_panel->confirm_bottom_time};
-  for (auto* widget : closed)
+  const std::vector<Gtk::Widget*> insensitive{window->save_button,
+                                              window->ready_button,
+                                              window->upload_button,
+                                              window->member_panel->member_id,
+                                              window->member_panel->last_name,
+                                              window->survey_panel1->subregion,
+                                              window->survey_panel1->zonecode,
+                                              window->survey_panel2->bottom_time,
+                                              window->survey_panel2->habitat,
+                                              window->confirm_panel->confirm_bottom_time};
+  for (auto* widget : insensitive)
     EXPECT_FALSE(widget->get_sensitive()) << widget->get_name();
   EXPECT_TRUE(window->survey_panel1->zone_search->get_sensitive());
   EXPECT_TRUE(window->survey_panel1->geog_tree->get_sensitive());
@@ -545,7 +546,7 @@ TEST_F(OpenSurvey, OpensTheChosenFileInANewWindow)
   EXPECT_EQ(path, visible_windows().front()->survey.filename);
 }
 
-TEST_F(OpenSurvey, OffersSurveysOfBothNamingsInTheDialog)
+TEST_F(OpenSurvey, OffersSurveysWithBothExtensionsInTheDialog)
 {
   meet_next_dialog(
       [&](Gtk::Dialog& dialog) {
@@ -575,7 +576,7 @@ TEST_F(OpenSurvey, ChangesNothingWhenTheQuestionIsCancelled)
   EXPECT_EQ("1234", window->member_panel->get_member_id());
 }
 
-TEST_F(OpenSurvey, DescribesASurveyInThePreviewAndNothingElse)
+TEST_F(OpenSurvey, DescribesOnlySurveysInThePreview)
 {
   const std::string survey_path = put(SurveyFile().text());
   const std::string note_path = put("a note", MyApp::WD_IN_PROGRESS, "note");

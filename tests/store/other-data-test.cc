@@ -13,7 +13,7 @@ class SurveyOfOtherData : public SavingTest
 public:
   void SetUp() override
   {
-    // A location that offers no new surveys.
+    // Adds a location that offers no new surveys.
     append("region-info.csv", "PAC,OLD,Pacific,Old Harbour,7,Old: abundance,1,1,0,0,0\n");
     append("abundance-choices.csv", "701,7,Single (1),1\n");
     SavingTest::SetUp();
@@ -29,7 +29,7 @@ public:
     write_file(path, file.text());
     return path;
   }
-  // Opens the file in a new window and stores that in `window`.
+  // Opens the file in a new window, which becomes `window`. Returns the path of the file.
   std::string open(const SurveyFile& file)
   {
     std::string path = put(file);
@@ -62,7 +62,7 @@ bool contains(const std::string& text, const std::string& words)
 
 } // namespace
 
-TEST_F(SurveyOfOtherData, KeepsAZoneThatIsNotKnown)
+TEST_F(SurveyOfOtherData, KeepsAnUnknownZone)
 {
   open(SurveyFile().with("zonecode", "<zonecode>77770001</zonecode>"));
   EXPECT_EQ("Zone Unknown  ", window->survey_panel1->zone_name_status->get_text());

@@ -7,7 +7,8 @@
 #include <string>
 
 // Creates a directory on another file system than `path` and returns its path. Returns an empty
-// path if there is no other file system.
+// path if there is no other file system that the test can write to. The caller removes the
+// directory.
 inline std::string directory_on_another_file_system(const std::string& path)
 {
   struct stat here = {};

@@ -59,7 +59,7 @@ public:
     window->survey_panel2->bottom_time->set_text("45");
   }
 
-  // Saves while that path has only these permissions. Expects a dialog with the reason, an
+  // Saves while `obstacle` has only these permissions. Expects a dialog with the reason, an
   // unchanged store, and a successful save without the obstacle.
   void expect_refused_save(MyApp::WhichDir which, const std::string& obstacle, fs::perms rights)
   {
@@ -106,7 +106,7 @@ TEST_F(ReadOnlyStore, RefusesAFirstSave)
   expect_refused_save(in_progress, directory(in_progress), read_only);
 }
 
-TEST_F(ReadOnlyStore, RefusesAFirstSaveIfItsDirectoryCannotBeMade)
+TEST_F(ReadOnlyStore, RefusesAFirstSaveIfItsDirectoryCannotBeCreated)
 {
   fs::remove(directory(in_progress));
   RetCode result = RET_SUCCESS;

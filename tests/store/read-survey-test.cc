@@ -27,7 +27,7 @@ SurveyReading elements(const std::string& children)
   return read_survey_elements(directory.dir + "a.MAVO-Survey");
 }
 
-// What reading throws; empty if it throws nothing.
+// Returns the text that reading throws, or an empty text if it throws nothing.
 std::string fault(const std::string& children)
 {
   try {
@@ -40,7 +40,7 @@ std::string fault(const std::string& children)
   }
 }
 
-// The elements by name, a species as its id, each with its text or abundance.
+// Returns one word for each element: "name=text" for a field, "id=abundance" for a species.
 std::string words(const SurveyReading& reading)
 {
   std::string all;
@@ -140,11 +140,11 @@ TEST(ReadSurvey, ReadsTheSingleDepthOfAnOlderSurveyByItsLocation)
     int maximum;
   } cases[] = {
       {"the maximum", "<subregion>PNW</subregion><depth>3</depth>", -1, 3},
-      {"the maximum here, too", "<subregion>CAL</subregion><depth>3</depth>", -1, 3},
+      {"also the maximum", "<subregion>CAL</subregion><depth>3</depth>", -1, 3},
       {"the average", "<subregion>TWA</subregion><depth>3</depth>", 3, -1},
       {"no location yet", "<depth>3</depth><subregion>PNW</subregion>", 3, -1},
-      {"the other is emptied", "<subregion>PNW</subregion><avg_depth>1</avg_depth><depth>3</depth>",
-       -1, 3},
+      {"the average is cleared",
+       "<subregion>PNW</subregion><avg_depth>1</avg_depth><depth>3</depth>", -1, 3},
       {"the last location counts",
        "<subregion>PNW</subregion><subregion>TWA</subregion><depth>3</depth>", 3, -1},
   };

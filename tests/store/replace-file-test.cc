@@ -63,7 +63,7 @@ TEST(ReplaceFile, RefusesAFileThatHasChangedSinceItsTag)
   EXPECT_THROW(replace(path, "two", etag), Gio::Error);
   EXPECT_EQ("theirs", read_file(path));
   replace(path, "two");
-  EXPECT_EQ("two", read_file(path)) << "without a tag nothing is compared";
+  EXPECT_EQ("two", read_file(path)) << "without a tag, the function compares nothing";
 }
 
 TEST(ReplaceFile, WritesAMissingFileWithAnyTag)
@@ -86,7 +86,7 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheDiskIsFull)
     EXPECT_THROW(replace(path, std::string(1000, 'x'), etag), Gio::Error);
   }
   EXPECT_EQ("one", read_file(path));
-  EXPECT_EQ(1, files_in(directory.dir)) << "no part of the new one stays";
+  EXPECT_EQ(1, files_in(directory.dir)) << "no part of the new file remains";
   replace(path, "two", etag);
   EXPECT_EQ("two", read_file(path));
 }
@@ -132,7 +132,7 @@ TEST(ReplaceFile, WritesThroughADanglingLink)
   EXPECT_EQ("one", read_file(path));
 }
 
-// If the library may not replace the old file, it writes into it.
+// If the library cannot replace the old file, it overwrites the content of that file.
 TEST(ReplaceFile, RestoresTheOldFileIfTheDiskIsFullDuringAnOverwrite)
 {
   const struct {
@@ -168,31 +168,33 @@ TEST(ReplaceFile, RestoresTheOldFileIfTheDiskIsFullDuringAnOverwrite)
       EXPECT_THROW(replace(path, std::string(1000, 'x'), etag), Gio::Error) << c.why;
     }
     EXPECT_EQ("the old one", read_file(path)) << c.why;
-    replace(path, "the new one", etag); // the tag is still the one of that file
+    replace(path, "the new one", etag); // the tag is still valid
     EXPECT_EQ("the new one", read_file(path)) << c.why;
   }
 }
 
 namespace {
 
-// During its lifetime, a small file system on a directory, for two files and 16 kB.
+// Mounts a small file system on a directory during its lifetime. It has space for two files and
+// 16 KiB.
 class SmallFileSystem
 {
 public:
   explicit SmallFileSystem(const std::string& at)
-      : directory(at), is_there(mount("tmpfs", at.c_str(), "tmpfs", 0, "nr_inodes=3,size=16k") == 0)
+      : directory(at),
+        is_mounted(mount("tmpfs", at.c_str(), "tmpfs", 0, "nr_inodes=3,size=16k") == 0)
   {
   }
   ~SmallFileSystem()
   {
-    if (is_there)
+    if (is_mounted)
       umount(directory.c_str());
   }
   SmallFileSystem(const SmallFileSystem&) = delete;
   SmallFileSystem& operator=(const SmallFileSystem&) = delete;
 
   const std::string directory;
-  const bool is_there; // false if the test has no permission to mount it
+  const bool is_mounted; // false if the test has no permission to mount it
 };
 
 ino_t inode_of(const std::string& path)
@@ -204,13 +206,13 @@ ino_t inode_of(const std::string& path)
 
 } // namespace
 
-// If the library cannot create its temporary file, it writes into the old file.
+// If the library cannot create its temporary file, it overwrites the content of the old file.
 TEST(ReplaceFile, RestoresTheOldFileIfNoFileCanBeCreatedAndTheDiskIsFull)
 {
   const DataSet directory;
   const SmallFileSystem small(directory.dir);
-  if (!small.is_there)
-    GTEST_SKIP() << "the test may mount no file system here";
+  if (!small.is_mounted)
+    GTEST_SKIP() << "the test has no permission to mount a file system";
   const std::string path = directory.dir + "a";
   const std::string old_text(2000, 'o');
   const std::string etag = replace(path, old_text);
@@ -220,7 +222,7 @@ TEST(ReplaceFile, RestoresTheOldFileIfNoFileCanBeCreatedAndTheDiskIsFull)
   EXPECT_EQ(2, files_in(directory.dir));
 
   const ino_t inode = inode_of(path);
-  replace(path, "the new one", etag); // the tag is still the one of that file
+  replace(path, "the new one", etag); // the tag is still valid
   EXPECT_EQ("the new one", read_file(path));
   EXPECT_EQ(inode, inode_of(path)) << "the file itself was overwritten";
 }

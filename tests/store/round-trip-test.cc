@@ -22,8 +22,8 @@ std::vector<std::tuple<int, int, int>> numbers_of(const std::vector<SpeciesSight
   return numbers;
 }
 
-// The texts of a form: what a reader and a writer with the same flaw would both
-// get wrong.
+// Returns the texts of a form. The test compares them because equal documents do not reveal a
+// fault that the reader and the writer share.
 std::vector<std::string> texts_of(const Survey& form)
 {
   return {form.member_id.raw(),  form.last_name.raw(),    form.subregion.raw(),
@@ -31,7 +31,7 @@ std::vector<std::string> texts_of(const Survey& form)
           form.temp_units.raw(), form.bottom_time.raw()};
 }
 
-// The tables of the data set that ships with the program.
+// Uses the data set that ships with the program.
 class RoundTrip : public testing::Test
 {
 public:
@@ -53,10 +53,10 @@ TEST_F(RoundTrip, OfAThousandSurveysWritesTheSameBytesAgain)
   RandomSurveys surveys({regions, abundances, habitats, defs});
 
   constexpr int count = 1200;
-  constexpr int kept = 1000; // for the checks against the schema and of exports
+  constexpr int kept = 1000; // stored for the tests of the schema and of exports
   const std::string path = application_dir.root + "/survey";
   std::size_t most_species = 0;
-  std::set<std::string> habitats_met;
+  std::set<std::string> habitats_used;
   RecordProperty("tried", count);
   for (int i = 0; i < count && !HasFailure(); ++i) {
     SCOPED_TRACE("survey " + std::to_string(i));
@@ -73,14 +73,14 @@ TEST_F(RoundTrip, OfAThousandSurveysWritesTheSameBytesAgain)
     EXPECT_EQ(numbers_of(species), numbers_of(read.species));
     EXPECT_EQ(written, survey_document(read, "Linux <reef> & \"co\"").raw());
     most_species = std::max(most_species, species.size());
-    habitats_met.insert(survey.data.region.raw() + std::to_string(survey.form.habitat));
+    habitats_used.insert(survey.data.region.raw() + std::to_string(survey.form.habitat));
   }
   EXPECT_LT(400U, most_species);
-  std::size_t habitats_known = 0;
+  std::size_t habitats_offered = 0;
   for (const auto& [region, choices] : habitats.region_habitats)
-    habitats_known += choices.values.size() + 1; // and none
-  EXPECT_EQ(habitats_known, habitats_met.size());
+    habitats_offered += choices.values.size() + 1; // and none
+  EXPECT_EQ(habitats_offered, habitats_used.size());
   std::printf("%d surveys written, read and written again, of up to %zu species, with %zu "
               "habitats\n",
-              count, most_species, habitats_met.size());
+              count, most_species, habitats_used.size());
 }

@@ -61,7 +61,8 @@ public:
   std::string file(const std::string& base_name) const { return base_name + ".MAVO-Survey"; }
 };
 
-// Entity tags contain the times of files, which have a resolution of some milliseconds.
+// Waits until a file that is written now has a later time than `path`. The times of files have a
+// resolution of some milliseconds, and entity tags contain them.
 void wait_for_a_later_time_than_that_of(const std::string& path)
 {
   const std::string clock = path + ".clock";
@@ -159,7 +160,7 @@ TEST_F(SaveSurvey, RefusesAnUploadedSurvey)
   EXPECT_EQ(Names(), names_in(ready));
 }
 
-TEST_F(SaveSurvey, AsksForALocationFirst)
+TEST_F(SaveSurvey, ReportsAMissingLocationFirst)
 {
   window->survey.is_uploaded = true;
   EXPECT_EQ("Sorry, you must select a location before you can save a survey!",
@@ -319,7 +320,7 @@ TEST_F(SaveSurvey, StartsANewSurveyIfAsked)
   SurveyWindow* const next = visible_windows().front();
   EXPECT_NE(window, next);
   EXPECT_EQ("1234", next->member_panel->get_member_id());
-  EXPECT_FALSE(next->file_needs_saving()) << "what was carried over is no change";
+  EXPECT_FALSE(next->file_needs_saving()) << "the copied entries are not a change";
 }
 
 TEST_F(SaveSurvey, OffersTheSavedSurveysIfAsked)
@@ -360,7 +361,7 @@ TEST_F(SaveSurvey, AsksBeforeItQuitsIfSomethingChangedMeanwhile)
   EXPECT_TRUE(window->get_visible());
 }
 
-TEST_F(SaveSurvey, IsWhatTheButtonsAndTheMenuDo)
+TEST_F(SaveSurvey, IsDoneByTheButtonsAndTheMenu)
 {
   enter_survey();
   const struct {
@@ -521,7 +522,7 @@ TEST_F(SaveSurvey, ReplacesItsFileAfterUnmarkingMovedItToAnotherFileSystem)
   fs::remove_all(other);
 }
 
-TEST_F(SaveSurvey, AsksTheSystemForItsNameAlsoIfTheDocumentCannotBeMade)
+TEST_F(SaveSurvey, RunsUnameEvenIfTheDocumentCannotBeGenerated)
 {
   const std::string commands = application_dir.root + "/commands";
   write_file(commands + "/uname", "#!/bin/sh\necho asked >>\"$0.log\"\n");

@@ -17,6 +17,7 @@ public:
   void enter_survey();
   // Types the member into the entries.
   void type_member(const Glib::ustring& id, const Glib::ustring& name) const;
+  // Chooses the date by the labels of its boxes, such as "2021", "June" and "30".
   void choose_date(const Glib::ustring& year, const Glib::ustring& month,
                    const Glib::ustring& day) const;
 
@@ -29,5 +30,5 @@ public:
   const std::string natural_name = "1234-PNW-20210630-0900-31020003";
 };
 
-// Saves without a question. Fails the test if the save fails.
+// Saves the survey in a state. Fails the test if the save fails or opens a dialog.
 void save_quietly(SurveyWindow& window, MyApp::WhichDir which);

@@ -58,7 +58,7 @@ public:
 
 } // namespace
 
-TEST_F(SpeciesSightings, AreNoneWithoutSpecies)
+TEST_F(SpeciesSightings, AreEmptyWithoutSpecies)
 {
   choose_type(1);
   EXPECT_EQ("", sightings());
@@ -78,7 +78,7 @@ TEST_F(SpeciesSightings, AreOfClassOneIfTheTypeRecordsPresenceOnly)
   choose_type(2);
   survey.abundances = {{10, 3}, {11, 2}, {12, 1}};
   EXPECT_EQ("10/1/201 11/1/201 12/1/201", sightings());
-  EXPECT_EQ(3, survey.abundances[10]) << "the survey itself keeps what was noted";
+  EXPECT_EQ(3, survey.abundances[10]) << "the survey itself keeps its abundances";
 }
 
 TEST_F(SpeciesSightings, OfPresenceOnlyInvertebratesHaveTheResponseOfTheirOwnList)
@@ -108,10 +108,7 @@ TEST_F(SpeciesSightings, AreRefusedIfTheDataHaveNoResponse)
       {"class beyond its own list", 3, {{21, 2}}, "Internal error: abun 2 -> resp -1?!"},
       {"negative species", 1, {{-1, 2}}, "Internal error: abun 2 -> resp -1?!"},
       {"the class that would be written", 4, {{10, 3}}, "Internal error: abun 3 -> resp -1?!"},
-      {"good ones before it do not help",
-       1,
-       {{10, 1}, {11, 9}},
-       "Internal error: abun 9 -> resp -1?!"},
+      {"after a valid sighting", 1, {{10, 1}, {11, 9}}, "Internal error: abun 9 -> resp -1?!"},
   };
   for (const auto& c : cases) {
     choose_type(c.type);

@@ -56,7 +56,7 @@ TEST_F(DescribeSurvey, NamesWhatIsKnownInItsOrder)
       {"no member",
        {"", "PNW", 1, "2021", 6, 30, 9, 31020003},
        "Northwest: abundance - 2021-06-30 at 9 AM - Rosario Wall"},
-      {"a type that is offered no more",
+      {"a type that is no longer offered",
        {"", "PNW", 4, "2021", 6, 30, 0, 0},
        "Northwest: old form - 2021-06-30"},
       {"no type: the subregion's name",
@@ -117,7 +117,7 @@ TEST_F(DescribeSurvey, RefusesWhatTheDataLack)
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, describe(c.summary)) << c.why;
   EXPECT_EQ(0U, regions->region_fish.count("XXX") + regions->subregion_regions.count("XXX"))
-      << "asking leaves the tables as they are";
+      << "the description does not change the tables";
 }
 
 TEST_F(DescribeSurvey, DescribesWithoutTheListOfStarts)

@@ -63,7 +63,7 @@ TEST(SurveyDocument, OfAnEmptyFormHasEveryElement)
   EXPECT_EQ(expected_document("empty.xml"), survey_document({}, "").raw());
 }
 
-TEST(SurveyDocument, HasEverythingInItsOrder)
+TEST(SurveyDocument, HasAllElementsInTheirOrder)
 {
   Survey survey = full_form();
   survey.species = {{10, 2, 302}, {11, 0, 0}, {21, 1, 990}, {12345, 1, 301}};
@@ -71,7 +71,7 @@ TEST(SurveyDocument, HasEverythingInItsOrder)
             survey_document(survey, "Linux reef 6.1.0 #1 SMP x86_64").raw());
 }
 
-TEST(SurveyDocument, HasAnyTextThatXmlAllowsWithoutTheRest)
+TEST(SurveyDocument, KeepsOnlyTheCharactersThatXmlAllows)
 {
   Survey form;
   form.member_id = "1&2";
@@ -102,7 +102,7 @@ TEST(SurveyDocument, IsTheSameTextForTheSameSurvey)
             survey_document(full_form(), software_platform()).raw());
 }
 
-TEST(SurveyDocument, IsFahrenheitWithoutAUnit)
+TEST(SurveyDocument, UsesFahrenheitWithoutAUnit)
 {
   Survey form;
   form.temp_units = "";

@@ -19,7 +19,7 @@ TEST(SurveyBaseName, HasMemberLocationDateHourAndZoneInThatOrder)
       {"no zone", {"1234", "PNW", 2021, 6, 30, "0900", ""}, "1234-PNW-20210630-0900"},
       {"nothing but the place", {"", "PNW", 0, 0, 0, "0000", ""}, "PNW-00000000-0000"},
       {"no day", {"", "PNW", 2021, 6, 0, "0000", ""}, "PNW-20210600-0000"},
-      {"parts are used as they stand",
+      {"parts are used unchanged",
        {"a/b & c", "PNW", 2021, 12, 1, "2300", "x y"},
        "a/b & c-PNW-20211201-2300-x y"},
       {"bytes of the texts", {"Núñez", "PNW", 0, 0, 0, "0000", ""}, "Núñez-PNW-00000000-0000"},

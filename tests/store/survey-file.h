@@ -4,10 +4,10 @@
 
 // A survey document whose parts can be changed.
 struct SurveyFile {
-  // Returns the whole file.
+  // Returns the complete text of the file.
   std::string text() const;
-  // Returns a copy with one element of the survey replaced by `element`, which may be empty or
-  // several elements.
+  // Returns a copy in which `element` replaces the element with this name. `element` may be
+  // empty or several elements. Fails the test if there is no element with this name.
   SurveyFile with(const std::string& name, const std::string& element) const;
   // Returns a copy with another root tag and version.
   SurveyFile as(const std::string& tag, const std::string& version_text) const;

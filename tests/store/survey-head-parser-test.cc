@@ -66,7 +66,7 @@ TEST(SurveyHeadParser, OmitsNothingElse)
     EXPECT_EQ(outcome<SurveyParser>(text), outcome<SurveyHeadParser>(text)) << text;
 }
 
-TEST(SurveyHeadParser, SeesEveryFaultAmongTheSpecies)
+TEST(SurveyHeadParser, ReportsEveryFaultAmongTheSpecies)
 {
   for (const char* fault : {"<species>",
                             "</species>",
@@ -99,11 +99,11 @@ TEST(SurveyHeadParser, SeesEveryFaultAmongTheSpecies)
 
 TEST(SurveyHeadParser, AcceptsEveryValidSurvey)
 {
-  for (const char* sound :
+  for (const char* valid :
        {"", "words", "<![CDATA[<]]>", "<!--why-->", "<?why not?>", "<a><b><c/></b></a>",
         "<a xmlns:x='urn:x'><x:b x:c='d'/></a>", "<a xml:lang='en'/>", "<a xml:id='b'/>",
         "<ids><ids/></ids>", "<a xmlns:x='urn:x' x:b='c' xml:id='d'>&#65;</a>"}) {
-    EXPECT_EQ("subregion=PNW;year=2021;", outcome<SurveyParser>(with_ids(sound))) << sound;
-    EXPECT_EQ("subregion=PNW;year=2021;", outcome<SurveyHeadParser>(with_ids(sound))) << sound;
+    EXPECT_EQ("subregion=PNW;year=2021;", outcome<SurveyParser>(with_ids(valid))) << valid;
+    EXPECT_EQ("subregion=PNW;year=2021;", outcome<SurveyHeadParser>(with_ids(valid))) << valid;
   }
 }

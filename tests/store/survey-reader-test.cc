@@ -14,8 +14,8 @@
 
 namespace {
 
-// Parses a file with that text. Returns the name of the element, or what was thrown: a text
-// unchanged, an exception of the parser as "parser: ...".
+// Parses a file with that text. Returns the name of the element, or the text that was thrown. The
+// text of an exception of the parser starts with "parser: ".
 std::string read_survey(const std::string& text, const std::string& name = "a.MAVO-Survey")
 {
   const DataSet directory;
@@ -76,7 +76,7 @@ TEST_F(SurveyNodes, HaveAttributesOnlyIfTheyAreElements)
   EXPECT_EQ("", get_attr(nullptr, "a"));
 }
 
-TEST_F(SurveyNodes, HaveNumbersOfAttributesUpToTheLastDigit)
+TEST_F(SurveyNodes, ReadNumericAttributesUpToTheLastDigit)
 {
   EXPECT_EQ(12, get_numeric_attr(root, "a"));
   EXPECT_EQ(0, get_numeric_attr(root, "b"));
@@ -89,7 +89,7 @@ TEST_F(SurveyNodes, HaveTheTextOfTheirFirstChild)
   EXPECT_EQ("words ", get_content(child("text")));
   EXPECT_EQ(" \n\t ", get_content(child("blank")));
   EXPECT_EQ("", get_content(child("empty")));
-  EXPECT_EQ("", get_content(child("late"))) << "text after a comment is not seen";
+  EXPECT_EQ("", get_content(child("late"))) << "text after a comment is ignored";
   EXPECT_EQ("", get_content(child("cdata")));
   EXPECT_EQ("", get_content(nullptr));
 }
@@ -215,7 +215,7 @@ TEST(ParseSurveyFile, ReportsWhatIsNotASurveyFile)
   EXPECT_EQ("Not a valid saved MAVO Survey (too large)", refusal("large"));
 }
 
-TEST(ParseSurveyFile, ReadsNoCompressedFile)
+TEST(ParseSurveyFile, DoesNotReadACompressedFile)
 {
   const DataSet directory;
   directory.file("a", with_version("1.0"));
@@ -276,7 +276,7 @@ TEST(ParseSurveyFile, RefusesASurveyThatIncludesTextFromAnotherFile)
   }
 }
 
-TEST(ParseSurveyFile, ReadsNoExternalDocumentType)
+TEST(ParseSurveyFile, DoesNotReadAnExternalDocumentType)
 {
   const DataSet directory;
   directory.file("types.dtd", "<!ENTITY x 'secret words'>");

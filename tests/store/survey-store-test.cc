@@ -87,7 +87,7 @@ TEST_F(SurveyStore, CreatesADirectoryWithItsParentsAndAgainIfTheUserRemovesIt)
 {
   ASSERT_FALSE(file_exists(app.survey_root));
   EXPECT_TRUE(fs::is_directory(directory(MyApp::WD_UPLOADED)));
-  EXPECT_FALSE(file_exists(app.survey_root + "/In Progress")) << "only the one asked for";
+  EXPECT_FALSE(file_exists(app.survey_root + "/In Progress")) << "only the requested directory";
   fs::remove_all(app.survey_root);
   EXPECT_TRUE(fs::is_directory(directory(MyApp::WD_UPLOADED)));
 }
@@ -178,7 +178,7 @@ TEST_F(SurveyStore, DescribesADocumentByItsElements)
       {"member of letters",
        "<member_id>x</member_id><subregion>PNW</subregion><survey_subtype>1</survey_subtype>",
        "Member x - Northwest: abundance - 0000-00-00", 0},
-      {"others are not looked at",
+      {"other elements are ignored",
        "<!-- --><what/><subregion>PNW</subregion> text <survey_subtype>1</survey_subtype>",
        "Northwest: abundance - 0000-00-00", -1},
       {"start and zone unknown",
@@ -307,7 +307,7 @@ TEST_F(SurveyStore, DoesNotMoveASurveyThatIsAlreadyThere)
   EXPECT_EQ(written, fs::last_write_time(from));
 
   std::string missing = app.survey_root + "/Uploaded/missing";
-  EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_UPLOADED, missing)) << "nothing is looked at";
+  EXPECT_EQ(RET_SUCCESS, app.move_survey_to(MyApp::WD_UPLOADED, missing)) << "the file is not read";
 }
 
 TEST_F(SurveyStore, ReplacesAFileOfThatNameWhenMoving)

@@ -1,4 +1,5 @@
-// Linux and plain POSIX do the same here; CMake builds this file with each of them.
+// The sources for Linux and for plain POSIX must pass the same tests. CMake builds this file with
+// each of them.
 #include "store/replace-file.h"
 #include "store/system-file.h"
 #include "support/data-set.h"
@@ -24,7 +25,7 @@ public:
   {
     return make_whole_file(path, text.data(), text.size());
   }
-  // All files of the store, by their paths in it.
+  // Returns all files of the store by their paths in it.
   std::set<std::string> files() const
   {
     std::set<std::string> found;
@@ -44,14 +45,14 @@ using Files = std::set<std::string>;
 
 } // namespace
 
-TEST_F(SystemFile, MakesAFileAndNothingBesideIt)
+TEST_F(SystemFile, CreatesAFileAndNothingElse)
 {
   EXPECT_TRUE(make("text"));
   EXPECT_EQ("text", read_file(path));
   EXPECT_EQ(Files{"state/file"}, files());
 }
 
-TEST_F(SystemFile, MakesAFileThatOthersMayReadAsFarAsTheUmaskLetsThem)
+TEST_F(SystemFile, CreatesAFileWithTheModeThatTheUmaskAllows)
 {
   const mode_t before = umask(022);
   EXPECT_TRUE(make(""));
@@ -62,7 +63,7 @@ TEST_F(SystemFile, MakesAFileThatOthersMayReadAsFarAsTheUmaskLetsThem)
   EXPECT_EQ(0644U, status.st_mode & 0777U);
 }
 
-TEST_F(SystemFile, MakesNoFileInThePlaceOfAnother)
+TEST_F(SystemFile, DoesNotReplaceAnExistingFile)
 {
   write_file(path, "old");
   EXPECT_FALSE(make("new"));
@@ -70,7 +71,7 @@ TEST_F(SystemFile, MakesNoFileInThePlaceOfAnother)
   EXPECT_EQ(Files{"state/file"}, files());
 }
 
-TEST_F(SystemFile, MakesNoFileWhereThereIsNoDirectory)
+TEST_F(SystemFile, CreatesNothingWithoutTheDirectory)
 {
   fs::remove(store.dir + "state");
   EXPECT_FALSE(make("text"));
@@ -85,7 +86,7 @@ TEST_F(SystemFile, RenamesAFileToAFreeName)
   EXPECT_EQ("text", read_file(target));
 }
 
-TEST_F(SystemFile, RenamesNoFileToATakenName)
+TEST_F(SystemFile, DoesNotRenameAFileToATakenName)
 {
   write_file(path, "text");
   write_file(target, "other");
@@ -95,14 +96,14 @@ TEST_F(SystemFile, RenamesNoFileToATakenName)
   EXPECT_EQ("other", read_file(target));
 }
 
-TEST_F(SystemFile, RenamesNoFileThatIsGone)
+TEST_F(SystemFile, CannotRenameAMissingFile)
 {
   EXPECT_FALSE(rename_to_free_name(path, target));
   EXPECT_EQ(ENOENT, errno);
   EXPECT_EQ(Files(), files());
 }
 
-TEST_F(SystemFile, KnowsTheTimesThatTheEntityTagIsMadeOf)
+TEST_F(SystemFile, ReturnsTheTimesThatTheEntityTagContains)
 {
   write_file(path, "text");
   const std::string tag = entity_tag(path);

@@ -1,4 +1,4 @@
-// What the plain POSIX way of making a file leaves when the program is killed.
+// Tests the temporary file that the plain POSIX source leaves if the program is killed.
 #include "store/system-file.h"
 #include "support/data-set.h"
 
@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// In the directory above the one where the file is made.
+// The name of the temporary file, which is in the parent of the directory of the new file.
 const char* const leftover = ".mavo-survey-unnamed-1-2";
 
 void make_file_beside_leftover(const DataSet& store, std::chrono::minutes age)

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+// The id of the user and the group nobody.
 constexpr uid_t nobody = 65534;
 
 // During its lifetime, this thread accesses files as the user nobody, because root has all
@@ -19,7 +20,8 @@ public:
       return;
     setfsgid(nobody);
     setfsuid(nobody);
-    EXPECT_EQ(static_cast<int>(nobody), setfsuid(nobody)) << "the system knows no nobody";
+    EXPECT_EQ(static_cast<int>(nobody), setfsuid(nobody))
+        << "the thread did not become the user nobody";
   }
   ~Unprivileged()
   {
@@ -30,8 +32,8 @@ public:
   Unprivileged& operator=(const Unprivileged&) = delete;
 };
 
-// If root runs the tests, gives the user nobody access to a new directory and to its parents up to
-// the temporary directory.
+// If root runs the tests, makes the user nobody the owner of `directory` and lets all users enter
+// `from`, which is `directory` or a directory above it.
 inline void hand_over(const std::filesystem::path& directory, const std::filesystem::path& from)
 {
   if (geteuid() != 0)
@@ -45,15 +47,15 @@ class OnlyRights
 {
 public:
   OnlyRights(std::filesystem::path path, std::filesystem::perms rights)
-      : of(std::move(path)), before(std::filesystem::status(of).permissions())
+      : file(std::move(path)), before(std::filesystem::status(file).permissions())
   {
-    std::filesystem::permissions(of, rights);
+    std::filesystem::permissions(file, rights);
   }
-  ~OnlyRights() { std::filesystem::permissions(of, before); }
+  ~OnlyRights() { std::filesystem::permissions(file, before); }
   OnlyRights(const OnlyRights&) = delete;
   OnlyRights& operator=(const OnlyRights&) = delete;
 
 private:
-  std::filesystem::path of;
+  std::filesystem::path file;
   std::filesystem::perms before;
 };

@@ -23,7 +23,7 @@ const int ok = Gtk::RESPONSE_OK;
 class UnsavedChanges : public SavingTest
 {
 public:
-  // Closes the window with these answers. Returns whether it may be closed.
+  // Starts to close the window, with these answers. Returns whether it may be closed.
   bool may_close(const std::vector<int>& responses)
   {
     bool may = false;
@@ -46,30 +46,30 @@ public:
 
 } // namespace
 
-TEST_F(UnsavedChanges, AreNoneInANewWindow)
+TEST_F(UnsavedChanges, DoNotExistInANewWindow)
 {
   EXPECT_FALSE(window->file_needs_saving());
   EXPECT_TRUE(may_close({}));
 }
 
-TEST_F(UnsavedChanges, AreNoneWithOnlyTheMemberTypedIn)
+TEST_F(UnsavedChanges, DoNotIncludeTheMemberOfANewSurvey)
 {
   type_member("1234", "Smith");
   EXPECT_FALSE(window->file_needs_saving());
   EXPECT_TRUE(may_close({}));
 }
 
-TEST_F(UnsavedChanges, AreWhateverElseIsEntered)
+TEST_F(UnsavedChanges, IncludeAllOtherEntries)
 {
   window->survey_panel2->surface_temp->set_text("12");
   EXPECT_TRUE(window->file_needs_saving());
   window->survey_panel2->surface_temp->set_text(" ");
-  EXPECT_FALSE(window->file_needs_saving()) << "taken back";
+  EXPECT_FALSE(window->file_needs_saving()) << "the entry is empty again";
   choose_subregion("Northwest");
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UnsavedChanges, AreNoneAfterASave)
+TEST_F(UnsavedChanges, DoNotExistAfterASave)
 {
   enter_survey();
   EXPECT_TRUE(window->file_needs_saving());
@@ -84,11 +84,11 @@ TEST_F(UnsavedChanges, IncludeADifferenceOnlyOfBytes)
   enter_survey();
   type_member("1234", "caf\u00e9");
   save_quietly(*window, in_progress);
-  type_member("1234", "cafe\u0301"); // a reader sees the same letters
+  type_member("1234", "cafe\u0301"); // looks the same on the screen
   EXPECT_TRUE(window->file_needs_saving());
 }
 
-TEST_F(UnsavedChanges, AreNoneInANewSurveyThatKeepsMemberAndLocation)
+TEST_F(UnsavedChanges, DoNotExistInANewSurveyThatKeepsMemberAndLocation)
 {
   enter_survey();
   save_quietly(*window, in_progress);
@@ -215,11 +215,11 @@ TEST_F(UnsavedChanges, KeepTheLastDocumentIfANewOneCannotBeGenerated)
 {
   enter_survey();
   EXPECT_EQ("", generation_error());
-  const std::string former = window->survey.xml_current.raw();
+  const std::string previous = window->survey.xml_current.raw();
   window->survey.abundances[10] = 77;
   window->survey_panel2->bottom_time->set_text("45");
   EXPECT_EQ("Internal error: abun 77 -> resp -1?!", generation_error());
-  EXPECT_EQ(former, window->survey.xml_current.raw());
+  EXPECT_EQ(previous, window->survey.xml_current.raw());
 }
 
 TEST_F(UnsavedChanges, AreComparedWithoutTheMemberIfThatIsOmitted)
@@ -234,7 +234,7 @@ TEST_F(UnsavedChanges, AreComparedWithoutTheMemberIfThatIsOmitted)
   EXPECT_EQ(without, window->survey.xml_current.raw());
 }
 
-TEST_F(UnsavedChanges, AreNoneBetweenTwoDocumentsOfTheSameSurvey)
+TEST_F(UnsavedChanges, DoNotExistBetweenTwoDocumentsOfTheSameSurvey)
 {
   enter_survey();
   ASSERT_EQ("", generation_error());
