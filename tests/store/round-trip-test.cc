@@ -78,7 +78,7 @@ TEST_F(RoundTrip, OfAThousandSurveysWritesTheSameBytesAgain)
   EXPECT_LT(400U, most_species);
   std::size_t habitats_offered = 0;
   for (const auto& [region, choices] : habitats.region_habitats)
-    habitats_offered += choices.values.size() + 1; // and none
+    habitats_offered += choices.values.size() + 1; // and no habitat
   EXPECT_EQ(habitats_offered, habitats_used.size());
   std::printf("%d surveys written, read and written again, of up to %zu species, with %zu "
               "habitats\n",
