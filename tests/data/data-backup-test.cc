@@ -596,17 +596,21 @@ TEST_F(DataBackupTest, IsRestoredOnlyOnceTheCommandsOfAKilledProgramHaveEnded)
   ASSERT_EQ(0, pipe(said));
   const pid_t start = fork();
   if (start == 0) {
-    dup2(said[1], STDOUT_FILENO);
+    // A new C library ignores setvbuf() unless the stream has just been opened.
+    if (!freopen(("/dev/fd/" + std::to_string(said[1])).c_str(), "w", stdout))
+      _exit(1);
     setvbuf(stdout, nullptr, _IOLBF, 0);
     DataBackup::recover(local);
     _exit(0);
   }
+  close(said[1]);
   char text[1000] = {};
   EXPECT_LT(0, read(said[0], text, sizeof text - 1));
   EXPECT_EQ("Another program is installing data in " + local + "; waiting for up to 5 seconds.\n",
             std::string(text));
   write_file(go_on, "\n");
   EXPECT_EQ(start, waitpid(start, nullptr, 0));
+  close(said[0]);
   expect_old_data();
   expect_tidy();
 }
