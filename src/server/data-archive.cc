@@ -17,8 +17,8 @@ namespace {
 // The status of a command that could not be started.
 constexpr int not_started = -77;
 
-// The number of bytes of a command's output that are kept. An archive can have a great many
-// long names.
+// The limit of the stored output of a command, in bytes. An archive can have very many long
+// names.
 constexpr std::size_t most_output = std::size_t{16} << 20;
 
 // Returns the command line. Its status is that of tar: a failure of bzip2 counts only if tar
@@ -45,7 +45,7 @@ public:
   explicit FileSizeLimit(rlim_t bytes) : old_handler(std::signal(SIGXFSZ, SIG_DFL))
   {
     getrlimit(RLIMIT_FSIZE, &old_limit);
-    if (old_limit.rlim_cur <= bytes) { // the user's own limit has the effect of a full disk
+    if (old_limit.rlim_cur <= bytes) { // does not raise the user's own limit
       std::signal(SIGXFSZ, old_handler);
       return;
     }

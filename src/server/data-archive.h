@@ -5,8 +5,7 @@
 
 class DataBackup;
 
-// The part of the install of reference data that changes the directory of local data and
-// shows no message.
+// Unpacking of downloaded reference data, without messages to the user.
 
 // The result of unpacking an archive. It succeeded only if `status` is 0 and there is no
 // `failure`.
@@ -18,6 +17,8 @@ struct Unpacked {
 };
 
 // Unpacks an archive into a directory with the system's tar and bzip2, and discards the
-// directory's backup if that succeeds. No file becomes larger than a data file may be.
+// directory's backup if that succeeds. Fails if a file would have more than
+// largest_data_file bytes. Prints the command to standard output from trace level 1 on. A path
+// with an apostrophe breaks the command, which quotes both paths with apostrophes.
 Unpacked unpack_archive(const std::string& archive, const std::string& directory,
                         DataBackup& backup);

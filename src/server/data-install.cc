@@ -31,7 +31,8 @@ std::string detail_markup(const std::string& command, const std::string& output,
   const Glib::ustring markup = escape_ampersands(detail(command, output, status));
   if (is_label_markup(markup))
     return markup;
-  // The text was not valid markup, for example because of a file's name. The link must work.
+  // The text is not valid markup, for example because of a file's name. Escapes the parts
+  // around the link, so that the link works.
   return detail(escape_markup(command), escape_markup(output), status);
 }
 

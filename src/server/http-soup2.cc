@@ -32,7 +32,7 @@ struct Reception {
   guint status = 0; // the status of the answer if `is_cut`
 };
 
-// Discards the body of a redirect.
+// Discards the body of the previous answer if that was a redirect.
 void on_got_headers(SoupMessage*, gpointer data)
 {
   Reception& reception = *static_cast<Reception*>(data);
@@ -55,7 +55,7 @@ void on_got_chunk(SoupMessage* message, SoupBuffer* chunk, gpointer data)
   }
 }
 
-bool has_come_whole(const Reception& reception, SoupMessageHeaders* headers)
+bool is_body_complete(const Reception& reception, SoupMessageHeaders* headers)
 {
   if (reception.is_cut)
     return false;
@@ -88,9 +88,9 @@ HttpAnswer::Received send(SoupSession& session, SoupMessage* new_message, const 
   soup_session_send_message(&session, message.get());
   g_signal_handlers_disconnect_by_data(message.get(), &reception);
 
-  // After a cut, the library has replaced the status by the reason for the cancellation.
+  // If this program cut the body, the library has replaced the status by that of a cancellation.
   answer.status = static_cast<int>(reception.is_cut ? reception.status : message->status_code);
-  answer.is_whole = has_come_whole(reception, message->response_headers);
+  answer.is_whole = is_body_complete(reception, message->response_headers);
   soup_message_headers_foreach(message->response_headers, take_header, &answer.headers);
   return answer;
 }

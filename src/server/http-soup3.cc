@@ -26,7 +26,7 @@ struct BytesUnref {
   void operator()(GBytes* bytes) const { g_bytes_unref(bytes); }
 };
 
-// Records that there is a connection for the request or its last redirect.
+// These two handlers record whether there is a connection for the request or its last redirect.
 void on_starting(SoupMessage*, gpointer is_connected)
 {
   *static_cast<bool*>(is_connected) = true;

@@ -57,11 +57,11 @@ public:
   // Returns whether the body has the size that the server announced and does not exceed the limit
   // of http_fetch().
   bool is_whole() const { return received.is_whole; }
-  // Returns the value of the last header with that name, or null if there is none. This object
-  // owns the text.
+  // Returns the value of the last header with that name, or null if there is none. Ignores the
+  // case of the name. This object owns the text.
   const char* header(const char* name) const;
-  // Returns the received bytes of the body. It is empty if the function does not return bodies.
-  // This object owns the bytes.
+  // Returns the received bytes of the body. It is empty after http_get() and http_post(). This
+  // object owns the bytes.
   std::string_view body() const { return received.body; }
 
 private:

@@ -33,7 +33,9 @@ const char* or_else(const char* header, const char* absent)
   return header ? header : absent;
 }
 
-// Returns nullopt if the answer is incomplete.
+// This function and the next one query the server. They return nullopt if the request fails or
+// the answer lacks a header.
+
 std::optional<ProgramNews> ask_for_program(SoupSession& session, const MyApp& app)
 {
   const std::string address = app.version_query_url + MAVO_PLATFORM;
@@ -73,8 +75,8 @@ std::string link_markup(const std::string& url)
   return "<a href=\"" + url + "\">" + url + "</a>";
 }
 
-// Returns the address as markup. The server sends it as markup; if a link with it is not
-// valid, it is escaped.
+// Returns a link to the address as markup. The server sends the address as markup. Escapes the
+// address if the link would otherwise not be valid markup.
 std::string readable_link(const std::string& url)
 {
   const std::string link = link_markup(url);
@@ -137,7 +139,7 @@ RetCode look_for_news(SurveyWindow& window, const char* action)
   if (!program)
     return titled_error(out_of_reach, "Failed to contact MAVO server");
 
-  // Reports any difference: the server's version need not be the higher one.
+  // Reports any other version, even one that is lower than the program's own.
   RetCode result = RET_SUCCESS;
   const bool is_other_program = program->version != BuildInfo::version_str;
   if (is_other_program && !wants_to_go_on(*program, action))

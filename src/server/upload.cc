@@ -266,12 +266,13 @@ void SurveyWindow::on_action_FileUploadThis(const std::string&)
 
 void SurveyWindow::on_action_FileUploadAll(const std::string&)
 {
-  // Only a survey that is already in the queue is uploaded, and then as it is on the screen.
+  // Uploads the open survey only if it is already in the queue. In that case, first saves its
+  // changes, so that the server gets what is on the screen.
   const bool is_queued =
       belongs_to(survey.filename, my_app->get_survey_dir(MyApp::WD_READY_TO_UPLOAD));
   if (is_queued && file_needs_saving() &&
       do_save(MyApp::WD_READY_TO_UPLOAD, SAVE_QUIET) != RET_SUCCESS)
-    return; // after the upload of the old file, the survey on the screen could not be saved
+    return; // an upload of the old file would make it impossible to save the changes
 
   const auto ready = my_app->get_ready_survey_list();
   if (ready.empty()) {
