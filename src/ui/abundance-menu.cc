@@ -83,7 +83,7 @@ void popup_beside(Gtk::Menu& menu, const Row& row, guint32 time)
   auto* const kept = new Row(row);
   const auto destroy = [](gpointer data) { delete static_cast<Row*>(data); };
   g_object_set_data_full(G_OBJECT(menu.gobj()), "row", kept, destroy);
-  G_GNUC_BEGIN_IGNORE_DEPRECATIONS // the newer functions do not take a place on the screen
+  G_GNUC_BEGIN_IGNORE_DEPRECATIONS // the newer functions do not accept a position on the screen
       gtk_menu_popup(menu.gobj(), nullptr, nullptr, put_beside, kept, no_button, time);
   G_GNUC_END_IGNORE_DEPRECATIONS
 }

@@ -142,7 +142,7 @@ void ConfirmPanel::check_zone_code(bool& ok)
   const Glib::ustring name = window->survey_panel1->zone_name->get_text();
   const CheckedText zone = check_zone(window->survey_panel1->get_zonecode(), name);
   show_checked(conf_label_zone_code, conf_zone_code, zone.text, zone.good, ok);
-  if (!zone.good) // users are used to both marks of this field
+  if (!zone.good) // this value has always been marked twice
     conf_zone_code->set_label(redbold(conf_zone_code->get_label()));
   const Glib::ustring markup = escape_ampersands(name);
   conf_zone_name->set_label(is_label_markup(markup) ? displayed_markup(markup)

@@ -17,7 +17,7 @@ namespace {
 
 // Requests the width of a table with shortened names, for any text size. The two tables are side
 // by side if there is enough room.
-void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
+void request_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
 {
   int names = 0;
   int natural = 0;
@@ -27,8 +27,9 @@ void ask_for_width(Gtk::TreeView& tree, SpeciesTreeParts& parts)
   frame.set_min_content_width(parts.id_column.get_min_width() + names + last->get_min_width());
 }
 
-// Does nothing on a row that a search has found. The cursor is already there.
-void only_go_there(const Gtk::TreePath&, guint32) {}
+// The action of Return on a row that a search has found. Does nothing, because the cursor is
+// already there.
+void stay_on_found_row(const Gtk::TreePath&, guint32) {}
 
 } // namespace
 
@@ -115,14 +116,14 @@ void ConfirmPanel::connect_trees()
       sigc::mem_fun(*this, &ConfirmPanel::on_listed_clicked));
   listed_selection = conf_listed_tree->get_selection();
   prepare_species_tree(*conf_listed_tree, listed_parts,
-                       sigc::mem_fun(*this, &ConfirmPanel::listed_render_id), only_go_there);
+                       sigc::mem_fun(*this, &ConfirmPanel::listed_render_id), stay_on_found_row);
   explain_rarity(*window, *conf_listed_tree);
 
   conf_unlisted_tree->signal_cursor_changed().connect(
       sigc::mem_fun(*this, &ConfirmPanel::on_unlisted_clicked));
   unlisted_selection = conf_unlisted_tree->get_selection();
   prepare_species_tree(*conf_unlisted_tree, unlisted_parts,
-                       sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id), only_go_there);
+                       sigc::mem_fun(*this, &ConfirmPanel::unlisted_render_id), stay_on_found_row);
   explain_rarity(*window, *conf_unlisted_tree);
 }
 
@@ -150,8 +151,8 @@ void ConfirmPanel::update_columns()
   const auto& columns = window->species_columns;
   set_species_tree_columns(*conf_listed_tree, listed_parts, columns, names, "Number seen");
   set_species_tree_columns(*conf_unlisted_tree, unlisted_parts, columns, names, "Number seen");
-  ask_for_width(*conf_listed_tree, listed_parts);
-  ask_for_width(*conf_unlisted_tree, unlisted_parts);
+  request_width(*conf_listed_tree, listed_parts);
+  request_width(*conf_unlisted_tree, unlisted_parts);
   conf_listed_tree->expand_all();
   conf_unlisted_tree->expand_all();
 }

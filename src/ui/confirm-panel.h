@@ -52,8 +52,10 @@ public:
   // marked species and the families that have one.
   bool listed_check_visible(const Gtk::TreeIter& iter) const;
   bool unlisted_check_visible(const Gtk::TreeIter& iter) const;
+  // Expand or collapse the family that was clicked in a summary.
   void on_listed_clicked();
   void on_unlisted_clicked();
+  // Fill the "ID" cell of a row in a summary.
   void listed_render_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
   void unlisted_render_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
 
@@ -137,7 +139,8 @@ private:
   std::vector<Entry> entries_with_own_rules() const;
   std::vector<Entry> marked_entries() const;
   bool is_marked(const Gtk::Label* label) const;
-  // Turns to the first marked entry, or to the next step if the survey is complete.
+  // Turns to the first marked entry. If no entry is marked, gives the focus to the button that
+  // marks the survey as ready.
   void on_verdict_clicked();
   void show_summaries();
 

@@ -183,8 +183,8 @@ bool DropDownBox::on_key_while_closed(GdkEventKey* event)
   return find_typed(*event, get_active_row_number(), [this](int row) { set_active(row); });
 }
 
-// This signal precedes all handlers of keys. The toolkit's own handler of keys is called
-// first and stops the emission.
+// Handles keys in the signal "event", because it precedes "key-press-event". There, the toolkit's
+// own handler would be called first and stop the emission.
 bool DropDownBox::on_menu_event(GdkEvent* event)
 {
   return event->type == GDK_KEY_PRESS && on_key_while_open(&event->key);
@@ -247,9 +247,9 @@ void DropDownBox::on_menu_shown()
   place_menu();
 }
 
-// Sets the menu's distances. The toolkit shows a menu before it places it. It places the
+// Sets the offsets of the menu. The toolkit shows a menu before it places it. It places the
 // menu's corner at the lower left corner of the box's child, which is inside the button, and
-// then moves the menu by the two distances.
+// then moves the menu by the two offsets.
 void DropDownBox::place_menu()
 {
   int left = 0;

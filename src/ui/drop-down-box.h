@@ -32,7 +32,8 @@ public:
   // Adds one row at the end.
   void add_item(int id, const Glib::ustring& label);
 
-  // Return the chosen id, or no_value, and the chosen label, or an empty text.
+  // Return the id and the label of the chosen row. If no row is chosen, return no_value and an
+  // empty text.
   int get_id() const;
   Glib::ustring get_label() const;
 
@@ -43,7 +44,8 @@ public:
 
   std::vector<std::pair<int, Glib::ustring>> items; // by row
   int no_value = -1;                                // the id while nothing is chosen
-  bool opens_beside = false; // the list opens at the left, so that it does not cover what is below
+  // Whether the list opens to the left of the box, so that it does not cover what is below.
+  bool opens_beside = false;
 
 private:
   void clear_items(int the_no_value);
@@ -64,8 +66,9 @@ private:
 
   Gtk::Menu* menu = nullptr; // the list; owned by the toolkit
   TypeAhead search;
-  // Whether a key has changed the selected row of the open list. Before that, the toolkit
-  // selects the first row of a box without a choice, and a search must not start from there.
+  // Whether the user has pressed a key, other than a modifier, since the list opened. Before
+  // that, the toolkit selects the first row of a box without a choice, and a search must not
+  // start from there.
   bool has_moved = false;
 
   Glib::RefPtr<Atk::Object> spoken; // the object that screen readers read; may be empty

@@ -99,7 +99,7 @@ Glib::ustring FieldWidgets::text(const SurveyField& field) const
   if (is_text(field))
     return trim_ws(entry(field).get_text());
   const DropDownBox& chosen = box(field);
-  // The label of a year is its number.
+  // The id of a year is the number in its label.
   return field.kind == FieldKind::temp_units ? chosen.get_label().substr(0, 1)
                                              : padded(chosen.get_id(), field.digits);
 }

@@ -9,11 +9,12 @@
 
 #include <vector>
 
-// The row of the zone tree.
+// The columns of the zone tree.
 class GeogTreeColumns : public Gtk::TreeModelColumnRecord
 {
 public:
   GeogTreeColumns();
+  // Writes all columns of a row.
   void set(const Gtk::TreeRow& row, int id, const Glib::ustring& name) const;
   // Fills an empty store with the rows of a zone tree.
   void fill(const Glib::RefPtr<Gtk::TreeStore>& store, const std::vector<ZoneRow>& rows) const;

@@ -25,10 +25,12 @@ public:
   using SpeciesListItem = ::SpeciesListItem;
 
   ListedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
   // Offers the views of the survey's subregion and chooses its default view.
   void setup_for_subregion(const Glib::ustring& subregion);
+  // Shows the instructions for the species of a region.
   void setup_instructions(RegionFishInfo& info);
   // Fills both stores for the view and the survey type. Without a type they are empty.
   void update_for_view();
@@ -43,21 +45,26 @@ public:
   // Appends family and species rows to an empty store.
   void build_species_model(const Glib::RefPtr<Gtk::TreeStore>& model,
                            const std::vector<SpeciesListItem>& species_list);
+  // Return the text as markup in one of the two shades of rare species, like the functions of
+  // species-instructions.h.
   static Glib::ustring rarecolor(const Glib::ustring& text);
   static Glib::ustring rarecolor2(const Glib::ustring& text);
 
   void on_view_changed();
   void on_name_display_changed(Gtk::ToggleButton* button);
   void on_spanish_display_changed();
+  // Call do_species_line_trigger() for a click or a key. Return its result.
   bool on_species_clicked(GdkEventButton* event);
   bool on_species_kb_event(GdkEventKey* event);
   bool on_species_kb_activated();
+  // See trigger_species_line() in species-tree.h. `button` is 0 for a key.
   bool do_species_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
+  // Fills the "ID" cell of a row.
   void render_species_id(Gtk::CellRenderer* cell, const Gtk::TreeIter& iter);
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1; // in the notebook
+  int page = -1; // the index in the notebook
   Gtk::Label* listed_instructions = nullptr;
   DropDownBox* species_view = nullptr;
   Gtk::RadioButton* name_display_common = nullptr;

@@ -9,7 +9,7 @@
 
 namespace {
 
-bool asks_for_search(const GdkEventKey* event)
+bool is_search_shortcut(const GdkEventKey* event)
 {
   return (event->state & gtk_accelerator_get_default_mod_mask()) == GDK_CONTROL_MASK &&
          gdk_keyval_to_lower(event->keyval) == GDK_KEY_f;
@@ -40,7 +40,7 @@ void NameFinder::make_field()
   entry->signal_activate().connect(sigc::mem_fun(*this, &NameFinder::on_activate));
   entry->signal_key_press_event().connect(sigc::mem_fun(*this, &NameFinder::on_entry_key), false);
   entry->signal_focus_out_event().connect([this](GdkEventFocus*) {
-    if (!entry->is_focus()) // else the window lost the keyboard, for example to a menu
+    if (!entry->is_focus()) // otherwise the window lost the focus, for example to a menu
       hide();
     return false;
   });
@@ -60,7 +60,7 @@ void NameFinder::hide()
 bool NameFinder::on_tree_key(GdkEventKey* event)
 {
   const gunichar character = typed_character(event);
-  if (!character && !asks_for_search(event))
+  if (!character && !is_search_shortcut(event))
     return false;
   start(character ? Glib::ustring(1, character) : Glib::ustring());
   return true;
@@ -132,8 +132,9 @@ void NameFinder::go_to_match(int step)
   show_whether_found(count != 0 || text.empty());
 }
 
-// Returns the best matches first. Of the same quality, species come before families, because
-// some families have the name of their species; otherwise the order is that of the tree.
+// Returns the best matches first. Among matches of the same quality, species come before
+// families, because some families have the name of their species. Otherwise the order is that of
+// the tree.
 std::vector<Gtk::TreePath> NameFinder::matches(const std::string& text) const
 {
   std::array<std::vector<Gtk::TreePath>, MATCHES_NOT + 1> by_quality;

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Shows the button if the field has a text.
+// Shows the button if the field has a text, or else hides it.
 void show_clear_button(Gtk::Entry& field)
 {
   if (field.get_text_length() == 0)

@@ -9,15 +9,16 @@
 #include <string>
 #include <vector>
 
-// The data of the store of all species for a search: ids, and names in lower case. They are
-// computed when a search first needs them, and kept. To convert thousands of names at every
-// keystroke would take longer than to find the words in them.
+// The data of the store of all species for a search: ids, and names in lower case. This class
+// computes them when a search first needs them, and stores them. Converting thousands of names
+// at every keystroke would take longer than finding the words in them.
 class SearchedSpecies
 {
 public:
   using NameColumn = Gtk::TreeModelColumn<Glib::ustring>;
 
-  // Discards all rows. The next access reads them from `the_store`.
+  // Discards all rows. The next access reads them from `the_store`. REQUIRES: `the_id_column`
+  // outlives this object.
   void read_later(const Glib::RefPtr<Gtk::TreeStore>& the_store,
                   const Gtk::TreeModelColumn<int>& the_id_column);
 

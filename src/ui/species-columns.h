@@ -22,8 +22,8 @@ struct SpeciesRow {
   int rarity;
 };
 
-// The row of every species table. A species row has a col_id of 0 or more, a
-// family row -1. The abundance here is a copy for display.
+// The columns of every species table. A species row has a col_id of 0 or more, a family row
+// -1. The abundance is a copy of the survey's abundance, for display.
 class SpeciesTreeColumns : public Gtk::TreeModelColumnRecord
 {
 public:
@@ -42,8 +42,8 @@ public:
   // Writes only the abundance columns. An abundance beyond the list appears as the last one of
   // the list; a negative one has no label.
   void set_abundance(const Gtk::TreeRow& row, int abundance);
-  // Returns whether the row is a marked species in (or outside) the view, or a family that has
-  // one.
+  // Returns whether the row is a marked species, or a family that has one. Counts only species
+  // inside the view if `in_view`, or else only species outside of it.
   bool has_mark(const Gtk::TreeIter& row, bool in_view) const;
   // Returns the ids of all such species of the store, by row.
   std::vector<int> marked_species(const Glib::RefPtr<Gtk::TreeStore>& store, bool in_view) const;

@@ -6,7 +6,8 @@
 
 namespace {
 
-// The meanings of the shades: of the only shade of a region, and of two shades.
+// The meaning of the shade in a region that has only one, then the meanings of the two shades
+// in the other regions.
 const char* const very_rare =
     "very rare, often misidentified, and/or difficult to identify. Please select with care.";
 const char* const not_in_gulf =

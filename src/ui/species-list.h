@@ -11,8 +11,8 @@ struct SpeciesListItem {
   const RegionFishInfo::Family* family;
   bool in_view;
 
-  // Compares the common names of the families, then those of the species, in the locale's
-  // order.
+  // Returns whether this item comes first. Compares the common names of the families, then
+  // those of the species, in the locale's order.
   bool operator<(const SpeciesListItem& other) const;
 };
 

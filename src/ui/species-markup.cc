@@ -35,8 +35,8 @@ Wrapper wrapper_for(int id, int rarity)
   return {"", ""};
 }
 
-// The attributes with which a shade is drawn. Its colour stays, because the page explains the
-// colours.
+// The attributes that are added to draw a shade. Its colour does not change, because the page
+// explains the colours.
 struct DrawnShade {
   std::string_view tag;
   std::string_view attributes;

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-// The opening tags of the two shades that mark rare species: their rows, and the words
-// that explain the shades.
+// The opening tags of the two shades for rare species. The rows of these species and the
+// words that explain the shades have these tags.
 constexpr std::string_view rare_tag = "<span background=\"#9cf\">";   // rarity 1
 constexpr std::string_view rarest_tag = "<span background=\"#c60\">"; // rarity 2 and above
 

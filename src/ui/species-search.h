@@ -29,8 +29,8 @@ struct SearchMode {
 // label is unknown. The lower-cased text "__all__" finds everything with any label.
 SearchMode search_mode(const Glib::ustring& lowercase_text, const Glib::ustring& label);
 
-// Splits the text at each blank. Two blanks in a row, or a blank at an end, give an empty
-// word. A text without a blank is one word.
+// Splits the text at each blank. Two blanks in a row, or a blank at an end, produce an
+// empty word. A text without a blank is one word.
 std::vector<Glib::ustring> split_search_words(const Glib::ustring& text);
 
 // Returns whether the text contains every word. An empty word is in every text. REQUIRES: text

@@ -57,7 +57,8 @@ void prepare_species_tree(Gtk::TreeView& tree, SpeciesTreeParts& parts,
                           const Gtk::TreeViewColumn::SlotCellData& render_id,
                           const NameFinder::OpenRow& open_found_row);
 
-// Replaces the tree's columns.
+// Replaces the tree's columns by the ID, the names that `names` selects, and the abundance.
+// The search by typing then finds these names.
 void set_species_tree_columns(Gtk::TreeView& tree, SpeciesTreeParts& parts,
                               const SpeciesTreeColumns& columns, const NameDisplay& names,
                               const Glib::ustring& abundance_title);

@@ -231,7 +231,7 @@ void StartPanel::on_mark_button()
   if (path.empty())
     return;
   if (which != MyApp::WD_READY_TO_UPLOAD) {
-    puts("un-mark-for-upload is NYI"); // marking for upload is meant
+    puts("un-mark-for-upload is NYI"); // the text means marking for upload
     return;
   }
   const bool is_open = same_place(window->survey.filename, path);

@@ -19,6 +19,7 @@ class StartPanel : public Gtk::Grid
 {
 public:
   StartPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
   // Reads the store and rebuilds the list. Call it whenever the store has changed.
@@ -29,9 +30,10 @@ public:
   // Shows the buttons for a row. Mouse button 1 expands or collapses a heading. Returns whether
   // the row exists.
   bool do_survey_line_trigger(const Gtk::TreePath& path, int button, unsigned int time);
-  // Shows the buttons as they are while no survey is selected.
+  // Disables the buttons that need a selected survey.
   void deselect_survey();
 
+  // Handlers of the buttons. The last four use the survey under the cursor.
   void on_updates_button();
   void on_new_survey_button();
   void on_upload_all_button();
@@ -39,13 +41,14 @@ public:
   void on_mark_button();
   void on_upload_button();
   void on_delete_button();
+  // Call do_survey_line_trigger() for a click or a key. Return its result.
   bool on_survey_clicked(GdkEventButton* event);
   bool on_survey_kb_event(GdkEventKey* event);
   bool on_survey_kb_activated();
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1; // in the notebook
+  int page = -1; // the index in the notebook
   Gtk::TreeView* survey_tree = nullptr;
   SurveyTreeColumns columns;
   Glib::RefPtr<Gtk::TreeStore> store;

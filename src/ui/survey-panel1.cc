@@ -114,7 +114,7 @@ void SurveyPanel1::disable_inputs()
   window->fields.lock(*this);
   for (auto* label : {zone_name_status, zone_name, no_geog_matches})
     label->set_sensitive(false);
-  zone_search->set_sensitive(true); // insensitive if there is no location
+  zone_search->set_sensitive(true); // it is disabled until the survey has a location
   geog_tree->set_sensitive(true);
 }
 
@@ -278,13 +278,13 @@ void SurveyPanel1::on_survey_subtype_changed()
   if (debug_level >= 1)
     std::printf("survey subtype set to %s\n", survey.survey_subtype->surveytypename.c_str());
 
-  take_what_type_offers(id);
+  copy_type_properties(id);
   window->survey_panel2->setup_for_survey_subtype();
   show_species_of_type();
 }
 
-// Copies the properties of the new type to the survey.
-void SurveyPanel1::take_what_type_offers(int id)
+// Copies the properties of the new type to the survey, and its abundance menu to the window.
+void SurveyPanel1::copy_type_properties(int id)
 {
   SurveyData& survey = window->survey;
   survey.abundance_choices = window->reference_data.abundance_choices->find_subtype(id);

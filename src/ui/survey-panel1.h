@@ -23,8 +23,8 @@ public:
   // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
-  // Adapts the survey and all panels to a subregion and clears the entries of another subregion.
-  // Opening a survey also calls it.
+  // Adapts the survey and all panels to a subregion. If the survey had another subregion, clears
+  // the entries that depend on it. Opening a survey also calls this function.
   void setup_for_subregion(const Glib::ustring& code);
   // Chooses the survey type of a saved survey, even if the box no longer offers the type.
   void set_survey_subtype_even_invisible(const Glib::ustring& subregion_code, int id);
@@ -83,8 +83,9 @@ private:
   void show_subregion(const Glib::ustring& code);
   void move_survey_to_subregion(const Glib::ustring& code);
   int count_marked_species() const;
+  // Asks the user whether to clear the marked species, and returns whether the user agrees.
   bool may_clear_species(int count);
-  void take_what_type_offers(int id);
+  void copy_type_properties(int id);
   void show_species_of_type();
   bool is_searching_zones() const;
   void go_to_first_zone();

@@ -31,6 +31,7 @@ public:
   // Makes the page read-only.
   void disable_inputs();
 
+  // Withdraws the confirmation of an unusual bottom time.
   void on_bottom_time_changed() const;
   // A snorkel survey has no depths. If the user chooses "Snorkel" in one box, the handlers choose
   // it in the other box, too, and disable the maximum until the average changes.

@@ -11,6 +11,7 @@ class SurveyTreeColumns : public Gtk::TreeModelColumnRecord
 {
 public:
   SurveyTreeColumns();
+  // Writes all columns of a row.
   void set(const Gtk::TreeRow& row, const std::string& survey_path, MyApp::WhichDir which,
            const Glib::ustring& survey_description) const;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The chief header of this folder; with the helpers on nodes of a survey document,
-// get_attr() and its siblings, which loading a survey into the panels needs.
+// The chief header of this folder. It also includes get_attr() and the other functions on nodes
+// of a survey document, because loading a survey into the panels needs them.
 #include "store/survey-reader.h"
 #include "ui/confirm-panel.h"
 #include "ui/date-boxes.h"

@@ -32,8 +32,8 @@ const char* const definition_file = "resources/survey-ui.glade";
 }
 
 // Shows the contents of a page when the user first turns to it. The toolkit neither styles nor
-// measures hidden widgets, and a new window takes a quarter less time. Allocates the page at
-// once, because the notebook uses the allocation to find the widget that gets the focus.
+// measures hidden widgets, so the creation of a window takes a quarter less time. Allocates the
+// page at once, because the notebook uses the allocation to find the widget that gets the focus.
 void show_contents(Gtk::Widget* page, unsigned int)
 {
   auto* const contents = static_cast<Gtk::Bin*>(page)->get_child();
@@ -202,7 +202,7 @@ void SurveyWindow::on_switch_page(Gtk::Widget*, unsigned int page_number)
   show_current_tooltips(*this);
 }
 
-// Called before the focused widget gets the key. Trees would scroll sideways.
+// Called before the focused widget gets the key, because a tree would use it to scroll sideways.
 bool SurveyWindow::on_page_key(GdkEventKey* event)
 {
   if ((event->state & gtk_accelerator_get_default_mod_mask()) != GDK_CONTROL_MASK)

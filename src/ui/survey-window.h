@@ -79,6 +79,8 @@ public:
 
   // Creates the menus and the panels. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, MyApp* app);
+  // Create an action for a submenu, a menu item or a toggle, and store it under `name`. `stock`
+  // provides icon and accelerator; it may be empty.
   void create_menu_action(const std::string& name, const std::string& label);
   void create_action(const std::string& name, const std::string& label,
                      void (SurveyWindow::*handler)(const std::string&), const std::string& tooltip,
@@ -95,6 +97,7 @@ public:
   template<typename T>
   void make_panel(const Glib::RefPtr<Gtk::Builder>& builder, T*& member, const char* id,
                   const Glib::ustring& tab_label);
+  // Shows the date, the start and the zone of the survey in the window's title.
   void set_title_string();
 
   void on_switch_page(Gtk::Widget* page, unsigned int page_number);
@@ -106,8 +109,11 @@ public:
   void on_back_button();
   void on_next_button();
   bool on_delete_event(GdkEventAny* event) override;
+  // Shows the description of the survey under the dialog's cursor in `preview`, or hides it if
+  // the file is not a survey.
   void on_filedlg_update_preview(Gtk::FileChooserDialog* dialog, Gtk::Label* preview);
 
+  // Handlers of the menu items. `action` is the name of the action.
   void on_action_FileOpen(const std::string& action);
   void on_action_FileDelete(const std::string& action);
   void on_action_FileNew(const std::string& action);
@@ -137,6 +143,7 @@ public:
   // visible yet: the menu follows it.
   void popup_abundance_menu_beside(Gtk::TreeView& tree, const Gtk::TreePath& row, int species_id,
                                    guint32 time);
+  // Sets the abundance of the species for which the menu was opened.
   void on_abundance_menu_item(int abundance);
   // Callbacks of TreeModel::foreach_iter that update the row of one species, or of all. They
   // return true to end the walk.
@@ -176,9 +183,10 @@ public:
   // Uploads a saved survey as it is on the disk. If the server accepts it, moves the file to
   // Uploaded. Shows failures.
   RetCode do_upload_file(const std::string& path);
-  // Uploads a survey, shows a message of success, and checks for updates.
+  // Uploads a survey, shows a message if that succeeds, and checks for updates in any case.
   void do_upload_single(const std::string& path);
-  // Uploads the surveys one after the other. Moves each one that fails to In Progress.
+  // Uploads the surveys one after the other. Moves each one that fails to In Progress and asks
+  // the user whether to continue. At the end, shows the result and checks for updates.
   void do_upload_all_ready(const std::vector<std::string>& list);
   // Checks for updates at the user's request. First asks about unsaved changes.
   void manual_check_for_updates();
@@ -255,6 +263,7 @@ private:
   RetCode build_document(Survey entered, Glib::ustring& error_text);
   // Returns all entries as text, including species that a document cannot contain.
   Glib::ustring entered_text() const;
+  // Copies member details, location, survey type and name buttons to a new survey.
   void carry_over_to(SurveyWindow& next) const;
   // Turns to the first page that a new survey still needs.
   void go_to_first_question();
@@ -262,6 +271,7 @@ private:
   // Saves a complete survey to the queue. If the survey is incomplete, shows what is missing.
   // Returns whether the survey is in the queue. Shows failures.
   bool save_for_upload();
+  // Moves a survey to In Progress.
   void take_out_of_queue(const std::string& path);
   // Returns a line of markup for each survey.
   std::string described(const std::vector<std::string>& surveys) const;

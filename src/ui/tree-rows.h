@@ -17,7 +17,7 @@ Gtk::TreePath clicked_row_path(Gtk::TreeView& tree, const GdkEventButton* event,
 Gtk::TreePath key_row_path(Gtk::TreeView& tree, const GdkEventKey* event);
 // Returns the cursor's row, or an empty path if there is none.
 Gtk::TreePath cursor_path(Gtk::TreeView& tree);
-// Returns the letter or digit that a key types; 0 for any other key, or with Ctrl or Alt.
+// Returns the letter or digit that a key types; 0 for any other key, or with Ctrl, Alt or Super.
 gunichar typed_character(const GdkEventKey* event);
 // Returns whether the current event is a key or a change of the focus. Then a movement of the
 // cursor is not the effect of a click.

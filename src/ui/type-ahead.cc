@@ -16,8 +16,8 @@ Glib::ustring folded(const Glib::ustring& text)
   return result;
 }
 
-// Returns the first row that begins with `beginning`. Searches from `start` to the end, then
-// from the top.
+// Returns the first row that begins with `beginning`, or -1 if there is none. Searches from
+// `start` to the end, then from the top.
 int find_row(const Glib::ustring& beginning, std::size_t start,
              const std::vector<Glib::ustring>& labels)
 {

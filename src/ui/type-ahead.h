@@ -18,6 +18,7 @@ public:
            const std::vector<Glib::ustring>& labels);
   // Returns whether a letter at that time continues the current search.
   bool is_under_way(std::uint32_t time) const;
+  // Ends the current search.
   void reset();
 
 private:

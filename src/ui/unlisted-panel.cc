@@ -115,7 +115,7 @@ void UnlistedPanel::attach_models()
   searched_species.read_later(window->unlisted_model, window->species_columns.col_id);
   resize_matches();
   match_all();
-  take_new_found_filter();
+  replace_found_filter();
 }
 
 void UnlistedPanel::setup_for_subregion(const Glib::ustring&)
@@ -143,7 +143,7 @@ void UnlistedPanel::on_search_changed()
   run_search();
 }
 
-// If the text is empty, hides the tree, which keeps the last results.
+// If the text is empty, hides the tree, which retains the last results.
 void UnlistedPanel::run_search()
 {
   search_words.clear();
@@ -165,7 +165,8 @@ void UnlistedPanel::run_search()
   show_results_from_the_top();
 }
 
-// Also scrolls to the top if the cursor is further down, where the tree would scroll.
+// Scrolls to the top even if the cursor is further down. By itself, the tree would scroll to its
+// cursor.
 void UnlistedPanel::show_results_from_the_top()
 {
   if (!found_filter->children().empty())
@@ -207,7 +208,7 @@ void UnlistedPanel::refilter_found()
   const auto before = std::make_pair(species_matched, families_matched);
   match_all();
   if (before != std::make_pair(species_matched, families_matched))
-    take_new_found_filter();
+    replace_found_filter();
   if (debug_level >= 1)
     printf("search found %d\n", num_found);
   show_found();
@@ -221,9 +222,9 @@ void UnlistedPanel::show_selected()
   show_or_hide(selected_species_box, num_selected >= 1);
 }
 
-// Creates a new filter. This is many times faster than to let the old one notify the tree of
-// each row that appears or disappears.
-void UnlistedPanel::take_new_found_filter()
+// Creates a new filter. With the old filter, an update would take many times longer, because a
+// filter notifies the tree of each row that appears or disappears.
+void UnlistedPanel::replace_found_filter()
 {
   Gtk::TreePath cursor = cursor_path(*found_species_tree);
   if (!cursor.empty())
@@ -276,7 +277,8 @@ bool UnlistedPanel::check_visible_found(const Gtk::TreeIter& iter) const
   return family < families_matched.size() && families_matched[family];
 }
 
-// Finds a family with all its species by the family's name, or because of one species.
+// A search by family name finds a family with all its species. Any other search finds species,
+// each with its family.
 void UnlistedPanel::match_all()
 {
   num_found = 0;

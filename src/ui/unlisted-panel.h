@@ -20,12 +20,13 @@ class MyApp;
 class SurveyWindow;
 
 // The Unlisted Species page, on which the user finds and marks species that the view lacks.
-// Both of its trees filter the window's store of all species. A species moves between them
-// only through its abundance and the search.
+// Both of its trees filter the window's store of all species. One tree shows the marked
+// species that the view lacks, and the other one shows the results of the search.
 class UnlistedPanel : public Gtk::Grid
 {
 public:
   UnlistedPanel(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builder>& builder);
+  // Connects the page to its window. Call it once, after the constructor.
   void ctor_continued(const Glib::RefPtr<Gtk::Builder>& builder, SurveyWindow* the_window);
 
   // Adapt the page to a new subregion or survey type.
@@ -44,7 +45,7 @@ public:
   void detach_models();
   void attach_models();
 
-  // Return whether a tree shows the row of the store. The first function counts in
+  // Return whether a tree shows the row of the store. The first function also adds the row to
   // num_selected. The second only reads the results of the search.
   bool check_visible_selected(const Gtk::TreeIter& iter);
   bool check_visible_found(const Gtk::TreeIter& iter) const;
@@ -53,6 +54,7 @@ public:
   bool is_species_found(std::size_t row);
 
   void on_search_changed();
+  // Handlers of the two trees, like those of ListedPanel.
   bool on_selected_species_clicked(GdkEventButton* event);
   bool on_selected_species_kb_event(GdkEventKey* event);
   bool on_selected_species_kb_activated();
@@ -66,7 +68,7 @@ public:
 
   MyApp* my_app = nullptr;
   SurveyWindow* window = nullptr;
-  int page = -1; // in the notebook
+  int page = -1; // the index in the notebook
   Gtk::Label* unlisted_instructions = nullptr;
   Gtk::Box* selected_species_box = nullptr;
   Gtk::TreeView* selected_species_tree = nullptr;
@@ -101,7 +103,7 @@ private:
   void show_selected();
   void show_found();
   std::vector<int> species_to_select() const;
-  void take_new_found_filter();
+  void replace_found_filter();
   void show_results_from_the_top();
   void go_to_first_result();
   void resize_matches();

@@ -232,7 +232,7 @@ void SurveyWindow::carry_over_to(SurveyWindow& next) const
 {
   next.member_panel->member_id->set_text(member_panel->get_member_id());
   next.member_panel->last_name->set_text(member_panel->get_last_name());
-  // The location first, because it fills the list of survey types.
+  // Copies the location first, because it fills the list of survey types.
   next.survey_panel1->subregion->set_label(survey_panel1->subregion->get_label());
   next.survey_panel1->survey_subtype->set_id(survey_panel1->survey_subtype->get_id());
 
@@ -246,13 +246,13 @@ void SurveyWindow::carry_over_to(SurveyWindow& next) const
 
 void SurveyWindow::go_to_first_question()
 {
-  const bool knows_id = !member_panel->get_member_id().empty();
-  if (knows_id && !member_panel->get_last_name().empty()) {
+  const bool has_id = !member_panel->get_member_id().empty();
+  if (has_id && !member_panel->get_last_name().empty()) {
     survey_panel1->focus_on(survey_panel1->subregion);
     return;
   }
   notebook->set_current_page(member_panel->page);
-  (knows_id ? member_panel->last_name : member_panel->member_id)->grab_focus();
+  (has_id ? member_panel->last_name : member_panel->member_id)->grab_focus();
 }
 
 void SurveyWindow::on_action_FileSaveForLater(const std::string&)
@@ -322,7 +322,7 @@ void SurveyWindow::show_help_text(const char* what, const char* path, const Glib
     error("Failed to read %s file %s", what, path);
     return;
   }
-  // This text stays if the next one cannot be parsed.
+  // The label shows this text if it cannot parse the next one.
   program_instructions->set_label(Glib::ustring("error parsing markup in ") + path);
   program_instructions->set_label(text);
   instructions_dialog->set_title(title);

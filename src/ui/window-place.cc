@@ -17,7 +17,8 @@ WindowPlace::WindowPlace(Gtk::Window& the_window) : window(the_window)
   window.signal_configure_event().connect(sigc::mem_fun(*this, &WindowPlace::on_configured), false);
 }
 
-// The toolkit does not know the size that a window had before it was maximised or full-screen.
+// Stores each size, because the toolkit does not report the size that a window had before it was
+// maximised or full-screen.
 bool WindowPlace::on_configured(GdkEventConfigure*)
 {
   note();

@@ -28,7 +28,7 @@ private:
 
   Gtk::Window& window;
   bool is_known = false;
-  // In pixels, from when the window was last neither maximised nor full-screen.
+  // In pixels, as they were when the window was last neither maximised nor full-screen.
   int x = 0; // with the frame, like y
   int y = 0;
   int width = 0; // without the frame, like height

@@ -24,6 +24,7 @@ const Glib::ustring& name_of(int id, const std::map<int, Glib::ustring>& names)
   return found == names.end() ? nameless : found->second;
 }
 
+// Removes the zones that are not ancestors of `code`.
 void close_zones_beside(const Glib::ustring& code, std::vector<OpenZone>& open)
 {
   while (!open.empty() && !is_zone_ancestor(open.back().code, code))
