@@ -50,7 +50,9 @@ public:
   static Glib::ustring rarecolor(const Glib::ustring& text);
   static Glib::ustring rarecolor2(const Glib::ustring& text);
 
+  // Adapts both pages of species to the chosen view.
   void on_view_changed();
+  // Show the names that the buttons select on both pages of species.
   void on_name_display_changed(Gtk::ToggleButton* button);
   void on_spanish_display_changed();
   // Call do_species_line_trigger() for a click or a key. Return its result.

@@ -40,10 +40,16 @@ public:
   // Returns the hour of the start as four digits, or "0000" if none is chosen.
   Glib::ustring get_dive_start_string() const;
 
+  // Calls setup_for_subregion(). If this would clear marked species, first asks the user.
   void on_subregion_changed();
+  // Adapts the survey and the later pages to the chosen type.
   void on_survey_subtype_changed();
+  // Shows the name of the zone with the entered code.
   void on_zonecode_changed();
+  // Calls rebuild_zone_tree() if the survey has a location.
   void on_zone_search_changed();
+  // Enters the code of the zone under the cursor if the zone is complete. Otherwise expands or
+  // collapses the zone.
   void on_geog_clicked();
 
   MyApp* my_app = nullptr;

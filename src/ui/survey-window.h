@@ -100,14 +100,22 @@ public:
   // Shows the date, the start and the zone of the survey in the window's title.
   void set_title_string();
 
+  // Updates buttons and tooltips for the page to which the notebook turns. On the Confirmation
+  // page, also checks the survey.
   void on_switch_page(Gtk::Widget* page, unsigned int page_number);
-  // Turns the page for Ctrl+Page Down and Ctrl+Page Up, wherever the focus is.
+  // Turns the page for Ctrl+Page Down and Ctrl+Page Up, wherever the focus is. Returns whether
+  // the key was one of these.
   bool on_page_key(GdkEventKey* event);
+  // Save the survey to In Progress or to Ready To Upload.
   void on_save_button();
   void on_ready_button();
+  // Saves the survey and uploads it. If other surveys are ready, too, asks the user whether to
+  // upload all of them. If the survey is incomplete, only shows what is missing.
   void on_upload_button();
   void on_back_button();
+  // Turns to the next page. On the first page, opens the selected survey instead, if there is one.
   void on_next_button();
+  // Asks the user about unsaved changes. Returns true to keep the window open.
   bool on_delete_event(GdkEventAny* event) override;
   // Shows the description of the survey under the dialog's cursor in `preview`, or hides it if
   // the file is not a survey.
