@@ -111,7 +111,7 @@ TEST_F(AbundanceMenuTest, MarksASpeciesThatTheViewLacks)
             unlisted_rows());
 }
 
-TEST_F(AbundanceMenuTest, KeepsASpeciesAtZeroOnNone)
+TEST_F(AbundanceMenuTest, StoresZeroForASpeciesThatIsSetToNone)
 {
   open_northwest();
   mark(lingcod, 2);
@@ -170,7 +170,7 @@ TEST_F(AbundanceMenuTest, RefreshesOnlyTheFirstRowOfASpeciesListedTwice)
             listed_rows());
 }
 
-TEST_F(AbundanceMenuTest, ARowIsRefreshedForItsOwnSpeciesOnly)
+TEST_F(AbundanceMenuTest, RefreshesARowOnlyForItsSpecies)
 {
   open_northwest();
   const auto sculpin = window->listed_model->get_iter("0:0");
@@ -183,7 +183,7 @@ TEST_F(AbundanceMenuTest, ARowIsRefreshedForItsOwnSpeciesOnly)
   EXPECT_EQ("Few (2-10)", sculpin->get_value(window->species_columns.col_abundance_label));
 }
 
-TEST_F(AbundanceMenuTest, AllRowsAreRefreshedFromASavedSurvey)
+TEST_F(AbundanceMenuTest, RefreshesAllRowsFromASavedSurvey)
 {
   application_dir.file("species-views.csv", "viewid,speciesid,familyid\n1,11,F1\n1,11,F2\n");
   open_northwest();
@@ -200,7 +200,7 @@ TEST_F(AbundanceMenuTest, AllRowsAreRefreshedFromASavedSurvey)
             unlisted_rows());
   EXPECT_EQ((Abundances{{10, 0}, {lingcod, 900}, {kelp_greenling, 0}, {77, 1}}),
             window->survey.abundances)
-      << "rows are limited to the list, the survey is not; each row leaves an entry";
+      << "the survey keeps an abundance above the last choice; each row adds an entry";
 }
 
 TEST_F(AbundanceMenuTest, FollowsTheSurveyType)
@@ -259,8 +259,8 @@ namespace {
 class KeysInTheMenu : public AbundanceMenuTest
 {
 public:
-  // Opens the menu of the species, by keyboard, and types a letter or digit in it.
-  // Returns whether the menu has closed.
+  // Opens the menu of a species as a key does, and types a letter or digit in it. Returns whether
+  // the menu has closed.
   bool type_in_menu(int id, const char* text)
   {
     window->popup_abundance_menu(id, 0, GDK_CURRENT_TIME);

@@ -128,7 +128,7 @@ TEST_F(ConfirmPanelTest, ShowsEverythingThatAnEmptySurveyLacksTogether)
     EXPECT_TRUE(is_red(value));
   }
   EXPECT_EQ("0", panel->conf_total_species->get_text());
-  EXPECT_FALSE(is_red(panel->conf_label_survey_type)); // this page accepts no type
+  EXPECT_FALSE(is_red(panel->conf_label_survey_type)); // this page does not require a type
   expect_complete(false);
 }
 
@@ -160,7 +160,7 @@ TEST_F(ConfirmPanelTest, RefusesASurveyTypeThatIsNoLongerAvailable)
   refresh();
   EXPECT_TRUE(is_red(panel->conf_label_survey_type));
   expect_complete(false);
-  // A previous valid type has turned the label's markup off.
+  // A valid type has turned the label's markup off before, so the label shows the tags.
   EXPECT_EQ("<span weight=\"bold\" fgcolor=\"red\">Northwest: old form - No longer "
             "available</span>",
             panel->conf_survey_type->get_text().raw());
@@ -545,7 +545,7 @@ TEST_F(ConfirmPanelTest, GoesFromTheVerdictOfACompleteSurveyToMarkForUpload)
   EXPECT_TRUE(window->ready_button->is_focus());
 }
 
-TEST_F(ConfirmPanelTest, CollapsesNoFamilyByTabOrArrows)
+TEST_F(ConfirmPanelTest, DoesNotCollapseAFamilyByTabOrArrows)
 {
   open_complete_survey();
   auto& tree = *panel->conf_listed_tree;
@@ -562,7 +562,7 @@ TEST_F(ConfirmPanelTest, CollapsesNoFamilyByTabOrArrows)
   EXPECT_FALSE(tree.row_expanded(Gtk::TreePath("0")));
   go_to_page(window->member_panel->page);
   go_to_page(panel->page);
-  EXPECT_TRUE(tree.row_expanded(Gtk::TreePath("0"))) << "unfolded at each turn to the page";
+  EXPECT_TRUE(tree.row_expanded(Gtk::TreePath("0"))) << "expanded at each visit to the page";
 }
 
 namespace {

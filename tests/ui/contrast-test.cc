@@ -91,7 +91,7 @@ protected:
     wait_until("the window is large", [this] { return window->get_allocated_width() > 1200; });
   }
 
-  void enter_what_can_be_entered()
+  void fill_in_fields()
   {
     choose_subregion("Northwest");
     choose_survey_type("Northwest: fish and invertebrates");
@@ -162,14 +162,14 @@ TEST_P(Contrast, IsSufficientOnEveryPageOfAnEmptySurvey)
 TEST_P(Contrast, IsSufficientOnEveryPageOfASurvey)
 {
   open_large_window();
-  enter_what_can_be_entered();
+  fill_in_fields();
   expect_all_pages_readable("begun");
 }
 
 TEST_P(Contrast, IsSufficientForLockedFields)
 {
   open_large_window();
-  enter_what_can_be_entered();
+  fill_in_fields();
   window->set_survey_is_uploaded();
   expect_all_pages_readable("uploaded");
 }
@@ -205,7 +205,7 @@ TEST_P(Contrast, MatchesTheThemeInLists)
     }
 }
 
-// Checks the colours of the data, as cells and the instructions draw them.
+// Checks the colours of the shipped species as cells draw them.
 TEST_P(Contrast, IsSufficientInDrawnRows)
 {
   application_dir.use_shipped_data();
@@ -257,7 +257,7 @@ TEST_P(Contrast, IsSufficientInMenusAlsoUnderThePointer)
 TEST_P(Contrast, IsSufficientInTheWindowBehindADialog)
 {
   open_large_window();
-  enter_what_can_be_entered();
+  fill_in_fields();
   window->set_state_flags(behind, false);
   expect_all_pages_readable("behind");
 }
@@ -265,7 +265,7 @@ TEST_P(Contrast, IsSufficientInTheWindowBehindADialog)
 TEST_P(Contrast, IsSufficientInDialogs)
 {
   open_large_window();
-  enter_what_can_be_entered();
+  fill_in_fields();
   go_to_page(window->confirm_panel->page);
   expect_dialog_readable(*window->contact_dialog, "contact");
   expect_dialog_readable(*window->instructions_dialog, "instructions");

@@ -1,5 +1,5 @@
 // Checks the definition file of the user interface as a text: the widgets that the program looks
-// up, and what divers need who use the keyboard or a screen reader.
+// up, and what divers who use the keyboard or a screen reader need.
 
 #include <gtest/gtest.h>
 #include <libxml++/libxml++.h>
@@ -286,13 +286,13 @@ TEST_F(DefinitionFile, LinksEachCaptionOfTheConfirmationPageToItsValue)
 TEST_F(DefinitionFile, MakesFramesFocusableOnlyIfTheyScrollText)
 {
   for (const auto* const frame : find(root, "//object[@class='GtkScrolledWindow']")) {
-    const bool holds_tree = !find(frame, "child/object[@class='GtkTreeView']").empty();
-    EXPECT_EQ(property(frame, "can-focus"), holds_tree ? "False" : "True");
-    EXPECT_EQ(accessible_name(frame) == "", holds_tree);
+    const bool has_tree = !find(frame, "child/object[@class='GtkTreeView']").empty();
+    EXPECT_EQ(property(frame, "can-focus"), has_tree ? "False" : "True");
+    EXPECT_EQ(accessible_name(frame) == "", has_tree);
   }
 }
 
-// The style sheet does not paint a border, which was black.
+// A border width would be black while the page is scrolled. The style sheet sets a padding.
 TEST_F(DefinitionFile, LeavesTheMarginOfPaperToTheStyleSheet)
 {
   const Elements papers = find(root, "//object[@class='GtkGrid'][style/class[@name='paper']]");

@@ -48,7 +48,8 @@ public:
     return items;
   }
 
-  // Returns the widget that has the focus, which the toolkit creates in the box.
+  // Gives the focus to the box. Returns the accessible object of the widget that gets it, a button
+  // that the toolkit creates in the box.
   Glib::RefPtr<Atk::Object> focused() const
   {
     box->grab_focus();
@@ -65,7 +66,7 @@ const std::vector<Glib::ustring> labels = {"a", "b", "c", "d"};
 
 } // namespace
 
-TEST_F(DropDown, StartsWithoutItemsOfItsOwn)
+TEST_F(DropDown, StartsWithNoItemsAndNoChoice)
 {
   EXPECT_TRUE(box->items.empty());
   EXPECT_EQ(-1, box->no_value);
@@ -91,7 +92,7 @@ TEST_F(DropDown, KeepsTheOrderOfAListOfPairs)
   EXPECT_EQ("three,one,uno", shown());
   EXPECT_EQ("3=three,1=one,1=uno", stored());
   EXPECT_EQ(-1, box->get_active_row_number());
-  EXPECT_EQ(0, box->get_id()) << "as a date box does";
+  EXPECT_EQ(0, box->get_id()) << "no_value, as in a date box";
   EXPECT_EQ("", box->get_label());
 }
 
@@ -107,7 +108,7 @@ TEST_F(DropDown, IsEmptyAfterAnEmptyList)
   EXPECT_EQ("", stored());
 }
 
-TEST_F(DropDown, BeginsWithTheRequestedEntryAndLosesNone)
+TEST_F(DropDown, BeginsWithTheRequestedEntryAndOmitsNone)
 {
   const struct {
     unsigned int first;
@@ -115,7 +116,7 @@ TEST_F(DropDown, BeginsWithTheRequestedEntryAndLosesNone)
   } cases[] = {
       {0, "a,b,c,d", "10=a,20=b,30=c,40=d"}, {1, "b,c,d,a", "20=b,30=c,40=d,10=a"},
       {3, "d,a,b,c", "40=d,10=a,20=b,30=c"}, // the last one
-      {4, "a,b,c,d", "10=a,20=b,30=c,40=d"}, // as many as there are
+      {4, "a,b,c,d", "10=a,20=b,30=c,40=d"}, // the number of entries
       {6, "a,b,c,d", "10=a,20=b,30=c,40=d"}, {4000000000U, "a,b,c,d", "10=a,20=b,30=c,40=d"},
   };
   for (const auto& c : cases) {
@@ -156,7 +157,7 @@ TEST_F(DropDown, ReadsTheChosenRow)
   EXPECT_EQ("", box->get_label());
 }
 
-TEST_F(DropDown, IsSetByTheFirstRowOfALabel)
+TEST_F(DropDown, ChoosesTheFirstRowWithALabel)
 {
   box->init({{1, "one"}, {2, "twin"}, {3, "twin"}}, -1);
   box->set_label("twin");
@@ -171,7 +172,7 @@ TEST_F(DropDown, IsSetByTheFirstRowOfALabel)
   EXPECT_EQ(1, box->get_active_row_number()) << "a row is empty";
 }
 
-TEST_F(DropDown, IsSetByTheFirstRowOfAnId)
+TEST_F(DropDown, ChoosesTheFirstRowWithAnId)
 {
   box->init({{1, "one"}, {2, "two"}, {2, "zwei"}, {0, "none"}}, 0);
   box->set_id(2);
@@ -180,7 +181,7 @@ TEST_F(DropDown, IsSetByTheFirstRowOfAnId)
   EXPECT_EQ(-1, box->get_active_row_number()) << "unknown";
   box->set_id(1);
   box->set_id(0);
-  EXPECT_EQ(-1, box->get_active_row_number()) << "stands for nothing chosen";
+  EXPECT_EQ(-1, box->get_active_row_number()) << "no_value means no choice";
 }
 
 TEST_F(DropDown, ReportsEveryChangeOfItsChoice)

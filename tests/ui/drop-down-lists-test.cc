@@ -92,7 +92,7 @@ protected:
     widget.get_toplevel()->get_window()->get_origin(left, top);
     return {left + x, top + y, widget.get_allocated_width(), widget.get_allocated_height()};
   }
-  static bool lies_inside(const Gdk::Rectangle& inner, const Gdk::Rectangle& outer)
+  static bool is_inside(const Gdk::Rectangle& inner, const Gdk::Rectangle& outer)
   {
     return inner.get_x() >= outer.get_x() && inner.get_y() >= outer.get_y() &&
            inner.get_x() + inner.get_width() <= outer.get_x() + outer.get_width() &&
@@ -158,6 +158,7 @@ protected:
     for (const gunichar letter : text)
       press(gdk_unicode_to_keyval(letter));
   }
+  // Lets five seconds pass before the next key, which ends a search.
   void pause() { now += 5000; }
 
   SurveyPanel1* page1 = nullptr;
@@ -197,9 +198,9 @@ TEST_F(DropDownLists, ShowAllRowsInsideTheScreen)
     SCOPED_TRACE(box->get_name());
     Gtk::Menu& list = open(*box);
     const Gdk::Rectangle frame = place_of(*list.get_toplevel());
-    EXPECT_TRUE(lies_inside(frame, screen));
+    EXPECT_TRUE(is_inside(frame, screen));
     for (auto* item : list.get_children())
-      EXPECT_TRUE(lies_inside(place_of(*item), frame));
+      EXPECT_TRUE(is_inside(place_of(*item), frame));
     close(*box);
   }
 }
@@ -361,7 +362,7 @@ TEST_F(DropDownLists, ChooseByTypingInEveryClosedBox)
   }
 }
 
-TEST_F(DropDownLists, RunTheHandlersOfWhatIsTyped)
+TEST_F(DropDownLists, RunTheHandlersOfAChoiceByTyping)
 {
   focus(*page2->avg_depth);
   type("sn");

@@ -12,7 +12,7 @@
 
 namespace {
 
-// The id of a widget in the definition file.
+// Returns the id of a widget in the definition file.
 std::string id_of(Gtk::Widget& widget)
 {
   return gtk_buildable_get_name(GTK_BUILDABLE(widget.gobj()));
@@ -29,7 +29,7 @@ public:
 
   const SurveyField& field(const char* name) const { return *find_survey_field(name); }
 
-  // The names of the fields whose input takes nothing from the user.
+  // Returns the names of the fields whose input is insensitive.
   std::set<std::string> locked() const
   {
     std::set<std::string> names;
@@ -74,7 +74,7 @@ TEST_F(FieldWidgetsTest, OfferTheChoicesThatTheTableNames)
   }
 }
 
-TEST_F(FieldWidgetsTest, GiveTheirValuesAsTheDocumentHasThem)
+TEST_F(FieldWidgetsTest, ReturnTheirValuesAsTheDocumentStoresThem)
 {
   window->survey_panel2->bottom_time->set_text("  45 ");
   window->survey_panel2->visibility->set_label("Good");
@@ -89,7 +89,7 @@ TEST_F(FieldWidgetsTest, GiveTheirValuesAsTheDocumentHasThem)
   EXPECT_EQ("Good", window->fields.shown_text(field("visibility")));
 }
 
-TEST_F(FieldWidgetsTest, AreLockedInAnUploadedSurveyButForTheView)
+TEST_F(FieldWidgetsTest, AreLockedInAnUploadedSurveyExceptForTheView)
 {
   choose_subregion("Northwest");
   EXPECT_EQ(std::set<std::string>(), locked());

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int normal_dpi = 96 * 1024; // in the unit of the setting
+constexpr int normal_dpi = 96 * 1024; // in 1/1024 dpi, the unit of the setting
 // The smallest screen that is still common.
 constexpr int screen_width = 1366;
 constexpr int screen_height = 768;
@@ -114,7 +114,7 @@ TEST_F(LargeText, NeedsNoScrollingSidewaysOnAnyPage)
 {
   application_dir.use_shipped_data();
   open_survey("Florida and Gulf of Mexico", "Florida: species and abundance");
-  int bar = 0; // of a theme whose scroll bars do not lie above the page
+  int bar = 0; // the width of a scroll bar in a theme whose scroll bars do not cover the page
   int natural_bar = 0;
   Gtk::Scrollbar scrollbar(Gtk::Adjustment::create(0, 0, 1), Gtk::ORIENTATION_VERTICAL);
   scrollbar.show();

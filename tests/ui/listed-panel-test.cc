@@ -74,7 +74,7 @@ TEST_F(ListedPanelTest, AsksForASurveyTypeIfNoneIsChosen)
   EXPECT_EQ("", listed_rows());
   EXPECT_EQ("", unlisted_rows());
   EXPECT_EQ(0, number_of_columns());
-  EXPECT_EQ(1, panel().species_view->get_id()) << "the default view can be seen already";
+  EXPECT_EQ(1, panel().species_view->get_id()) << "the box shows the default view already";
 }
 
 TEST_F(ListedPanelTest, ShowsTheDefaultViewOfTheSubregion)
@@ -129,7 +129,7 @@ TEST_F(ListedPanelTest, KeepsMarksAndExpandsTheirFamiliesWhenTheViewChanges)
 
   tree().expand_all();
   choose(*panel().species_view, "Common");
-  EXPECT_EQ("0 1", unfolded()) << "a rebuilt table has only the marked families unfolded";
+  EXPECT_EQ("0 1", unfolded()) << "a rebuilt table expands only marked families";
 }
 
 TEST_F(ListedPanelTest, IncludesFishOutsideTheViewButNotInvertebrates)
@@ -171,10 +171,11 @@ TEST_F(ListedPanelTest, GroupsSpeciesByTheFamiliesOfTheView)
     const char* entries;
     const char* expected;
   } cases[] = {
-      {"a family that comes back has a second row", "1,11,F2\n1,10,F1\n1,12,F2\n",
+      {"a family that occurs again gets a second row", "1,11,F2\n1,10,F1\n1,12,F2\n",
        "Greenlings:*\n  11 Lingcod = None*\nSculpins:*\n  10 Longfin Sculpin = None*\n"
        "Greenlings:*\n  12 Kelp Greenling = None*\n"},
-      {"a family of the view's own choice", "1,11,F1\n", "Sculpins:*\n  11 Lingcod = None*\n"},
+      {"a family other than the one of the region", "1,11,F1\n",
+       "Sculpins:*\n  11 Lingcod = None*\n"},
       {"a family that the region lacks, first", "1,11,F9\n1,12,F2\n",
        ":*\n  11 Lingcod = None*\nGreenlings:*\n  12 Kelp Greenling = None*\n"},
       {"a family that the region lacks, later", "1,12,F2\n1,11,F9\n",

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int screen_width = 1366;
 constexpr int screen_height = 768;
-constexpr int highest_row = 40; // pixels; a row of one line has about 22
+constexpr int max_row_height = 40; // pixels; a row of one line has about 22
 
 std::string times(int count, const std::string& text)
 {
@@ -128,7 +128,7 @@ protected:
     for (auto* const column : tree.get_columns()) {
       Gdk::Rectangle area;
       tree.get_background_area(Gtk::TreePath("0"), *column, area);
-      EXPECT_LE(area.get_height(), highest_row) << tree.get_name() << " " << column->get_title();
+      EXPECT_LE(area.get_height(), max_row_height) << tree.get_name() << " " << column->get_title();
       EXPECT_LE(column->get_min_width(), screen_width / 2) << column->get_title();
     }
   }

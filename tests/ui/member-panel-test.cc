@@ -31,7 +31,7 @@ TEST_F(MemberPanelTest, ReturnsTypedTextWithoutBlanksAtBothEnds)
 {
   const struct {
     const char* typed;
-    const char* given;
+    const char* expected;
   } cases[] = {
       {"", ""}, {"1234", "1234"}, {"  12 34 ", "12 34"}, {"   ", ""}, {"\t12", "\t12"},
   };
@@ -39,8 +39,8 @@ TEST_F(MemberPanelTest, ReturnsTypedTextWithoutBlanksAtBothEnds)
   for (const auto& c : cases) {
     panel->member_id->set_text(c.typed);
     panel->last_name->set_text(c.typed);
-    EXPECT_EQ(c.given, panel->get_member_id()) << c.typed;
-    EXPECT_EQ(c.given, panel->get_last_name()) << c.typed;
+    EXPECT_EQ(c.expected, panel->get_member_id()) << c.typed;
+    EXPECT_EQ(c.expected, panel->get_last_name()) << c.typed;
     EXPECT_EQ(c.typed, panel->member_id->get_text());
     EXPECT_EQ(c.typed, panel->last_name->get_text());
   }

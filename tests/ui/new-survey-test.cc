@@ -19,13 +19,13 @@ class NewSurvey : public WindowTest
 public:
   NewSurvey() { open_window(); }
 
-  void name_member(const char* id, const char* last_name) const
+  void enter_member(const char* id, const char* last_name) const
   {
     window->member_panel->member_id->set_text(id);
     window->member_panel->last_name->set_text(last_name);
   }
-  // Starts a new survey and discards changes of this one. Returns its window, which must be the
-  // only visible one.
+  // Starts a new survey and discards the changes of the current one. Returns the window of the new
+  // survey, which must be the only visible one; null if none is visible.
   SurveyWindow* start() const
   {
     const bool asks = window->file_needs_saving();
@@ -60,7 +60,7 @@ TEST_F(NewSurvey, StartsAlsoFromTheStartPage)
 
 TEST_F(NewSurvey, KeepsMemberLocationTypeAndNameDisplay)
 {
-  name_member(" 1234 ", "  Marsh");
+  enter_member(" 1234 ", "  Marsh");
   choose_subregion("Florida & Gulf");
   choose_survey_type("Florida: abundance");
   window->listed_panel->name_display_both->set_active(true);
@@ -130,7 +130,7 @@ TEST_F(NewSurvey, KeepsNoChoiceWhereNoneWasMade)
 
 TEST_F(NewSurvey, TreatsWhatItKeptAsUnchanged)
 {
-  name_member("1234", "Marsh");
+  enter_member("1234", "Marsh");
   choose_subregion("Northwest");
   choose_survey_type("Northwest: abundance");
   auto* next = start();
@@ -139,7 +139,7 @@ TEST_F(NewSurvey, TreatsWhatItKeptAsUnchanged)
   EXPECT_PRED_FORMAT2(testing::IsNotSubstring, "Marsh", next->survey.xml_pristine.raw());
   EXPECT_FALSE(next->file_needs_saving());
   next->member_panel->last_name->set_text("Reed");
-  EXPECT_FALSE(next->file_needs_saving()) << "a member alone is nothing to lose";
+  EXPECT_FALSE(next->file_needs_saving()) << "a change of the member alone need not be saved";
   choose(*next->survey_panel1->month, "June");
   EXPECT_TRUE(next->file_needs_saving());
 }
@@ -156,7 +156,7 @@ TEST_F(NewSurvey, BeginsAtTheFirstMissingEntry)
       {"1234", "Marsh", 2, "subregion"},
   };
   for (const auto& c : cases) {
-    name_member(c.id, c.last_name);
+    enter_member(c.id, c.last_name);
     auto* next = start();
     ASSERT_NE(nullptr, next);
     EXPECT_EQ(c.page, next->notebook->get_current_page()) << c.id << "/" << c.last_name;
@@ -189,7 +189,7 @@ TEST_F(NewSurvey, LeavesNoHiddenWindowIfItFails)
     throw std::runtime_error("something went wrong");
   } catch (const std::runtime_error&) {
   }
-  ASSERT_EQ(1U, my_app->app->get_windows().size()) << "or the program would never end";
+  ASSERT_EQ(1U, my_app->app->get_windows().size()) << "a hidden window keeps the program running";
   EXPECT_EQ(window, my_app->app->get_windows().front());
   EXPECT_TRUE(window->get_visible());
 }

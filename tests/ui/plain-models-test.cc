@@ -21,7 +21,7 @@ public:
   Gtk::TreeModelColumn<Glib::ustring> name;
 };
 
-// A store with 10 above 11, 12 and 13, and 20 above 21.
+// A store in which row 10 has the children 11, 12 and 13, and row 20 has the child 21.
 class PlainModelsTest : public testing::Test
 {
 public:
@@ -54,7 +54,7 @@ public:
     return text;
   }
 
-  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // usually done by a window
+  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // windows usually do this
   NumberColumns columns;
   Glib::RefPtr<Gtk::TreeStore> store = plain_store(columns);
 };
@@ -113,5 +113,5 @@ TEST_F(PlainModelsTest, AFilterReleasesItsRule)
   EXPECT_EQ(2, held.use_count());
   filter.reset();
   EXPECT_EQ(1, held.use_count());
-  store->clear(); // the filter no longer exists
+  store->clear(); // must not call the filter, which no longer exists
 }

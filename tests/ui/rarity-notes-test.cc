@@ -16,7 +16,7 @@ namespace {
 const std::string very_rare = "This species is very rare, often misidentified, and/or difficult to "
                               "identify. Please select with care.";
 
-// A window with the shipped data that finds all species of a region.
+// A window with the shipped data, in which a search has found all species of a region.
 class RarityNotes : public SpeciesWindowTest
 {
 public:
@@ -31,7 +31,7 @@ public:
 
   Gtk::TreeView& found() const { return *window->unlisted_panel->found_species_tree; }
 
-  // Returns the first row with a shaded name, or the first species without one.
+  // Returns the first species whose name is shaded, or not shaded.
   Gtk::TreePath first_row(bool is_shaded) const
   {
     Gtk::TreePath path;
@@ -84,7 +84,8 @@ public:
     return is_shown ? text : "";
   }
 
-  // Returns what Ctrl+F1 shows at the row, then presses it again to hide that.
+  // Returns the text of the tooltip that Ctrl+F1 shows at the row; empty if there is none. Hides
+  // the tooltip again.
   std::string tooltip_by_keyboard_at(const Gtk::TreePath& path)
   {
     found().grab_focus();

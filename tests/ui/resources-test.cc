@@ -32,7 +32,8 @@ std::string markup_complaint(const std::string& text)
   return error ? error->message : "";
 }
 
-// The labels of the buttons in the definition file, without their mnemonics.
+// Returns whether a widget in the definition file has this label. Ignores the underscores of
+// mnemonics and a colon at the end.
 bool has_label(const std::string& definition, const std::string& words)
 {
   std::string plain = definition;

@@ -41,7 +41,7 @@ public:
     return ids;
   }
 
-  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // usually done by a window
+  const bool is_ready = (Gtk::Main::init_gtkmm_internals(), true); // windows usually do this
   SpeciesTreeColumns columns{nullptr};
   Glib::RefPtr<Gtk::TreeStore> store = plain_store(columns);
   SearchedSpecies searched;
@@ -123,7 +123,7 @@ TEST_F(SearchedSpeciesTest, AreReadOnceUntilTheStoreIsFilledAgain)
   EXPECT_EQ("-1", found("wrasse", columns.col_common));
 }
 
-TEST_F(SearchedSpeciesTest, AreNoneWithoutRowsOrStore)
+TEST_F(SearchedSpeciesTest, AreEmptyWithoutRowsOrStore)
 {
   store->clear();
   EXPECT_TRUE(searched.ids().empty());

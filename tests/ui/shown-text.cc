@@ -62,7 +62,7 @@ public:
                                             toplevel.get_allocated_height()))
   {
     paint(toplevel);
-    settle(); // lists lay out their columns now
+    settle(); // lists lay out their columns after the first paint
     paint(toplevel);
   }
 
@@ -170,8 +170,9 @@ Glib::ustring markup_of(Gtk::Widget& widget)
   return dynamic_cast<Gtk::CellView*>(&widget) ? "(chosen)" : "";
 }
 
-// Labels may have attributes with colours besides their markup. Here these are only words with
-// their own background, all in one colour.
+// Returns the colour in which a widget draws `text`. The attributes of a label override the colours
+// of its markup. In this program, only words with their own background have such attributes, all
+// with the same colour.
 Gdk::RGBA colour_over(Gtk::Widget& widget, const ShownText& text)
 {
   auto* const label = dynamic_cast<Gtk::Label*>(&widget);
@@ -239,7 +240,7 @@ std::vector<ShownText> texts_of_markup(const Glib::ustring& markup, const Gdk::R
   PangoAttrList* parsed = nullptr;
   char* words = nullptr;
   if (!pango_parse_markup(markup.c_str(), -1, 0, &parsed, &words, nullptr, nullptr))
-    return {{markup, blend(colour, ground), ground}}; // a link has its own colour
+    return {{markup, blend(colour, ground), ground}}; // Pango rejects links
   const Attributes attributes(parsed);
   const std::string text = words;
   g_free(words);

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-// A visible text with the colour of its style and the colour around it.
+// A visible text with its colour and the colour of its background.
 struct ShownText {
   Glib::ustring words;
   Gdk::RGBA colour;
@@ -30,8 +30,9 @@ Gdk::RGBA blend(const Gdk::RGBA& top, const Gdk::RGBA& ground);
 std::vector<ShownText> shown_texts(Gtk::Widget& toplevel);
 
 // Returns the parts of a markup with their colours, if it is shown in `colour` on `ground`.
+// Returns the markup as one part if Pango cannot parse it.
 std::vector<ShownText> texts_of_markup(const Glib::ustring& markup, const Gdk::RGBA& colour,
                                        const Gdk::RGBA& ground);
 
-// Returns the colours of a widget's style for rows or entries in that state.
+// Returns the colours of a widget's style in `state`, without words.
 ShownText styled_text(const Gtk::Widget& widget, Gtk::StateFlags state);

@@ -29,7 +29,7 @@ public:
     list.get_background_area(Gtk::TreePath("0"), *list.get_column(0), row);
     Gdk::Rectangle sight;
     list.get_visible_rect(sight);
-    EXPECT_GT(row.get_height(), 15) << "too narrow to be clicked";
+    EXPECT_GT(row.get_height(), 15) << "too low to be clicked";
     return row.get_height() > 0 ? sight.get_height() / row.get_height() : 0;
   }
 
