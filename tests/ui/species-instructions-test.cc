@@ -51,7 +51,7 @@ TEST(SpeciesInstructions, FollowTheRegionsRarestClass)
     bool has_spanish;
   } cases[] = {
       {"no survey type", prompt, 0, false, false},
-      {"no survey type, much to tell", prompt, 2, false, true},
+      {"no survey type, two classes, Spanish names", prompt, 2, false, true},
       {"no rare species", unshaded, 0, true, false},
       {"no rare species, Spanish names", unshaded, 0, true, true},
       {"one class", one_shade, 1, true, false},

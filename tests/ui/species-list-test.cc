@@ -72,10 +72,10 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
     bool expected;
   } cases[] = {
       {"family name", {&lane, &angels, false}, {&gray, &snappers, true}, true},
-      {"family name, turned", {&gray, &snappers, true}, {&lane, &angels, false}, false},
+      {"family name, reversed", {&gray, &snappers, true}, {&lane, &angels, false}, false},
       {"species name", {&gray, &snappers, false}, {&lane, &snappers, false}, true},
-      {"species name, turned", {&lane, &snappers, false}, {&gray, &snappers, false}, false},
-      {"families of one name", {&gray, &snappers, false}, {&lane, &more_snappers, false}, true},
+      {"species name, reversed", {&lane, &snappers, false}, {&gray, &snappers, false}, false},
+      {"equal family names", {&gray, &snappers, false}, {&lane, &more_snappers, false}, true},
       {"not by id of the family", {&lane, &snappers, false}, {&gray, &more_snappers, false}, false},
       {"the same", {&gray, &snappers, true}, {&gray, &snappers, false}, false},
   };
@@ -84,7 +84,7 @@ TEST(SpeciesListItem, IsOrderedByFamilyAndThenByCommonName)
 }
 
 // Tests names that a locale may treat as equal or sort in its own order.
-TEST(SpeciesOrder, IsThatOfTheLocaleAndSortsEqualNamesAlike)
+TEST(SpeciesOrder, SortsLikeTheComparisonOfItems)
 {
   const char* const names[] = {
       "Gray",       "gray",       "GRAY",     "Gray ",    " Gray",
@@ -185,7 +185,7 @@ TEST(ViewSpeciesList, KeepsTheOrderAndTheFamiliesOfTheView)
     ShownKinds shown;
     const char* expected;
   } cases[] = {
-      {"as filed", {{3, "F2"}, {2, "F1"}}, fish_only, "3/F2* 2/F1*"},
+      {"in the order of the file", {{3, "F2"}, {2, "F1"}}, fish_only, "3/F2* 2/F1*"},
       {"under another family", {{3, "F1"}, {2, "F3"}}, fish_only, "3/F1* 2/F3*"},
       {"returning to a family", {{3, "F2"}, {2, "F1"}, {7, "F2"}}, fish_only, "3/F2* 2/F1* 7/F2*"},
       {"twice", {{3, "F2"}, {3, "F2"}}, fish_only, "3/F2* 3/F2*"},

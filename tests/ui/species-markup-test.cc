@@ -45,7 +45,7 @@ TEST(SpeciesMarkup, ShowsBothNamesIfTheyDiffer)
       {"no name at all", "", "", ""},
       {"one name twice, with an ampersand", "A & B", "A & B", "A &amp; B"},
       {"ampersands in both", "A & B", "C&D", "A &amp; B <i>(C&amp;D)</i>"},
-      {"an entity is no ampersand", "A & B", "A &amp; B", "A &amp; B <i>(A &amp;amp; B)</i>"},
+      {"an ampersand and its entity", "A & B", "A &amp; B", "A &amp; B <i>(A &amp;amp; B)</i>"},
   };
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, species_markup(1, c.common, c.scientific, "", 0).both) << c.why;

@@ -225,7 +225,7 @@ TEST_F(SpeciesTreeTest, TheIdCellDistinguishesFamiliesFromSpecies)
   EXPECT_EQ("Family", shown("0"));
   EXPECT_EQ("0010:", shown("0:0"));
   render_id_cell(window->species_columns, cell, Gtk::TreeIter());
-  EXPECT_EQ("0010:", cell.property_text().get_value()) << "no row, no change";
+  EXPECT_EQ("0010:", cell.property_text().get_value()) << "no change without a row";
 }
 
 // --- typing in the tree ---
@@ -274,7 +274,7 @@ public:
     tree().expand_all();
     settle();
   }
-  // The heights on the screen from where the cursor's row begins to where it ends.
+  // Returns the top and the bottom of the cursor's row on the screen, in pixels.
   std::pair<int, int> row_on_screen()
   {
     Gdk::Rectangle row;
@@ -284,7 +284,7 @@ public:
     tree().get_bin_window()->get_root_coords(0, row.get_y(), x, y);
     return {y, y + row.get_height()};
   }
-  // The same of the menu that is open.
+  // Returns the top and the bottom of the open menu on the screen, in pixels.
   std::pair<int, int> menu_on_screen()
   {
     const auto surface = window->current_abundance_menu->get_window();
@@ -295,7 +295,7 @@ public:
   }
 };
 
-// More species, of which some share beginnings and words.
+// More species, some of which have names with the same beginnings or words.
 class TypingAmongMany : public TypingTest
 {
 public:
@@ -320,7 +320,7 @@ TEST_F(TypingInATree, FindsTheBeginningsOfWordsOfTheNamesShown)
   EXPECT_EQ("1:0", found_by("LINGCOD"));
   EXPECT_EQ("0:0", found_by("zonope"));
   EXPECT_EQ("1", found_by("greenl"));
-  EXPECT_EQ("0", found_by("span")) << "tags are no words; the cursor stays";
+  EXPECT_EQ("0", found_by("span")) << "tags are not words, and the cursor does not move";
   EXPECT_EQ("0", found_by("ingcod")) << "the middle of a word";
 }
 
@@ -410,7 +410,7 @@ TEST_F(TypingInATree, KeepsTheFieldWhileAMenuHasTheKeyboard)
   EXPECT_EQ("1:0", cursor());
 }
 
-// Until the program gives the keyboard back, the display sends what is typed to the menu.
+// Until the program releases the keyboard, the display sends keys to the closed menu.
 TEST_F(TypingInATree, GetsTheKeysThatTheMenuGetsAfterItHasClosed)
 {
   start_at("1:0");
@@ -420,7 +420,7 @@ TEST_F(TypingInATree, GetsTheKeysThatTheMenuGetsAfterItHasClosed)
   press(GDK_KEY_s);
   EXPECT_FALSE(menu.get_mapped());
   EXPECT_EQ(1, window->survey.abundances[11]);
-  for (const char letter : {'m', 'o'}) // "Many" is in the menu, too
+  for (const char letter : {'m', 'o'}) // an open menu would choose "Many" at "m"
     press_key_in_queue(surface, static_cast<guint>(letter));
   EXPECT_EQ(1, window->survey.abundances[11]);
   ASSERT_TRUE(is_searching());
@@ -435,7 +435,7 @@ TEST_F(TypingInATree, LeavesTheMenuOpenWhenAnEarlierGrabEnds)
   EXPECT_EQ(window->current_abundance_menu, close_open_menu());
 }
 
-TEST_F(TypingInALongTree, OpensTheMenuBesideTheRowAlsoBeforeItIsScrolledIntoSight)
+TEST_F(TypingInALongTree, OpensTheMenuBesideARowThatIsNotYetScrolledIntoView)
 {
   using Keys = std::vector<unsigned int>;
   for (const Keys& keys : {Keys{'w', 'h', 'i', GDK_KEY_Down, GDK_KEY_Return}, // a species
@@ -466,7 +466,7 @@ TEST_F(TypingAmongMany, PrefersNamesThatBeginWithTheText)
   press(GDK_KEY_Down);
   EXPECT_EQ("1:0", cursor());
   press(GDK_KEY_Down);
-  EXPECT_EQ("0:1", cursor()) << "round again";
+  EXPECT_EQ("0:1", cursor()) << "continues at the best match";
   press(GDK_KEY_Up);
   EXPECT_EQ("1:0", cursor());
 }
@@ -498,7 +498,7 @@ TEST_F(TypingAmongMany, ExpandsOnlyTheFamilyOfTheRowThatIsFound)
   press(GDK_KEY_Escape);
   EXPECT_EQ("1 0", unfolded());
   type("k");
-  EXPECT_EQ("1 1", unfolded()) << "what an earlier search has found stays unfolded";
+  EXPECT_EQ("1 1", unfolded()) << "a family that an earlier search found stays expanded";
 }
 
 TEST_F(TypingAmongMany, ExpandsAFamilyOnlyWhileItIsFound)

@@ -13,7 +13,7 @@ std::string without_markup(const Glib::ustring& markup)
 {
   char* words = nullptr;
   if (!pango_parse_markup(markup.c_str(), -1, 0, nullptr, &words, nullptr, nullptr)) {
-    ADD_FAILURE() << "no markup: " << markup;
+    ADD_FAILURE() << "invalid markup: " << markup;
     return markup;
   }
   std::string text = words;

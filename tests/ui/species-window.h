@@ -22,6 +22,7 @@ public:
   // Returns a store or filter as a text with one line for each row: families as "Greenlings:",
   // species as "  11 Lingcod = None", with a star after species of the view. Names have no markup.
   std::string rows(const Glib::RefPtr<Gtk::TreeModel>& model) const;
+  // Returns rows() of the store of listed or unlisted species.
   std::string listed_rows() const;
   std::string unlisted_rows() const;
   // Returns which families of the page's tree are expanded, as "0 1 0".
@@ -34,21 +35,26 @@ public:
 
   // Chooses an item of a menu by its label. Fails the test if there is none.
   static void choose_item(Gtk::Menu& menu, const Glib::ustring& label);
+  // Returns the labels of all items of a menu, as "None|Single (1)".
   static std::string item_labels(Gtk::Menu& menu);
-  // Marks a species like its menu.
+  // Sets the abundance of a species, as an item of its menu does.
   void mark(int id, int abundance) const;
   // Closes the open menu and returns it, or returns null if there is none.
   Gtk::Menu* close_open_menu() const;
 
-  // Returns a press of a button in the middle of a row of the page's tree.
+  // Returns a press of a mouse button on the name in a row of the page's tree.
   GdkEventButton press_on(const Gtk::TreePath& path, unsigned int button) const
   {
     return press_in(tree(), path, button);
   }
+  // Like press_on(), for any tree of species. Scrolls to the row.
   static GdkEventButton press_in(Gtk::TreeView& any_tree, const Gtk::TreePath& path,
                                  unsigned int button);
+  // Returns a press of a key of GDK_KEY_*, without modifiers.
   static GdkEventKey key_press(unsigned int keyval);
+  // Gives the focus to the page's tree and puts its cursor on a row. Expands the row's family.
   void put_cursor(const Gtk::TreePath& path) const;
 
+  // Returns the tree on the page of listed species: the page's tree.
   Gtk::TreeView& tree() const;
 };

@@ -31,7 +31,7 @@ public:
     panel = window->start_panel;
   }
 
-  // Writes a survey of a member to the store.
+  // Writes a survey of a member to the store. Returns its path.
   std::string put(MyApp::WhichDir which, const std::string& name,
                   const std::string& member_id = "1234") const
   {
@@ -52,7 +52,7 @@ public:
     });
     return text;
   }
-  // Clicks in the middle of a row as a person would.
+  // Clicks in the middle of a row. Returns whether the panel handles the click.
   bool click(const char* path, unsigned int button = 1) const
   {
     settle();
@@ -74,7 +74,8 @@ public:
     event.keyval = keyval;
     return panel->on_survey_kb_event(&event);
   }
-  // Returns the buttons of the selected survey, as "Edit Mark-For-Upload(hidden) ...".
+  // Returns the states of the buttons for Edit or View, marking, upload and deletion, as
+  // "Edit on, Mark For Upload on hidden, off, on".
   std::string actions() const
   {
     std::string text;
@@ -139,7 +140,7 @@ TEST_F(StartPanelTest, ShowsAFileWithoutADescriptionAsCorruptedAndWithoutAMember
 {
   put(in_progress, "good");
   write_file(path_of(in_progress, "note"), "a note");
-  // Its member is read before its location is found to be unknown.
+  // The program reads the member before it finds that the location is unknown.
   write_file(path_of(in_progress, "unknown"),
              SurveyFile().with("subregion", "<subregion>XYZ</subregion>").text());
   fs::create_directory(path_of(in_progress, "directory"));
@@ -295,7 +296,7 @@ TEST_F(StartPanelTest, OpensTheSelectedSurveyInPlaceOfItsWindow)
   const std::string path = put(in_progress, "a");
   rebuild();
   panel->survey_tree->set_cursor(Gtk::TreePath("0:0"));
-  window->on_next_button(); // Next opens what is selected
+  window->on_next_button(); // opens the selected survey
   ASSERT_EQ(1U, visible_windows().size());
   EXPECT_NE(window, visible_windows().front());
   EXPECT_EQ(path, visible_windows().front()->survey.filename);

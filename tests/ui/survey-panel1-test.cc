@@ -71,7 +71,7 @@ TEST_F(SurveyPanel1Test, StartsWithOnlyLocationDateAndTimeSensitive)
   EXPECT_EQ(nullptr, window->survey.survey_subtype);
 }
 
-TEST_F(SurveyPanel1Test, OffersSubregionsByTheOrderOfTheirCodes)
+TEST_F(SurveyPanel1Test, OffersSubregionsInTheOrderOfTheirCodes)
 {
   open_panel();
   EXPECT_EQ((Labels{"California", "Florida & Gulf", "Northwest"}), labels(*panel->subregion));
@@ -94,7 +94,7 @@ TEST_F(SurveyPanel1Test, OffersMonthsDaysAndYearsThatAreZeroWhileNoneIsChosen)
     EXPECT_EQ(0, box->get_id());
 }
 
-TEST_F(SurveyPanel1Test, StartsTheListOfHoursAtSeven)
+TEST_F(SurveyPanel1Test, StartsTheListOfHoursAtTheSeventhEntry)
 {
   open_panel();
   EXPECT_EQ((Labels{"9 AM", "10 AM", "Midnight", "1 AM", "2 AM", "3 AM", "4 AM", "5 AM"}),
@@ -486,7 +486,7 @@ TEST_F(SurveyPanel1Test, EndsTheProgramForASavedTypeWithoutASubregion)
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   open_panel();
   const auto load = [&] {
-    std::filesystem::remove_all(application_dir.root); // the child has no later chance
+    std::filesystem::remove_all(application_dir.root); // the child exits without cleaning up
     answer_next_dialog(Gtk::RESPONSE_CLOSE,
                        [&] { panel->set_survey_subtype_even_invisible("", 1); });
   };
@@ -500,11 +500,11 @@ TEST_F(SurveyPanel1Test, ShowsTheZonesOfAnUploadedSurvey)
 {
   open_panel("Northwest");
   panel->disable_inputs();
-  const std::vector<Gtk::Widget*> closed = {
+  const std::vector<Gtk::Widget*> locked = {
       panel->subregion, panel->survey_subtype, panel->month,    panel->mday,
       panel->year,      panel->dive_start,     panel->zonecode, panel->zone_name_status,
       panel->zone_name, panel->no_geog_matches};
-  for (const auto* widget : closed)
+  for (const auto* widget : locked)
     EXPECT_FALSE(widget->get_sensitive()) << widget->Gtk::Buildable::get_name();
   EXPECT_TRUE(panel->zone_search->get_sensitive());
   EXPECT_TRUE(panel->geog_tree->get_sensitive());

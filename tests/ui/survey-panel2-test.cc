@@ -21,12 +21,12 @@ public:
       choose_survey_type(type);
     return panel;
   }
-  void expect_depths(const char* avg, const char* max, bool max_open) const
+  void expect_depths(const char* avg, const char* max, bool max_is_sensitive) const
   {
     EXPECT_EQ(avg, panel->avg_depth->get_label());
     EXPECT_EQ(max, panel->max_depth->get_label());
     EXPECT_TRUE(panel->avg_depth->get_sensitive());
-    EXPECT_EQ(max_open, panel->max_depth->get_sensitive());
+    EXPECT_EQ(max_is_sensitive, panel->max_depth->get_sensitive());
   }
 
   SurveyPanel2* panel = nullptr;
@@ -130,7 +130,7 @@ TEST_F(SurveyPanel2Test, ExplainsWhatTheSurveyTypeRequires)
 
 // --- habitats ---
 
-TEST_F(SurveyPanel2Test, OffersTheRegionsHabitatsUnderItsOwnCodes)
+TEST_F(SurveyPanel2Test, OffersTheHabitatsOfTheRegionWithItsCodes)
 {
   open_panel("Northwest");
   ASSERT_EQ(2U, rows(panel->habitat));
@@ -139,7 +139,7 @@ TEST_F(SurveyPanel2Test, OffersTheRegionsHabitatsUnderItsOwnCodes)
   EXPECT_EQ(-1, panel->habitat->get_id());
 }
 
-TEST_F(SurveyPanel2Test, LosesOnlyTheHabitatWhenTheRegionChanges)
+TEST_F(SurveyPanel2Test, ClearsOnlyTheHabitatWhenTheRegionChanges)
 {
   open_panel("Northwest");
   panel->habitat->set_id(3);
@@ -172,9 +172,9 @@ TEST_F(SurveyPanel2Test, DescribesTheHabitatsOfTheRegion)
   } cases[] = {
       {"plain words, with a gap between the codes", "1,Kelp,Forest.\n2,Wall,Rock.\n",
        "PAC,1,1\nPAC,3,2\n", "<b>Kelp</b> Forest.\n<b>Wall</b> Rock.", "Kelp Forest.\nWall Rock."},
-      {"markup of the data's own", "1,Kelp,<i>Forest</i> &amp; meadow.\n", "PAC,1,1\n",
+      {"markup in the data", "1,Kelp,<i>Forest</i> &amp; meadow.\n", "PAC,1,1\n",
        "<b>Kelp</b> <i>Forest</i> &amp; meadow.", "Kelp Forest & meadow."},
-      {"a tag from name to description", "1,a</b> and <b>c,rest\n", "PAC,1,1\n",
+      {"a tag across name and description", "1,a</b> and <b>c,rest\n", "PAC,1,1\n",
        "<b>a</b> and <b>c</b> rest", "a and c rest"},
       {"a stray ampersand", "1,Kelp,Forest.\n2,Wall,Rock & ledges.\n", "PAC,1,1\nPAC,2,2\n",
        "<b>Kelp</b> Forest.\n<b>Wall</b> Rock &amp; ledges.", "Kelp Forest.\nWall Rock & ledges."},
@@ -260,7 +260,7 @@ TEST_F(SurveyPanel2Test, ClearsAndUnlocksTheMaximumWhenTheAverageIsCleared)
   expect_depths("", "", true);
 }
 
-TEST_F(SurveyPanel2Test, GoesToTheEmptyRowOfAListThatHasOne)
+TEST_F(SurveyPanel2Test, ChoosesTheEmptyRowOfAListThatHasOne)
 {
   application_dir.file("data-definitions.csv", "group,value,label\n"
                                                "depth,9,\ndepth,1,Snorkel\ndepth,2,Shallow\n");
@@ -333,12 +333,12 @@ TEST_F(SurveyPanel2Test, CanOnlyBeReadInAnUploadedSurvey)
 {
   open_panel("Northwest");
   panel->disable_inputs();
-  const std::vector<Gtk::Widget*> closed = {
+  const std::vector<Gtk::Widget*> locked = {
       panel->surface_temp, panel->optional1,       panel->bottom_temp, panel->optional2,
       panel->temp_units,   panel->bottom_time,     panel->visibility,  panel->label_avg_depth,
       panel->avg_depth,    panel->label_max_depth, panel->max_depth,   panel->current,
       panel->habitat};
-  for (const auto* widget : closed)
+  for (const auto* widget : locked)
     EXPECT_FALSE(widget->get_sensitive()) << widget->Gtk::Buildable::get_name();
   EXPECT_TRUE(panel->sp2_instructions->get_sensitive());
   EXPECT_TRUE(panel->habitat_descr->get_sensitive());
