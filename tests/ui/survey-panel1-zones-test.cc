@@ -205,7 +205,7 @@ TEST_F(ZoneTest, NamesNothingBeforeAPlaceIsChosen)
   EXPECT_EQ("31020003", panel->get_zonecode());
 }
 
-TEST_F(ZoneTest, ShowsANameAsTheDataHaveIt)
+TEST_F(ZoneTest, ShowsANameLiterally)
 {
   application_dir.file("CAR-geog.csv", "geogid,name\n2,Keys & <Reefs>\n");
   open_panel("Florida & Gulf");
@@ -213,7 +213,7 @@ TEST_F(ZoneTest, ShowsANameAsTheDataHaveIt)
   EXPECT_EQ("Keys & <Reefs>", panel->zone_name->get_text());
 }
 
-TEST_F(ZoneTest, UnfoldsOneLevelAtAClickAndFoldsItAtTheNext)
+TEST_F(ZoneTest, ExpandsOneLevelAtAClickAndCollapsesItAtTheNext)
 {
   open_panel();
   click("0");
@@ -241,7 +241,7 @@ TEST_F(ZoneTest, TakesTheCodeOfAClickedZone)
   EXPECT_EQ("31020004", panel->zonecode->get_text());
 }
 
-TEST_F(ZoneTest, LeavesTheCodeOfAnUploadedSurveyAlone)
+TEST_F(ZoneTest, DoesNotChangeTheCodeOfAnUploadedSurvey)
 {
   open_panel();
   panel->zonecode->set_text("31020004");
@@ -251,10 +251,10 @@ TEST_F(ZoneTest, LeavesTheCodeOfAnUploadedSurveyAlone)
   click("0:0:0");
   EXPECT_EQ("31020004", panel->zonecode->get_text());
   click("0");
-  EXPECT_EQ("3: Washington\n", visible_rows()); // but the user can move in it
+  EXPECT_EQ("3: Washington\n", visible_rows()); // the user can still collapse levels
 }
 
-TEST_F(ZoneTest, TakesNoClickFromARebuiltTree)
+TEST_F(ZoneTest, DoesNotTreatARebuiltTreeAsAClick)
 {
   open_panel();
   search("rosario");
@@ -270,14 +270,14 @@ TEST_F(ZoneTest, TakesNoClickFromARebuiltTree)
             visible_rows());
 }
 
-TEST_F(ZoneTest, IgnoresACursorOnNoRow)
+TEST_F(ZoneTest, DoesNothingWithoutACursor)
 {
   open_panel();
   EXPECT_EQ("", output_of(30, [&] { panel->on_geog_clicked(); }));
   EXPECT_EQ("", panel->zonecode->get_text());
 }
 
-TEST_F(ZoneTest, FoldsALevelAboveTheChosenZone)
+TEST_F(ZoneTest, CollapsesALevelAboveTheChosenZone)
 {
   open_panel();
   search("rosario");
@@ -290,7 +290,7 @@ TEST_F(ZoneTest, FoldsALevelAboveTheChosenZone)
   EXPECT_EQ("3: Washington\n", visible_rows());
   EXPECT_EQ("31020003", panel->zonecode->get_text());
 
-  click("0"); // the cursor is already there, but it is a click again
+  click("0"); // the cursor is already there, but this is another click
   EXPECT_EQ("3: Washington\n  3102: San Juan Islands\n", visible_rows());
 }
 
@@ -343,7 +343,7 @@ TEST_F(ZoneKeysTest, ALevelThatIsFoundStaysExpanded)
   EXPECT_EQ(found, visible_rows());
 }
 
-TEST_F(ZoneKeysTest, TabAndArrowsCollapseNoResult)
+TEST_F(ZoneKeysTest, TabAndArrowsDoNotCollapseResults)
 {
   open_panel();
   search_by_keys("a");

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <gtkmm/treestore.h>
 
-TEST(SurveyTreeColumns, KeepPathStateAndDescriptionInThatOrder)
+TEST(SurveyTreeColumns, StorePathStateAndDescriptionInThatOrder)
 {
   const SurveyTreeColumns columns;
   EXPECT_EQ(0, columns.path.index());
@@ -18,7 +18,7 @@ TEST(SurveyTreeColumns, KeepPathStateAndDescriptionInThatOrder)
 
   EXPECT_EQ("", std::string(heading[columns.path]));
   EXPECT_EQ(MyApp::WD_NOT_A_SURVEY, MyApp::WhichDir(heading[columns.which_dir]));
-  EXPECT_EQ("/tmp/a b\xff", std::string(survey[columns.path])) << "any bytes of a path";
+  EXPECT_EQ("/tmp/a b\xff", std::string(survey[columns.path])) << "a path may have any bytes";
   EXPECT_EQ(MyApp::WD_UPLOADED, MyApp::WhichDir(survey[columns.which_dir]));
   EXPECT_EQ("Dive & more", Glib::ustring(survey[columns.description]));
 }

@@ -35,7 +35,7 @@ public:
 
 } // namespace
 
-TEST_F(SurveyWindowTest, IsMadeHidden)
+TEST_F(SurveyWindowTest, IsCreatedHidden)
 {
   create_window();
   EXPECT_FALSE(window->get_visible());
@@ -58,7 +58,7 @@ TEST_F(SurveyWindowTest, HasSevenScrolledPanelsInOrder)
       {window->unlisted_panel, window->unlisted_panel->page, "Unlisted Species"},
       {window->confirm_panel, window->confirm_panel->page, "Confirmation"},
   };
-  ASSERT_EQ(7, window->notebook->get_n_pages()) << "the definition's own page is gone";
+  ASSERT_EQ(7, window->notebook->get_n_pages()) << "without the page of the definition file";
   for (int i = 0; i < 7; ++i) {
     auto* page = window->notebook->get_nth_page(i);
     EXPECT_EQ(i, expected[i].page) << expected[i].tab;
@@ -87,7 +87,7 @@ TEST_F(SurveyWindowTest, LaysOutOnlyPagesThatTheUserHasSeen)
   press(*window->next_button);
   EXPECT_EQ("x---xx-", laid_out());
   window->notebook->set_current_page(0);
-  EXPECT_EQ("x---xx-", laid_out()) << "once it is laid out it stays so";
+  EXPECT_EQ("x---xx-", laid_out()) << "a page remains laid out";
 }
 
 TEST_F(SurveyWindowTest, KeepsItsSizeOnEveryPage)
@@ -211,11 +211,11 @@ TEST_F(SurveyWindowTest, HasOnlyIconsThatCouldBeLoaded)
   MyApp::icon_list.emplace_back(); // the entry of a missing file
   create_window();
   MyApp::icon_list = loaded;
-  for (const Gtk::Window* labelled :
+  for (const Gtk::Window* toplevel :
        {static_cast<Gtk::Window*>(window), static_cast<Gtk::Window*>(window->contact_dialog),
         static_cast<Gtk::Window*>(window->instructions_dialog),
         static_cast<Gtk::Window*>(window->about_dialog)})
-    EXPECT_EQ(5U, labelled->get_icon_list().size()) << labelled->get_title();
+    EXPECT_EQ(5U, toplevel->get_icon_list().size()) << toplevel->get_title();
 }
 
 TEST_F(SurveyWindowTest, IsUnchangedWhenItIsNew)
@@ -253,7 +253,7 @@ TEST_F(SurveyWindowTest, AsksBeforeAChangedSurveyIsClosed)
   EXPECT_PRED_FORMAT2(testing::IsSubstring, "Save it before closing this survey?", seen.text.raw());
   EXPECT_TRUE(window->get_visible());
   answer_next_dialog(Gtk::RESPONSE_DELETE_EVENT, [&] { close_by_frame(); });
-  EXPECT_TRUE(window->get_visible()) << "closing the question is no answer";
+  EXPECT_TRUE(window->get_visible()) << "closing the question does not answer it";
   answer_next_dialog(Gtk::RESPONSE_NO, [&] { close_by_frame(); });
   EXPECT_FALSE(window->get_visible());
 }

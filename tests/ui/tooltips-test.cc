@@ -23,7 +23,7 @@ public:
   {
     return of(widget).find(words) != std::string::npos;
   }
-  // Opens a complete survey.
+  // Writes a complete survey to a directory of the store and opens it.
   void open_survey_in(MyApp::WhichDir which) const
   {
     const std::string path = path_of(which, "one");
@@ -48,7 +48,7 @@ TEST_F(Tooltips, AskForALocationOnlyUntilOneIsChosen)
   }
 }
 
-TEST_F(Tooltips, AskForMarkedEntriesOnlyWhileThereAreAny)
+TEST_F(Tooltips, AskToFixMarkedEntriesOnlyWhileThereAreAny)
 {
   const char* const first_fix = "First fix what the Confirmation page marks in red";
   for (const auto* button : {window->ready_button, window->upload_button})

@@ -44,7 +44,7 @@ TEST(TypeAhead, FindsTheFirstRowWhileNothingIsChosen)
   EXPECT_EQ("January", typed("J", months));
 }
 
-TEST(TypeAhead, AddsLettersUpToOneBeginning)
+TEST(TypeAhead, SearchesForAllLettersTypedSoFar)
 {
   EXPECT_EQ("12", typed("12", days()));
   EXPECT_EQ("31", typed("31", days()));
@@ -133,12 +133,12 @@ TEST(TypeAhead, IgnoresCaseAccentsAndLeadingBlanks)
   EXPECT_EQ("ﬁn", typed("fin", labels));
 }
 
-TEST(TypeAhead, ReadsDigitsOfOtherKindsAndWidths)
+TEST(TypeAhead, AcceptsFullWidthDigits)
 {
   EXPECT_EQ("12", typed("１２", days()));
 }
 
-TEST(TypeAhead, FindsBlanksInsideOfALabel)
+TEST(TypeAhead, FindsBlanksInsideALabel)
 {
   const Labels hours = {"10 AM", "1 AM", "1 PM"};
   EXPECT_EQ("1 AM", typed("1 ", hours));

@@ -100,7 +100,7 @@ struct SearchCase {
 
 // --- before there is a survey ---
 
-TEST_F(UnlistedPanelTest, StartsWithNothingButTheSearch)
+TEST_F(UnlistedPanelTest, StartsWithOnlyTheSearch)
 {
   open_window();
   go_to_page(panel().page);
@@ -150,7 +150,7 @@ TEST_F(UnlistedPanelTest, AsksForASurveyTypeAndClearsTheSearch)
   search("lingcod");
   EXPECT_FALSE(results_are_shown());
   choose_survey_type("Northwest: abundance");
-  EXPECT_TRUE(results_are_shown()) << "what was typed in between is looked for now";
+  EXPECT_TRUE(results_are_shown()) << "searches now for the text that was typed before";
   EXPECT_EQ("Greenlings:*\n  11 Lingcod = None*\n", found());
 }
 
@@ -283,7 +283,7 @@ TEST_F(UnlistedPanelTest, SpanishSearchesMatchOnlyTagsIfThereAreNoSpanishNames)
   EXPECT_EQ("Greenlings:*\n  11 Lingcod = None*\n", found()) << "the one that is shaded";
 }
 
-TEST_F(UnlistedPanelTest, FindsWholeFamiliesByTheShownNames)
+TEST_F(UnlistedPanelTest, FindsAllSpeciesOfAFamilyByItsShownNames)
 {
   open_florida_page();
   search_in("Family Name");
@@ -338,7 +338,7 @@ TEST_F(UnlistedPanelTest, ShowsAllRowsWithTheHeadingForNone)
     }
   }
   search("__all__ ", "Common Name");
-  EXPECT_EQ(no_rows, found()) << "with a blank it is a word like any other";
+  EXPECT_EQ(no_rows, found()) << "with a blank, it is an ordinary word";
 }
 
 TEST_F(UnlistedPanelTest, FindsAnythingAgainAfterAllRows)
@@ -369,16 +369,16 @@ TEST_F(UnlistedPanelTest, ShowsNewResultsFromTheTop)
   go_to_page(panel().page);
   search("__all__");
   let_draw(*panel().found_species_tree);
-  const auto place = panel().found_species_tree->get_vadjustment();
-  place->set_value(place->get_upper() - place->get_page_size());
+  const auto adjustment = panel().found_species_tree->get_vadjustment();
+  adjustment->set_value(adjustment->get_upper() - adjustment->get_page_size());
   let_draw(*panel().found_species_tree);
-  EXPECT_GT(place->get_value(), 0);
-  const double before = place->get_value();
+  EXPECT_GT(adjustment->get_value(), 0);
+  const double before = adjustment->get_value();
   panel().refilter();
   let_draw(*panel().found_species_tree);
-  EXPECT_EQ(before, place->get_value()) << "a mark moves nothing";
+  EXPECT_EQ(before, adjustment->get_value()) << "a mark does not scroll the tree";
   search("a");
-  EXPECT_EQ(0, place->get_value());
+  EXPECT_EQ(0, adjustment->get_value());
 }
 
 TEST_F(UnlistedPanelTest, TheSearchFieldDoesNotMoveDuringTyping)
@@ -403,14 +403,14 @@ TEST_F(UnlistedPanelTest, CountsEachSpeciesOnce)
   open_northwest_page();
   search("l");
   EXPECT_EQ(3, panel().num_found);
-  const auto ask_all = [&] {
+  const auto check_all_rows = [&] {
     window->unlisted_model->foreach_iter([&](const Gtk::TreeIter& row) {
       panel().check_visible_found(row);
       return false;
     });
   };
-  ask_all();
-  ask_all();
+  check_all_rows();
+  check_all_rows();
   EXPECT_EQ(3, panel().num_found);
   EXPECT_EQ("search found 3\n", output_of(1, [&] { panel().refilter(); }));
 }
@@ -447,7 +447,7 @@ TEST_F(UnlistedPanelTest, HidesTheResultsOfAnEmptySearchWithoutSearching)
   search("kelp");
   EXPECT_EQ("", output_of(1, [&] { search(""); }));
   EXPECT_FALSE(results_are_shown());
-  EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = None\n", found()) << "the rows stay, unseen";
+  EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = None\n", found()) << "hidden, but unchanged";
   EXPECT_EQ(1, panel().num_found);
   EXPECT_TRUE(panel().search_words.empty());
 
@@ -495,7 +495,7 @@ TEST_F(UnlistedPanelTest, CannotMatchASpeciesByItsFamilysName)
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   open_northwest_page();
   const auto judge = [&] {
-    std::filesystem::remove_all(application_dir.root); // the child has no later chance
+    std::filesystem::remove_all(application_dir.root); // the child exits without cleaning up
     panel().search_by = SEARCH_BY_FAMILY_NAME;
     answer_next_dialog(Gtk::RESPONSE_CLOSE, [&] { panel().is_species_found(1); });
   };
@@ -518,7 +518,7 @@ TEST_F(UnlistedPanelTest, AMarkedSpeciesOutsideTheViewIsSelected)
   EXPECT_TRUE(selection_is_shown());
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = Few (2-10)\n", selected());
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = Few (2-10)\n  11 Lingcod = None*\n", found())
-      << "and it stays found";
+      << "and it stays among the results";
   EXPECT_TRUE(panel().selected_species_tree->row_expanded(Gtk::TreePath("0")));
   EXPECT_GE(panel().num_selected, 1);
   EXPECT_EQ(2, panel().num_found);
@@ -565,7 +565,7 @@ TEST_F(UnlistedPanelTest, KeepsTheCursorOfTheFoundTreeAfterAMark)
   EXPECT_EQ("Greenlings:*\n  12 Kelp Greenling = Many (11-100)\n", selected());
 }
 
-TEST_F(UnlistedPanelTest, SelectsAndFreesSeveralSpeciesOfSeveralFamilies)
+TEST_F(UnlistedPanelTest, SelectsAndDeselectsSeveralSpeciesOfSeveralFamilies)
 {
   application_dir.file("species-views.csv", "viewid,speciesid,familyid\n1,11,F2\n");
   open_northwest_page();
@@ -651,7 +651,7 @@ TEST_F(UnlistedPanelTest, NothingHappensWithoutARow)
   EXPECT_FALSE(panel().do_selected_species_line_trigger(Gtk::TreePath(), 1, 0));
 }
 
-TEST_F(UnlistedPanelTest, ReportsStrayClicksWithEachTreesName)
+TEST_F(UnlistedPanelTest, ReportsAClickInAnotherWindowWithTheNameOfTheTree)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -666,7 +666,7 @@ TEST_F(UnlistedPanelTest, ReportsStrayClicksWithEachTreesName)
                 }).find("hmm, selected_species click in some other window? "));
 }
 
-TEST_F(UnlistedPanelTest, PrintsNoLineForAClickItself)
+TEST_F(UnlistedPanelTest, TracesOnlyThePathOfAClick)
 {
   open_northwest_page();
   search("ling");
@@ -689,7 +689,7 @@ TEST_F(UnlistedPanelTest, AnUploadedSurveyOpensNoMenu)
   EXPECT_FALSE(panel().found_species_tree->row_expanded(Gtk::TreePath("0")));
 }
 
-TEST_F(UnlistedPanelTest, NumbersSpeciesAndNamesFamilies)
+TEST_F(UnlistedPanelTest, ShowsIdsOfSpeciesAndLabelsFamilies)
 {
   open_northwest_page();
   mark(kelp_greenling, 1);
@@ -787,7 +787,7 @@ TEST_F(UnlistedPanelTest, FamilySearchesSurviveAChangeOfType)
   open_northwest_page();
   search("greenlings hexagr", "Family Name");
   choose_survey_type("Northwest: fish and invertebrates");
-  EXPECT_EQ(2, panel().num_found) << "the names shown are known again by then";
+  EXPECT_EQ(2, panel().num_found) << "the search uses the names that the page shows";
   EXPECT_EQ("found", headings());
 }
 
@@ -821,7 +821,7 @@ TEST_F(UnlistedPanelTest, ClearsTheSelectionForANewLocation)
   EXPECT_EQ(no_rows, selected());
 }
 
-TEST_F(UnlistedPanelTest, KeepsTheSearchWhileATypeIsChosen)
+TEST_F(UnlistedPanelTest, KeepsTheSearchIfASurveyTypeIsChosen)
 {
   open_northwest_page();
   search("kelp");

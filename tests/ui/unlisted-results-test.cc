@@ -17,7 +17,7 @@ class UnlistedResultsTest : public SpeciesWindowTest
 public:
   UnlistedPanel& panel() const { return *window->unlisted_panel; }
   Gtk::TreeView& results() const { return *panel().found_species_tree; }
-  double place() const { return results().get_vadjustment()->get_value(); }
+  double scroll_position() const { return results().get_vadjustment()->get_value(); }
 
   // Two families: Greenlings with 12 and 11, Sculpins with 10.
   void open_page()
@@ -67,7 +67,7 @@ TEST_F(UnlistedResultsTest, TheCursorStaysOnASpeciesThatIsStillFound)
   }
 }
 
-// The diver did not choose another row and could mark it by mistake.
+// Otherwise, the Return key could mark a species that the diver did not choose.
 TEST_F(UnlistedResultsTest, TheCursorDoesNotGoToAnotherSpecies)
 {
   open_page();
@@ -118,10 +118,10 @@ TEST_F(UnlistedResultsTest, NewResultsStartAtTheTopWhereverTheCursorIs)
   results().set_cursor(Gtk::TreePath(std::to_string(last_family) + ":0"));
   let_draw(results());
   const int species = species_at_cursor();
-  EXPECT_LT(0, place());
+  EXPECT_LT(0, scroll_position());
   search(" ");
   let_draw(results());
-  EXPECT_EQ(0, place());
+  EXPECT_EQ(0, scroll_position());
   EXPECT_EQ(species, species_at_cursor());
 }
 

@@ -25,9 +25,9 @@ public:
   // Presses a key with Control. Returns whether the window handles it.
   bool press_control(unsigned int key) const
   {
-    const bool taken = gtk_accel_groups_activate(G_OBJECT(window->gobj()), key, GDK_CONTROL_MASK);
+    const bool handled = gtk_accel_groups_activate(G_OBJECT(window->gobj()), key, GDK_CONTROL_MASK);
     settle();
-    return taken;
+    return handled;
   }
   // Replaces a shipped file with `text`, or removes it if `text` is null.
   void replace_resource(const char* name, const char* text) const
@@ -61,7 +61,7 @@ std::vector<std::string> entries(Gtk::MenuShell& menu)
 
 } // namespace
 
-TEST_F(WindowActions, AreThoseOfTheTable)
+TEST_F(WindowActions, HaveTheirLabelsTooltipsAndIcons)
 {
   const struct {
     const char *name, *label, *tooltip, *stock;
@@ -117,7 +117,7 @@ TEST_F(WindowActions, AreInTheMenuBarInTheirOrder)
   EXPECT_TRUE(bar->get_mapped());
   EXPECT_EQ(bar, window->survey_window_box->get_children().at(0));
   EXPECT_EQ((std::vector<std::string>{"_File", "_Help"}), entries(*bar))
-      << "Edit and View are kept for later, out of sight";
+      << "Edit and View are hidden";
 
   const auto menu = [&](const char* path) {
     return dynamic_cast<Gtk::MenuItem*>(window->ui_manager->get_widget(path))->get_submenu();

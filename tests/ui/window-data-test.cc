@@ -61,7 +61,7 @@ public:
 
 } // namespace
 
-TEST_F(WindowData, AreThoseThatItWasCreatedWithAfterAnUpdate)
+TEST_F(WindowData, StayTheSameInAnOpenWindowAfterAnUpdate)
 {
   const ReferenceData before = my_app->reference_data();
   install_newer_data();
@@ -93,7 +93,7 @@ TEST_F(WindowData, FillAllPanelsFromOneSetAfterAnUpdate)
       << window->confirm_panel->conf_surface_temp->get_text();
 }
 
-TEST_F(WindowData, OfANewWindowAreTheNewOnes)
+TEST_F(WindowData, AreUpToDateInANewWindow)
 {
   install_newer_data();
   create_window();

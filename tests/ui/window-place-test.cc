@@ -10,7 +10,7 @@
 
 namespace {
 
-// x and y of the corner of the frame, then width and height without the frame, in pixels
+// The x and y of the frame's upper left corner, then width and height without the frame, in pixels.
 using Place = std::tuple<int, int, int, int>;
 
 Place place_of(const SurveyWindow& window)
@@ -43,7 +43,7 @@ public:
     settle();
   }
 
-  // Replaces the window with a new one and returns that when it is drawn.
+  // Replaces the window with a new one. Returns the new one when it is drawn.
   SurveyWindow* next_window() const
   {
     NextWindow next(*my_app);
@@ -108,7 +108,7 @@ TEST_F(PlaceOfWindows, CoversTheScreenIfTheOldWindowDid)
              [&] { return place_of(*next) == moved_place; });
 }
 
-TEST_F(PlaceOfWindows, IsThatOfTheProgramBesideAWindowThatWasNeverShown)
+TEST_F(PlaceOfWindows, HasTheInitialSizeIfTheOldWindowWasNeverShown)
 {
   auto* const shown = window;
   create_window();

@@ -12,7 +12,7 @@ TEST(WindowTitle, HasDateStartSiteAndProgramIfTheyAreKnown)
       {"all known", 2021, 6, 30, "9 AM", "Rosario Wall",
        "2021-06-30 9 AM - Rosario Wall - MAVO Survey"},
       {"nothing known", 0, 0, 0, "", "", "MAVO Survey"},
-      {"no blank behind a date alone", 2021, 6, 30, "", "", "2021-06-30 - MAVO Survey"},
+      {"no blank after a date alone", 2021, 6, 30, "", "", "2021-06-30 - MAVO Survey"},
       {"a part of the date is missing", 2021, 0, 3, "", "", "2021-00-03 - MAVO Survey"},
       {"a day alone", 0, 0, 3, "", "", "0000-00-03 - MAVO Survey"},
       {"site alone", 0, 0, 0, "", "Rosario Wall", "Rosario Wall - MAVO Survey"},
@@ -27,7 +27,7 @@ TEST(WindowTitle, HasDateStartSiteAndProgramIfTheyAreKnown)
         << c.why;
 }
 
-TEST(WindowTitle, OfAWindowWithoutATitleIsTheRest)
+TEST(WindowTitle, AcceptsAnEmptyTitleOfTheProgram)
 {
   EXPECT_EQ("2021-06-30 - ", window_title(2021, 6, 30, "", "", "").raw());
   EXPECT_EQ("", window_title(0, 0, 0, "", "", "").raw());

@@ -156,7 +156,7 @@ TEST(ZoneTree, ShowsASevenDigitZoneAsALevel)
             tree({{1001001, "Arashi"}, {10010012, "Arashi Reef"}}));
 }
 
-TEST(ZoneTree, ListsARepeatedZoneBesideItself)
+TEST(ZoneTree, ListsARepeatedZoneTwiceOnTheSameLevel)
 {
   EXPECT_EQ("1001: Aruba\n1001: Aruba\n  10010001: Antilla Wreck\n",
             tree({{1001, "Aruba"}, {1001, "Aruba"}, {10010001, "Antilla Wreck"}}));
@@ -225,7 +225,7 @@ TEST(ZoneSearch, FindsNothingIfNothingMatches)
   EXPECT_EQ("", tree(caribbean, "atlantis"));
 }
 
-TEST(ZoneSearch, IgnoresCaseAndBlanksAround)
+TEST(ZoneSearch, IgnoresCaseAndSurroundingBlanks)
 {
   EXPECT_EQ(tree(caribbean, "antilla"), tree(caribbean, "  ANTilla "));
   EXPECT_EQ(tree(caribbean), tree(caribbean, "   "));
@@ -278,10 +278,10 @@ TEST(FullZoneName, PutsTheFirstTwoLevelsBeforeTheZone)
       {"an unknown code", "99999999", ""},
       {"no code", "", ""},
       {"no number", "reef", ""},
-      {"letters behind, which count as length", "3x", "Washington, Washington"},
-      {"letters behind a site", "31020003x", "Washington, San Juan Islands, Rosario Wall"},
-      {"a number beyond all", "99999999999999999999", ""},
-      {"not one character a byte", "3é", "Washington, Washington"},
+      {"letters after the number, which count towards the length", "3x", "Washington, Washington"},
+      {"letters after a site", "31020003x", "Washington, San Juan Islands, Rosario Wall"},
+      {"a number that is too large", "99999999999999999999", ""},
+      {"a letter of two bytes", "3é", "Washington, Washington"},
   };
   for (const auto& c : cases)
     EXPECT_EQ(c.expected, full_zone_name(c.code, names)) << c.why;
