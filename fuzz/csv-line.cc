@@ -16,11 +16,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   split_csv_line(line, fields, [&](std::size_t column, const Glib::ustring& text) {
     require(botched < naive.botched.size() && naive.botched[botched].column == column &&
                 naive.botched[botched].text == text.raw(),
-            "botched quoting is told as the naive reading tells it");
+            "botched quoting is reported as by the second implementation");
     ++botched;
   });
-  require(botched == naive.botched.size(), "all botched quoting is told");
+  require(botched == naive.botched.size(), "all botched quoting is reported");
   require(std::vector<std::string>(fields.begin(), fields.end()) == naive.fields,
-          "the fields are those of the naive reading");
+          "the fields are those of the second implementation");
   return 0;
 }

@@ -1,6 +1,6 @@
-// The check of a data set, in which one file is made up. The first byte of the input chooses
-// the file, from 'a' on; the rest is its content. Without an error the program can use the
-// set, and with one it cannot.
+// Target: the check of a data set. The first byte of the input selects a file, from 'a' on. The
+// rest replaces that file in a valid data set. The check must find an error if, and only if, the
+// program cannot use the set.
 #include "data/survey-data.h"
 #include "support/data-set.h"
 
@@ -28,7 +28,8 @@ const std::array<const char*, 12> names{"data-file-info.txt",
                                         "species-view-definitions.csv",
                                         "species-views.csv"};
 
-// Whether the program can use the set. The metadata first: reading them can end the process.
+// Returns whether the program can use the set. Checks the metadata first, because reading invalid
+// metadata can end the process.
 bool is_usable(const std::string& dir)
 {
   if (data_timestamp(dir).empty())
@@ -44,7 +45,7 @@ std::size_t count_lines(const std::string& path)
   return lines_of(read_file(path)).size();
 }
 
-void judge(const Finding& finding)
+void check_finding(const Finding& finding)
 {
   const auto& rules = data_rules();
   const auto rule = std::find_if(rules.begin(), rules.end(),
@@ -58,9 +59,9 @@ void judge(const Finding& finding)
   }
 }
 
-// The files of a good set. They are restored one at a time.
-struct GoodSet {
-  GoodSet()
+// The files of a valid data set, which are restored after each input.
+struct ValidSet {
+  ValidSet()
   {
     data.minimal();
     for (const char* const name : names)
@@ -75,17 +76,18 @@ struct GoodSet {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
 {
-  static const GoodSet good;
+  static const ValidSet valid;
   if (size == 0)
     return 0;
   const std::string name = names[static_cast<unsigned char>(input[0] - 'a') % names.size()];
-  good.data.file(name, bytes_of(input + 1, size - 1));
-  const auto findings = check_data_set(good.data.dir);
-  std::for_each(findings.begin(), findings.end(), &judge);
+  valid.data.file(name, bytes_of(input + 1, size - 1));
+  const auto findings = check_data_set(valid.data.dir);
+  std::for_each(findings.begin(), findings.end(), &check_finding);
   const bool has_error = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
     return finding.severity == Severity::error;
   });
-  require(has_error != is_usable(good.data.dir), "a set can be used if it has no error");
-  good.data.file(name, good.files.at(name));
+  require(has_error != is_usable(valid.data.dir),
+          "a set can be used if, and only if, it has no error");
+  valid.data.file(name, valid.files.at(name));
   return 0;
 }

@@ -24,8 +24,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   }
   scratch.write(DataFileInfo::get_filename(), text);
   const DataFileInfo info(scratch.dir);
-  require(info.timestamp == timestamp, "the last time stands, to the byte");
+  require(info.timestamp == timestamp, "the last timestamp counts, byte for byte");
   require(info.valid == (!info.timestamp.empty() && !info.updated.empty()),
-          "a set with time and date is valid, no other is");
+          "a set is valid if, and only if, it has a timestamp and a date");
   return 0;
 }

@@ -44,7 +44,8 @@ void read_definitions(const std::string& dir)
 
 void use_region(RegionInfo& regions, const RegionFishInfo& fish)
 {
-  require(!regions.is_valid() || fish.initialised, "a region is whole if the regions are");
+  require(!regions.is_valid() || fish.initialised,
+          "each region is complete if the table of regions is valid");
   for (std::size_t id = 0; id < fish.species.size(); ++id) {
     const auto* const species = fish.find_species(static_cast<int>(id));
     require(!species || fish.families.count(species->familyid) == 1, "a species has a family");
@@ -63,7 +64,8 @@ void read_regions(const std::string& dir)
   for (const auto& [code, choices] : regions.survey_types) {
     require(are_in_step(choices), "a survey type has a name");
     for (const int id : choices.values)
-      require(regions.regions.at(static_cast<std::size_t>(id)).visible, "hidden types stay hidden");
+      require(regions.regions.at(static_cast<std::size_t>(id)).visible,
+              "no hidden type is offered");
   }
 }
 
@@ -75,7 +77,7 @@ void read_habitats(const std::string& dir)
   for (const auto& [region, ids] : habitats.region_habitat_ids) {
     for (const int id : ids)
       require(id == -1 || (id >= 0 && static_cast<std::size_t>(id) < habitats.names.size()),
-              "a region's habitat is known");
+              "each habitat of a region is known");
   }
   for (const auto& [region, choices] : habitats.region_habitats)
     require(are_in_step(choices), "a habitat has a name");
@@ -86,7 +88,7 @@ void read_abundances(const std::string& dir)
   const AbundanceChoices abundances(dir);
   for (const auto& type : abundances.subtypes)
     require(type.choices.empty() || type.choices.front().label.raw() == "None",
-            "the first choice is none");
+            "the first choice is None");
 }
 
 void read_views(const std::string& dir)
@@ -100,7 +102,7 @@ void read_views(const std::string& dir)
     for (const auto& view : subregion.views) {
       for (const auto& species : views.species_of(view.viewid))
         require(views.species_set(view.viewid).count(species.speciesid) == 1,
-                "the set of a view holds what its list does");
+                "the set of a view contains the species of its list");
     }
   }
 }
@@ -132,10 +134,10 @@ void read(Kind kind, const std::string& dir)
 }
 
 // The files of a valid data set, which are restored after each input.
-class SoundSet
+class ValidSet
 {
 public:
-  SoundSet()
+  ValidSet()
   {
     data.minimal();
     for (const char* name : kinds)
@@ -155,13 +157,13 @@ public:
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
 {
-  static const SoundSet sound;
+  static const ValidSet valid;
   if (size == 0)
     return 0;
   const int kind = static_cast<unsigned char>(input[0] - 'a') % NUMBER_OF_KINDS;
-  const SoundSet::File& file = sound.files[static_cast<std::size_t>(kind)];
-  sound.data.file(file.name, bytes_of(input + 1, size - 1));
-  read(static_cast<Kind>(kind), sound.data.dir);
-  sound.data.file(file.name, file.text);
+  const ValidSet::File& file = valid.files[static_cast<std::size_t>(kind)];
+  valid.data.file(file.name, bytes_of(input + 1, size - 1));
+  read(static_cast<Kind>(kind), valid.data.dir);
+  valid.data.file(file.name, file.text);
   return 0;
 }

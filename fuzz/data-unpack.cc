@@ -1,6 +1,6 @@
-// The unpacking of an archive of reference data, as mavo-data verify does it. The first
-// byte of the input chooses whether the rest is an archive (even) or the tar file in it
-// (odd): no change of an archive would get past the checksums of bzip2.
+// Target: the unpacking of an archive of reference data by mavo-data verify. If the first byte of
+// the input is even, the rest is the archive. If it is odd, the rest is the tar file in the
+// archive, because the checksums of bzip2 would detect each change of a compressed file.
 #include "cli/data-unpack.h"
 
 #include <filesystem>
@@ -40,10 +40,11 @@ void check_unpacked(const fs::path& scratch)
     const fs::path name = entry.path().lexically_relative(scratch);
     require(!entry.is_symlink(), "no link is unpacked");
     if (entry.is_directory()) {
-      require(name == "data-files", "only the set's directory is made");
+      require(name == "data-files", "the only directory is that of the set");
     } else {
-      require(entry.is_regular_file() && entry.hard_link_count() == 1, "all else are files");
-      require(name.parent_path() == "data-files", "files lie in that directory");
+      require(entry.is_regular_file() && entry.hard_link_count() == 1,
+              "all other entries are regular files with one name");
+      require(name.parent_path() == "data-files", "all files are in that directory");
       require(entry.file_size() <= 33'554'432, "no file exceeds the limit");
     }
   }

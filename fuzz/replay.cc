@@ -1,5 +1,6 @@
 // replay DIRECTORY: runs the linked fuzz target with every file of a corpus, so that every test
-// run tries what fuzzing found. A crash ends it. It also fails if the directory has no file.
+// run repeats the inputs that fuzzing found. Fails if an input crashes, or if the directory has
+// no file.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>

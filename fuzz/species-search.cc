@@ -26,10 +26,10 @@ void search_cell(const Glib::ustring& cell, const std::vector<Glib::ustring>& wo
 {
   const Glib::ustring lower_case = cell.lowercase();
   require(contains_all_words(lower_case.raw(), words) == finds_as_characters(lower_case, words),
-          "bytes find what characters find");
+          "the comparison of bytes finds the same as that of characters");
   const int id = to_int(cell);
   require(is_searched_code(id, words) == (id == to_int(words.front())),
-          "the first word is the code");
+          "the searched code is the number of the first word");
 }
 
 } // namespace
@@ -40,7 +40,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   const Glib::ustring search = text_of(lines.front()).lowercase();
   const Glib::ustring label = lines.size() > 1 ? text_of(lines[1]) : Glib::ustring();
   const SearchMode mode = search_mode(search, label);
-  require((mode.by == SEARCH_BY_ALL) == (search.raw() == "__all__"), "all is asked for by name");
+  require((mode.by == SEARCH_BY_ALL) == (search.raw() == "__all__"),
+          "only __all__ searches for all species");
 
   const auto words = split_search_words(search);
   std::string joined;

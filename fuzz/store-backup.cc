@@ -1,4 +1,4 @@
-// The archive that is to be restored: it is checked as a whole, or refused with a reason.
+// Target: the check of a backup before it is restored. A refusal has a reason.
 #include <cstring>
 
 #include "cli/could-not-run.h"
@@ -12,7 +12,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   try {
     check_backup(scratch.dir + "backup.zip");
   } catch (const CouldNotRun& failure) {
-    require(std::strlen(failure.what()) > 0, "the user is told what is wrong");
+    require(std::strlen(failure.what()) > 0, "a refusal has a reason");
   }
   return 0;
 }

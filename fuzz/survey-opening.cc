@@ -1,6 +1,5 @@
-// The opening road below the widgets: what a document says is read as it is for
-// a window and written as it is from one. What was written can be read again
-// and comes back the same.
+// Target: opening and saving a survey, without the widgets. Reads a document as for a window and
+// writes it as from one. The new document must be readable and contain the same survey.
 #include "core/thrown-text.h"
 #include "store/read-survey.h"
 #include "store/survey-document.h"
@@ -16,7 +15,7 @@ std::optional<Survey> try_to_read(const std::string& path)
   try {
     return read_survey(path);
   } catch (...) {
-    require(!thrown_text("", "").empty(), "the user is told what is wrong");
+    require(!thrown_text("", "").empty(), "a refusal has a reason");
     return std::nullopt;
   }
 }
@@ -36,17 +35,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   if (!read)
     return 0;
   if (read->subregion.empty())
-    read->subregion = "PNW"; // a window saves no survey without a location
+    read->subregion = "PNW"; // no window saves a survey without a location
 
   const std::string document = saved(*read);
   scratch.write("survey", document);
   const auto read_again = try_to_read(scratch.dir + "survey");
-  require(read_again.has_value(), "what is saved can be opened");
+  require(read_again.has_value(), "a saved survey can be opened");
   for (const SurveyField& field : survey_fields())
     require(field_text(field, *read).raw() == field_text(field, *read_again).raw(),
-            "a field is saved to the byte");
+            "a field is saved byte for byte");
   require(read->bottom_time_confirmed == read_again->bottom_time_confirmed,
           "the confirmation is saved");
-  require(document == saved(*read_again), "what is opened is saved the same");
+  require(document == saved(*read_again), "a survey that was opened is saved as the same document");
   return 0;
 }

@@ -1,4 +1,4 @@
-// The tools' road: a file that was received, up to its page, its text and its rows.
+// Target: a received file in mavo-surveys, from reading it to its page, its text and its rows.
 #include "store/survey-reader.h"
 #include "support/data-set.h"
 
@@ -19,7 +19,7 @@ struct Tables {
   Tables()
   {
     set.minimal();
-    require(read_data_set(set.dir, data) == RET_SUCCESS, "the sound set can be read");
+    require(read_data_set(set.dir, data) == RET_SUCCESS, "the valid data set can be read");
   }
 
   DataSet set;
@@ -33,16 +33,17 @@ void check_schema(const std::string& path, const SurveySchema& schema)
   try {
     parse_survey_file(parser, path);
   } catch (...) {
-    return; // no survey
+    return; // not a survey
   }
   for (const SchemaFault& fault : schema.faults_of(parser.get_document()->cobj()))
-    require(fault.line.value_or(1) > 0 && !fault.text.empty(), "a fault has a text and no line 0");
+    require(fault.line.value_or(1) > 0 && !fault.text.empty(),
+            "a fault has a text, and its line is not 0");
 }
 
 void require_page(const std::string& page)
 {
-  require(Glib::ustring(page).validate(), "a page is text");
-  require(page.find("<script") == std::string::npos, "a page runs nothing");
+  require(Glib::ustring(page).validate(), "a page is valid UTF-8");
+  require(page.find("<script") == std::string::npos, "a page contains no script");
   xmlpp::DomParser parser;
   parser.parse_memory(page); // throws if the page is not well-formed
 }
@@ -51,7 +52,7 @@ void require_cells(const std::vector<SurveyCell>& cells)
 {
   for (const SurveyCell& cell : cells)
     if (const auto* const text = std::get_if<std::string>(&cell.value))
-      require(Glib::ustring(*text).validate(), "a cell is text");
+      require(Glib::ustring(*text).validate(), "a cell is valid UTF-8");
 }
 
 void show(const Survey& survey, const Tables& tables)
@@ -61,7 +62,7 @@ void show(const Survey& survey, const Tables& tables)
   const ReadableSurvey readable =
       readable_survey(survey, names, survey_complaints(survey, tables.data, now));
   require_page(survey_page(readable, "survey"));
-  require(Glib::ustring(survey_text(readable)).validate(), "a survey can be read as text");
+  require(Glib::ustring(survey_text(readable)).validate(), "the text of a survey is valid UTF-8");
   require_cells(survey_cells("survey", survey_id(survey), survey, names));
   for (const SpeciesSighting& sighting : survey.species)
     require_cells(sighting_cells(survey, sighting, names));
@@ -78,7 +79,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   check_schema(path, tables.schema);
   std::optional<Finding> why_not;
   const auto survey = read_known_survey(path, SurveyNames(tables.data), why_not);
-  require(survey.has_value() != why_not.has_value(), "the user is told what is wrong");
+  require(survey.has_value() != why_not.has_value(),
+          "a file is either read or refused with a reason");
   if (survey)
     show(*survey, tables);
   else

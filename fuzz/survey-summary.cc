@@ -17,7 +17,7 @@ struct Tables {
     data.minimal();
     regions = std::make_unique<RegionInfo>(data.dir);
     defs = std::make_unique<DataDefs>(data.dir);
-    require(regions->is_valid() && defs->is_valid(), "the sound set can be read");
+    require(regions->is_valid() && defs->is_valid(), "the valid data set can be read");
   }
 
   DataSet data;
@@ -30,9 +30,9 @@ void describe(const std::string& path, const Tables& tables, int* member_id)
   try {
     const SurveySummary summary = read_survey_summary(path, member_id);
     const Glib::ustring line = describe_survey(summary, *tables.regions, *tables.defs, !member_id);
-    require(line.validate() && !line.empty(), "a description is text");
+    require(line.validate() && !line.empty(), "a description is valid UTF-8 and not empty");
   } catch (...) {
-    require(!thrown_text("", "").empty(), "the user is told what is wrong");
+    require(!thrown_text("", "").empty(), "a refusal has a reason");
   }
 }
 

@@ -13,6 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 // If `holds` is false, prints `what`, which names the violated condition, and aborts.
 void require(bool holds, const char* what);
 
+// Returns the input as a string.
 std::string bytes_of(const std::uint8_t* data, std::size_t size);
 // Returns the pieces between line feeds; always at least one.
 std::vector<std::string> lines_of(const std::string& text);
@@ -26,6 +27,7 @@ public:
   Scratch(const Scratch&) = delete;
   Scratch& operator=(const Scratch&) = delete;
 
+  // Writes a file in the directory, or replaces it. Aborts if this fails.
   void write(const std::string& name, const std::string& bytes) const;
 
   std::string dir; // ends in '/'

@@ -47,10 +47,10 @@ void check_shape(const std::vector<ZoneRow>& rows)
   std::vector<std::string> path;
   for (const auto& row : rows) {
     require(row.depth >= 0 && static_cast<std::size_t>(row.depth) <= path.size(),
-            "a row stands at most one level below the row before");
+            "a row is at most one level below the previous row");
     path.resize(static_cast<std::size_t>(row.depth));
     const std::string code = std::to_string(row.id);
-    require(path.empty() || is_zone_ancestor(path.back(), code), "a row stands below its ancestor");
+    require(path.empty() || is_zone_ancestor(path.back(), code), "a row is below its ancestor");
     path.push_back(code);
   }
 }
@@ -82,7 +82,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 
   const auto found = tree.rows(search);
   check_shape(found);
-  require(found.size() <= all.size(), "a search shows no more than there is");
+  require(found.size() <= all.size(), "a search shows no more rows than the complete tree");
   const auto is_match = [&](const ZoneRow& row) { return matches(*row.name, search); };
   require(std::count_if(found.begin(), found.end(), is_match) ==
               std::count_if(all.begin(), all.end(), is_match),
