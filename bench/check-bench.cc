@@ -1,4 +1,4 @@
-// Checking a data set by mavo-data, against loading it.
+// Measures the check of a data set by mavo-data. The reference is loading the data set.
 #include "cli/data-set-check.h"
 #include "data/survey-data.h"
 #include "support/bench.h"

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-// Reads the rows of a file of comma-separated text with two libraries that do only that.
+// Counts the rows of a CSV file with two libraries that only split such files.
 
 struct CsvRows {
   std::size_t rows = 0;  // without the headings
@@ -12,9 +12,10 @@ struct CsvRows {
   bool operator==(const CsvRows& other) const { return rows == other.rows && bytes == other.bytes; }
 };
 
-// Reads with fast-cpp-csv-parser: each row becomes texts of std::string, which a function
-// counts.
+// Counts with fast-cpp-csv-parser, which creates a std::string for each field. Ends the process
+// if the file has a number of columns that no data file has.
 CsvRows fccp_rows(const std::string& path);
 
-// Reads with libcsv, which passes one field after the other, as bytes in its own buffer.
+// Counts with libcsv, which passes one field after the other, as bytes in its own buffer.
+// REQUIRES: the file exists.
 CsvRows libcsv_rows(const std::string& path);

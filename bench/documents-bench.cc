@@ -1,4 +1,4 @@
-// Writing a survey's document, as each save does once and each look for unsaved
+// Measures writing the document of a survey. A save does this once, and the check for unsaved
 // changes twice.
 #include "core/version.h"
 #include "data/region-info.h"
@@ -36,7 +36,7 @@ Survey filled_form()
   return form;
 }
 
-// What the document of that form holds, in its order, as texts that stand ready.
+// The contents of the document of that form, in its order, as prepared texts.
 const std::pair<const char*, const char*> elements[] = {
     {"member_id", "1234"},    {"last_name", "N\u00fa\u00f1ez & Sons"},
     {"subregion", "PNW"},     {"survey_subtype", "-1"},
@@ -61,7 +61,7 @@ xmlpp::Element* add_survey(xmlpp::Document& document)
   return root->add_child("survey");
 }
 
-// The same document by the library alone.
+// Returns the same document, made with the library alone.
 Glib::ustring plain_document(const std::vector<SpeciesSighting>& species)
 {
   xmlpp::Document document("1.0");
@@ -84,7 +84,7 @@ Glib::ustring plain_document(const std::vector<SpeciesSighting>& species)
   return document.write_to_string_formatted("UTF-8");
 }
 
-// A window with an unsaved survey of so many species.
+// Returns a window with an unsaved survey of `count` species.
 SurveyWindow& window_with_survey(int count)
 {
   SurveyWindow& window = bench_window(bench_program(bench_data_sets().front()));
@@ -102,7 +102,7 @@ void measure_unsaved_changes(benchmark::State& state, SurveyWindow& window)
   bool needs_saving = false;
   for (auto _ : state)
     needs_saving = window.file_needs_saving();
-  check_result(state, needs_saving, "the changes are not seen");
+  check_result(state, needs_saving, "the changes are not detected");
 }
 
 void measure_two_documents(benchmark::State& state, SurveyWindow& window)

@@ -1,7 +1,7 @@
-"""The fewest keys that do a job, worked out from the reference data alone.
+"""Computes the fewest keys for a job from the reference data alone.
 
-Nothing here asks the program: what it really does with the keys is seen in the survey
-that it saves.
+This module does not use the program. bench/keystrokes sends the keys to the program and
+checks their effect in the survey that it saves.
 """
 
 import collections
@@ -22,20 +22,20 @@ class Row:
 
 
 def both_names(common, scientific):
-    """A name as the tree shows it from the start."""
+    """Returns a name as the tree shows it by default."""
     if not common or not scientific or common == scientific:
         return common or scientific
     return f"{common} ({scientific})"
 
 
 def folded(name):
-    """Without case and accents."""
+    """Returns the name in lower case and without accents."""
     letters = unicodedata.normalize("NFKD", name.casefold())
     return "".join(c for c in letters if not unicodedata.combining(c))
 
 
 def beginnings(name):
-    """{text: 0 if the name begins with it, 1 if a later word does}."""
+    """Returns {text: 0 if the name begins with it, 1 if a later word does}."""
     found = {}
     for start in [0, *(match.start() for match in re.finditer(r"[^\W_]+", name))]:
         for end in range(start + 1, min(len(name), start + LONGEST) + 1):
@@ -55,9 +55,9 @@ def species_first(indexes, rows):
 
 
 def ways_to_species(rows):
-    """{number: the keys that put the cursor on its row}, from anywhere in the tree.
+    """Returns {number: the keys that move the cursor to its row, from anywhere in the tree}.
 
-    A text, and Down or Up to one of the later matches.
+    The keys are a text, and Down or Up if the row is one of the later matches.
     """
     matches = collections.defaultdict(lambda: ([], []))
     for index, row in enumerate(rows):
@@ -77,7 +77,7 @@ def ways_to_species(rows):
 
 
 def key_of_label(labels, label):
-    """The key that chooses a label in the menu of numbers."""
+    """Returns the key that chooses a label in the menu of numbers."""
     first = [text[0].lower() for text in labels]
     key = label[0].lower()
     assert first.count(key) == 1, f"{key!r} begins several of {labels}"
@@ -89,7 +89,7 @@ def keys_to_mark(way, labels, label):
 
 
 def text_that_selects(labels, label):
-    """The fewest letters of which `label` is the first to begin with, None without any."""
+    """Returns the shortest text with which `label` is the first label to begin, or None."""
     for length in range(1, len(label) + 1):
         text = label[:length].lower()
         first = next(other for other in labels if other.lower().startswith(text))
@@ -99,14 +99,14 @@ def text_that_selects(labels, label):
 
 
 def keys_to_choose(labels, label):
-    """The fewest keys that choose a label of a closed box where nothing is chosen yet.
+    """Returns the fewest keys that choose a label of a closed box where nothing is chosen yet.
 
-    Arrows choose all that is on the way, so that only the first label is chosen like this.
+    An arrow key chooses each label that it passes, so only the first label uses one.
     """
     text = text_that_selects(labels, label)
     return ["Down"] if labels.index(label) == 0 or not text else keys_of_text(text)
 
 
 def presses(keys):
-    """How many keys go down: of Ctrl+Page_Down two."""
+    """Returns the number of keys that go down: two for Ctrl+Page_Down."""
     return sum(len(key.split("+")) for key in keys)

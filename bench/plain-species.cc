@@ -107,7 +107,7 @@ PlainSearch::PlainSearch(GtkTreeModel* the_store)
   gtk_container_add(GTK_CONTAINER(window), box);
   const auto count = static_cast<std::size_t>(gtk_tree_model_iter_n_children(the_store, nullptr));
   matches.families.resize(count);
-  take_new_filter();
+  create_filter();
   gtk_widget_show_all(window);
 }
 
@@ -117,7 +117,7 @@ PlainSearch::~PlainSearch()
   g_object_unref(filter);
 }
 
-void PlainSearch::take_new_filter()
+void PlainSearch::create_filter()
 {
   gtk_tree_view_set_model(tree, nullptr);
   g_clear_object(&filter);
@@ -154,11 +154,11 @@ void PlainSearch::refilter(const Matches& found)
   gtk_tree_view_expand_all(tree);
 }
 
-void PlainSearch::filter_anew(const Matches& found)
+void PlainSearch::replace_filter(const Matches& found)
 {
   gtk_entry_set_text(GTK_ENTRY(entry), found.text.c_str());
   matches = found;
-  take_new_filter();
+  create_filter();
   gtk_tree_view_expand_all(tree);
 }
 

@@ -32,6 +32,7 @@ void fill_plainly(GtkTreeStore* store, const std::vector<PlainRow>& rows);
 class PlainSearch
 {
 public:
+  // REQUIRES: the store outlives this object.
   explicit PlainSearch(GtkTreeModel* the_store);
   ~PlainSearch();
   PlainSearch(const PlainSearch&) = delete;
@@ -49,12 +50,13 @@ public:
   // Types the text and shows the results, with all families expanded: with the existing filter
   // or with a new one.
   void refilter(const Matches& found);
-  void filter_anew(const Matches& found);
+  void replace_filter(const Matches& found);
 
+  // Returns the number of species that the tree shows.
   int species_shown() const;
 
 private:
-  void take_new_filter();
+  void create_filter();
 
   GtkTreeModel* store;
   GtkTreeModel* filter = nullptr;

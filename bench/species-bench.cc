@@ -311,8 +311,8 @@ void register_searches(SurveyWindow& window, const std::string& data)
       add(job, "refilter", size, [&, from](benchmark::State& state) {
         search_reference(state, window, from, search, &PlainSearch::refilter);
       });
-      add(job, "anew", size, [&, from](benchmark::State& state) {
-        search_reference(state, window, from, search, &PlainSearch::filter_anew);
+      add(job, "new-filter", size, [&, from](benchmark::State& state) {
+        search_reference(state, window, from, search, &PlainSearch::replace_filter);
       });
     }
   }
@@ -335,7 +335,7 @@ void register_idle(SurveyWindow& window, const std::string& size)
     const auto rows = rows_of(store);
     PlainSearch plain(store);
     const auto show = [&](const PlainSearch::Matches& found) {
-      plain.filter_anew(found);
+      plain.replace_filter(found);
       settle();
     };
     const auto none = PlainSearch::matches_of(rows, nothing);

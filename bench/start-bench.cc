@@ -56,8 +56,8 @@ double bytes_in(const fs::path& directory)
   return static_cast<double>(sum);
 }
 
-// Starts the program as often as necessary. Reports the sum of its peak memory and `more_bytes`,
-// which it would need in addition for the work of the other program.
+// Starts the program in each iteration. Reports the sum of its peak memory and `more_bytes`, the
+// memory that a reference would need in addition to do the work of the program.
 void measure_start(benchmark::State& state, const std::vector<std::string>& command,
                    double more_bytes)
 {
@@ -76,7 +76,7 @@ void measure_start(benchmark::State& state, const std::vector<std::string>& comm
       peak = std::max(peak, program.peak_bytes());
     }
     // Otherwise the window manager would be busy with it during the next start.
-    check_result(state, watch.wait_until_gone(pid), "a window that stays");
+    check_result(state, watch.wait_until_gone(pid), "the window remains");
   }
   state.counters["peak_bytes"] = peak + more_bytes;
 }

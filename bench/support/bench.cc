@@ -45,9 +45,9 @@ std::vector<BenchData> bench_stores()
   return data_in("stores");
 }
 
-void check_result(benchmark::State& state, bool held, const char* what)
+void check_result(benchmark::State& state, bool is_correct, const char* what)
 {
-  if (held)
+  if (is_correct)
     return;
   has_failed = true;
   state.SkipWithError(what);

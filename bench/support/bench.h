@@ -24,7 +24,7 @@ std::vector<BenchData> bench_stores();
 // them with bench_one().
 void register_benchmarks();
 
-// Registers one measurement under its name.
+// Registers one measurement under its name, and returns it for further settings.
 template<typename Function>
 benchmark::internal::Benchmark* bench_one(const std::string& job, const std::string& who,
                                           const std::string& size, Function&& measure)
@@ -34,5 +34,5 @@ benchmark::internal::Benchmark* bench_one(const std::string& job, const std::str
       ->Unit(benchmark::kMicrosecond);
 }
 
-// Reports a measurement that did not do its work, and fails the run.
-void check_result(benchmark::State& state, bool held, const char* what);
+// If `is_correct` is false, reports `what` as the error of the measurement and fails the run.
+void check_result(benchmark::State& state, bool is_correct, const char* what);

@@ -123,7 +123,7 @@ void StartedProgram::wait_until_idle() const
     before = now;
     std::this_thread::sleep_for(a_while);
   }
-  fail("A program that was started never comes to rest");
+  fail("The started program does not become idle");
 }
 
 double StartedProgram::peak_bytes() const
@@ -132,6 +132,6 @@ double StartedProgram::peak_bytes() const
   const std::string label = "VmHWM:";
   const auto found = status.find(label);
   if (found == std::string::npos)
-    fail("A program that was started has ended by itself");
+    fail("The started program has ended unexpectedly");
   return std::stod(status.substr(found + label.size())) * 1024; // the file has KiB
 }

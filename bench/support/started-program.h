@@ -11,18 +11,19 @@
 class StartedProgram
 {
 public:
-  // Ends this program if the command does not exist.
+  // Ends this process if the command does not exist.
   explicit StartedProgram(std::vector<std::string> command);
   ~StartedProgram();
   StartedProgram(const StartedProgram&) = delete;
   StartedProgram& operator=(const StartedProgram&) = delete;
 
-  // Returns when the program only waits for its user.
+  // Waits until the program is idle. Ends this process if it is not idle within 30 seconds.
   void wait_until_idle() const;
-  // Returns the program's peak memory so far, in bytes.
+  // Returns the program's peak memory so far, in bytes. Ends this process if the program has
+  // ended.
   double peak_bytes() const;
 
-  std::string home;
+  std::string home; // the path of the home directory
   pid_t pid = -1;
-  std::chrono::steady_clock::time_point started;
+  std::chrono::steady_clock::time_point started; // just before the start
 };

@@ -11,13 +11,14 @@
 class WindowWatch
 {
 public:
-  // Ends this program if there is no display.
+  // Ends this process if there is no display.
   WindowWatch();
 
-  // Returns when a window of the process and all its parents are mapped; false if none appears.
+  // Waits until a window of the process and all its parents are mapped. Returns false if this
+  // does not happen within about a minute.
   bool wait_for_window(pid_t pid);
-  // Returns when the window manager no longer manages a window of the process; false if one
-  // stays.
+  // Waits until the window manager manages no window of the process. Returns false if this does
+  // not happen within about a minute.
   bool wait_until_gone(pid_t pid);
 
 private:
