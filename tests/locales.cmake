@@ -28,6 +28,6 @@ foreach(locale C ${made_locales})
   endforeach()
   # The store's tests must not write their random surveys while another test reads them.
   set_tests_properties(store_tests-${locale} PROPERTIES DEPENDS documents)
-  survey_journey(journey-${locale} test_leaves_one_file_that_holds_all_of_it ${application_dir})
+  survey_journey(journey-${locale} test_saves_one_file_with_all_entries ${application_dir})
   in_locale(${locale} journey-${locale})
 endforeach()

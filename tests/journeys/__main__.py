@@ -1,6 +1,6 @@
 """journeys APPLICATION_DIR RESULTS.xml [NAME...]: runs all journeys, or those with these names.
 
-The outcome of each goes to RESULTS.xml in the form that GoogleTest writes.
+RESULTS.xml receives the outcome of each test in the format of GoogleTest.
 """
 
 import os

@@ -1,9 +1,9 @@
-"""demo APPLICATION_DIR PICTURES UPLOADS: a survey entered, saved, found again and
-uploaded through the real window.
+"""demo APPLICATION_DIR PICTURES UPLOADS: enters a survey in the real window, saves it, opens it
+again and uploads it.
 
-Leaves a picture of each station of the road and prints where the survey is. The
-survey store lies in the home directory of this process; a server that the
-program knows keeps what it takes in UPLOADS.
+Saves a numbered picture of each step in PICTURES and prints the path of the survey. The
+survey store is in the home directory of this process. The server at the program's address
+must store surveys in UPLOADS.
 """
 
 import os
@@ -37,7 +37,7 @@ class Demo:
             self.taken.append(path)
 
     def picture_path(self, name):
-        """Where the next picture goes: they are numbered."""
+        """Returns the path of the next picture, with its number."""
         slug = name.lower().replace("/", "-").replace(" ", "-")
         return self.pictures / f"{len(self.taken) + 1:02d}-{slug}.png"
 
@@ -49,7 +49,7 @@ class Demo:
         self.program.window().find("push button", button, lambda b: b.is_shown).click()
 
     def run(self):
-        """Walks all stations; gives the path of the survey that was entered."""
+        """Takes all steps and returns the path of the uploaded survey."""
         home = os.environ["HOME"]
         with Program(self.application_dir, home=home) as self.program:
             self.enter_a_survey()
@@ -85,7 +85,7 @@ class Demo:
         row = wait_for("a shark is found", lambda: next((r for r in tree.rows() if r[-1].text), None))
         label = self.place.abundances[0][1]
         entry.mark_by_click(self.program, tree, int(row[0].text.rstrip(":")), label)
-        next(tree.rows())[0].scroll_to()  # the click may have left the list at any place
+        next(tree.rows())[0].scroll_to()  # the click may have scrolled the list
 
     def save(self):
         self.press("Save For Later")
@@ -103,7 +103,7 @@ class Demo:
         self.panel_picture("Confirmation")
 
     def find_it_again(self):
-        self.choose_saved_survey(1)  # behind In Progress
+        self.choose_saved_survey(1)  # after the heading In Progress
         self.picture("Saved surveys")
         self.press("Edit")
         wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")
@@ -127,11 +127,11 @@ class Demo:
         tree = tree_in(self.program.open_panel("Start/Open Survey"), "Saved surveys")
         tree.find_row("Uploaded")[0].click()
         press_key("plus")
-        self.choose_saved_survey(3)  # behind the three states
+        self.choose_saved_survey(3)  # after the headings of the three states
         self.picture("Uploaded")
 
     def see_it_uploaded(self, path):
-        """Opens the survey where it is now, and gives its path."""
+        """Opens the uploaded survey and returns its path."""
         self.find_it_uploaded()
         self.press("View")
         wait_for("it is open", lambda: self.program.panel_shown().name == "Confirmation")

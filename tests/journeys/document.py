@@ -1,4 +1,4 @@
-"""What a saved survey must hold, by the plain rules of its format."""
+"""The contents that a saved survey must have, by the rules of its format."""
 
 import pathlib
 import re
@@ -23,23 +23,23 @@ def follows_the_schema(path):
 
 
 def values_of(path):
-    """The elements of the survey in order, as (name, text) pairs."""
+    """Returns the elements of the survey in order, as (name, text) pairs."""
     root = ElementTree.parse(path).getroot()
-    assert [child.tag for child in root] == ["survey"], "the root holds one survey"
+    assert [child.tag for child in root] == ["survey"], "the root contains one survey"
     return [(child.tag, (child.text or "").strip("\n ") if len(child) else child.text or "") for child in root.find("survey")]
 
 
 def species_of(path):
-    """(id, abundance, response) of each species, as they are written."""
+    """Returns (id, abundance, response) of each species, as texts."""
     root = ElementTree.parse(path).getroot()
     found = root.findall("survey/ids/species")
     return [(s.get("id"), s.get("abun"), s.get("resp")) for s in found]
 
 
 def expected_values(place, choices):
-    """The same pairs for the survey that `entry.enter_all` enters.
+    """Returns the same pairs for the survey that `entry.enter_all` enters.
 
-    `choices` gives the id of what it chooses of a list, by the list's name.
+    `choices` has the id of the choice that it makes in each list, by the list's name.
     """
     return [
         ("member_id", entry.MEMBER),
@@ -66,12 +66,13 @@ def expected_values(place, choices):
 
 
 def expected_species(place):
+    """Returns the species that `entry.enter_all` marks, in the form of `species_of`."""
     marked = sorted(entry.species_to_mark(place))
     return [(f"{n:04d}", str(abun), str(resp)) for n, (abun, _, resp) in marked]
 
 
 def write(path, place, choices, start):
-    """Writes the survey that `entry.enter_all` enters, but of another hour of the day."""
+    """Writes the survey that `entry.enter_all` enters, with the start hour `start`."""
     root = ElementTree.Element("MAVO-Survey", version="1.0")
     survey = ElementTree.SubElement(root, "survey")
     for name, text in expected_values(place, choices):

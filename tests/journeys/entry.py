@@ -6,12 +6,12 @@ from .waiting import wait_for
 MEMBER, NAME = "1234", "O'Brien & Søn"
 DATE = {"Year": "2021", "Month": "June", "Day": "30"}
 START = "9 AM"
-CHOICE = 2  # what is chosen of each list of conditions: the third entry
+CHOICE = 2  # the index of the choice in each list of conditions
 SURFACE, BOTTOM, MINUTES = "24", "22", "45"
 
 
 def tree_in(panel, name):
-    """The tree of that name; its role depends on whether it has rows with children."""
+    """Returns the tree with that name. Its role depends on whether rows have children."""
     return panel.find_any(TREES, name)
 
 
@@ -31,12 +31,12 @@ def enter_place_and_date(program, place):
 
 
 def in_other_case(text):
-    """But for the i, whose other case is not the same in all languages."""
+    """Swaps the case of all letters except i, whose other case depends on the language."""
     return "".join(c if c in "Iiİı" else c.swapcase() for c in text)
 
 
 def find_zone(program, place, words=None):
-    """Searches the zone by its name, in other case if no words are given, and clicks it."""
+    """Searches for the zone by `words`, or by its name in other case, and clicks it."""
     panel = program.open_panel("Survey Info Part 1")
     words = words or in_other_case(place.zone_name)
     panel.find("text", "Search names of zones").set_text(words)
@@ -60,7 +60,7 @@ def enter_conditions(program, place):
 
 
 def open_species(program):
-    """Turns to the listed species and unfolds all families; gives the tree."""
+    """Opens the panel of listed species, unfolds all families and returns the tree."""
     panel = program.open_panel("Listed Species")
     tree = tree_in(panel, "Species of this view")
     panel.find("push button", "Expand All").click()
@@ -68,7 +68,7 @@ def open_species(program):
 
 
 def species_to_mark(place):
-    """Three species of neighbouring families far down, and how many were seen of each."""
+    """Returns three species of neighbouring families far down: (number, abundance) of each."""
     families = list(place.families.values())
     middle = len(families) // 2
     species = [family[0] for family in families[middle : middle + 3]]
@@ -76,7 +76,7 @@ def species_to_mark(place):
 
 
 def mark_by_click(program, tree, species, label):
-    """Clicks a species and chooses from the menu that pops up, all by mouse."""
+    """Clicks a species and chooses from the menu that pops up, with the mouse."""
     cell = tree.find_row(code_of(species))[1]
     cell.scroll_to()
     cell.click()
@@ -85,7 +85,7 @@ def mark_by_click(program, tree, species, label):
 
 
 def mark_by_keyboard(program, tree, species, label, key="Return"):
-    """Goes to a species, opens its menu by a key and chooses with the arrows."""
+    """Selects a species, opens its menu with a key and chooses with the arrow keys."""
     tree.focus()
     tree.find_row(code_of(species))[1].scroll_to()
     press_key(key)
@@ -106,12 +106,12 @@ def wait_until_marked(tree, species, label):
 
 
 def code_of(species):
-    """A species' number as the trees show it."""
+    """Returns the number of a species as the trees show it."""
     return f"{species:04d}:"
 
 
 def mark_species(program, place):
-    """Marks three species, one in each way that there is."""
+    """Marks three species: with the mouse, with Return and with the right arrow key."""
     tree = open_species(program)
     clicked, returned, arrowed = species_to_mark(place)
     mark_by_click(program, tree, clicked[0], clicked[1][1])
@@ -120,7 +120,7 @@ def mark_species(program, place):
 
 
 def enter_all(program, place):
-    """A whole survey, from nothing."""
+    """Enters a complete survey."""
     enter_member(program)
     enter_place_and_date(program, place)
     find_zone(program, place)

@@ -9,10 +9,10 @@ from .waiting import wait_for
 
 
 class Keyboard:
-    """Presses keys, each once the one before it has arrived where it should.
+    """Presses keys, and waits until each one has had its effect.
 
-    What has the keyboard is what screen readers are told of: the bus says it in
-    events, for some things are no part of what it lists.
+    The focused widget is known from the events that the accessibility bus sends to screen
+    readers, because the bus does not list all widgets.
     """
 
     def __init__(self, program):
@@ -22,12 +22,12 @@ class Keyboard:
         self.listener.register("object:state-changed:focused")
 
     def on_focus(self, event):
-        # The tab in front follows the list of tabs, which has the keyboard.
+        # When the list of tabs gets the focus, the bus also reports its current tab.
         if event.detail1 and event.source.get_role_name() != "page tab":
             self.holder = Thing(event.source)
 
     def focused(self):
-        """Returns the focused widget, as far as is known."""
+        """Returns the widget of the last focus event, or None before the first one."""
         while GLib.MainContext.default().iteration(False):
             pass
         return self.holder
@@ -53,7 +53,7 @@ class Keyboard:
     def choose(self, label, box):
         """Opens the list of a box that has the keyboard and goes to this label.
 
-        Down on the box itself would choose all that is on the way.
+        Down on the closed box would choose each label on the way.
         """
         name = self.focused().name
         self.press("space")
@@ -74,7 +74,7 @@ class Keyboard:
         )
 
     def choose_from_menu(self, label, menu):
-        """Goes down in an open menu to this item and chooses it."""
+        """Moves down in an open menu to this item and chooses it."""
         picked = picked_in(menu)
         while picked != label:
             self.press("Down")
@@ -97,7 +97,7 @@ class Keyboard:
             if self.station() in seen:
                 return seen
             seen.append(self.station())
-        raise AssertionError(f"the keyboard does not come round: {seen}")
+        raise AssertionError(f"the focus does not return to the first widget: {seen}")
 
 
 def picked_in(menu):

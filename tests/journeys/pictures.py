@@ -1,7 +1,7 @@
-"""pictures APPLICATION_DIR DIRECTORY: the pictures that the documents show.
+"""pictures APPLICATION_DIR DIRECTORY: takes the pictures that the documents show.
 
-They are taken on the road of the demo, but without a server: a survey counts as
-uploaded once it lies in that directory. Nothing in them depends on the day.
+The steps are those of the demo, but without a server: the script moves the survey to the
+directory Uploaded. The pictures do not depend on the date.
 """
 
 import pathlib
@@ -11,7 +11,8 @@ import tempfile
 from .demo import Demo
 from .program import Program
 
-# The first picture with such a name of the demo's goes to the documents.
+# The pictures of the demo that the documents show, and the names of their files. If the demo
+# takes several pictures with one name, the documents show the first one.
 NAMES = {
     "Start/Open Survey": "start",
     "Member Info": "member",
@@ -23,8 +24,8 @@ NAMES = {
     "Saved surveys": "saved-surveys",
     "Uploaded": "uploaded",
 }
-# Nothing blinks or fades, and scroll bars do not come and go with the mouse, so that two
-# pictures of the same are alike.
+# Without blinking, fading and scroll bars that appear with the mouse, two pictures of the same
+# state are equal.
 SETTINGS = """[Settings]
 gtk-cursor-blink=0
 gtk-enable-animations=0
@@ -57,13 +58,13 @@ class Pictures(Demo):
         return Program(self.application_dir, home=self.home)
 
     def picture_path(self, name):
-        """Where a picture goes; None if the documents do not show it."""
+        """Returns the path of a picture; None if the documents do not show it or it is taken."""
         path = self.pictures / f"{NAMES[name]}.png" if name in NAMES else None
         return path if path not in self.taken else None
 
 
 def take_pictures(application_dir, directory):
-    """Leaves the pictures in `directory`, those that were there replaced."""
+    """Saves the pictures in `directory` and replaces existing ones."""
     with tempfile.TemporaryDirectory(prefix="mavo-pictures-") as home:
         Pictures(pathlib.Path(application_dir), pathlib.Path(directory), home).run()
 

@@ -12,12 +12,12 @@ from .waiting import wait_for
 
 
 class Program:
-    """The program from its start to its end.
+    """A process of the program, from its start to its end.
 
-    `application_dir` is the directory that holds MacOS, resources and data-files.
-    `home` is where it keeps surveys; a fresh one, removed at the end, if not given.
-    `executable` is how its path is written, if not in full; `environment` adds to
-    what this process has. `errors_apart` keeps standard error out of the output.
+    `application_dir` is the directory that contains MacOS, resources and data-files.
+    `home` is its home directory; by default a new one, which is removed at the end.
+    `executable` is the command that starts it; by default the full path. `environment` has
+    additional variables. `separate_errors` excludes standard error from the output.
     """
 
     def __init__(
@@ -28,13 +28,13 @@ class Program:
         executable=None,
         environment=None,
         working_directory=None,
-        errors_apart=False,
+        separate_errors=False,
     ):
         self.application_dir = application_dir
         self.own_home = home is None
         self.home = pathlib.Path(home or tempfile.mkdtemp(prefix="mavo-journey-"))
         self.output_path = self.home / "output.txt"
-        self.errors_path = self.home / "errors.txt" if errors_apart else self.output_path
+        self.errors_path = self.home / "errors.txt" if separate_errors else self.output_path
         found = pathlib.Path(application_dir).resolve() / "MacOS" / "mavo-survey"
         with open(self.output_path, "wb") as output, open(self.errors_path, "ab") as errors:
             self.process = subprocess.Popen(
@@ -42,7 +42,7 @@ class Program:
                 cwd=working_directory,
                 env=self.environment(environment or {}),
                 stdout=output,
-                stderr=errors if errors_apart else subprocess.STDOUT,
+                stderr=errors if separate_errors else subprocess.STDOUT,
             )
 
     def environment(self, additional):
@@ -88,7 +88,7 @@ class Program:
     # --- its windows ---
 
     def application(self):
-        """What stands for it on the screen, or None."""
+        """Returns its accessible application, or None if it is not on the accessibility bus."""
         return application_of(self.process.pid)
 
     def windows(self):
@@ -154,7 +154,7 @@ class Program:
         menu.find("menu item", item).choose_item()
 
     def open_panel(self, tab):
-        """Turns the notebook to a panel and returns it."""
+        """Opens a panel of the notebook and returns it."""
         notebook = self.window().find("page tab list")
         page = notebook.find("page tab", tab)
         index = [child.name for child in notebook.children()].index(tab)

@@ -82,7 +82,7 @@ class Screen:
             return Look("window", window.name, "", tuple(self.offers(shown, window.extents)))
         kind = "file chooser" if window.role == "file chooser" else "dialog"
         words = "\n".join(thing.text for thing in shown if thing.role in TEXTS)
-        if kind == "file chooser":  # must stay in the directories of the surveys
+        if kind == "file chooser":  # its toggle buttons lead to other directories
             shown = [thing for thing in shown if thing.role != "toggle button"]
         return Look(kind, window.name, words, tuple(self.offers(shown, window.extents)))
 
@@ -97,7 +97,7 @@ class Screen:
                 yield from self.shown(child)
 
     def offers(self, things, area):
-        """Returns those of these widgets that can be used in `area`."""
+        """Yields those of these widgets that can be used in `area`."""
         for thing in things:
             if thing.role not in WEIGHTS or not thing.is_sensitive:
                 continue

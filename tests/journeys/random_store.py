@@ -152,9 +152,9 @@ class StoreWatch:
                 if path.parent.name != "Uploaded":
                     yield f"a move replaced {path}"
             elif path not in self.own:
-                yield f"{path} was written over, though the program neither opened nor saved it"
+                yield f"{path} was overwritten, although the program neither opened nor saved it"
             elif not is_survey(path, after[path]):
-                yield f"{path} is no survey after the program has changed it"
+                yield f"{path} is not a survey after the program has changed it"
 
     def wrong_additions(self, after):
         known = set(self.before.values())
@@ -162,7 +162,7 @@ class StoreWatch:
             if path.name.startswith(TEMPORARY):
                 yield f"{path} is left over"
             elif after[path] not in known and not is_survey(path, after[path]):
-                yield f"{path} is no survey"
+                yield f"{path} is not a survey"
 
 
 def is_survey(path, item):
@@ -214,7 +214,7 @@ class OtherPrograms:
         return path
 
     def put_survey(self):
-        """Returns a complete survey with a random start time."""
+        """Writes a complete survey with a random start time. Returns a sentence about it."""
         hour = self.random.randint(6, 20)
         place = self.place
         name = f"{entry.MEMBER}-{place.subregion}-20210630-{hour:02d}00-{place.zone_code}"

@@ -32,7 +32,7 @@ DEADLINE = 60.0  # seconds until the program must answer
 RESTLESS = 3.0  # seconds after which a screen that keeps changing is used nevertheless
 PAUSE = 0.015
 LOGGED = 25  # the number of steps that a failure shows
-WAY_OUT = 5  # steps; the window manager passes on its own wish to close a window late
+WAY_OUT = 5  # steps; the window manager reports late that the user closed a window with Alt+F4
 
 TOOLKIT_WARNING = re.compile(
     r"^(\(.*:\d+\): \S+-|\*\* \(.*:\d+\): |\*\* )(WARNING|CRITICAL|ERROR)( \*\*)?:|"
@@ -94,7 +94,7 @@ class RandomUse:
     # --- the run ---
 
     def run(self):
-        """Raises a Failure that says how to see it again."""
+        """Takes all steps. Raises a Failure that says how to repeat the run if it finds a fault."""
         try:
             with self.server:
                 self.take_steps()
@@ -172,7 +172,7 @@ class RandomUse:
             home=self.home,
             arguments=["-d1"],
             environment=environment,
-            errors_apart=True,
+            separate_errors=True,
         )
         self.screen = Screen(self.program)
         self.store.program_starts()
@@ -193,7 +193,7 @@ class RandomUse:
                 self.check_end()
                 return None
             look = None
-            with contextlib.suppress(GLib.Error, TypeError, AssertionError):  # things that go
+            with contextlib.suppress(GLib.Error, TypeError, AssertionError):  # a lost widget
                 look = self.screen.look()
             if look and (look == before or time.monotonic() > restless):
                 return look
@@ -296,7 +296,7 @@ def main():
     except Failure as failure:
         print(failure, file=sys.stderr)
         return 1
-    print(f"Seed {given.seed}: {use.count} steps, nothing wrong")
+    print(f"Seed {given.seed}: {use.count} steps, no fault found")
     return 0
 
 

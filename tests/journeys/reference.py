@@ -1,6 +1,6 @@
 """The choices in the shipped reference data, read from the files without the program.
 
-The journeys take whatever rows stand there; none of them knows a name.
+The journeys use the rows that the files have, and do not rely on any name in them.
 """
 
 import csv
@@ -87,6 +87,7 @@ def a_zone(data_files, region):
 
 
 def families_of(data_files, region, view_id):
+    """Returns the fish of a view as `Place.families` describes them."""
     family_names = {
         row["familyid"]: row["commonname"] for row in rows(data_files, f"{region}-family-info.csv")
     }

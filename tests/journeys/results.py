@@ -1,4 +1,4 @@
-"""Runs unittest cases and writes their outcomes in the form that GoogleTest writes."""
+"""Runs unittest cases and writes their outcomes in the format of GoogleTest."""
 
 import pathlib
 import time
@@ -7,7 +7,7 @@ import xml.etree.ElementTree as ElementTree
 
 
 class Recorder(unittest.TextTestResult):
-    """Keeps the outcome of every single case."""
+    """Records the outcome of every single case."""
 
     def __init__(self, *args, **kwargs):
         super().__init__(*args, **kwargs)
@@ -28,7 +28,7 @@ class Recorder(unittest.TextTestResult):
             status="run",
             time=f"{time.monotonic() - self.started:.3f}",
         )
-        if hasattr(test, "tried"):  # how many things, for the table of reliability
+        if hasattr(test, "tried"):  # the number of cases, for tools/reliability-table
             properties = ElementTree.SubElement(case, "properties")
             ElementTree.SubElement(properties, "property", name="tried", value=str(test.tried))
         for reason in (reason for which, reason in failed if which is test):
@@ -37,7 +37,10 @@ class Recorder(unittest.TextTestResult):
 
 
 def run(modules, results_path, names=()):
-    """Runs the cases of these modules, all or those whose id holds a name; gives the exit status."""
+    """Runs all cases of these modules, or those whose ids contain one of the names.
+
+    Returns the exit status.
+    """
     loader = unittest.TestLoader()
     loader.testNamePatterns = [f"*{name}*" for name in names] or None
     runner = unittest.TextTestRunner(resultclass=Recorder, verbosity=2)

@@ -1,7 +1,7 @@
 """The screen: widgets with a role and a name that can be used.
 
-A thin layer over AT-SPI. Things change under the hands of who looks at them, so
-every look asks the program anew and none of them is kept for long.
+A thin layer over AT-SPI. Widgets can change or disappear at any time, so each call queries
+the program again. Only the role of a widget is cached.
 """
 
 import functools
@@ -109,7 +109,7 @@ class Thing:
 
     @property
     def extents(self):
-        """Returns its rectangle in pixels of the screen: x, y, width, height."""
+        """Returns its rectangle on the screen in the program's pixels: x, y, width, height."""
         rect = Atspi.Component.get_extents(
             self.accessible.get_component_iface(), Atspi.CoordType.SCREEN
         )
@@ -172,13 +172,13 @@ class Thing:
     def click(self, button=1):
         """Clicks on its middle with the mouse when it is sensitive and does not move.
 
-        The mouse it is, not the bus's own "do your action": the program would not
-        answer on the bus for as long as that action keeps a dialog open.
+        Does not use the action interface of the bus: if the action opens a dialog, the
+        program does not answer on the bus until the dialog is closed.
         """
         wait_for(f"{self!r} can be used", lambda: self.is_shown and self.is_sensitive)
         # A window that has just opened is active once the window manager has placed it.
         wait_for(f"the window of {self!r} is active", lambda: self.is_in_active_window)
-        x, y, width, height = wait_for(f"{self!r} stands still", self.settled_extents)
+        x, y, width, height = wait_for(f"{self!r} does not move", self.settled_extents)
         x, y = (x + width // 2) * SCALE, (y + height // 2) * SCALE
         Atspi.generate_mouse_event(x, y, f"b{button}c")
 
@@ -188,7 +188,7 @@ class Thing:
         GTK 3.24.52 takes no click there that follows the one that opened the menu.
         """
         wait_for(f"{self!r} can be used", lambda: self.is_shown and self.is_sensitive)
-        x, y, width, height = wait_for(f"{self!r} stands still", self.settled_extents)
+        x, y, width, height = wait_for(f"{self!r} does not move", self.settled_extents)
         Atspi.generate_mouse_event((x + width // 2) * SCALE, (y + height // 2) * SCALE, "abs")
         wait_for(f"{self!r} is marked", lambda: self.has(STATE.SELECTED))
         press_key("Return")
@@ -200,6 +200,7 @@ class Thing:
         Atspi.generate_mouse_event(x, y, "b5c" if down else "b4c")
 
     def settled_extents(self):
+        """Returns its extents, or None if they have changed after a pause."""
         before = self.extents
         time.sleep(PAUSE)
         return before if before == self.extents else None
@@ -208,7 +209,7 @@ class Thing:
         """Replaces the text of an entry."""
         wait_for(f"{self!r} can be used", lambda: self.is_sensitive)
         self.write(text)
-        wait_for(f"{self!r} holds {text!r}", lambda: self.text == text)
+        wait_for(f"{self!r} contains {text!r}", lambda: self.text == text)
 
     def write(self, text):
         """Like set_text, for an entry that may refuse the text."""
@@ -244,7 +245,7 @@ class Thing:
     # --- trees ---
 
     def rows(self):
-        """Returns the visible rows of a tree, each a list of its cells."""
+        """Yields the visible rows of a tree, each as a list of its cells."""
         self.accessible.clear_cache()
         table = self.accessible.get_table_iface()
         columns = Atspi.Table.get_n_columns(table)
@@ -291,7 +292,7 @@ def place_on_keyboard(symbol):
     Gdk.init([])
     keymap = Gdk.Keymap.get_for_display(Gdk.Display.get_default())
     found, keys = keymap.get_entries_for_keyval(symbol)
-    assert found, f"no key bears {Gdk.keyval_name(symbol)}"
+    assert found, f"no key has the symbol {Gdk.keyval_name(symbol)}"
     key = min(keys, key=lambda key: (key.group, key.level))
     assert key.level <= 1, f"{Gdk.keyval_name(symbol)} needs more than Shift"
     return key.keycode, key.level
@@ -351,4 +352,4 @@ def wait_until_still():
         time.sleep(0.25)
         return before == picture_of().get_pixels()
 
-    wait_for("the display stands still", is_still)
+    wait_for("the display does not move", is_still)

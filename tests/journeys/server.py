@@ -11,9 +11,9 @@ LISTENING = "Listening on "
 class Server:
     """A server that can be stopped and started, with other options, between requests.
 
-    `directory` is a new one for what it gets; the surveys that it took lie in
-    `uploads` there. Which program it is and at which port it has to be, this
-    process is told by its environment, as it depends on the build.
+    `directory` is a new directory for its files; it stores surveys in `uploads` there.
+    The environment variables MAVO_SURVEY_SERVER and MAVO_SERVER_PORT name its executable and
+    its port, which depend on the build.
     """
 
     def __init__(self, directory):
@@ -31,7 +31,7 @@ class Server:
         self.stop()
 
     def start(self, data, *options):
-        """Starts it again with the data set in the directory `data`."""
+        """Starts or restarts it with the data set in the directory `data`."""
         self.stop()
         command = [os.environ["MAVO_SURVEY_SERVER"], "--port", self.port]
         command += ["--uploads", self.uploads, "--data", data, *options]

@@ -1,6 +1,6 @@
-"""started COMMAND...: a program that a script starts, seen on the screen and closed.
+"""started COMMAND...: runs a script that starts the program, waits for its window and quits it.
 
-The script may start it in a process of its own: it is found by its name.
+The script may start the program in a child process, so its name identifies it.
 """
 
 import sys

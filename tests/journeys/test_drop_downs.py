@@ -8,7 +8,7 @@ from .screen import SCALE, press_key, screen_size
 from .test_keyboard import KeyboardJourney
 from .waiting import wait_for
 
-PAUSE_OF_SEARCH = 1.1  # seconds after which a letter begins a new search
+PAUSE_OF_SEARCH = 1.1  # seconds after which a letter starts a new search
 PAGES = {
     "Survey Info Part 1": ["Location", "Survey type", "Month", "Day", "Year", "Start time"],
     "Survey Info Part 2": [
@@ -26,17 +26,17 @@ PAGES = {
 
 class ListJourney(KeyboardJourney):
     def go_to(self, name):
-        """Moves the keyboard to a box of the page in front; gives the box."""
+        """Moves the focus to a box of the current page and returns the box."""
         for _ in range(40):
             if self.keyboard.station() == ("combo box", name):
                 return self.program.panel_shown().find("combo box", name)
             before = self.keyboard.station()
             self.keyboard.press("Tab")
             wait_for(f"another than {before}", lambda: self.keyboard.station() != before)
-        raise AssertionError(f"the keyboard does not come to {name!r}")
+        raise AssertionError(f"the focus does not reach {name!r}")
 
     def open_list(self):
-        """Opens the list of the box that has the keyboard."""
+        """Opens the list of the focused box and returns it."""
         self.keyboard.press("space")
         return self.program.popup_menu()
 
@@ -104,13 +104,13 @@ class ChoosingFromLists(ListJourney):
         self.keyboard.press("Return", then="Day")
         self.expect_choice("8", day)
 
-    def test_leaves_shortcuts_alone(self):
+    def test_does_not_search_for_the_letters_of_shortcuts(self):
         month = self.go_to("Month")
         self.keyboard.press("Ctrl+d")
         self.keyboard.press("Alt+d", then="Day")
         self.assertEqual("", month.chosen)
 
-    def test_changes_nothing_by_the_wheel(self):
+    def test_ignores_the_wheel_of_the_mouse(self):
         day = self.go_to("Day")
         self.type("12")
         self.expect_choice("12", day)
@@ -136,7 +136,7 @@ class ListsOnTheScreen(ListJourney):
     def look_at(self, menu, name):
         self.assertEqual(name, menu.name)
         self.assertNotIn("", [item.name for item in menu.children()])
-        x, y, width, height = wait_for("it stands still", menu.settled_extents)
+        x, y, width, height = wait_for("it does not move", menu.settled_extents)
         across, down = screen_size()
         self.assertGreaterEqual(min(x, y), 0)
         self.assertLessEqual((x + width) * SCALE, across)

@@ -27,9 +27,9 @@ UNSAVED = "Survey has been changed without being saved!"
 
 
 class Journey(unittest.TestCase):
-    """Each journey starts the program anew, with nothing saved."""
+    """Each journey starts the program in a new home directory, without saved surveys."""
 
-    environment = None  # added to this process's own
+    environment = None  # additional variables for the program
 
     def setUp(self):
         self.place = a_place(DATA_FILES)
@@ -45,13 +45,13 @@ class Journey(unittest.TestCase):
 
 class EnteringASurvey(Journey):
     def save(self):
-        """Saves; gives the words of the dialog that follows and the path of the only survey."""
+        """Saves. Returns the text of the message that follows and the path of the only survey."""
         self.button("Save For Later").click()
         words = "\n".join(self.program.message("Survey saved to").labels())
         (path,) = self.program.saved_surveys()
         return words, path
 
-    def test_leaves_one_file_that_holds_all_of_it(self):
+    def test_saves_one_file_with_all_entries(self):
         entry.enter_all(self.program, self.place)
         words, path = self.save()
         self.assertEqual("In Progress", path.parent.name)
@@ -98,7 +98,7 @@ class EnteringASurvey(Journey):
         panel = self.program.open_panel("Member Info")
         self.assertEqual(entry.MEMBER, panel.find("text", "Member number").text)
         self.assertEqual(entry.NAME, panel.find("text", "Last name").text)
-        # Nothing of this was typed for the new survey, so no question is asked.
+        # The user typed nothing for the new survey, so the program asks no question.
         self.program.activate_menu("File", "Close Survey")
         self.expect_end()
 
@@ -161,7 +161,7 @@ class LeavingASurvey(Journey):
         entry.enter_place_and_date(self.program, self.place)
         self.program.activate_menu("File", "Close Survey")
 
-    def test_cancel_keeps_all_that_was_typed(self):
+    def test_the_answer_cancel_keeps_all_that_was_typed(self):
         self.enter_something_and_close()
         asked = self.program.answer(UNSAVED, "Cancel")
         self.assertIn("Save it before closing this survey?", asked)
@@ -170,13 +170,13 @@ class LeavingASurvey(Journey):
         panel = self.program.open_panel("Member Info")
         self.assertEqual(entry.NAME, panel.find("text", "Last name").text)
 
-    def test_no_ends_the_program_and_saves_nothing(self):
+    def test_the_answer_no_ends_the_program_and_saves_nothing(self):
         self.enter_something_and_close()
         self.program.answer(UNSAVED, "No")
         self.expect_end()
         self.assertEqual([], self.program.saved_surveys())
 
-    def test_save_tells_where_the_survey_is_and_ends_the_program(self):
+    def test_the_answer_save_reports_the_path_of_the_survey_and_ends_the_program(self):
         self.enter_something_and_close()
         self.program.answer(UNSAVED, "Save", other_follows=True)
         words = self.program.answer("Survey saved to", "OK")

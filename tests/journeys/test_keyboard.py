@@ -1,4 +1,4 @@
-"""Journeys without a mouse, and of who listens instead of looking."""
+"""Journeys without a mouse, and with a screen reader."""
 
 import re
 
@@ -13,7 +13,7 @@ from .waiting import wait_for
 
 
 class KeyboardJourney(Journey):
-    """A journey that touches nothing but keys."""
+    """A journey that uses the program with the keyboard."""
 
     def setUp(self):
         super().setUp()
@@ -67,7 +67,7 @@ class UsingTheKeyboardOnly(KeyboardJourney):
         self.keyboard.type_text(place.zone_code, panel.find("text", "Zone code"))
 
     def fill(self, panel, box, label, following):
-        """Chooses in a box that has the keyboard, and goes on to the next field."""
+        """Chooses a label in the focused box and moves to the next field."""
         self.keyboard.choose(label, panel.find("combo box", box))
         self.keyboard.press("Tab", then=following)
 
@@ -139,7 +139,7 @@ class UsingTheKeyboardOnly(KeyboardJourney):
 
 class SavingKeystrokes(KeyboardJourney):
     def open_tree(self):
-        """The tree of listed species, which has the keyboard."""
+        """Opens the tree of listed species, moves the focus to it and returns it."""
         entry.enter_place_and_date(self.program, self.place)
         panel = self.program.open_panel("Listed Species")
         self.keyboard.press("Alt+p", then="Species of this view")
@@ -222,7 +222,7 @@ class TypingFast(KeyboardJourney):
     COUNT = 10
 
     def species_with_plain_names(self):
-        """Returns (number, name) of species whose names are not the beginning of another."""
+        """Returns (number, name) of species whose names are not the beginning of another name."""
         listed = [species for family in self.place.families.values() for species in family]
         names = [name.lower() for _, name in listed]
         plain = [
@@ -265,7 +265,7 @@ class TypingFast(KeyboardJourney):
 
 
 class ListeningToAScreenReader(KeyboardJourney):
-    def test_meets_a_name_wherever_the_keyboard_goes(self):
+    def test_finds_a_name_for_each_widget_that_gets_the_focus(self):
         entry.enter_all(self.program, self.place)
         stops = {}
         for panel in PANELS:
@@ -278,7 +278,7 @@ class ListeningToAScreenReader(KeyboardJourney):
         fields = ["Location", "Survey type", "Month", "Day", "Year", "Start time", "Zone code"]
         self.assertEqual(fields, in_order[first : first + len(fields)])
 
-    def test_meets_a_name_in_every_dialog(self):
+    def test_finds_a_name_for_each_widget_of_a_dialog(self):
         for item, title in (
             ("Instructions", "Instructions for survey data entry"),
             ("Contact MAVO", "Contact MAVO"),
@@ -290,7 +290,7 @@ class ListeningToAScreenReader(KeyboardJourney):
             dialog.find("push button", "Close").click()
             self.program.wait_for_no_dialog()
 
-    def test_meets_a_name_in_messages_and_menus(self):
+    def test_finds_a_name_for_each_widget_of_messages_and_menus(self):
         entry.enter_place_and_date(self.program, self.place)
         tree = entry.open_species(self.program)
         number = entry.species_to_mark(self.place)[0][0]
@@ -310,9 +310,9 @@ class ListeningToAScreenReader(KeyboardJourney):
 
 
 def lacks_a_name(thing):
-    """Whether nothing is said of a thing that can have the keyboard.
+    """Returns whether a widget that can get the focus has no name.
 
-    The words of a link are those of its label.
+    The name of a link is the text of the label that contains it.
     """
     if thing.role == "link":
         return not Thing(thing.accessible.get_parent()).text

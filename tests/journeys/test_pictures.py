@@ -1,4 +1,4 @@
-"""Whether the pictures in the documents still show the program."""
+"""Whether the pictures in the documents still match the program."""
 
 import os
 import pathlib
@@ -14,12 +14,12 @@ from .pictures import NAMES, take_pictures
 from .test_journeys import APPLICATION_DIR
 
 DOCUMENTS = pathlib.Path(os.environ.get("MAVO_SCREENSHOTS", "docs/screenshots"))
-VISIBLE = 48  # of 255: what two shades of one colour have to differ by
+VISIBLE = 48  # of 255: a smaller difference between two colours is not visible
 TOLERANCE = 0.001  # the share of the picture that may differ: less than a button
 
 
 def share_that_differs(one, other):
-    """Of two pictures, from 0 to 1; 1 if they are not even of the same size."""
+    """Returns the share of two pictures that differs, 0 to 1; 1 if their sizes differ."""
     pictures = [GdkPixbuf.Pixbuf.new_from_file(str(path)) for path in (one, other)]
     if len({(p.get_width(), p.get_height(), p.get_n_channels()) for p in pictures}) > 1:
         return 1.0
@@ -29,7 +29,7 @@ def share_that_differs(one, other):
 
 
 class ShowingTheProgramInTheDocuments(unittest.TestCase):
-    def test_shows_it_as_it_is(self):
+    def test_matches_pictures_of_the_running_program(self):
         with tempfile.TemporaryDirectory(prefix="mavo-pictures-") as directory:
             take_pictures(APPLICATION_DIR, directory)
             shares = {
@@ -38,4 +38,4 @@ class ShowingTheProgramInTheDocuments(unittest.TestCase):
             }
         print({name: f"{share:.5f}" for name, share in shares.items()})
         stale = [name for name, share in shares.items() if share > TOLERANCE]
-        self.assertEqual([], stale, "tools/make-screenshots takes them anew")
+        self.assertEqual([], stale, "tools/make-screenshots takes them again")

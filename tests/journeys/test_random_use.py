@@ -1,4 +1,4 @@
-"""Random use of the program, and the judgement on it."""
+"""Random use of the program, and tests of the checks that judge it."""
 
 import pathlib
 import shutil
@@ -12,7 +12,7 @@ from .reference import a_place, labels
 from .test_journeys import APPLICATION_DIR, DATA_FILES
 
 STEPS = 100
-OPENED = "loading subregion X\n"  # the line that the program prints
+OPENED = "loading subregion X\n"  # what the program prints when it opens a survey
 
 
 class UsingAtRandom(unittest.TestCase):
@@ -33,7 +33,7 @@ class UsingAtRandom(unittest.TestCase):
 
 
 class JudgingRandomUse(unittest.TestCase):
-    """What a step of the program may do to the store, and what is reported."""
+    """Which changes of the store the checks accept, and which they report."""
 
     def setUp(self):
         self.root = pathlib.Path(tempfile.mkdtemp(prefix="mavo-journey-"))
@@ -44,7 +44,7 @@ class JudgingRandomUse(unittest.TestCase):
         self.watch = StoreWatch(self.root)
 
     def put(self, state, hour):
-        """A survey as the program writes it."""
+        """Writes a survey as the program does, and returns its path."""
         groups = ("visibility", "depth", "current")
         choices = {group: labels(DATA_FILES, group)[entry.CHOICE][0] for group in groups}
         path = self.root / state / f"{hour}.MAVO-Survey"
@@ -63,7 +63,7 @@ class JudgingRandomUse(unittest.TestCase):
         for expected, found in zip(words, wrong):
             self.assertIn(expected, found)
 
-    def test_a_step_that_changes_nothing_is_right(self):
+    def test_a_step_that_changes_nothing_is_accepted(self):
         self.expect()
 
     def test_a_survey_that_vanishes_is_reported_unless_the_user_deleted_it(self):
@@ -93,16 +93,16 @@ class JudgingRandomUse(unittest.TestCase):
                 source.rename(target)
                 self.expect(*words)
 
-    def test_a_file_may_be_written_over_only_if_it_was_opened_or_saved(self):
+    def test_a_file_may_be_overwritten_only_if_it_was_opened_or_saved(self):
         first, second = self.path.read_bytes(), self.put("Uploaded", 11).read_bytes()
         self.watch.others_acted()
         self.path.write_bytes(second)
-        self.expect("written over")
+        self.expect("overwritten")
         self.watch.program_starts()
         self.path.write_bytes(first)
         self.expect(output=OPENED)
 
-    def test_a_file_that_others_changed_since_it_was_saved_may_not_be_written_over(self):
+    def test_a_file_that_others_changed_since_it_was_saved_may_not_be_overwritten(self):
         first, second = self.path.read_bytes(), self.put("Uploaded", 11).read_bytes()
         self.watch.others_acted()
         self.path.write_bytes(second)
@@ -110,25 +110,25 @@ class JudgingRandomUse(unittest.TestCase):
         self.path.write_text("another program's")
         self.watch.others_acted()
         self.path.write_bytes(first)
-        self.expect("written over")
+        self.expect("overwritten")
 
     def test_what_the_program_writes_has_to_be_a_survey(self):
         self.path.write_text("half a sur")
         (self.root / "Uploaded" / "new.MAVO-Survey").write_text("<MAVO-Survey>")
-        self.expect("is no survey after", "new.MAVO-Survey is no survey", output=OPENED)
+        self.expect("is not a survey after", "new.MAVO-Survey is not a survey", output=OPENED)
 
-    def test_what_a_save_leaves_beside_its_file_is_reported(self):
+    def test_a_temporary_file_that_a_save_leaves_is_reported(self):
         (self.root / "In Progress" / ".goutputstream-ABCDEF").write_bytes(b"")
         self.expect("left over")
 
-    def test_what_others_put_there_may_be_anything(self):
+    def test_any_change_by_other_programs_is_accepted(self):
         (self.root / "In Progress" / "note.txt").write_text("buy new fins")
         (self.root / "Uploaded" / "link").symlink_to("nowhere")
         self.path.unlink()
         self.watch.others_acted()
         self.expect()
 
-    def test_warnings_of_the_toolkit_are_told_from_the_programs_own_lines(self):
+    def test_warnings_of_the_toolkit_are_distinguished_from_lines_of_the_program(self):
         own = "*** ERROR: Failed to contact MAVO server\nWarning: region X has no species 7\n"
         self.assertEqual([], toolkit_warnings(own))
         for warning in (

@@ -17,10 +17,10 @@ UPLOADED = "This survey has been uploaded. You can look at it, but not change it
 
 
 class SavedSurveys(Journey):
-    """What the journeys below share."""
+    """The base class of the journeys below."""
 
     def button(self, name):
-        """The button that is in sight: panels behind may have one of the same name."""
+        """Returns the visible button: hidden panels may have one with the same name."""
         return self.program.window().find("push button", name, lambda button: button.is_shown)
 
     def list_of_surveys(self):
@@ -28,7 +28,7 @@ class SavedSurveys(Journey):
         return panel, tree_in(panel, "Saved surveys")
 
     def lines(self):
-        """The list of surveys as it stands, without what is folded away."""
+        """Returns the lines of the list of surveys, without those of folded headings."""
         _, tree = self.list_of_surveys()
         return [row[0].text for row in tree.rows()]
 
@@ -37,7 +37,7 @@ class SavedSurveys(Journey):
         return f"{place.type_name} - 2021-06-30 at 9 AM" + (f" - {place.zone_name}" if zone else "")
 
     def select(self, text):
-        """Clicks the survey with this description; gives the panel."""
+        """Clicks the survey with this description and returns the panel."""
         panel, tree = self.list_of_surveys()
         cell = tree.find_row(text)[0]
         cell.scroll_to()
@@ -54,7 +54,7 @@ class SavedSurveys(Journey):
         return path
 
     def open_selected(self, button="Edit"):
-        """Opens the selected survey; gives its Confirmation page."""
+        """Opens the selected survey and returns its Confirmation page."""
         self.press(self.program.open_panel(START_PAGE), button)
         return wait_for("the survey is open", self.confirmation_in_front)
 
@@ -142,12 +142,12 @@ class ComingBackToASurvey(SavedSurveys):
         self.assert_unfolded(self.open_selected())
 
     def assert_unfolded(self, page):
-        """The summary shows each marked species below its family."""
+        """Expects that the summary shows each marked species below its family."""
         tree = entry.tree_in(page, "Listed species that you have marked")
         for number, _ in entry.species_to_mark(self.place):
             tree.find_row(entry.code_of(number))
 
-    def test_one_that_cannot_be_read_is_told_and_disturbs_nothing(self):
+    def test_a_file_that_cannot_be_read_is_reported_and_disturbs_nothing(self):
         entry.enter_all(self.program, self.place)
         path = self.save_for_later()
         (path.parent / "note.txt").write_text("buy new fins\n")
@@ -165,7 +165,7 @@ class ComingBackToASurvey(SavedSurveys):
 
 
 class ViewingAnUploadedSurvey(SavedSurveys):
-    def test_it_can_be_looked_at_and_not_be_changed(self):
+    def test_it_can_be_viewed_but_not_changed(self):
         entry.enter_all(self.program, self.place)
         path = self.save_for_later()
         uploaded = path.parent.parent / "Uploaded"
@@ -191,7 +191,7 @@ class ViewingAnUploadedSurvey(SavedSurveys):
         page = self.program.open_panel("Survey Info Part 2")
         self.assertFalse(page.find("combo box", "Habitat").is_sensitive)
 
-        # A click on a species opens no menu, and saving is refused in words.
+        # A click on a species opens no menu, and a message refuses to save.
         tree = entry.open_species(self.program)
         species = entry.species_to_mark(self.place)[0]
         cell = tree.find_row(code_of(species[0]))[1]
@@ -216,7 +216,7 @@ class SearchingSpecies(SavedSurveys):
         self.page.find("text", "Search for a species").set_text(text)
 
     def found(self):
-        """The ids of the species that are shown as found."""
+        """Returns the codes of the species that the tree shows."""
         tree = tree_in(self.page, "Matching species")
         return {row[0].text for row in tree.rows()} - {"Family"}
 
@@ -226,7 +226,7 @@ class SearchingSpecies(SavedSurveys):
         wait_for(f"{mode} {text!r} finds {sorted(codes)[:5]}...", lambda: self.found() == codes)
 
     def fish(self, column, word):
-        """The fish with this word in a column, as the data have them."""
+        """Returns the rows of the fish with this word in a column."""
         return [
             row
             for row in self.species
@@ -264,12 +264,12 @@ class SearchingSpecies(SavedSurveys):
         self.expect_found("Family Name", family, members)
         self.expect_found("Species Code", f"000{common['speciesid']}", [common])
 
-    def test_all_shows_every_species_beside_the_words_for_nothing_found(self):
+    def test_a_search_for_all_shows_every_fish(self):
         self.expect_found(
             "Common Name", "__ALL__", [row for row in self.species if row["invertebratetype"] == "0"]
         )
 
-    def test_one_that_is_found_is_marked_and_stays_with_the_survey(self):
+    def test_a_species_that_is_found_can_be_marked_and_is_saved(self):
         listed = {n for family in self.place.families.values() for n, _ in family}
         other = next(
             row

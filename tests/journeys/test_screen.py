@@ -1,11 +1,11 @@
-"""How things on the screen are told apart, whatever release of the accessibility bus is there."""
+"""How widgets are found by role with any release of the accessibility bus."""
 
 import unittest
 
 from .screen import Thing
 
 
-class StandIn:
+class FakeAccessible:
     """An accessible with a role and a name, and with children."""
 
     def __init__(self, role, name, *children):
@@ -28,11 +28,12 @@ class TellingThingsApart(unittest.TestCase):
     def test_finds_a_button_by_its_old_and_its_new_role(self):
         for role in ("push button", "button"):
             with self.subTest(role=role):
-                frame = Thing(StandIn("frame", "", StandIn("panel", "Save", StandIn(role, "Save"))))
+                panel = FakeAccessible("panel", "Save", FakeAccessible(role, "Save"))
+                frame = Thing(FakeAccessible("frame", "", panel))
                 found = frame.look_for("push button", "Save")
                 self.assertIsNotNone(found)
                 self.assertEqual("push button", found.role)
 
-    def test_takes_no_other_thing_for_a_button(self):
-        frame = Thing(StandIn("frame", "", StandIn("toggle button", "Save")))
+    def test_does_not_find_a_toggle_button_as_a_button(self):
+        frame = Thing(FakeAccessible("frame", "", FakeAccessible("toggle button", "Save")))
         self.assertIsNone(frame.look_for("push button", "Save"))

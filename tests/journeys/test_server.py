@@ -30,7 +30,7 @@ NO_SERVER = "Failed to contact MAVO server"
 
 
 class ServerJourney(SavedSurveys):
-    """What the journeys below share. Each survey is known by the hour of its dive."""
+    """The base class of the journeys below. The hour of its dive identifies each survey."""
 
     def setUp(self):
         self.place = a_place(DATA_FILES)
@@ -59,7 +59,7 @@ class ServerJourney(SavedSurveys):
             document.write(path, self.place, choices, hour)
 
     def described(self, hour):
-        """A survey's line in the list of surveys."""
+        """Returns the line of a survey in the list of surveys."""
         when = dict(labels(DATA_FILES, "divestart"))[hour]
         return f"{self.place.type_name} - 2021-06-30 at {when} - {self.place.zone_name}"
 
@@ -78,11 +78,11 @@ class ServerJourney(SavedSurveys):
     # --- the dialogs ---
 
     def answer(self, words, button):
-        """Answers a message that another one follows."""
+        """Answers a message that is followed by another one."""
         return self.program.answer(words, button, other_follows=True)
 
     def expect_up_to_date(self):
-        """Every exchange ends with the check for updates, and this with its only message."""
+        """Answers the message of the check for updates, which follows each upload."""
         self.program.answer(UP_TO_DATE, "OK")
 
     def expect_second_step(self, said):
@@ -95,7 +95,7 @@ class ServerJourney(SavedSurveys):
 
 
 class SendingASurvey(ServerJourney):
-    def test_it_lies_under_uploaded_then_and_is_read_only(self):
+    def test_it_is_moved_to_uploaded_and_is_read_only(self):
         self.put(IN_PROGRESS, 9)
         self.server.start(DATA_FILES)
         self.start_program()
@@ -151,7 +151,7 @@ class SendingASurvey(ServerJourney):
         self.assertEqual(sent, self.server.surveys())
 
     def expect_an_incomplete_one_to_stay(self):
-        """The new survey has a member and a place, no more."""
+        """Expects that the new survey, which has only a member and a place, is not sent."""
         wait_for(
             "a new survey is begun",
             lambda: self.program.panel_shown().name == "Survey Info Part 1",
@@ -164,7 +164,7 @@ class SendingASurvey(ServerJourney):
         self.expect_surveys(in_progress=[9], ready=[10, 11], uploaded=[8])
 
     def open_the_only_one(self, hour):
-        """The dialog selects it by itself and describes it."""
+        """Opens the only survey in the dialog, which selects and describes it."""
         dialog = self.program.dialog("Open saved survey")
         words = f"Member {entry.MEMBER} - {self.described(hour)}"
         wait_for("the survey is described", lambda: words in dialog.labels())
@@ -276,12 +276,12 @@ class CheckingForUpdates(ServerJourney):
         information = "version=1\ntimestamp=20990101000000\nupdated=January 1, 2099\n"
         (self.newer_data / "data-file-info.txt").write_text(information)
 
-    def test_tells_what_the_server_has(self):
+    def test_reports_what_the_server_has(self):
         self.start_program()
         other_program = "--app-version", "0.9", "--app-url", "http://mavo.example/get?a=1&b=2"
         lost = "--data-query", "without=X-Data-Last-Updated-Is"
-        told_of_program = NEW_PROGRAM, "OK"
-        told_of_data = NEW_DATA, "Cancel"
+        new_program = NEW_PROGRAM, "OK"
+        new_data = NEW_DATA, "Cancel"
         inconsistent = "Failed to consistently contact MAVO server", "OK"
         no_archive = "Failed to download data update! (404)", "OK"
         cases = (
@@ -292,14 +292,14 @@ class CheckingForUpdates(ServerJourney):
                 "other program, no data",
                 DATA_FILES,
                 other_program + lost,
-                [told_of_program, inconsistent],
+                [new_program, inconsistent],
             ),
-            ("all the same", DATA_FILES, (), [(UP_TO_DATE, "OK")]),
-            ("other program", DATA_FILES, other_program, [told_of_program]),
-            ("other data", self.newer_data, (), [told_of_data]),
-            ("both", self.newer_data, other_program, [told_of_program, told_of_data]),
+            ("nothing new", DATA_FILES, (), [(UP_TO_DATE, "OK")]),
+            ("other program", DATA_FILES, other_program, [new_program]),
+            ("other data", self.newer_data, (), [new_data]),
+            ("both", self.newer_data, other_program, [new_program, new_data]),
             (
-                "data that cannot be had",
+                "data that cannot be downloaded",
                 self.newer_data,
                 ("--archive", "status=404"),
                 [(NEW_DATA, "Yes"), no_archive],
@@ -309,7 +309,7 @@ class CheckingForUpdates(ServerJourney):
             with self.subTest(name):
                 self.check(data, options, messages)
         self.assertFalse((self.home / ".config" / "MAVO-Survey" / "data-files").exists())
-        # No other message came, or the menu could not be used.
+        # This works only if no other message is open.
         self.program.activate_menu("File", "Quit")
         self.expect_end()
 
@@ -323,7 +323,7 @@ class CheckingForUpdates(ServerJourney):
             self.answer(*message)
         self.program.answer(words, button)
 
-    def test_new_data_come_with_a_new_window_of_the_same_survey(self):
+    def test_new_data_open_a_new_window_with_the_same_survey(self):
         number = self.add_a_species()
         self.put(IN_PROGRESS, 9)
         self.server.start(self.newer_data)
@@ -353,7 +353,7 @@ class CheckingForUpdates(ServerJourney):
         return [window.role for window in self.program.windows()] == ["frame"]
 
     def add_a_species(self):
-        """Gives the newer data a species of their own; the answer is its number."""
+        """Adds a new species to the newer data and returns its number."""
         species = species_rows(self.newer_data, self.place.region)
         number = 1 + max(int(row["speciesid"]) for row in species)
         new = {**species[0], "speciesid": number, "commonname": "Journeyfish", "rarefishind": "0"}

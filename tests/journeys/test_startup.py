@@ -1,4 +1,4 @@
-"""Starts of the real program, good and bad: what it prints, shows and ends with."""
+"""Starts of the real program: its output, its dialogs and its exit status."""
 
 import os
 import pathlib
@@ -18,7 +18,7 @@ APPLICATION_DIR = pathlib.Path(os.environ.get("MAVO_APPLICATION_DIR", "build/MAV
 
 
 class Start(unittest.TestCase):
-    """Each start has an application directory of its own, to take things away from."""
+    """Each test has its own copy of the application directory and can change it."""
 
     def setUp(self):
         above = pathlib.Path(tempfile.mkdtemp(prefix="mavo start "))  # users' paths have blanks
@@ -30,14 +30,17 @@ class Start(unittest.TestCase):
         return self.enterContext(Program(self.directory, arguments=arguments, **options))
 
     def start_and_close(self, *arguments, **options):
-        """Starts, closes the window that comes, and gives what was printed."""
+        """Starts the program, quits it and returns its output."""
         program = self.start(*arguments, **options)
         program.activate_menu("File", "Quit")
         self.assertEqual(0, program.wait_for_end())
         return program.output()
 
     def expect_fatal(self, words):
-        """The dialog with these words comes, and Close ends the program with status 1."""
+        """Expects a dialog with these words, whose button Close ends the program with status 1.
+
+        Returns the text of the dialog and the output.
+        """
         program = self.start()
         said = program.answer(words, "Close")
         self.assertEqual(1, program.wait_for_end())
@@ -61,7 +64,7 @@ class StartingWithDamage(Start):
         _, output = self.expect_fatal(self.failed_to_read)
         self.assertIn("Oh no!  We have no valid data!!\n", output)
 
-    def test_data_without_a_date_are_no_data(self):
+    def test_data_without_a_date_are_fatal(self):
         (self.directory / "data-files" / "data-file-info.txt").unlink()
         self.expect_fatal(self.failed_to_read)
 
@@ -99,7 +102,7 @@ class StartingWithDamage(Start):
     def test_a_missing_window_is_fatal_and_named(self):
         self.change(
             "resources/survey-ui.glade",
-            # the dialogs belong to the window by its id
+            # the dialogs refer to the window by its id
             lambda text: re.sub(r"\bsurvey_window\b", "another_window", text),
         )
         self.expect_fatal("Failed to find survey_window in UI")
@@ -120,7 +123,7 @@ class StartingWithDamage(Start):
                 press_key(key)
                 self.assertEqual(1, program.wait_for_end())
 
-    def test_missing_icons_are_survived(self):
+    def test_missing_icons_do_not_prevent_the_start(self):
         for logo in (self.directory / "resources").glob("MAVO-logo-*.png"):
             logo.unlink()
         self.start_and_close()
@@ -230,7 +233,7 @@ class StartingTheInstalledProgram(Start):
 
 
 class StartingWithoutHandlersOfAddresses(Start):
-    """No program of the system is known, but there is a command "open"."""
+    """The system has no program for links, but there is a command "open"."""
 
     schemes = ("http", "https", "mailto")
 
@@ -251,7 +254,7 @@ class StartingWithoutHandlersOfAddresses(Start):
     def start_at_home(self, *arguments):
         return self.start_and_close(*arguments, home=self.home, environment=self.environment)
 
-    def test_opens_them_by_the_command_from_the_next_start_on(self):
+    def test_opens_them_with_the_command_from_the_next_start_on(self):
         output = self.start_at_home()
         for scheme in self.schemes:
             self.assertIn(f"No default app for {scheme}!\n", output)
@@ -263,7 +266,7 @@ class StartingWithoutHandlersOfAddresses(Start):
             )
         self.assertNotIn("default app for", self.start_at_home("-d1"))
 
-    def test_opens_a_link_that_is_clicked_by_the_command(self):
+    def test_opens_a_clicked_link_with_the_command(self):
         command = self.directory.parent / "commands" / "open"
         opened = self.directory.parent / "opened"
         command.unlink()
@@ -287,7 +290,7 @@ class StartingWithoutHandlersOfAddresses(Start):
 
 
 class StartingWhereOpenIsXdgOpen(Start):
-    """The command "open" is another name of the real xdg-open, and nothing opens links."""
+    """The command "open" is a link to the real xdg-open, and no program opens links."""
 
     schemes = ("http", "https", "mailto")
     mark = "MAVO_STARTED_BY_THIS_TEST"
@@ -311,7 +314,7 @@ class StartingWhereOpenIsXdgOpen(Start):
         self.addCleanup(self.end_processes)
 
     def processes(self):
-        """The ids of all processes that the program has started, directly or not, and its own."""
+        """Returns the ids of the program's process and of all its descendants."""
         mark = f"{self.mark}={self.directory}".encode()
         found = []
         for process in pathlib.Path("/proc").glob("[0-9]*"):
@@ -319,7 +322,7 @@ class StartingWhereOpenIsXdgOpen(Start):
                 if mark in (process / "environ").read_bytes().split(b"\0"):
                     found.append(int(process.name))
             except OSError:
-                continue  # it has ended meanwhile, or is somebody else's
+                continue  # it has ended, or belongs to another user
         return found
 
     def end_processes(self):
@@ -332,7 +335,7 @@ class StartingWhereOpenIsXdgOpen(Start):
             time.sleep(0.05)
 
     def add_entries_of_an_earlier_start(self):
-        """What a start leaves that registers any "open", and an entry of the user's."""
+        """Writes the entries of a version that registered any "open", and one of the user."""
         lines = ["[Default Applications]"]
         for scheme, name in zip(self.schemes, ("AAAAAA", "BBBBBB", "CCCCCC")):
             (self.applications / f"userapp-open hack-{name}.desktop").write_text(
@@ -382,7 +385,7 @@ class StartingWhereOpenIsXdgOpen(Start):
 
 
 class StartingTwice(Start):
-    def test_gives_each_process_a_window_of_its_own(self):
+    def test_gives_each_process_a_separate_window(self):
         first = self.start()
         first.window()
         second = self.start()
@@ -403,7 +406,7 @@ class StartingWithArguments(Start):
                 self.assertEqual([str(level)], re.findall(r"^Debug level (.*)$", output, re.M))
                 self.assertIn(f'    argv[1] = "{argument}"\n', output)
 
-    def test_debug_level_2_tells_the_handlers_of_addresses(self):
+    def test_debug_level_2_prints_the_handlers_of_addresses(self):
         output = self.start_and_close("-d2")
         self.assertTrue(re.search(r"^(default app for http is|No default app for http!)", output, re.M))
 

@@ -9,10 +9,10 @@ PAUSE = 0.02
 
 
 def wait_for(what, condition, deadline=DEADLINE):
-    """Asks `condition` until its answer is true, and returns that answer.
+    """Calls `condition` until its answer is true, and returns that answer.
 
-    `what` says what was waited for, in the failure after `deadline` seconds. A thing
-    that goes from the screen while it is looked at is no answer yet.
+    Raises an AssertionError with the text `what` after `deadline` seconds. A GLib.Error counts
+    as a false answer, because a widget can disappear while it is examined.
     """
     end = time.monotonic() + deadline
     gone = None

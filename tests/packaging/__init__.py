@@ -1,1 +1,1 @@
-"""What makes the program at home on a desktop, and the package of it."""
+"""Tests of the files that integrate the program into a desktop, and of its package."""

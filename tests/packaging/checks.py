@@ -1,4 +1,4 @@
-"""Where the files are, and the running of the tools that judge them."""
+"""The paths of the tested files, and a function that runs the tools that check them."""
 
 import subprocess
 
@@ -6,12 +6,12 @@ from startup.scratch import BUILD, PROJECT
 
 APP_ID = "org.mavo.offline-survey-entry"
 SOURCE = PROJECT / "packaging"
-MADE = BUILD / "packaging"  # what the build made of templates
+GENERATED = BUILD / "packaging"  # the files that the build generates from templates
 FILE_TYPE = "application/vnd.mavo.survey+xml"
 
 
-def said(*command, **options):
-    """What a tool prints on both outputs; an error with all of it if it fails."""
+def run_tool(*command, **options):
+    """Runs a tool and returns both of its outputs. Raises an AssertionError if the tool fails."""
     ended = subprocess.run(
         command,
         stdout=subprocess.PIPE,

@@ -1,9 +1,9 @@
-"""The icons: PNGs that are what the SVGs look like, in the places of the theme."""
+"""The icons: their PNGs match the SVGs and are installed where the theme requires them."""
 
 import gi
 from startup.scratch import BUILD, ScratchTest
 
-from .checks import APP_ID, PROJECT, said
+from .checks import APP_ID, PROJECT, run_tool
 
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
@@ -17,24 +17,24 @@ def picture(path):
 
 
 def difference(one, other):
-    """The mean difference of two pictures' bytes, 0 to 255."""
+    """Returns the mean difference of the bytes of two pictures, 0 to 255."""
     pairs = list(zip(one.get_pixels(), other.get_pixels(), strict=True))
     return sum(abs(a - b) for a, b in pairs) / len(pairs)
 
 
 class Icons(ScratchTest):
-    def test_are_what_the_drawings_look_like(self):
-        said(PROJECT / "tools" / "draw-icons", self.scratch)
+    def test_look_like_the_drawings(self):
+        run_tool(PROJECT / "tools" / "draw-icons", self.scratch)
         drawn = [path.relative_to(self.scratch) for path in self.scratch.rglob("*.png")]
         self.assertEqual(2 * len(SIZES), len(drawn))
         for path in drawn:
             with self.subTest(path=path):
-                # Another release of the renderer may round otherwise.
+                # Another release of the renderer may round differently.
                 kept = picture(PROJECT / path)
                 self.assertLess(difference(kept, picture(self.scratch / path)), 2)
 
     def test_are_installed_in_all_sizes(self):
-        said("cmake", "--install", BUILD, "--prefix", self.scratch)
+        run_tool("cmake", "--install", BUILD, "--prefix", self.scratch)
         theme = self.scratch / "share" / "icons" / "hicolor"
         for icon in ICONS:
             for size in SIZES:
@@ -47,7 +47,7 @@ class Icons(ScratchTest):
     def test_have_a_symbolic_form_of_one_colour(self):
         drawing = PROJECT / "packaging" / "icons" / "MAVO-logo-symbolic.svg"
         self.assertIn('viewBox="0 0 16 16"', drawing.read_text(encoding="utf-8"))
-        said("rsvg-convert", "--width", "64", "--output", self.scratch / "icon.png", drawing)
+        run_tool("rsvg-convert", "--width", "64", "--output", self.scratch / "icon.png", drawing)
         pixels = picture(self.scratch / "icon.png").get_pixels()
         opaque = [pixels[n : n + 3] for n in range(0, len(pixels), 4) if pixels[n + 3] == 255]
         self.assertGreater(len(opaque), 1000)

@@ -1,4 +1,4 @@
-"""The Debian package, made twice of one build."""
+"""The Debian package, created twice from one build."""
 
 import datetime
 import os
@@ -11,13 +11,13 @@ import unittest
 
 from startup.scratch import BUILD
 
-from .checks import APP_ID, PROJECT, SOURCE, said
+from .checks import APP_ID, PROJECT, SOURCE, run_tool
 
 TIME = datetime.datetime(2021, 12, 18, 19, 29, tzinfo=datetime.timezone.utc)
 
 
 def start_packing(directory, zone):
-    """Starts packing the build in that directory, somewhere in the world."""
+    """Starts to package the build in that directory and time zone. Returns the process."""
     shutil.copytree(SOURCE / "debian", directory / "debian")
     changed = {
         "SOURCE_DATE_EPOCH": str(int(TIME.timestamp())),
@@ -50,21 +50,21 @@ class Package(unittest.TestCase):
         cls.package, cls.other = packages
 
     def field(self, name):
-        return said("dpkg-deb", "--field", self.package, name).strip()
+        return run_tool("dpkg-deb", "--field", self.package, name).strip()
 
     def contents(self):
-        """(mode, owner, time, path) of all that is in it."""
-        listing = said("dpkg-deb", "--contents", self.package, env={**os.environ, "TZ": "UTC"})
+        """Yields (mode, owner, time, path) of all entries of the package."""
+        listing = run_tool("dpkg-deb", "--contents", self.package, env={**os.environ, "TZ": "UTC"})
         for line in listing.splitlines():
             mode, owner, _, day, hour, path = line.split(maxsplit=5)
             yield mode, owner, f"{day} {hour}", path.removeprefix("./")
 
-    def test_is_the_same_by_the_byte_whenever_it_is_packed(self):
+    def test_is_identical_in_another_directory_and_time_zone(self):
         self.assertEqual(self.other.read_bytes(), self.package.read_bytes())
 
-    def test_pleases_the_checker_of_packages(self):
-        told = said("lintian", "--fail-on", "error,warning", "--allow-root", self.package)
-        self.assertEqual("", told)
+    def test_passes_lintian(self):
+        output = run_tool("lintian", "--fail-on", "error,warning", "--allow-root", self.package)
+        self.assertEqual("", output)
 
     def test_explains_every_complaint_that_it_overrides(self):
         overrides = (SOURCE / "debian" / "mavo-survey.lintian-overrides").read_text(encoding="utf-8")
@@ -73,7 +73,7 @@ class Package(unittest.TestCase):
             self.assertTrue(line.startswith("#") or before.startswith("#"), line)
             before = line
 
-    def test_belongs_to_root_and_to_one_moment(self):
+    def test_has_only_entries_that_belong_to_root_and_have_one_time(self):
         modes = {"drwxr-xr-x", "-rwxr-xr-x", "-rw-r--r--", "lrwxrwxrwx"}
         for mode, owner, time, path in self.contents():
             with self.subTest(path=path):
@@ -81,7 +81,7 @@ class Package(unittest.TestCase):
                 self.assertEqual("root/root", owner)
                 self.assertEqual(TIME.strftime("%Y-%m-%d %H:%M"), time)
 
-    def test_brings_the_program_and_all_of_its_desktop(self):
+    def test_contains_the_programs_and_their_desktop_files(self):
         paths = {path for *_, path in self.contents()}
         for path in (
             "usr/bin/mavo-survey",
@@ -110,13 +110,13 @@ class Package(unittest.TestCase):
         ):
             self.assertIn(path, paths)
 
-    def test_has_all_but_programs_in_the_directory_that_all_processors_share(self):
+    def test_has_all_files_except_programs_in_usr_share(self):
         files = [path for mode, *_, path in self.contents() if not mode.startswith("d")]
-        apart = {path for path in files if not path.startswith("usr/share/")}
+        elsewhere = {path for path in files if not path.startswith("usr/share/")}
         commands = {f"usr/bin/mavo-{name}" for name in ("data", "survey", "surveys")}
-        self.assertEqual({*commands, "usr/lib/mavo-survey/mavo-survey"}, apart)
+        self.assertEqual({*commands, "usr/lib/mavo-survey/mavo-survey"}, elsewhere)
 
-    def test_has_every_file_that_the_user_guide_leads_to(self):
+    def test_has_every_file_to_which_the_user_guide_links(self):
         paths = {path for *_, path in self.contents()}
         guide = (PROJECT / "docs" / "user-guide.md").read_text(encoding="utf-8")
         for link in re.findall(r"\]\(([^)#]+)", guide):
@@ -126,17 +126,17 @@ class Package(unittest.TestCase):
     def depends(self):
         return [name.split()[0] for name in self.field("Depends").split(", ")]
 
-    def test_depends_on_its_libraries_and_on_what_unpacks_data(self):
-        told = said("objdump", "-p", BUILD / "MAVO-Survey" / "MacOS" / "mavo-survey")
+    def test_depends_on_its_libraries_and_on_bzip2(self):
+        output = run_tool("objdump", "-p", BUILD / "MAVO-Survey" / "MacOS" / "mavo-survey")
         chief = ("libgtkmm", "libxml++", "libsoup")
-        libraries = [n for n in re.findall(r"NEEDED +(\S+)", told) if n.startswith(chief)]
+        libraries = [n for n in re.findall(r"NEEDED +(\S+)", output) if n.startswith(chief)]
         self.assertEqual(len(chief), len(libraries))
         # Releases of Debian name the packages of the same libraries differently.
-        owners = [said("dpkg-query", "--search", f"*/{name}").split(":")[0] for name in libraries]
+        owners = [run_tool("dpkg-query", "--search", f"*/{name}").split(":")[0] for name in libraries]
         for name in (*owners, "bzip2"):
             self.assertIn(name, self.depends())
 
-    def test_depends_on_the_icons_of_the_toolkit_and_on_what_draws_them(self):
+    def test_depends_on_the_icons_of_the_toolkit_and_on_their_renderer(self):
         packages = (PROJECT / "tools" / "packages").read_text(encoding="utf-8")
         for name in ("adwaita-icon-theme", "librsvg2-common"):
             self.assertIn(name, self.depends())
@@ -145,7 +145,7 @@ class Package(unittest.TestCase):
     def test_recommends_no_package(self):
         self.assertEqual("", self.field("Recommends"))
 
-    def test_runs_nothing_when_it_comes_or_goes(self):
+    def test_runs_no_script_when_it_is_installed_or_removed(self):
         listing = subprocess.run(
             f"dpkg-deb --ctrl-tarfile '{self.package}' | tar -t",
             shell=True,

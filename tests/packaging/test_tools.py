@@ -1,4 +1,4 @@
-"""What the command-line tools bring along: manual pages and completion in bash."""
+"""The manual pages of the command-line tools, and their completion in bash."""
 
 import re
 import subprocess
@@ -6,24 +6,24 @@ import unittest
 
 from startup.scratch import BUILD
 
-from .checks import MADE, SOURCE, said
+from .checks import GENERATED, SOURCE, run_tool
 
 TOOLS = ("mavo-data", "mavo-surveys")
 
 
-def helped(tool, *command):
-    return said(BUILD / "bin" / tool, *command, "--help")
+def help_of(tool, *command):
+    return run_tool(BUILD / "bin" / tool, *command, "--help")
 
 
 def commands(tool):
-    """The names of its commands, from its own help."""
-    listed = helped(tool).partition("Commands:\n")[2].partition("\n\n")[0]
+    """Returns the names of the tool's commands, from its help."""
+    listed = help_of(tool).partition("Commands:\n")[2].partition("\n\n")[0]
     return re.findall(r"(?m)^  (\w+)", listed)
 
 
 def options(tool, *command):
-    """The options that its own help, or that of a command, names: "-o" and "--output"."""
-    listed = helped(tool, *command).partition("Options:\n")[2].partition("Commands:")[0]
+    """Returns the options in the help of a tool or of its command, such as "-o" and "--output"."""
+    listed = help_of(tool, *command).partition("Options:\n")[2].partition("Commands:")[0]
     return [
         option
         for line in re.findall(r"(?m)^  (-.*?)(?:  |$)", listed)
@@ -32,17 +32,17 @@ def options(tool, *command):
 
 
 def completed(tool, *words):
-    """What bash offers for the last word."""
+    """Returns what bash offers for the last word."""
     script = (
         f"source '{SOURCE / 'bash-completion' / tool}'; COMP_WORDS=(\"$@\");"
         f' COMP_CWORD=$(($# - 1)); _{tool.replace("-", "_")}; printf "%s\\n" "${{COMPREPLY[@]}}"'
     )
-    return said("bash", "-c", script, tool, tool, *words).split()
+    return run_tool("bash", "-c", script, tool, tool, *words).split()
 
 
 def manual(tool):
-    """The manual page as it is read."""
-    page = said("mandoc", "-T", "ascii", MADE / f"{tool}.1")
+    """Returns the text of the manual page, without formatting."""
+    page = run_tool("mandoc", "-T", "ascii", GENERATED / f"{tool}.1")
     return re.sub(".\b", "", page)
 
 
@@ -55,7 +55,8 @@ class CommandLineTools(unittest.TestCase):
 
     def test_have_manual_pages_without_a_fault(self):
         for tool in TOOLS:
-            self.assertEqual("", said("mandoc", "-T", "lint", "-W", "warning", MADE / f"{tool}.1"))
+            page = GENERATED / f"{tool}.1"
+            self.assertEqual("", run_tool("mandoc", "-T", "lint", "-W", "warning", page))
 
     def test_name_each_command_in_the_manual_page_and_the_completion(self):
         for tool, command in self.each_command():

@@ -1,4 +1,4 @@
-"""The entry of the desktop that shows a survey when its file is opened."""
+"""The desktop entry that shows a survey when the user opens its file."""
 
 import configparser
 import os
@@ -9,7 +9,7 @@ import unittest
 
 from startup.scratch import BUILD, ScratchTest
 
-from .checks import APP_ID, FILE_TYPE, PROJECT, SOURCE, said
+from .checks import APP_ID, FILE_TYPE, PROJECT, SOURCE, run_tool
 
 ENTRY = SOURCE / f"{APP_ID}.viewer.desktop"
 SURVEY = PROJECT / "tests" / "store" / "expected" / "full.xml"
@@ -23,15 +23,15 @@ class ViewerEntry(unittest.TestCase):
         self.entry = parser["Desktop Entry"]
 
     def test_is_valid(self):
-        self.assertEqual("", said("desktop-file-validate", ENTRY))
+        self.assertEqual("", run_tool("desktop-file-validate", ENTRY))
 
-    def test_takes_surveys_and_stands_in_no_menu(self):
+    def test_takes_surveys_and_is_in_no_menu(self):
         self.assertEqual(f"{FILE_TYPE};", self.entry["MimeType"])
         self.assertEqual("true", self.entry["NoDisplay"])
 
 
 class OpenedSurvey(ScratchTest):
-    """A survey that a desktop opens, with a browser of the test's own."""
+    """A survey that a desktop opens. A script replaces the browser."""
 
     def setUp(self):
         super().setUp()
@@ -42,7 +42,7 @@ class OpenedSurvey(ScratchTest):
             directory.mkdir(parents=True)
         shutil.copy(ENTRY, applications)
         shutil.copy(SOURCE / f"{APP_ID}.mime.xml", packages / f"{APP_ID}.xml")
-        said("update-mime-database", self.data / "mime")
+        run_tool("update-mime-database", self.data / "mime")
         self.shown = self.scratch / "shown"
         browser = self.scratch / "bin" / "a-browser"
         browser.write_text(f'#!/bin/sh\nprintf %s "$1" > "{self.shown}.part"\nmv "{self.shown}.part" "{self.shown}"\n')
@@ -51,7 +51,7 @@ class OpenedSurvey(ScratchTest):
             "[Desktop Entry]\nType=Application\nName=Browser\nExec=a-browser %u\n"
             "MimeType=x-scheme-handler/https;\n"
         )
-        said("update-desktop-database", applications)
+        run_tool("update-desktop-database", applications)
         (self.scratch / "bin" / "mavo-surveys").symlink_to(BUILD / "bin" / "mavo-surveys")
         self.environment = {
             **os.environ,
@@ -64,7 +64,7 @@ class OpenedSurvey(ScratchTest):
         }
 
     def open(self, path):
-        """Opens a file as a double-click does. Returns the page that the browser is given."""
+        """Opens a file as a double-click does. Returns the page that the browser receives."""
         subprocess.run(
             ["gio", "launch", self.data / "applications" / ENTRY.name, path],
             env=self.environment, check=False, timeout=60, capture_output=True,
@@ -76,9 +76,9 @@ class OpenedSurvey(ScratchTest):
         return pathlib.Path(self.shown.read_text()).read_text(encoding="utf-8")
 
     def default(self):
-        return said("gio", "mime", FILE_TYPE, env=self.environment)
+        return run_tool("gio", "mime", FILE_TYPE, env=self.environment)
 
-    def test_is_shown_by_the_viewer_and_by_no_text_editor(self):
+    def test_is_shown_by_the_viewer_and_not_by_a_text_editor(self):
         self.assertIn(ENTRY.name, self.default().splitlines()[0])
 
     def test_is_a_page_in_the_browser_that_only_the_user_can_read(self):
@@ -92,7 +92,7 @@ class OpenedSurvey(ScratchTest):
         self.open(path)
         self.assertEqual(1, len(list(directory.iterdir())))
 
-    def test_that_is_damaged_is_a_page_that_says_so(self):
+    def test_that_is_damaged_is_shown_as_a_page_that_says_so(self):
         path = self.scratch / "damaged.MAVO-Survey"
         path.write_text("<survey")
         page = self.open(path)

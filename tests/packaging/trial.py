@@ -1,6 +1,6 @@
-"""trial: a survey entered and saved with the program that the package installed.
+"""trial: enters and saves a survey with the program that the package installed.
 
-Runs in the home directory of this process, on the display that it has.
+Uses the home directory and the display of this process.
 """
 
 import os
