@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # test.sh: installs missing packages, builds the program and its tests for debugging and with
-# sanitizers, and runs all tests of both builds. The last line counts the single tests. The
-# exit status is 0 only if all passed.
-# test.sh --coverage: runs all tests in one build that counts. After the number of tests, it
-# prints the shares of lines and branches of src/ that ran, and the path of the report.
+# sanitizers, and runs all tests of both builds. The last line shows how many single
+# tests passed and failed. The exit status is 0 only if all passed.
+# test.sh --coverage: runs all tests in one build that measures coverage. After the number of tests,
+# it prints the shares of lines and branches of src/ that ran, and the path of the report.
 # test.sh --soup3: runs the tests of the server exchange with libsoup 3.
 # test.sh --plain-posix: runs the tests of the files of surveys and data without the calls that
 # only Linux has.

@@ -4,7 +4,7 @@ set(application_dir ${PROJECT_BINARY_DIR}/MAVO-Survey)
 set(launch_script ${PROJECT_SOURCE_DIR}/packaging/mavo-survey-env-setup.sh)
 
 # The definition of the window contains the addresses of the build, and the licence. The About
-# dialog wraps lines itself, so only the ends of paragraphs are kept.
+# dialog wraps lines itself, so this removes line breaks within paragraphs.
 file(READ LICENSE licence)
 string(REGEX REPLACE "([^\n])\n([^\n])" "\\1 \\2" licence "${licence}")
 string(REPLACE "&" "&amp;" licence "${licence}")
@@ -16,7 +16,7 @@ set(generated_resources ${definition_file})
 
 foreach(folder resources data-files)
   file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*)
-  # The list of names changes when a file is removed.
+  # This file makes the build copy the directory again after a file is removed.
   set(names ${PROJECT_BINARY_DIR}/generated/${folder}.txt)
   file(CONFIGURE OUTPUT ${names} CONTENT "${files}\n" @ONLY)
   set(stamp ${PROJECT_BINARY_DIR}/${folder}.stamp)
@@ -31,7 +31,7 @@ foreach(folder resources data-files)
 endforeach()
 
 # macOS starts a directory NAME.app as a program if its directory Contents has this form:
-# Info.plist describes the program, and MacOS has the executable.
+# Info.plist describes the program, and MacOS contains the executable.
 configure_file(packaging/Info.plist.in ${application_dir}/Info.plist @ONLY)
 
 set(script_copy ${application_dir}/MacOS/mavo-survey-env-setup.sh)
@@ -42,8 +42,8 @@ add_custom_target(application_files DEPENDS ${stamps} ${script_copy})
 add_custom_target(application_directory ALL)
 add_dependencies(application_directory application_files mavo-survey)
 
-# Only the program depends on the processor. All else is installed as the application
-# directory share/mavo-survey, with a link to the program that holds below any prefix.
+# Only the program depends on the processor. All other files are installed as the
+# application directory share/mavo-survey. Its relative link to the program is valid for any prefix.
 set(program_link ${PROJECT_BINARY_DIR}/generated/mavo-survey)
 file(CREATE_LINK ../../../lib/mavo-survey/mavo-survey ${program_link} SYMBOLIC)
 install(TARGETS mavo-survey DESTINATION lib/mavo-survey)

@@ -7,6 +7,6 @@ add_custom_command(OUTPUT ${build_info_cc}
   COMMAND ${CMAKE_COMMAND} -DOUT=${build_info_cc} -DVERSION=${PROJECT_VERSION}
     -P ${PROJECT_SOURCE_DIR}/cmake/write-build-info.cmake
   DEPENDS ${survey_sources} ${PROJECT_SOURCE_DIR}/cmake/write-build-info.cmake
-  COMMENT "Noting version and build date" VERBATIM)
+  COMMENT "Writing the version and the build date" VERBATIM)
 add_library(survey_build_info STATIC ${build_info_cc})
 target_link_libraries(survey_build_info PRIVATE survey_flags)

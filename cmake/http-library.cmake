@@ -16,7 +16,7 @@ elseif(MAVO_SOUP STREQUAL 2.4)
 elseif(MAVO_SOUP STREQUAL 3)
   pkg_check_modules(LIBSOUP REQUIRED IMPORTED_TARGET libsoup-3.0>=3.2)
 else()
-  message(FATAL_ERROR "MAVO_SOUP is ${MAVO_SOUP}, but has to be auto, 2.4 or 3")
+  message(FATAL_ERROR "MAVO_SOUP is ${MAVO_SOUP}, but must be auto, 2.4 or 3")
 endif()
 
 # The number in the names of the sources for this version: 2 or 3.

@@ -14,7 +14,8 @@ function(survey_server_program directory port)
   set_target_properties(mavo-survey-test-server PROPERTIES OUTPUT_NAME mavo-survey
     RUNTIME_OUTPUT_DIRECTORY ${directory}/MacOS)
 
-  # All files except the program and the definition of the window are those of the real one.
+  # Links to the files of the other program. Only the executable and the definition of the window
+  # differ.
   add_dependencies(mavo-survey-test-server application_directory)
   file(MAKE_DIRECTORY ${directory}/MacOS)
   foreach(part data-files Info.plist MacOS/mavo-survey-env-setup.sh)

@@ -140,5 +140,5 @@ TEST_F(WithTestServer, RefusesAProgramForAnotherServer)
 {
   build_for("www.mavo.example");
   EXPECT_EQ(1, run("echo started"));
-  EXPECT_NE(std::string::npos, output.find("does not look for a server on this machine")) << output;
+  EXPECT_NE(std::string::npos, output.find("does not use a server on this machine")) << output;
 }
