@@ -28,7 +28,7 @@ bool unpack(const std::string& archive, const DataSet& target)
 
 } // namespace
 
-TEST(SurveyServerArchive, HasTheWholeDataSetInOneDirectory)
+TEST(SurveyServerArchive, HasTheCompleteDataSetInOneDirectory)
 {
   const TestServer server;
   const std::string answer = fetch(server);

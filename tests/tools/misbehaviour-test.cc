@@ -11,7 +11,7 @@ namespace {
 
 const char* const version = "X-Current-App-Version-Is";
 
-// Returns the server's answer to the question for the program's version.
+// Returns the server's answer to the query for the program's version.
 std::string ask(const TestServer& server)
 {
   return send_request(server.port, get_request("/offline-data-entry/?get-version=mac"));
@@ -92,7 +92,7 @@ TEST(SurveyServerMisbehaviour, ClosesInTheMiddleOfTheBody)
   EXPECT_GT(std::stoul(header_of(answer, "Content-Length")), body_of(answer).size());
 }
 
-TEST(SurveyServerMisbehaviour, SendsWhatIsNotHttp)
+TEST(SurveyServerMisbehaviour, SendsBytesThatAreNotHttp)
 {
   const std::string answer = ask_one_that("garbage");
   EXPECT_FALSE(answer.empty());

@@ -4,7 +4,8 @@
 
 class TestServer;
 
-// A connection that sends these bytes.
+// A connection to a port of this machine. The constructor sends `request`, and fails the test if
+// that is impossible. The destructor closes the connection.
 class RawClient
 {
 public:
@@ -33,6 +34,7 @@ struct Upload {
 
   // Returns the smallest survey document. `text` makes it different from others.
   static std::string survey(const std::string& text = "");
+  // Returns the complete HTTP request.
   std::string request() const;
 };
 
@@ -40,6 +42,6 @@ struct Upload {
 std::string send_upload(const TestServer& server, const Upload& upload = {});
 
 // Return parts of an answer.
-int status_of(const std::string& answer);
+int status_of(const std::string& answer); // 0 if the answer is not HTTP
 std::string header_of(const std::string& answer, const std::string& name); // "(none)" if absent
 std::string body_of(const std::string& answer);

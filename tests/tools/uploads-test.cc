@@ -49,7 +49,7 @@ TEST(SurveyServerUploads, AcceptsTheSameBytesAgainButStoresThemOnce)
   EXPECT_EQ(std::set<std::string>{"a.MAVO-Survey"}, names_in(server.uploads));
 }
 
-TEST(SurveyServerUploads, StoresOtherBytesWithAnExistingNameBesideIt)
+TEST(SurveyServerUploads, StoresDifferentBytesWithTheSameNameInAnotherFile)
 {
   const TestServer server;
   const std::string versions[] = {"first", "second", "third", "second"};
@@ -86,7 +86,7 @@ TEST(SurveyServerUploads, UnderstandsEveryFormOfAFileName)
   }
 }
 
-TEST(SurveyServerUploads, RefusesWhatIsNotOneSurveyFileWithAReason)
+TEST(SurveyServerUploads, RefusesUnsuitableNamesAndTypesWithAReason)
 {
   const TestServer server;
   const struct {
@@ -161,7 +161,7 @@ TEST(SurveyServerUploads, ReadsNothingThatADocumentRefersTo)
   EXPECT_EQ(1U, server.log().size());
 }
 
-TEST(SurveyServerUploads, RefusesFormsOfOtherShapes)
+TEST(SurveyServerUploads, RefusesEverythingExceptAFormWithOneFile)
 {
   const TestServer server;
   const std::string path = " /dataentry/upload-survey.php HTTP/1.1\r\nHost: a\r\n"

@@ -48,7 +48,7 @@ TEST(SurveyServerVersions, ReadsTheDataSetForEachRequest)
   EXPECT_EQ("Soon", header_of(second, "X-Data-Last-Updated-Is"));
 }
 
-TEST(SurveyServerVersions, HasNoVersionOfADataSetWithoutOne)
+TEST(SurveyServerVersions, ReportsAnErrorForADataSetWithoutAVersion)
 {
   const TestServer server;
   const char* const unusable[] = {"", "timestamp=1\n", "updated=now\n",
@@ -68,7 +68,7 @@ TEST(SurveyServerVersions, AnswersOnlyForItsPlatform)
   EXPECT_EQ(404, status_of(ask(server, "mac")));
 }
 
-TEST(SurveyServerVersions, AnswersNoOtherQuestion)
+TEST(SurveyServerVersions, RefusesAllOtherRequests)
 {
   const TestServer server;
   const struct {

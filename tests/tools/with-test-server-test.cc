@@ -56,7 +56,7 @@ public:
 
 } // namespace
 
-TEST_F(WithTestServer, RunsACommandWhileTheServerListensWhereItsProgramLooks)
+TEST_F(WithTestServer, RunsACommandWhileTheServerListensAtTheAddressOfTheProgram)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   EXPECT_EQ(0, run("test -f '" + scratch.dir + "own/data-files/data-file-info.txt'"));
@@ -71,7 +71,7 @@ TEST_F(WithTestServer, ReturnsTheStatusOfTheCommandAndEndsTheServer)
   EXPECT_EQ(0, run("true")) << "the port is free again: " << output;
 }
 
-TEST_F(WithTestServer, KeepsTheDataSetThatWasChanged)
+TEST_F(WithTestServer, KeepsAChangedDataSet)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   scratch.file("own/data-files/data-file-info.txt", "changed");
@@ -79,7 +79,7 @@ TEST_F(WithTestServer, KeepsTheDataSetThatWasChanged)
   EXPECT_EQ("changed", read_file(scratch.dir + "own/data-files/data-file-info.txt"));
 }
 
-TEST_F(WithTestServer, PassesOnTheDirectoryOfTheProgramForThatServer)
+TEST_F(WithTestServer, PassesTheDirectoryOfTheProgramToTheCommand)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   EXPECT_EQ(0, run("printenv MAVO_APPLICATION_DIR"));
@@ -101,7 +101,7 @@ TEST_F(WithTestServer, TakesAFreePortAndLinksAProgramForItIfTheUsualOneIsInUse)
             read_file(scratch.dir + "cmake.log"));
 }
 
-TEST_F(WithTestServer, RunsNothingIfThatProgramCannotBeLinked)
+TEST_F(WithTestServer, DoesNotRunTheCommandIfTheProgramCannotBeLinked)
 {
   const TestServer other;
   build_for("127.0.0.1:" + std::to_string(other.port));
@@ -111,7 +111,7 @@ TEST_F(WithTestServer, RunsNothingIfThatProgramCannotBeLinked)
   EXPECT_NE(std::string::npos, output.find("cannot link")) << output;
 }
 
-TEST_F(WithTestServer, RunsNothingWithoutAServer)
+TEST_F(WithTestServer, DoesNotRunTheCommandWithoutAServer)
 {
   build_for("127.0.0.1:" + std::to_string(free_port()));
   fs::remove(scratch.dir + "build/survey-server/survey-server");

@@ -103,7 +103,7 @@ std::vector<std::string> cut(const std::string& bytes, std::size_t count)
 
 } // namespace
 
-bool Behaviour::takes_request() const
+bool Behaviour::accepts_request() const
 {
   return !redirect && (!status || *status / 100 == 2);
 }

@@ -1,4 +1,4 @@
-// The HTTP library of this server: libsoup 2.4.
+// Listener and Request for libsoup 2.4.
 #include "listener.h"
 #include "request.h"
 

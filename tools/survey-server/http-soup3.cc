@@ -1,4 +1,4 @@
-// The HTTP library of this server: libsoup 3.
+// Listener and Request for libsoup 3.
 #include "listener.h"
 #include "request.h"
 

@@ -5,10 +5,10 @@
 
 // The options of the command line.
 struct Options {
-  int port = 0; // 0: any free one
-  std::string uploads;
-  std::string data;
-  std::string requests; // empty: requests are not stored
+  int port = 0;         // 0: any free port
+  std::string uploads;  // the directory of the stored surveys
+  std::string data;     // the directory of the offered data set
+  std::string requests; // the directory of the stored requests; empty: stores none
   std::string app_version;
   std::string app_url; // empty: a page of this server
   std::string platform = "mac";

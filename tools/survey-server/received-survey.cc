@@ -28,7 +28,7 @@ std::string file_name(const FormFile& file)
 void check_type(const FormFile& file)
 {
   if (g_ascii_strcasecmp(file.content_type.c_str(), "application/xml") != 0)
-    throw Refusal{415, "The survey has to be of the type application/xml."};
+    throw Refusal{415, "The survey must have the content type application/xml."};
 }
 
 } // namespace

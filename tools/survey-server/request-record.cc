@@ -43,13 +43,13 @@ RequestRecord::RequestRecord(std::string dir_)
 {
 }
 
-void RequestRecord::keep(const Request& request, const std::string& road)
+void RequestRecord::store(const Request& request, const std::string& route)
 {
   if (dir.empty())
     return;
   std::string path;
   do
-    path = dir + "/" + std::to_string(++count) + "-" + road + ".txt";
+    path = dir + "/" + std::to_string(++count) + "-" + route + ".txt";
   while (!make_new_file(path));
   std::ofstream file(path, std::ios::binary);
   file << request.method() << ' ' << request.target() << " HTTP/1." << request.minor_version()

@@ -12,8 +12,8 @@ public:
   // Stores nothing if `dir` is empty.
   explicit RequestRecord(std::string dir);
 
-  // Stores a request. `road` is the second part of the file's name.
-  void keep(const Request& request, const std::string& road);
+  // Stores a request. `route` is the second part of the file's name. Ignores failures.
+  void store(const Request& request, const std::string& route);
 
 private:
   std::string dir;

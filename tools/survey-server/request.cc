@@ -3,7 +3,7 @@
 void Request::check_content_type() const
 {
   if (g_ascii_strcasecmp(content_type_of(library_headers()).c_str(), "multipart/form-data") != 0)
-    throw Refusal{415, "The survey has to come as a form."};
+    throw Refusal{415, "The survey must be sent as a form."};
 }
 
 std::vector<std::pair<std::string, std::string>> Request::headers() const
@@ -42,5 +42,5 @@ void check_has_one_part(SoupMultipart* multipart)
   if (!multipart)
     throw Refusal{400, "The form cannot be read."};
   if (soup_multipart_get_length(multipart) != 1)
-    throw Refusal{400, "The form has to hold one file."};
+    throw Refusal{400, "The form must contain exactly one file."};
 }

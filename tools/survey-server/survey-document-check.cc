@@ -11,6 +11,6 @@ std::string fault_of_survey_document(const std::string& bytes)
   } catch (const Glib::ustring& fault) {
     return fault.raw();
   } catch (...) {
-    return "The file is not well-formed XML."; // the parser's own words take several lines
+    return "The file is not well-formed XML."; // the parser's message has several lines
   }
 }

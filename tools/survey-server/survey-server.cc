@@ -18,7 +18,7 @@ const char* const archive_path = "/offline-data-entry/current-offline-data.tar.b
 void require_method(const Request& request, const char* method)
 {
   if (request.method() != method)
-    throw Refusal{405, std::string("Only ") + method + " is understood here."};
+    throw Refusal{405, std::string("Only ") + method + " is allowed here."};
 }
 
 Answer refused(const Refusal& refusal)
@@ -55,7 +55,7 @@ SurveyServer::SurveyServer(const Options& options_)
       archive{"archive", Turns(options.archive, true), &SurveyServer::send_archive},
       elsewhere{"elsewhere", Turns({}, false), &SurveyServer::refuse_path},
       listener([this](const auto& request, const auto& path, const auto& asked) {
-        respond(request, road_of(path, asked));
+        respond(request, route_of(path, asked));
       })
 {
 }
@@ -72,7 +72,7 @@ std::string SurveyServer::address() const
   return "http://127.0.0.1:" + std::to_string(port);
 }
 
-SurveyServer::Road& SurveyServer::road_of(const std::string& path, const std::string& asked)
+SurveyServer::Route& SurveyServer::route_of(const std::string& path, const std::string& asked)
 {
   if (path == upload_path)
     return upload;
@@ -85,19 +85,19 @@ SurveyServer::Road& SurveyServer::road_of(const std::string& path, const std::st
   return asked == "data-files" ? data_query : elsewhere;
 }
 
-void SurveyServer::respond(const Request& request, Road& road)
+void SurveyServer::respond(const Request& request, Route& route)
 {
-  record.keep(request, road.name);
-  const Behaviour& behaviour = road.turns.next();
+  record.store(request, route.name);
+  const Behaviour& behaviour = route.turns.next();
   Answer answer;
   try {
-    answer = (this->*road.answer)(request, behaviour);
+    answer = (this->*route.answer)(request, behaviour);
   } catch (const Refusal& refusal) {
     answer = refused(refusal);
   }
   behaviour.spoil(answer);
 
-  // The line is printed before the client can have the answer.
+  // Prints the line before it sends the answer: a client with the answer can rely on the line.
   log_request(request, outcome_of(behaviour, answer));
   if (behaviour.needs_raw_answer(answer))
     send_raw(request, behaviour.pieces(answer), behaviour.delay_ms);
@@ -109,7 +109,7 @@ Answer SurveyServer::take_upload(const Request& request, const Behaviour& behavi
 {
   Answer answer;
   answer.add_header("Content-Type", "text/plain; charset=utf-8");
-  if (!behaviour.takes_request()) {
+  if (!behaviour.accepts_request()) {
     answer.body = "The survey was not kept.\n";
     return answer;
   }

@@ -14,28 +14,28 @@
 class SurveyServer
 {
 public:
-  // Throws std::invalid_argument if a behaviour cannot be understood.
+  // Throws std::invalid_argument if a SPEC is invalid.
   explicit SurveyServer(const Options& options);
   ~SurveyServer();
   SurveyServer(const SurveyServer&) = delete;
   SurveyServer& operator=(const SurveyServer&) = delete;
 
-  // Starts to listen. Throws std::runtime_error if that fails.
+  // Starts to listen. Throws std::runtime_error if that fails. The main loop then serves requests.
   void listen();
 
   unsigned port = 0; // set by listen()
 
 private:
-  struct Road {
+  struct Route {
     const char* name;
     Turns turns;
     Answer (SurveyServer::*answer)(const Request&, const Behaviour&) const;
   };
 
-  void respond(const Request& request, Road& road);
-  Road& road_of(const std::string& path, const std::string& asked);
+  void respond(const Request& request, Route& route);
+  Route& route_of(const std::string& path, const std::string& asked);
 
-  // The correct answers of the routes. They throw a Refusal.
+  // Return the correct answers of the routes. Throw a Refusal if the request is refused.
   Answer take_upload(const Request& request, const Behaviour& behaviour) const;
   Answer tell_app_version(const Request& request, const Behaviour& behaviour) const;
   Answer tell_data_version(const Request& request, const Behaviour& behaviour) const;
@@ -47,11 +47,11 @@ private:
 
   const Options options;
   RequestRecord record;
-  Road upload;
-  Road app_query;
-  Road data_query;
-  Road archive;
-  Road elsewhere;
+  Route upload;
+  Route app_query;
+  Route data_query;
+  Route archive;
+  Route elsewhere;
   std::list<std::unique_ptr<RawAnswer>> raw_answers; // those that are being sent
   Listener listener;
 };

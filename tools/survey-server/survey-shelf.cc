@@ -50,7 +50,7 @@ std::string numbered(const std::string& name, int number)
              : path.stem().string() + "-" + std::to_string(number) + path.extension().string();
 }
 
-bool holds(const std::string& path, const std::string& bytes)
+bool has_contents(const std::string& path, const std::string& bytes)
 {
   std::ifstream file(path, std::ios::binary);
   return file && std::string(std::istreambuf_iterator<char>(file),
@@ -70,7 +70,7 @@ std::string keep_survey(const std::string& dir, const ReceivedSurvey& survey)
     if (!is_new && errno != EEXIST)
       throw Refusal{errno == ENAMETOOLONG ? 400 : 500,
                     std::string("The survey cannot be kept: ") + std::strerror(errno)};
-    if (is_new || holds(path, survey.bytes))
+    if (is_new || has_contents(path, survey.bytes))
       return name;
   }
 }

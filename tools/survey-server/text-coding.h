@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-// Splits `text` at each `separator`. An empty text gives one empty piece.
+// Returns the pieces of `text` between separators. An empty text has one empty piece.
 std::vector<std::string> split(const std::string& text, char separator);
 
-// Returns `text` with each %XX replaced by its byte. Other percent signs stay.
+// Returns `text` with each %XX replaced by its byte. Does not change other percent signs.
 std::string decode_percent(const std::string& text);
 
-// Returns a whole number of at most 9 digits. Throws std::invalid_argument for other texts.
+// Returns the value of 1 to 9 decimal digits. Throws std::invalid_argument for other texts.
 int parse_number(const std::string& text);
