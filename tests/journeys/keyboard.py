@@ -9,7 +9,7 @@ from .waiting import wait_for
 
 
 class Keyboard:
-    """Presses keys, and waits until each one has had its effect.
+    """Presses keys and waits for their effects.
 
     The focused widget is known from the events that the accessibility bus sends to screen
     readers, because the bus does not list all widgets.

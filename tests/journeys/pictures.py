@@ -58,7 +58,7 @@ class Pictures(Demo):
         return Program(self.application_dir, home=self.home)
 
     def picture_path(self, name):
-        """Returns the path of a picture; None if the documents do not show it or it is taken."""
+        """Returns the path of a picture; None if the documents do not need another one."""
         path = self.pictures / f"{NAMES[name]}.png" if name in NAMES else None
         return path if path not in self.taken else None
 

@@ -193,7 +193,7 @@ class RandomUse:
                 self.check_end()
                 return None
             look = None
-            with contextlib.suppress(GLib.Error, TypeError, AssertionError):  # a lost widget
+            with contextlib.suppress(GLib.Error, TypeError, AssertionError):  # a widget is gone
                 look = self.screen.look()
             if look and (look == before or time.monotonic() > restless):
                 return look

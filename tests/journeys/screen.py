@@ -352,4 +352,4 @@ def wait_until_still():
         time.sleep(0.25)
         return before == picture_of().get_pixels()
 
-    wait_for("the display does not move", is_still)
+    wait_for("the display does not change", is_still)
