@@ -6,5 +6,5 @@ namespace Gtk {
 class Application;
 }
 
-// The registered application of a window test's process.
+// Returns the registered application of a window test's process.
 Glib::RefPtr<Gtk::Application> test_application();

@@ -15,7 +15,7 @@ std::string new_directory()
 {
   std::string name = (fs::temp_directory_path() / "mavo-test-XXXXXX").string();
   if (!mkdtemp(name.data()))
-    throw std::runtime_error("cannot make a directory for the test");
+    throw std::runtime_error("cannot create a directory for the test");
   return name;
 }
 

@@ -2,10 +2,11 @@
 
 #include <string>
 
-// A data set in a new directory. The destructor removes it.
+// A data set in a new directory, which is empty at first. The destructor removes it.
 class DataSet
 {
 public:
+  // Throws std::runtime_error if the directory cannot be created.
   DataSet();
   ~DataSet();
   DataSet(const DataSet&) = delete;
@@ -13,7 +14,7 @@ public:
 
   // Writes one file of the set.
   void file(const std::string& name, const std::string& text) const;
-  // Removes one file of the set.
+  // Removes one file of the set, if it exists.
   void remove(const std::string& name) const;
   // Writes the smallest complete set: region PAC with the subregions PNW and CAL, and region CAR
   // with the subregion FLA. data-set.cc has its rows.
@@ -44,8 +45,10 @@ public:
   void use_own_resources(const std::string& without_prefix) const;
 };
 
-// Returns the whole file. Fails the test if it cannot be read.
+// Returns the contents of a file. Fails the test if the file cannot be read.
 std::string read_file(const std::string& path);
-// Writes a file and creates its directories.
+// Writes a file and creates its directories. Throws std::filesystem::filesystem_error if they
+// cannot be created. Does not report a failure to write the file.
 void write_file(const std::string& path, const std::string& text);
+// Returns whether something exists at the path. A link counts only if its target exists.
 bool file_exists(const std::string& path);

@@ -35,9 +35,9 @@ void expect_on_screen(Gtk::Dialog& dialog)
   EXPECT_LE(frame.get_height(), screen.get_height()) << dialog.get_title();
 }
 
-// During its lifetime, passes on each dialog that appears, when it has been drawn. It uses a
-// signal of the toolkit and does not poll: a source that is always ready would keep settle()
-// from returning.
+// During its lifetime, calls a function with each dialog that appears, after the dialog has been
+// drawn. It uses a signal of the toolkit and does not poll: a source that is always ready would
+// keep settle() from returning.
 class Watch
 {
 public:
@@ -161,7 +161,7 @@ void meet_dialogs(int expected, const std::function<void(Gtk::Dialog&)>& meet,
     });
     action();
   }
-  EXPECT_EQ(expected, count) << "dialogs met";
+  EXPECT_EQ(expected, count) << "dialogs opened";
 }
 
 void meet_next_dialog(const std::function<void(Gtk::Dialog&)>& meet,

@@ -20,6 +20,7 @@ struct SeenDialog {
   bool has_icon = false;
 };
 
+// Returns the current contents of a dialog.
 SeenDialog describe(Gtk::Dialog& dialog);
 
 // Runs `action` and answers each dialog that it opens with the next of `responses`. Fails the

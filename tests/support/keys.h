@@ -18,10 +18,10 @@ void press_key_in_queue(const Glib::RefPtr<Gdk::Window>& window, unsigned int ke
 // Types ASCII text, key by key.
 void type_text(Gtk::Window& window, const char* text);
 
-// Queues an event for a window that its keyboard grab has ended without another one. The toolkit
-// sends such events late for an earlier grab.
+// Queues the event that reports to a window that its keyboard grab has ended and that no other
+// window has grabbed the keyboard. The toolkit may send such an event late, for an earlier grab.
 void report_end_of_grab(const Glib::RefPtr<Gdk::Window>& window);
 
-// Sends the window an event that it has lost or got the focus, as the display does when a menu
-// grabs and releases the keyboard.
+// Sends a window the event that it has got the focus if `to_window`, or else that it has lost the
+// focus. The display sends such events when a menu grabs and releases the keyboard.
 void move_keyboard(Gtk::Window& window, bool to_window);

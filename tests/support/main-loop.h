@@ -10,8 +10,9 @@ class Widget;
 void settle();
 
 // Runs the main loop until `holds` returns true. Use it to wait for other processes, such as the
-// window manager. Fails the test if that takes longer than on a busy machine.
+// window manager. Fails the test with the message `what` if that takes longer than 30 seconds.
 void wait_until(const char* what, const std::function<bool()>& holds);
 
-// Lets a visible widget be laid out and drawn. A tree may delay scrolling until then.
+// Waits until a widget has been laid out and drawn. A tree may delay scrolling until then.
+// REQUIRES: the widget is visible.
 void let_draw(Gtk::Widget& widget);

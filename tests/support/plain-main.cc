@@ -8,7 +8,7 @@
 int main(int argc, char** argv)
 {
   if (!std::setlocale(LC_ALL, "")) {
-    std::fputs("there is no such locale\n", stderr); // the tests would run in the C locale
+    std::fputs("there is no such locale\n", stderr); // tests would run in the C locale
     return 1;
   }
   Glib::init();

@@ -6,7 +6,7 @@
 #include <vector>
 
 // The project's own server as a child process on loopback, with its own directories. The
-// destructor ends it and removes them. Its --help lists the options.
+// destructor ends it and removes them. `survey-server --help` lists the options.
 class TestServer
 {
 public:
@@ -20,7 +20,8 @@ public:
   // Returns the answered requests so far, such as "GET /path?query 200". They include every
   // request whose answer has arrived.
   std::vector<std::string> log() const;
-  // Ends the server. From then on the address refuses connections.
+  // Ends the server. From then on, the address refuses connections. Fails the test if the server
+  // reports a failure at its end.
   void stop();
 
   DataSet scratch;      // has the three directories below

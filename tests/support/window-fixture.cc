@@ -12,10 +12,10 @@
 
 namespace {
 
-// No server listens there. A test that needs an answer starts one.
-const char* const nobody = "http://127.0.0.1:9"; // the discard port
+// No server listens at this address. A test that needs an answer starts a server.
+const char* const unused_address = "http://127.0.0.1:9"; // the discard port
 
-// Returns the application object, which is never freed because hidden windows point to it.
+// Returns a new application object. It is never freed, because hidden windows point to it.
 MyApp* kept_program()
 {
   static auto& kept = *new std::vector<MyApp*>();
@@ -37,8 +37,8 @@ SurveyWindow* WindowTest::create_window()
   if (!my_app) {
     my_app = kept_program();
     my_app->survey_root = application_dir.root + "/store";
-    my_app->upload_url = std::string(nobody) + "/dataentry/upload-survey.php";
-    my_app->version_query_url = std::string(nobody) + "/offline-data-entry/?get-version=";
+    my_app->upload_url = std::string(unused_address) + "/dataentry/upload-survey.php";
+    my_app->version_query_url = std::string(unused_address) + "/offline-data-entry/?get-version=";
   }
   window = SurveyWindow::create(*my_app);
   return window;

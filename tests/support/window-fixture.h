@@ -24,8 +24,8 @@ class WindowTest : public testing::Test
 public:
   ~WindowTest() override;
 
-  // Returns a new, hidden window with its panels and stores it in `window`. The first one reads
-  // the data.
+  // Returns a new, hidden window with its panels and stores it in `window`. The first call reads
+  // the data set.
   SurveyWindow* create_window();
   // Like create_window(), but adds the window to the application and shows it.
   SurveyWindow* open_window();
