@@ -1,1 +1,1 @@
-"""Tests of the documents: their links, the schema of surveys and the texts made from the guide."""
+"""Tests of the documents: links, README, schema of surveys, and text generated from the guide."""

@@ -1,7 +1,7 @@
-"""documents TEST_RESULTS RESULTS.xml [NAME...]: runs these tests, or those with these names.
+"""documents TEST_RESULTS RESULTS.xml [NAME...]: runs all these tests, or those with these names.
 
-TEST_RESULTS is where the store's tests have left random surveys. The outcome of
-each goes to RESULTS.xml in the form that GoogleTest writes.
+TEST_RESULTS is the directory in which the store's tests have left random surveys. Writes the
+outcome of each test to RESULTS.xml, in the format of GoogleTest.
 """
 
 import os

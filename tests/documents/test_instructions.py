@@ -1,4 +1,4 @@
-"""The help text is that of the guide."""
+"""Tests of the help text, which is generated from the user guide."""
 
 import pathlib
 import subprocess
@@ -15,15 +15,15 @@ def generated():
 
 
 class Instructions(unittest.TestCase):
-    def test_are_those_of_the_guide(self):
+    def test_are_generated_from_the_guide(self):
         committed = (PROJECT / "resources" / "instructions.txt").read_text(encoding="utf-8")
         self.assertEqual(generated(), committed, "run tools/make-instructions")
 
-    def test_are_markup(self):
+    def test_are_valid_markup(self):
         tree = ElementTree.fromstring(f"<text>{generated()}</text>")
         self.assertEqual(MARKUP, {element.tag for element in tree.iter()} - {"text"})
 
-    def test_hold_nothing_of_the_guides_own_markup(self):
+    def test_contain_no_markdown(self):
         words = "".join(ElementTree.fromstring(f"<text>{generated()}</text>").itertext())
         for mark in ("**", "`", "![", "](", "<!--", "\n#", "\n- ", "\n\n\n"):
             self.assertNotIn(mark, words)

@@ -1,4 +1,4 @@
-"""The README first says what the program is and how to install it, and is short."""
+"""Tests that the README is short, begins with the parts for divers and names what exists."""
 
 import pathlib
 import re
@@ -43,7 +43,7 @@ class Readme(unittest.TestCase):
         for preset in ("release", *others.split(", ")):
             self.assertIn(f'"name": "{preset}"', presets)
 
-    def test_says_where_to_write_to(self):
+    def test_contains_the_support_address(self):
         lists = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
         address = re.search(r'MAVO_SUPPORT_ADDRESS "([^"]+)"', lists).group(1)
         for document in (README, SECURITY):

@@ -1,4 +1,4 @@
-"""The schema of surveys takes what the program writes and reads, and refuses the rest."""
+"""Tests that the schema accepts what the program writes and reads, and refuses other documents."""
 
 import os
 import pathlib
@@ -12,11 +12,11 @@ EXPECTED = PROJECT / "tests" / "store" / "expected"
 RANDOM = pathlib.Path(os.environ["MAVO_TEST_RESULTS"]) / "random-surveys"
 
 ACCEPTED = 0
-REFUSED = 3  # xmllint's status for a document that is XML, but not of the schema
+REFUSED = 3  # xmllint's status for a well-formed document that the schema does not allow
 
 
 def check(*paths):
-    """xmllint's exit status and what it says."""
+    """Returns xmllint's exit status and its messages."""
     command = ["xmllint", "--noout", "--relaxng", SCHEMA, *paths]
     ran = subprocess.run(command, capture_output=True, text=True, check=False)
     return ran.returncode, ran.stderr
@@ -38,33 +38,33 @@ class SurveySchema(unittest.TestCase):
         with tempfile.NamedTemporaryFile("w", suffix=".xml") as file:
             file.write(text)
             file.flush()
-            found, said = check(file.name)
-        self.assertEqual(status, found, f"{why}: {said}")
+            found, messages = check(file.name)
+        self.assertEqual(status, found, f"{why}: {messages}")
 
     def changed(self, document, change):
-        """The document after a change (old, new), which must find its place."""
+        """Returns the document after a change (old, new). Fails if it does not contain `old`."""
         old, new = change
         self.assertIn(old, document)
         return document.replace(old, new)
 
-    def test_accepts_the_documents_that_the_writer_is_compared_with(self):
+    def test_accepts_the_documents_that_the_writer_must_write(self):
         documents = sorted(EXPECTED.glob("*.xml"))
         self.assertGreaterEqual(len(documents), 3)
-        status, said = check(*documents)
-        self.assertEqual(ACCEPTED, status, said)
+        status, messages = check(*documents)
+        self.assertEqual(ACCEPTED, status, messages)
 
     def test_accepts_random_surveys(self):
         documents = sorted(RANDOM.glob("*.xml"))
         self.assertGreaterEqual(len(documents), 200)
-        status, said = check(*documents)
-        self.assertEqual(ACCEPTED, status, said)
+        status, messages = check(*documents)
+        self.assertEqual(ACCEPTED, status, messages)
 
     def test_accepts_what_older_programs_wrote(self):
         self.assert_status(ACCEPTED, OLDEST, "the oldest")
         changes = {
             "newer version": ('"0.2"', '"1.9"'),
             "two depths": ("<depth>5</depth>", "<max_depth>5</max_depth><avg_depth>2</avg_depth>"),
-            "unit in words": ("<depth>5</depth>", "<temp_units>Celsius</temp_units><depth>5</depth>"),
+            "unit as a word": ("<depth>5</depth>", "<temp_units>Celsius</temp_units><depth>5</depth>"),
             "nothing but a place": (OLDEST[OLDEST.index("<depth>") : OLDEST.index("</survey>")], ""),
         }
         for why, change in changes.items():
@@ -80,13 +80,13 @@ class SurveySchema(unittest.TestCase):
             "other order": ("<year>2021</year>\n    <month>06</month>", "<month>06</month><year>2021</year>"),
             "unknown element": ("<ids>", "<weather>5</weather><ids>"),
             "text among elements": ("<ids>", "fish<ids>"),
-            "no month": ("<month>06</month>", "<month>13</month>"),
+            "month 13": ("<month>06</month>", "<month>13</month>"),
             "short month": ("<month>06</month>", "<month>6</month>"),
-            "no day": ("<mday>30</mday>", "<mday>32</mday>"),
+            "day 32": ("<mday>30</mday>", "<mday>32</mday>"),
             "empty choice": ("<habitat>3</habitat>", "<habitat></habitat>"),
             "blank in a number": ("<habitat>3</habitat>", "<habitat> 3</habitat>"),
-            "unit in words": ("<temp_units>C</temp_units>", "<temp_units>Celsius</temp_units>"),
-            "confirmed in words": ('confirmed="1"', 'confirmed="yes"'),
+            "unit as a word": ("<temp_units>C</temp_units>", "<temp_units>Celsius</temp_units>"),
+            "confirmed as a word": ('confirmed="1"', 'confirmed="yes"'),
             "single depth": ("<avg_depth>2</avg_depth>", "<depth>2</depth>"),
             "short species": ('id="0010"', 'id="10"'),
             "cleared species": ('abun="2"', 'abun="0"'),
@@ -103,7 +103,7 @@ class SurveySchema(unittest.TestCase):
             "too old": ('"0.2"', '"0.1"'),
             "too new": ('"0.2"', '"2.0"'),
             "no version": (' version="0.2"', ""),
-            "version in words": ('"0.2"', '"old"'),
+            "version as a word": ('"0.2"', '"old"'),
             "no survey": ("survey>", "dive>"),
             "no place": ("<subregion>CAL</subregion>", ""),
             "empty place": ("CAL", ""),

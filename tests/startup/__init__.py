@@ -1,4 +1,4 @@
 """Tests of how the program is started and installed, without a display.
 
-What a start shows on the screen is tested among the journeys.
+The journeys test what a start shows on the screen.
 """

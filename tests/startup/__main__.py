@@ -1,6 +1,6 @@
-"""startup BUILD RESULTS.xml [NAME...]: runs these tests on a build, or those with these names.
+"""startup BUILD RESULTS.xml [NAME...]: runs all these tests on a build, or those with these names.
 
-The outcome of each goes to RESULTS.xml in the form that GoogleTest writes.
+Writes the outcome of each test to RESULTS.xml, in the format of GoogleTest.
 """
 
 import os

@@ -1,4 +1,4 @@
-"""A directory of a test's own, with blanks in its name as users' directories have."""
+"""A scratch directory for each test. Its name has blanks, as names of users' directories may have."""
 
 import os
 import pathlib
@@ -17,7 +17,10 @@ class ScratchTest(unittest.TestCase):
 
 
 def environment(**changes):
-    """This process's environment with changes; None takes a variable away."""
+    """Returns this process's environment with changes, and without a display and GTK_PATH.
+
+    A change to None removes a variable.
+    """
     changed = {"DISPLAY": None, "WAYLAND_DISPLAY": None, "GTK_PATH": None, **changes}
     kept = {name: value for name, value in os.environ.items() if name not in changed}
     return kept | {name: str(value) for name, value in changed.items() if value is not None}

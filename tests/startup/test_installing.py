@@ -1,4 +1,4 @@
-"""The application directory of the build, and what installing makes of it."""
+"""Tests of the application directory of the build and of the installed files."""
 
 import os
 import pathlib
@@ -16,7 +16,7 @@ APPLICATION_DIR = BUILD / "MAVO-Survey"
 
 
 def files_below(directory):
-    """Relative path -> (contents, whether it can be executed) of all files."""
+    """Returns {relative path: (contents, whether it can be executed)} of all files."""
     return {
         path.relative_to(directory): (path.read_bytes(), os.access(path, os.X_OK))
         for path in directory.rglob("*")
@@ -25,12 +25,12 @@ def files_below(directory):
 
 
 def without_definition(files):
-    """All but the definition of the window, which gets the addresses of the build."""
+    """Returns all files except the definition of the window, which has the addresses of the build."""
     return {path: file for path, file in files.items() if path.name != "survey-ui.glade"}
 
 
 class ApplicationDirectory(ScratchTest):
-    def test_holds_program_script_resources_and_data(self):
+    def test_contains_program_script_resources_and_data(self):
         names = {path.parts[0] for path in files_below(APPLICATION_DIR)}
         self.assertEqual({"Info.plist", "MacOS", "resources", "data-files"}, names)
         for folder in ("resources", "data-files"):
@@ -65,16 +65,16 @@ class Bundle(unittest.TestCase):
         program = APPLICATION_DIR / "MacOS" / self.info["CFBundleExecutable"]
         self.assertTrue(os.access(program, os.X_OK), program)
 
-    def test_shows_the_icons_that_are_in_it(self):
+    def test_contains_the_icons_that_it_names(self):
         (document,) = self.info["CFBundleDocumentTypes"]
         for name in (self.info["CFBundleIconFile"], document["CFBundleTypeIconFile"]):
             with self.subTest(name=name):
-                # By default, file systems of macOS take Resources for the same directory.
+                # File systems of macOS ignore case by default, so Resources is the same directory.
                 icon = (APPLICATION_DIR / "resources" / name).read_bytes()
                 self.assertEqual(b"icns" + len(icon).to_bytes(4, "big"), icon[:8])
                 self.assertEqual([16, 32, 64, 128, 256, 512], list(widths_in(icon)))
 
-    def test_knows_surveys_and_takes_none_from_the_desktop(self):
+    def test_declares_the_type_of_surveys_but_does_not_open_them(self):
         (document,) = self.info["CFBundleDocumentTypes"]
         (declared,) = self.info["UTExportedTypeDeclarations"]
         self.assertEqual([declared["UTTypeIdentifier"]], document["LSItemContentTypes"])
@@ -99,11 +99,11 @@ class Installing(ScratchTest):
     def expect_installed(self, prefix):
         installed = files_below(prefix / "share" / "mavo-survey")
         built = files_below(APPLICATION_DIR)
-        # The schema is there for those who receive surveys.
+        # Only an installation has the schema, which is for receivers of surveys.
         schema = pathlib.Path("mavo-survey.rng")
         self.assertEqual(sorted([*built, schema]), sorted(installed))
         changed = [str(path) for path in built if built[path] != installed[path]]
-        # The program itself may lose the paths of libraries that the build needed.
+        # Installing may remove the library paths of the build from the program.
         self.assertEqual([], [name for name in changed if name != "MacOS/mavo-survey"])
         self.assertTrue(os.access(prefix / "bin" / "mavo-survey", os.X_OK))
 
@@ -114,7 +114,7 @@ class Installing(ScratchTest):
         )
         self.expect_installed(prefix)
 
-    def test_keeps_to_the_staging_directory_of_packagers(self):
+    def test_uses_the_staging_directory_of_packagers(self):
         subprocess.run(
             ["cmake", "--install", BUILD, "--prefix", "/usr"],
             env=environment(DESTDIR=self.scratch),
@@ -124,8 +124,8 @@ class Installing(ScratchTest):
         self.expect_installed(self.scratch / "usr")
 
 
-class AddressesOfTheBuild(ScratchTest):
-    """The definition of the window that a build with addresses of its own installs."""
+class WindowDefinition(ScratchTest):
+    """The definition of the window that a build with its own addresses generates and installs."""
 
     def configured(self, *options):
         build = self.scratch / "build"
@@ -145,7 +145,7 @@ class AddressesOfTheBuild(ScratchTest):
     def properties(self, definition, name):
         return [found.text or "" for found in definition.iterfind(f".//property[@name='{name}']")]
 
-    def test_stand_in_all_its_links(self):
+    def test_has_the_addresses_of_the_build_in_all_links(self):
         definition = self.installed_definition(
             "-DMAVO_WEB_HOST=surveys.example.org:8080", "-DMAVO_SUPPORT_ADDRESS=help@example.org"
         )
@@ -165,7 +165,7 @@ class AddressesOfTheBuild(ScratchTest):
             self.assertNotIn("mavo.example", text)
             self.assertNotIn("@MAVO_", text)
 
-    def test_are_those_of_another_port_in_a_second_program_only(self):
+    def test_has_another_port_only_in_a_second_program(self):
         build = self.configured(
             "-DMAVO_TEST_SERVER=ON",
             "-DMAVO_WEB_HOST=127.0.0.1:28704",
@@ -190,7 +190,7 @@ class AddressesOfTheBuild(ScratchTest):
         self.assertIn("127.0.0.1:28704", usual)
         self.assertNotIn("127.0.0.1:28799", usual)
 
-    def test_come_with_the_licence(self):
+    def test_contains_the_licence(self):
         definition = self.installed_definition()
         (shown,) = self.properties(definition, "license")
         licence = (PROJECT / "LICENSE").read_text(encoding="utf-8")
@@ -199,7 +199,7 @@ class AddressesOfTheBuild(ScratchTest):
 
 
 class BuildDate(ScratchTest):
-    """The text that becomes BuildInfo."""
+    """The source text that defines BuildInfo."""
 
     def written(self, **changes):
         path = self.scratch / "build-info.cc"
@@ -216,7 +216,7 @@ class BuildDate(ScratchTest):
         )
         return path.read_text(encoding="utf-8")
 
-    def test_is_the_source_date_where_one_is_set(self):
+    def test_is_the_source_date_if_one_is_set(self):
         for zone in ("UTC", "America/Los_Angeles"):
             text = self.written(SOURCE_DATE_EPOCH=1639855754, TZ=zone)
             self.assertIn('date_str = "2021-12-18 19:29:14"', text)
@@ -228,7 +228,7 @@ class BuildDate(ScratchTest):
         written = datetime.strptime(date + " -0500", "%Y-%m-%d %H:%M:%S %z").timestamp()
         self.assertTrue(before <= written <= time.time(), date)
 
-    def test_stands_beside_the_numbers_of_the_version(self):
+    def test_is_written_together_with_the_version(self):
         text = self.written()
         for line in (
             "const int major = 1;",

@@ -1,6 +1,7 @@
-"""What the program prints about where it was started from.
+"""Tests of the lines that the program prints about its start.
 
-Without a display it ends soon after; with GTK_PATH it does not look for its script.
+Without a display, the program ends soon after them. With GTK_PATH, it does not look for its
+launch script.
 """
 
 import re
@@ -13,7 +14,7 @@ EXECUTABLE = BUILD / "MAVO-Survey" / "MacOS" / "mavo-survey"
 
 class LaunchLines(ScratchTest):
     def start(self, argv0, *arguments, **changes):
-        """What it prints when argv[0] is this, from the scratch directory."""
+        """Starts the program with this argv[0] in the scratch directory. Returns what it prints."""
         ended = subprocess.run(
             [argv0, *arguments],
             executable=EXECUTABLE,
@@ -52,7 +53,7 @@ class LaunchLines(ScratchTest):
 
         self.assertEqual(lines(), lines("-d-9"))
 
-    def test_tell_the_directory_that_was_deduced(self):
+    def test_name_the_deduced_directory(self):
         (self.scratch / "app").mkdir()
         scratch = self.scratch
         for argv0, expected in (
@@ -70,17 +71,17 @@ class LaunchLines(ScratchTest):
                 self.assertIn("Have GTK_PATH!  Proceeding...\n", output)
                 self.assertNotIn("exec(", output)
 
-    def test_tell_that_the_directory_cannot_be_entered(self):
+    def test_report_that_the_directory_cannot_be_entered(self):
         for gtk_path in ("/", None):
             output = self.start("no/such/MacOS/prog", GTK_PATH=gtk_path)
             self.assertIn('Failed to chdir("no/such"): 2 No such file or directory\n', output)
             for absent in ("started with", "Have GTK_PATH", "exec("):
                 self.assertNotIn(absent, output)
 
-    def test_tell_that_the_working_directory_is_gone(self):
-        leave = 'mkdir gone && cd gone && rmdir "$PWD" && exec -a prog "$1"'
+    def test_report_that_the_working_directory_was_removed(self):
+        start_in_removed_directory = 'mkdir gone && cd gone && rmdir "$PWD" && exec -a prog "$1"'
         ended = subprocess.run(
-            ["bash", "-c", leave, "-", EXECUTABLE],
+            ["bash", "-c", start_in_removed_directory, "-", EXECUTABLE],
             cwd=self.scratch,
             env=environment(),
             capture_output=True,
@@ -93,7 +94,7 @@ class LaunchLines(ScratchTest):
         )
         self.assertNotIn("exec(", ended.stdout)
 
-    def test_tell_the_script_that_is_missing_and_the_start_goes_on(self):
+    def test_report_a_missing_script_before_the_start_continues(self):
         for argv0, directory in (("prog", self.scratch), ("/opt/app/MacOS/prog", "/opt/app")):
             output = self.start(argv0, "-d4")
             program = f"{directory}/MacOS/prog"
@@ -105,13 +106,13 @@ class LaunchLines(ScratchTest):
                 output,
             )
 
-    def test_tell_a_script_that_may_not_be_run(self):
+    def test_report_a_script_that_is_not_executable(self):
         script = self.scratch / "MacOS" / "prog-env-setup.sh"
         script.parent.mkdir()
         script.write_text("#!/bin/sh\n", encoding="utf-8")
         self.assertIn("FAILED to exec: 13 = Permission denied\n", self.start("prog"))
 
-    def test_are_handed_over_to_the_script_with_all_arguments(self):
+    def test_precede_the_script_which_gets_all_arguments(self):
         script = self.scratch / "MacOS" / "prog-env-setup.sh"
         script.parent.mkdir()
         script.write_text('#!/bin/sh\nprintf "<%s>" "$0" "$@"\nexit 3\n', encoding="utf-8")

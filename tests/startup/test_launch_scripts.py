@@ -1,4 +1,4 @@
-"""The launch script and the command in bin, with a stand-in for the executable."""
+"""Tests of the launch script and of the command in bin. A stand-in replaces the executable."""
 
 import re
 import shutil
@@ -8,12 +8,12 @@ from .scratch import BUILD, PROJECT, ScratchTest, environment
 
 LAUNCH_SCRIPT = PROJECT / "packaging" / "mavo-survey-env-setup.sh"
 COMMAND = BUILD / "packaging" / "mavo-survey"
-# Says what it was given, a line each.
+# Prints its working directory, GTK_PATH, its path and its arguments, one per line.
 STAND_IN = '#!/bin/sh\npwd\nprintf "%s\\n" "$GTK_PATH" "$0" "$@"\n'
 
 
 class LaunchTest(ScratchTest):
-    """An installed tree in which the stand-in takes the program's place."""
+    """An installed tree in which the stand-in replaces the program."""
 
     def setUp(self):
         super().setUp()
@@ -28,8 +28,8 @@ class LaunchTest(ScratchTest):
         self.command.parent.mkdir()
         shutil.copy(COMMAND, self.command)
 
-    def said(self, *command, directory="/", **changes):
-        """(working directory, GTK_PATH, path, arguments) that the stand-in was started with."""
+    def start(self, *command, directory="/", **changes):
+        """Runs a command. Returns (working directory, GTK_PATH, path, arguments) of the stand-in."""
         ended = subprocess.run(
             command,
             cwd=directory,
@@ -42,8 +42,8 @@ class LaunchTest(ScratchTest):
         started_in, gtk_path, path, *arguments = ended.stdout.splitlines()
         return started_in, gtk_path, path, arguments
 
-    def expect_start(self, said, arguments=()):
-        started_in, gtk_path, path, given = said
+    def expect_start(self, started, arguments=()):
+        started_in, gtk_path, path, given = started
         self.assertEqual(str(self.application_dir), started_in)
         self.assertNotEqual("", gtk_path)
         self.assertEqual(str(self.executable), path)
@@ -52,24 +52,26 @@ class LaunchTest(ScratchTest):
 
 class LaunchScript(LaunchTest):
     def test_starts_the_executable_in_its_application_directory(self):
-        self.expect_start(self.said(self.script, "--exec-name", self.executable))
+        self.expect_start(self.start(self.script, "--exec-name", self.executable))
 
-    def test_hands_on_all_arguments_as_they_are(self):
+    def test_passes_all_arguments_unchanged(self):
         odd = ["-d3", "two words", "", "*", "$HOME", "--exec-name"]
-        self.expect_start(self.said(self.script, "--exec-name", self.executable, *odd), odd)
+        self.expect_start(self.start(self.script, "--exec-name", self.executable, *odd), odd)
 
-    def test_takes_a_relative_executable_too(self):
-        said = self.said(
+    def test_accepts_a_relative_path_of_the_executable(self):
+        started = self.start(
             self.script, "--exec-name", "MacOS/mavo-survey", directory=self.application_dir
         )
-        self.expect_start(said)
+        self.expect_start(started)
 
     def test_keeps_a_module_path_that_is_set(self):
-        said = self.said(self.script, "--exec-name", self.executable, GTK_PATH="/of the user")
-        self.assertEqual("/of the user", said[1])
+        started = self.start(
+            self.script, "--exec-name", self.executable, GTK_PATH="/of the user"
+        )
+        self.assertEqual("/of the user", started[1])
 
-    def test_is_not_misled_by_the_users_directory_path(self):
-        self.expect_start(self.said(self.script, "--exec-name", self.executable, CDPATH="/usr:/"))
+    def test_ignores_the_users_cdpath(self):
+        self.expect_start(self.start(self.script, "--exec-name", self.executable, CDPATH="/usr:/"))
 
     def test_refuses_other_arguments(self):
         for arguments in ([], ["--exec-name"], [self.executable], ["--name", self.executable]):
@@ -82,17 +84,17 @@ class LaunchScript(LaunchTest):
 
 class InstalledCommand(LaunchTest):
     def test_starts_the_program_from_any_directory(self):
-        self.expect_start(self.said(self.command, "-d3", "two words"), ["-d3", "two words"])
+        self.expect_start(self.start(self.command, "-d3", "two words"), ["-d3", "two words"])
 
     def test_is_found_by_a_relative_path(self):
-        self.expect_start(self.said("./mavo-survey", directory=self.command.parent))
+        self.expect_start(self.start("./mavo-survey", directory=self.command.parent))
 
     def test_is_found_through_the_search_path(self):
         for entry, directory in ((self.command.parent, "/"), ("bin", self.scratch)):
             with self.subTest(entry=entry):
                 path = f"{entry}:/usr/bin:/bin"
                 self.expect_start(
-                    self.said("sh", "-c", "mavo-survey", PATH=path, directory=directory)
+                    self.start("sh", "-c", "mavo-survey", PATH=path, directory=directory)
                 )
 
     def test_is_found_through_symbolic_links(self):
@@ -100,17 +102,17 @@ class InstalledCommand(LaunchTest):
         links.mkdir()
         (links / "first").symlink_to(self.command)
         (links / "second").symlink_to("first")
-        self.expect_start(self.said(links / "second"))
-        self.expect_start(self.said("sh", "-c", "second", PATH=f"{links}:/usr/bin:/bin"))
+        self.expect_start(self.start(links / "second"))
+        self.expect_start(self.start("sh", "-c", "second", PATH=f"{links}:/usr/bin:/bin"))
 
-    def test_sets_the_directory_also_where_the_module_path_is_set(self):
-        started_in, gtk_path, *_ = self.said(self.command, GTK_PATH="/of the user")
+    def test_changes_the_directory_even_if_the_module_path_is_set(self):
+        started_in, gtk_path, *_ = self.start(self.command, GTK_PATH="/of the user")
         self.assertEqual(str(self.application_dir), started_in)
         self.assertEqual("/of the user", gtk_path)
 
 
 class AskingTheInstalledCommand(LaunchTest):
-    """What it answers by itself: the program needs a display for that."""
+    """Options that the command answers itself, because the program would need a display."""
 
     def setUp(self):
         super().setUp()
@@ -144,13 +146,13 @@ class AskingTheInstalledCommand(LaunchTest):
         self.assertLess(len(self.answer("--version").splitlines()), 5)
         self.assertLess(len(self.answer("--help").splitlines()), 20)
 
-    def test_answers_behind_other_arguments_too(self):
+    def test_answers_after_other_arguments_too(self):
         for option in ("--help", "--version"):
             self.assertEqual(self.answer(option), self.answer("-d3", option))
 
 
 class OptionsLikeThoseOfTheInstalledCommand(LaunchTest):
-    def test_go_to_the_program(self):
+    def test_are_passed_to_the_program(self):
         for arguments in (
             ["--help-all"],
             ["--help-gtk"],
@@ -161,4 +163,4 @@ class OptionsLikeThoseOfTheInstalledCommand(LaunchTest):
             ["--", "--version"],
         ):
             with self.subTest(arguments=arguments):
-                self.expect_start(self.said(self.command, *arguments), arguments)
+                self.expect_start(self.start(self.command, *arguments), arguments)
