@@ -16,7 +16,7 @@
 
 namespace {
 
-FaultyCalls* in_force = nullptr;
+FaultyCalls* in_force = nullptr; // null if no calls are counted
 
 std::string path_of(int descriptor)
 {
@@ -26,7 +26,8 @@ std::string path_of(int descriptor)
   return length < 0 ? std::string() : std::string(path.data(), static_cast<std::size_t>(length));
 }
 
-// Returns the path of a file that a system call names relative to a directory.
+// Returns the path of a file that a system call names relative to a directory, or an empty text if
+// no calls are counted.
 std::string path_at(int directory, const char* path)
 {
   if (!in_force || !path)
@@ -36,7 +37,7 @@ std::string path_at(int directory, const char* path)
 
 bool fails(Call call, const std::string& path)
 {
-  return in_force && in_force->is_below(path) && in_force->takes(call);
+  return in_force && in_force->is_below(path) && in_force->count_call(call);
 }
 
 bool fails(Call call, const char* path)
@@ -101,7 +102,7 @@ void FaultyCalls::fail_always(Call call, int number)
   always[static_cast<std::size_t>(call)] = number;
 }
 
-bool FaultyCalls::takes(Call call)
+bool FaultyCalls::count_call(Call call)
 {
   const auto index = static_cast<std::size_t>(call);
   const bool is_due = ++counts[index] == faults[index].nth;

@@ -18,8 +18,8 @@ namespace {
 
 using Sets = std::set<LocalData::Set>;
 using Action = std::function<void()>;
-// Runs an action in a copy of this process and kills a part of it at the n-th system call.
-// Returns false if there are fewer calls.
+// Runs an action in a copy of this process and kills one of its processes before the `nth` system
+// call of that process. Returns false if there are fewer calls.
 using Killer = std::function<bool(int nth, const Action& action)>;
 
 class KilledInAnInstall : public WindowTest
@@ -32,8 +32,8 @@ public:
     data = std::make_unique<LocalData>(my_app->local_data_dir, application_dir.root);
   }
 
-  // For each system call: prepares the directory, kills, and expects that a new start finds one of
-  // the complete sets and no unknown files.
+  // For each system call: prepares the directory, kills `act` there, and starts. Adds what the
+  // start leaves to `found` and `left`.
   void kill_everywhere(const Killer& killed, const Action& prepare, const Action& act)
   {
     bool was_killed = true;
@@ -52,26 +52,26 @@ public:
   void start() const
   {
     RetCode result = RET_INTERNAL_ERROR;
-    const std::string said = output_of([&] { result = my_app->read_data_files(); });
+    const std::string printed = output_of([&] { result = my_app->read_data_files(); });
     EXPECT_EQ(RET_SUCCESS, result);
     const LocalData::Set now = data->now();
     if (now == LocalData::TORN)
-      return; // its timestamp may be that of any of the two sets
+      return; // its timestamp may be that of either set
     const std::string timestamp = now == LocalData::OLD   ? LocalData::old_timestamp
                                   : now == LocalData::NEW ? LocalData::new_timestamp
                                                           : "20210101000000";
-    EXPECT_EQ(timestamp, my_app->data_file_info->timestamp) << said;
+    EXPECT_EQ(timestamp, my_app->data_file_info->timestamp) << printed;
   }
 
   std::unique_ptr<LocalData> data;
-  Sets found;                 // the sets that the starts found
-  std::set<std::string> left; // the files that remained after kill and start
+  Sets found;                 // the sets after the starts
+  std::set<std::string> left; // the other files after the starts
   int tried = 0;
 
   const Action old_data = [this] { data->start_with_old_data(); };
   const Action nothing = [this] { data->start_with_nothing(); };
-  const Action install = [this] { data->install(LocalData::WHOLE); };
-  const Action install_cut = [this] { data->install(LocalData::CUT); };
+  const Action install = [this] { data->install(LocalData::COMPLETE); };
+  const Action install_cut = [this] { data->install(LocalData::TRUNCATED); };
 };
 
 Killer command(const std::string& name)
@@ -87,7 +87,7 @@ const std::set<std::string> new_archive = {"", ".goutputstream- "};
 
 } // namespace
 
-TEST_F(KilledInAnInstall, TheProgramLeavesAFirstCopyCompleteOrNone)
+TEST_F(KilledInAnInstall, TheProgramLeavesACompleteFirstCopyOrNone)
 {
   kill_everywhere(killed_at_system_call, nothing, install);
   EXPECT_EQ((Sets{LocalData::NEW, LocalData::NONE}), found);
@@ -126,7 +126,7 @@ TEST_F(KilledInAnInstall, TheProgramLeavesNothingIfTheFirstArchiveFails)
   EXPECT_EQ(none, left);
 }
 
-TEST_F(KilledInAnInstall, AStartThatRestoresTheOldDataLeavesTheRestToTheNext)
+TEST_F(KilledInAnInstall, TheNextStartCompletesARestoreOfTheOldData)
 {
   kill_everywhere(
       killed_at_system_call, [this] { data->start_with_torn_data(); },

@@ -53,7 +53,7 @@ bool run_to_call(pid_t process, int nth)
     ptrace(PTRACE_SYSCALL, process, nullptr, signal);
     const int status = wait_for(process);
     if (!WIFSTOPPED(status)) {
-      EXPECT_TRUE(WIFEXITED(status)) << "it ended by itself: " << status;
+      EXPECT_TRUE(WIFEXITED(status)) << "a signal ended it: " << status;
       return false;
     }
     signal = WSTOPSIG(status) == stopped_for_call ? 0 : WSTOPSIG(status);
@@ -71,18 +71,18 @@ class Family
 public:
   Family(pid_t first, std::string command_) : members{first}, command(std::move(command_)) {}
 
-  // Lets them run until all have ended. Kills the one that runs the command before its `nth`
-  // system call. Returns false if it makes fewer calls.
+  // Lets the processes run until all have ended. Kills the one that runs the command before its
+  // `nth` system call. Returns false if it makes fewer calls.
   bool run(int nth)
   {
-    go_on(*members.begin());
+    resume(*members.begin());
     while (!members.empty()) {
       int status = 0;
       const pid_t process = waitpid(-1, &status, __WALL);
       if (process < 0)
         break;
       if (WIFSTOPPED(status))
-        meet(process, status, nth);
+        handle_stop(process, status, nth);
       else
         members.erase(process);
     }
@@ -91,7 +91,7 @@ public:
 
 private:
   // Handles a process that has stopped.
-  void meet(pid_t process, int status, int nth)
+  void handle_stop(pid_t process, int status, int nth)
   {
     const bool is_new = members.insert(process).second;
     if (status >> 8 == (SIGTRAP | PTRACE_EVENT_EXEC << 8) && watched == 0 && runs_command(process))
@@ -102,7 +102,7 @@ private:
     }
     const bool is_signal = status >> 16 == 0 && WSTOPSIG(status) != stopped_for_call;
     const bool is_beginning = is_new && WSTOPSIG(status) == SIGSTOP;
-    go_on(process, is_signal && !is_beginning ? WSTOPSIG(status) : 0);
+    resume(process, is_signal && !is_beginning ? WSTOPSIG(status) : 0);
   }
 
   // Each call stops the process twice, before and after. The first stop is after the call that
@@ -116,7 +116,7 @@ private:
     return name == command;
   }
 
-  void go_on(pid_t process, long signal = 0) const
+  void resume(pid_t process, long signal = 0) const
   {
     ptrace(process == watched ? PTRACE_SYSCALL : PTRACE_CONT, process, nullptr, signal);
   }
@@ -149,7 +149,7 @@ bool held_at_system_call(int nth, const std::function<void()>& action,
   meanwhile();
   ptrace(PTRACE_DETACH, process, nullptr, 0);
   const int status = wait_for(process);
-  EXPECT_TRUE(WIFEXITED(status)) << "it ended by itself: " << status;
+  EXPECT_TRUE(WIFEXITED(status)) << "a signal ended it: " << status;
   return true;
 }
 

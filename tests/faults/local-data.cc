@@ -66,13 +66,13 @@ LocalData::LocalData(std::string directory_, const std::string& scratch)
     : directory(std::move(directory_)),
       old_set(files_of_set(old_timestamp, "")),
       new_set(files_of_set(new_timestamp, "\n")), // readers skip the additional empty line
-      whole(scratch + "/whole.tar.bz2"),
-      cut(scratch + "/cut.tar.bz2")
+      complete(scratch + "/whole.tar.bz2"),
+      truncated(scratch + "/cut.tar.bz2")
 {
   new_set[large_file] = std::string(20'000, 'x');
   write_files(new_set, scratch + "/new/data-files");
-  pack(scratch + "/new", "cat", whole);
-  pack(scratch + "/new", "head -c 20000", cut);
+  pack(scratch + "/new", "cat", complete);
+  pack(scratch + "/new", "head -c 20000", truncated);
   old_set[not_in_archive] = "mine";
   new_set[not_in_archive] = "mine";
 }
@@ -122,7 +122,7 @@ void LocalData::install(Archive which) const
 LocalData::Set LocalData::now() const
 {
   const Files files = files_below(directory + "/data-files");
-  Files new_alone = new_set; // without older files
+  Files new_alone = new_set; // without the file that the archive lacks
   new_alone.erase(not_in_archive);
   if (files.empty())
     return NONE;

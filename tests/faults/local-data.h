@@ -15,8 +15,8 @@ Files files_below(const std::string& directory);
 class LocalData
 {
 public:
-  enum Archive { WHOLE, CUT }; // CUT: truncated in the middle of a file
-  enum Set { OLD, NEW, NONE, TORN };
+  enum Archive { COMPLETE, TRUNCATED }; // TRUNCATED: truncated in the middle of a file
+  enum Set { OLD, NEW, NONE, TORN };    // TORN: only parts, or a mixture of both
 
   // Creates the sets and archives in `scratch`. Does not change `directory`.
   LocalData(std::string directory, const std::string& scratch);
@@ -29,18 +29,19 @@ public:
   // old data.
   void start_with_torn_data() const;
 
-  // Writes an archive and unpacks it as the program does, without messages.
+  // Installs an archive as the program does, but without messages.
   void install(Archive which) const;
 
   // Returns which set the directory has. Compares every byte.
   Set now() const;
-  // Returns the names of all other files than the set and the archive, with uniform temporary
-  // names, and "backup" if there is a backup.
+  // Returns the names of all files in the directory except the set and the archive, each followed
+  // by a blank. Temporary files have the same name. A backup is included as "backup".
   std::string leftovers() const;
 
-  std::string backup() const; // the directory that the program uses for it
-
-  std::string archive(Archive which) const { return which == WHOLE ? whole : cut; }
+  // Returns the path of the directory that the program uses for its backup.
+  std::string backup() const;
+  // Returns the path of an archive.
+  std::string archive(Archive which) const { return which == COMPLETE ? complete : truncated; }
 
   const std::string directory;
   static const char* const old_timestamp;
@@ -48,5 +49,5 @@ public:
 
 private:
   Files old_set, new_set;
-  std::string whole, cut; // paths
+  std::string complete, truncated; // paths of the archives
 };

@@ -24,8 +24,8 @@ constexpr long most_kb_per_cycle = 14'000;
 
 int cycles_to_try()
 {
-  const char* const wished = std::getenv("MAVO_LONG_USE_CYCLES");
-  return wished ? std::atoi(wished) : 30;
+  const char* const requested = std::getenv("MAVO_LONG_USE_CYCLES");
+  return requested ? std::atoi(requested) : 30;
 }
 
 class LongUse : public SavingTest
@@ -47,7 +47,7 @@ public:
   {
     ASSERT_FALSE(window->file_needs_saving());
     window->on_action_FileNew("FileNew");
-    go_on_with_new_window();
+    use_new_window();
   }
 
   void open_saved_survey()
@@ -63,17 +63,17 @@ public:
     });
     ASSERT_EQ(path, panel.lookup_selected_survey(nullptr));
     panel.on_edit_view_button();
-    go_on_with_new_window();
+    use_new_window();
   }
 
-  void go_round()
+  void run_cycle()
   {
     ASSERT_NO_FATAL_FAILURE(start_new_survey());
     ASSERT_NO_FATAL_FAILURE(open_saved_survey());
   }
 
-  // Expects that the application's list has only visible windows, and uses the new one.
-  void go_on_with_new_window()
+  // Expects that a new window is the only one in the application's list. Continues with it.
+  void use_new_window()
   {
     settle();
     const auto windows = my_app->app->get_windows();
@@ -119,14 +119,14 @@ TEST_F(LongUse, GrowsByTheSameBoundedAmountWithEachSurvey)
   const auto kb_per_cycle = [this, cycles] {
     const long before = memory_now_kb();
     for (int i = 0; i < cycles; ++i)
-      go_round();
+      run_cycle();
     return (memory_now_kb() - before) / cycles;
   };
   kb_per_cycle(); // fills caches
   const long first = kb_per_cycle();
   const long last = kb_per_cycle();
   EXPECT_LT(first, most_kb_per_cycle);
-  EXPECT_LT(last, first + first / 4) << "each costs more than the one before";
+  EXPECT_LT(last, first + first / 4) << "each cycle needs more than the one before";
   RecordProperty("tried", 3 * cycles);
   RecordProperty("kb_per_cycle", std::to_string(last));
 }

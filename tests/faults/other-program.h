@@ -12,18 +12,18 @@
 void in_another_program(
     const std::function<void()>& action, const std::function<void()>& meanwhile = [] {});
 
-// Two programs that use one store. `mine` belongs to this process, and `theirs` is for the other
-// one. Both windows stay hidden and have the survey that enter_survey() enters, with different
-// species.
+// Two programs that use one store. `mine` is the window of this process, and `theirs` is that of
+// the other process. Both windows stay hidden and have the survey that enter_survey() enters, with
+// different species.
 class TwoPrograms : public SavingTest
 {
 public:
   void SetUp() override;
 
-  // Returns the document that a window would write now.
+  // Returns the document that a window would write now. Fails the test if there is none.
   static std::string text_of(SurveyWindow& window);
-  // Returns all files below the root of the store that are neither document, including temporary
-  // files of the library.
+  // Returns the paths and contents of all files below the root of the store that contain neither
+  // document, including temporary files of the library.
   std::vector<std::string> files_that_are_neither();
   // Returns the contents of the survey files of a state, sorted.
   std::vector<std::string> texts_in(MyApp::WhichDir which) const;

@@ -1,4 +1,4 @@
-// Lets every call of a save, a move or a delete on its files fail once.
+// Lets every system call on the files of a save, a move or a delete fail once.
 #include "store/saving-test.h"
 #include "support/dialogs.h"
 #include "ui/survey-window.h"
@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::pair<Call, int> troubles[] = {
+// The calls that fail, and their errno.
+constexpr std::pair<Call, int> faults[] = {
     {Call::open, ENOSPC},   {Call::write, ENOSPC},  {Call::fsync, EIO},    {Call::link, EIO},
     {Call::rename, EACCES}, {Call::unlink, EACCES}, {Call::mkdir, ENOSPC}, {Call::close, EIO},
 };
@@ -42,8 +43,8 @@ public:
     root = my_app->get_survey_dir(MyApp::WD_ROOT);
   }
 
-  // An empty store, and a window that has never saved.
-  void start_anew()
+  // Empties the store, as if the window had never saved.
+  void start_over()
   {
     fs::remove_all(root);
     old_text.clear();
@@ -55,7 +56,7 @@ public:
 
   void save_and_change()
   {
-    start_anew();
+    start_over();
     save_quietly(*window, MyApp::WD_IN_PROGRESS);
     old_text = window->survey.xml_current.raw();
     window->survey.abundances = {{10, 3}, {12, 1}};
@@ -78,8 +79,8 @@ public:
     return found;
   }
 
-  // Runs the job with this failure.
-  void expect_held(const Job& job, Call call, int nth, int number)
+  // Runs the job with this fault. Checks its messages and files.
+  void try_fault(const Job& job, Call call, int nth, int number)
   {
     SCOPED_TRACE(job.name + ": " + name_of(call) + " number " + std::to_string(nth) + " fails");
     job.prepare();
@@ -92,11 +93,11 @@ public:
       succeeded = job.act();
     });
     ++tried;
-    expect_told(job, succeeded, seen);
-    expect_whole(succeeded);
+    expect_reported(job, succeeded, seen);
+    expect_complete(succeeded);
   }
 
-  void expect_told(const Job& job, bool succeeded, std::vector<SeenDialog> seen) const
+  void expect_reported(const Job& job, bool succeeded, std::vector<SeenDialog> seen) const
   {
     seen.erase(std::remove_if(seen.begin(), seen.end(),
                               [](const auto& dialog) {
@@ -111,7 +112,7 @@ public:
   }
 
   // Expects the old document or the new one, and no other file.
-  void expect_whole(bool succeeded) const
+  void expect_complete(bool succeeded) const
   {
     const std::string& new_text = window->survey.xml_current.raw();
     bool has_old = false;
@@ -119,9 +120,9 @@ public:
     for (const auto& [path, text] : files()) {
       has_old = has_old || text == old_text;
       has_new = has_new || text == new_text;
-      EXPECT_TRUE(text == old_text || text == new_text) << path << " holds:\n" << text;
+      EXPECT_TRUE(text == old_text || text == new_text) << path << " contains:\n" << text;
     }
-    if (!succeeded && !old_text.empty()) { // the library may say too late that it failed
+    if (!succeeded && !old_text.empty()) { // the library may fail after the replacement
       EXPECT_TRUE(has_old || has_new);
     }
     if (succeeded && !deletes) {
@@ -131,10 +132,10 @@ public:
 
   void try_everything(const Job& job)
   {
-    for (const auto& [call, number] : troubles) {
+    for (const auto& [call, number] : faults) {
       const int calls = count(job, call);
       for (int nth = 1; nth <= calls; ++nth)
-        expect_held(job, call, nth, number);
+        try_fault(job, call, nth, number);
     }
     EXPECT_GT(tried, 0);
     RecordProperty("tried", tried);
@@ -165,9 +166,9 @@ const char* const not_saved = "ERROR: Survey NOT Saved!!!";
 
 } // namespace
 
-TEST_F(FaultsInTheStore, LeaveAFirstSaveCompleteOrNone)
+TEST_F(FaultsInTheStore, LeaveACompleteFirstDocumentOrNone)
 {
-  try_everything({"first save", [&] { start_anew(); },
+  try_everything({"first save", [&] { start_over(); },
                   [&] {
                     const bool saved = save(MyApp::WD_IN_PROGRESS);
                     EXPECT_EQ(saved, !window->file_needs_saving());
@@ -217,7 +218,7 @@ TEST_F(FaultsInTheStore, LeaveAMovedSurveyInOneOfItsPlaces)
     job.rename_never_works = c.across_file_systems;
     job.prepare = [&] {
       save_and_change();
-      window->survey.xml_current = old_text; // no new one here
+      window->survey.xml_current = old_text; // a move writes no new document
     };
     job.act = [&] {
       std::string path = window->survey.filename;

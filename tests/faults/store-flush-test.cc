@@ -33,7 +33,7 @@ public:
   // The number of flushes of a first save: the file, then its directory.
   static constexpr int flushes_of_new_file = 2;
 
-  void start_anew() const
+  void start_over() const
   {
     fs::remove_all(root);
     window->survey.filename.clear();
@@ -77,7 +77,7 @@ TEST_F(FailedFlush, OfANewFileLeavesNoFileAndTheSurveyUnsaved)
   for (const int number : refusals) {
     for (int nth = 1; nth <= flushes_of_new_file; ++nth) {
       SCOPED_TRACE(std::string(std::strerror(number)) + " at flush " + std::to_string(nth));
-      start_anew();
+      start_over();
       EXPECT_EQ(expected_words(in_progress, number), failure_of_save(in_progress, nth, number));
       EXPECT_EQ(Names(), names_in(in_progress));
       EXPECT_TRUE(window->file_needs_saving());
@@ -102,7 +102,7 @@ TEST_F(FailedFlush, OfAnExistingFileLeavesTheSurveyUnsavedAndTheNextSaveSucceeds
 {
   for (int nth = 1; nth <= 3; ++nth) { // the library's flush, then the file and its directory
     SCOPED_TRACE("flush " + std::to_string(nth));
-    start_anew();
+    start_over();
     window->survey.abundances = {{10, 2}};
     save_quietly(*window, in_progress);
     window->survey.abundances = {{10, 3}};
@@ -120,7 +120,7 @@ TEST_F(FailedFlush, OfAnExistingFileLeavesTheSurveyUnsavedAndTheNextSaveSucceeds
 TEST_F(FailedFlush, KeepsTheFileOfTheOldState)
 {
   for (int nth = 1; nth <= flushes_of_new_file; ++nth) {
-    start_anew();
+    start_over();
     save_quietly(*window, in_progress);
     const std::string saved = read_file(window->survey.filename);
     EXPECT_EQ(expected_words(ready, EDQUOT), failure_of_save(ready, nth, EDQUOT));
@@ -131,7 +131,8 @@ TEST_F(FailedFlush, KeepsTheFileOfTheOldState)
 
 TEST_F(FailedFlush, OfADownloadIsReported)
 {
-  // The directory above is watched as well: plain POSIX writes a new file there.
+  // FaultyCalls also watches the parent directory, because the code for plain POSIX creates new
+  // files there.
   fs::create_directory(root + "/local");
   const std::string path = root + "/local/download";
   for (int nth = 1; nth <= flushes_of_new_file; ++nth) {
@@ -152,7 +153,7 @@ TEST_F(FailedFlush, OfADownloadIsReported)
 TEST_F(FailedFlush, IsIgnoredIfTheFileSystemCannotFlush)
 {
   for (const int number : {EINVAL, ENOTSUP}) {
-    start_anew();
+    start_over();
     FaultyCalls faulty(root);
     faulty.fail_always(Call::fsync, number);
     save_quietly(*window, in_progress);

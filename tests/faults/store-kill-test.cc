@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 namespace {
 
 // The contents of a file of the store after the end of the program.
-enum class Holds { old_document, new_document };
-using State = std::map<std::string, Holds>;
+enum class Contents { old_document, new_document };
+using State = std::map<std::string, Contents>;
 
 class KilledInTheMiddle : public SavingTest
 {
@@ -39,7 +39,7 @@ public:
     window->survey.abundances = {{10, 3}, {12, 1}};
   }
 
-  // Restores the store including the times of its files, which reveal changes.
+  // Restores the store, including the times of its files, by which the program detects changes.
   void restore() const
   {
     fs::remove_all(root);
@@ -67,21 +67,23 @@ public:
         continue;
       }
       const std::string text = read_file(path);
-      EXPECT_TRUE(text == old_text || text == new_text) << path << " holds:\n" << text;
-      state[path] = text == old_text ? Holds::old_document : Holds::new_document;
+      EXPECT_TRUE(text == old_text || text == new_text) << path << " contains:\n" << text;
+      state[path] = text == old_text ? Contents::old_document : Contents::new_document;
     }
     return state;
   }
 
-  // Returns whether it is a temporary file of plain POSIX, which is complete but has no name of
-  // a survey yet. It must not be in a directory of a state, where it would be listed.
+  // Returns whether a file is a temporary one of the code for plain POSIX. It is complete, but it
+  // does not have the name of a survey yet. It must not be in a directory of a state, where the
+  // program would list it.
   bool is_unnamed(const fs::path& path) const
   {
     return path.parent_path() == root &&
            path.filename().string().rfind(".mavo-survey-unnamed-", 0) == 0;
   }
 
-  // Kills `act` at each system call. Expects a document after each if there was one before.
+  // Kills `act` at each system call. Expects a document after each kill if there was one before,
+  // and after a run without a kill.
   void kill_everywhere(const std::function<void()>& act)
   {
     Glib::ustring error_text;
@@ -102,7 +104,7 @@ public:
       states.insert(state);
     }
     EXPECT_GT(tried, 3);
-    EXPECT_GT(states.size(), 1U) << "it never got so far as to change anything";
+    EXPECT_GT(states.size(), 1U) << "all kills left the same state";
     for (const auto& state : states)
       expect_usable(state);
     RecordProperty("tried", tried);
@@ -112,8 +114,8 @@ public:
   // Expects that a new window can use this store.
   void expect_usable(const State& state)
   {
-    for (const auto& [path, holds] : state) {
-      write_file(path, holds == Holds::old_document ? old_text : new_text);
+    for (const auto& [path, contents] : state) {
+      write_file(path, contents == Contents::old_document ? old_text : new_text);
       EXPECT_NE("", my_app->get_survey_description(path, nullptr));
       EXPECT_EQ(RET_SUCCESS, SurveyWindow::create(*my_app)->do_open(path));
     }

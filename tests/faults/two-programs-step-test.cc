@@ -1,5 +1,5 @@
-// Holds the other program before each of its system calls, and this program then does its part.
-// This covers every possible order.
+// Pauses the other program before each of its system calls while this program does its complete
+// part.
 #include "ui/survey-window.h"
 
 #include <algorithm>
@@ -22,7 +22,7 @@ class BetweenTwoSystemCalls : public TwoPrograms
 public:
   // For each system call: prepares the store, runs both actions, and checks the result.
   void try_everywhere(const std::function<void()>& prepare, const std::function<void()>& they_do,
-                      const std::function<void()>& i_do, const std::function<void()>& expect_held)
+                      const std::function<void()>& i_do, const std::function<void()>& check)
   {
     int tried = 0;
     const auto try_next = [&] {
@@ -34,7 +34,7 @@ public:
       const bool was_held = held_at_system_call(tried + 1, they_do, i_do);
       if (was_held) {
         EXPECT_EQ(Texts(), files_that_are_neither());
-        expect_held();
+        check();
       }
       return was_held;
     };

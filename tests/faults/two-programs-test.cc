@@ -1,5 +1,5 @@
-// Two programs use one store at the same time. Neither loses what the other one has written, and
-// the later one gets a message.
+// Two programs use one store at the same time. New surveys of both remain. If one program changes a
+// file that the other one has saved, the next save of the other one is refused.
 #include "store/full-disk.h"
 #include "support/dialogs.h"
 #include "ui/listed-panel.h"
@@ -90,7 +90,7 @@ TEST_F(BothHaveOneSurveyOpen, TheFirstSaveAfterOpeningReplacesWhatTheOtherWrote)
 {
   open_in_both(in_progress);
   they_save(in_progress);
-  save_quietly(*mine, in_progress); // no entity tag is known yet
+  save_quietly(*mine, in_progress); // the window has no entity tag yet
   EXPECT_EQ(my_text, read_file(path));
   EXPECT_EQ(Texts{my_text}, texts_in(in_progress));
 }
@@ -141,7 +141,7 @@ TEST_F(BothHaveOneSurveyOpen, AFileThatWasReplacedByTheSameBytesIsReplaced)
   EXPECT_EQ(mine->survey.xml_current.raw(), read_file(path));
 }
 
-TEST_F(BothHaveOneSurveyOpen, AClosingWindowIsKeptIfItsSaveIsRefused)
+TEST_F(BothHaveOneSurveyOpen, AClosingWindowStaysOpenIfItsSaveIsRefused)
 {
   open_in_both(in_progress);
   save_quietly(*mine, in_progress);
@@ -158,7 +158,7 @@ TEST_F(BothHaveOneSurveyOpen, AClosingWindowIsKeptIfItsSaveIsRefused)
   EXPECT_EQ(their_text, read_file(path));
 }
 
-TEST_F(BothHaveOneSurveyOpen, ARefusedSurveyIsSavedUnderANameOfItsOwn)
+TEST_F(BothHaveOneSurveyOpen, ARefusedSurveyIsSavedUnderTheNameOfAnotherMember)
 {
   open_in_both(in_progress);
   save_quietly(*mine, in_progress);
@@ -173,7 +173,7 @@ TEST_F(BothHaveOneSurveyOpen, ARefusedSurveyIsSavedUnderANameOfItsOwn)
             read_file(path_of(in_progress, "1235-PNW-20210630-0900-31020003")));
 }
 
-TEST_F(BothHaveOneSurveyOpen, EachKeepsItsOwnIfTheyDisagreeOnTheState)
+TEST_F(BothHaveOneSurveyOpen, BothDocumentsRemainIfTheyAreSavedInDifferentStates)
 {
   open_in_both(in_progress);
   they_save(ready);
@@ -183,7 +183,7 @@ TEST_F(BothHaveOneSurveyOpen, EachKeepsItsOwnIfTheyDisagreeOnTheState)
   EXPECT_EQ(Texts{their_text}, texts_in(ready));
 }
 
-TEST_F(BothHaveOneSurveyOpen, TheSecondToMarkItGetsANumber)
+TEST_F(BothHaveOneSurveyOpen, TheSecondFileThatIsMarkedForUploadGetsANumber)
 {
   open_in_both(in_progress);
   they_save(ready);
@@ -246,12 +246,12 @@ TEST_F(BothHaveOneSurveyOpen, WhatTheOtherMovedAwayCannotBeMovedAgain)
     std::string moved = path;
     EXPECT_EQ(RET_SUCCESS, my_app->move_survey_to(uploaded, moved));
   });
-  std::string mine_now = path;
+  std::string moved_path = path;
   const SeenDialog seen = answer_next_dialog(Gtk::RESPONSE_OK, [&] {
-    EXPECT_EQ(RET_FAILURE, my_app->move_survey_to(in_progress, mine_now));
+    EXPECT_EQ(RET_FAILURE, my_app->move_survey_to(in_progress, moved_path));
   });
   EXPECT_EQ(0U, seen.text.find("Failed to move survey file from " + path + " to ")) << seen.text;
-  EXPECT_EQ(path, mine_now);
+  EXPECT_EQ(path, moved_path);
   EXPECT_EQ(Texts{sent}, texts_in(uploaded));
   EXPECT_EQ(Names(), names_in(in_progress));
 }
