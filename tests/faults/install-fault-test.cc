@@ -1,5 +1,5 @@
-// Lets every call of an install of data on its files fail once, and every kind of disk failure
-// happen to the commands that unpack.
+// Lets every system call on the files of an install fail once. Also tests real failures of the
+// commands that unpack: truncated archives, a full disk, and obstacles.
 #include "data/data-file-info.h"
 #include "server/http.h"
 #include "server/update-test.h"
@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::pair<Call, int> troubles[] = {
+// The calls that fail, and their errno.
+constexpr std::pair<Call, int> faults[] = {
     {Call::open, ENOSPC},  {Call::write, ENOSPC},  {Call::fsync, EIO},
     {Call::link, EIO},     {Call::rename, EACCES}, {Call::unlink, EACCES},
     {Call::mkdir, ENOSPC}, {Call::close, EIO},     {Call::list, EACCES},
@@ -31,7 +32,7 @@ public:
   {
     UpdateTest::SetUp();
     data = std::make_unique<LocalData>(my_app->local_data_dir, application_dir.root);
-    serve_archive(LocalData::WHOLE);
+    serve_archive(LocalData::COMPLETE);
   }
 
   void serve_archive(LocalData::Archive which)
@@ -46,7 +47,7 @@ public:
     return window->download_data_files(session.get(), url.c_str());
   }
 
-  // Runs an install from this start with this failure; without a call, with no failure.
+  // Prepares the directory and runs an install. `let_fail` chooses the calls that fail, if any.
   void install(const std::function<void(FaultyCalls&)>& let_fail)
   {
     prepare();
@@ -58,17 +59,18 @@ public:
         faulty.fail_always(Call::link, EPERM);
       let_fail(faulty);
       output_of([this] { succeeded = download() == RET_DATA_INSTALLED; });
-      for (const auto& trouble : troubles)
-        calls[trouble.first] = faulty.count(trouble.first);
+      for (const auto& fault : faults)
+        calls[fault.first] = faulty.count(fault.first);
     });
     ++tried;
   }
 
-  // Expects one message of the right kind, and that the program continues as the message says.
-  void expect_told() const
+  // Expects one message of the right kind, and that the program uses the data that the message
+  // implies.
+  void expect_reported() const
   {
     ASSERT_EQ(1U, seen.size());
-    const std::string text = told().front();
+    const std::string text = messages().front();
     const std::string unwritable = "Error occurred: FAILED to write to ";
     const bool names_place = text.rfind(unwritable + data->directory, 0) == 0 ||
                              text.rfind(unwritable + data->backup(), 0) == 0;
@@ -82,7 +84,7 @@ public:
   }
 
   // Expects that a new start finds a complete set.
-  void expect_whole() const
+  void expect_complete() const
   {
     output_of([this] { EXPECT_EQ(RET_SUCCESS, my_app->read_data_files()); });
     EXPECT_EQ(succeeded ? LocalData::NEW : before, data->now());
@@ -94,14 +96,14 @@ public:
     install([](FaultyCalls&) {});
     const auto counted = calls;
     tried = 0;
-    for (const auto& [call, number] : troubles) {
+    for (const auto& [call, number] : faults) {
       for (int nth = 1; nth <= counted.at(call); ++nth) {
         SCOPED_TRACE(name_of(call) + std::string(" number ") + std::to_string(nth) + " fails");
         install([call = call, number = number, nth](FaultyCalls& faulty) {
           faulty.fail_once(call, nth, number);
         });
-        expect_told();
-        expect_whole();
+        expect_reported();
+        expect_complete();
       }
     }
     EXPECT_GT(tried, 10);
@@ -123,7 +125,7 @@ public:
 
 // --- every call of the program ---
 
-TEST_F(FaultsInAnInstall, LeaveAFirstCopyCompleteOrNone)
+TEST_F(FaultsInAnInstall, LeaveACompleteFirstCopyOrNone)
 {
   prepare = [this] { data->start_with_nothing(); };
   try_every_call();
@@ -142,7 +144,7 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataOrTheNewWithoutHardLinks)
 
 TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
 {
-  serve_archive(LocalData::CUT);
+  serve_archive(LocalData::TRUNCATED);
   try_every_call();
 }
 
@@ -151,15 +153,16 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheArchiveFailsAsWell)
 // tar notices a truncated archive unless it ends between two files.
 TEST_F(FaultsInAnInstall, LeaveTheOldDataWhereverTheArchiveIsTruncated)
 {
-  const std::string whole = read_file(data->archive(LocalData::WHOLE));
+  const std::string complete = read_file(data->archive(LocalData::COMPLETE));
   constexpr std::size_t steps = 40;
   for (std::size_t step = 0; step < steps; ++step) {
     SCOPED_TRACE("step " + std::to_string(step));
-    write_file(data->archive(LocalData::WHOLE), whole.substr(0, whole.size() * step / steps));
+    write_file(data->archive(LocalData::COMPLETE),
+               complete.substr(0, complete.size() * step / steps));
     install([](FaultyCalls&) {});
     EXPECT_FALSE(succeeded);
-    expect_told();
-    expect_whole();
+    expect_reported();
+    expect_complete();
   }
   RecordProperty("tried", tried);
 }
@@ -173,13 +176,14 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfTheDiskIsFull)
     install([&](FaultyCalls&) { full = std::make_unique<FullDisk>(bytes); });
     full.reset();
     EXPECT_FALSE(succeeded);
-    expect_told();
-    expect_whole();
+    expect_reported();
+    expect_complete();
   }
   RecordProperty("tried", tried);
 }
 
-// A directory in the place of a file does not belong to the program, and it stays.
+// A directory at the path of a file does not belong to the program, which therefore does not remove
+// it.
 TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
 {
   for (const char* name : {"data-files/data-large.txt", "current-offline-data.tar.bz2"}) {
@@ -192,8 +196,8 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfADirectoryIsWhereAFileShouldBe)
     };
     install([](FaultyCalls&) {});
     EXPECT_FALSE(succeeded);
-    expect_told();
-    expect_whole();
+    expect_reported();
+    expect_complete();
     EXPECT_TRUE(fs::is_directory(in_the_way / "mine"));
   }
   RecordProperty("tried", tried);
@@ -209,8 +213,8 @@ TEST_F(FaultsInAnInstall, LeaveTheNewDataIfPartsOfABackupRemain)
     };
     install([](FaultyCalls&) {});
     EXPECT_TRUE(succeeded);
-    expect_told();
-    expect_whole();
+    expect_reported();
+    expect_complete();
   }
   RecordProperty("tried", tried);
 }
@@ -223,8 +227,8 @@ TEST_F(FaultsInAnInstall, LeaveTheOldDataIfSomethingElseHasTheBackupsPath)
   };
   install([](FaultyCalls&) {});
   EXPECT_FALSE(succeeded);
-  expect_told();
+  expect_reported();
   EXPECT_EQ("not mine", read_file(data->backup()));
   fs::remove(data->backup());
-  expect_whole();
+  expect_complete();
 }

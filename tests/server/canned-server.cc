@@ -14,7 +14,8 @@
 
 namespace {
 
-// Whether the headers and as much of a body as they announce have come, or what is no HTTP.
+// Returns whether a request has its headers and the complete body that they announce. A request
+// that is not HTTP is complete at once.
 bool is_complete(const std::string& request)
 {
   if (!request.empty() && (request.front() < 'A' || request.front() > 'Z'))
@@ -72,7 +73,8 @@ std::size_t CannedServer::sent() const
 
 void CannedServer::serve()
 {
-  // Until the end: closing while the client still sends would reset the connection.
+  // The connections stay open until the end, because to close one while the client is still sending
+  // would reset it.
   std::list<Descriptor> connections;
   while (true) {
     const int connection = connections.emplace_back(accept(listener, nullptr, nullptr)).number;

@@ -5,8 +5,8 @@
 #include <string>
 #include <thread>
 
-// A server on loopback that sends the same bytes as the answer to every request and then
-// closes the connection. It is for answers that no well-behaved library sends.
+// A server on loopback that answers every request with the same bytes and then ends the answer by
+// closing its side of the connection. It is for answers that no well-behaved library sends.
 class CannedServer
 {
 public:
@@ -17,9 +17,9 @@ public:
   CannedServer& operator=(const CannedServer&) = delete;
 
   std::string address() const; // "http://127.0.0.1:PORT/"
-  // The bytes of all requests that have been answered.
+  // Returns the bytes of all requests that have been answered.
   std::string received() const;
-  // How many bytes of answers were sent before the other side closed the connection.
+  // Returns how many bytes of answers the server could send before clients closed the connections.
   std::size_t sent() const;
 
 private:
@@ -29,7 +29,7 @@ private:
   const std::string answer;
   const int listener;
   int port = 0;
-  mutable std::mutex mutex; // of the next two
+  mutable std::mutex mutex; // protects the next two members
   std::string requests;
   std::size_t bytes_sent = 0;
   std::thread thread;

@@ -18,8 +18,8 @@ namespace {
 
 using Entries = std::vector<TarEntry>;
 
-// Tests archives that the server should not send. There is another directory beside that of the
-// local data, which the program must not change.
+// Tests archives that the server should not send. The program must not change `outside`, which is
+// another directory beside that of the local data.
 class DataArchive : public UpdateTest
 {
 public:
@@ -32,7 +32,7 @@ public:
     start_over();
   }
 
-  // Empties the directory of local data and restores the other one.
+  // Removes the directory of local data and restores `outside`.
   void start_over() const
   {
     fs::remove_all(my_app->local_data_dir);
@@ -44,8 +44,8 @@ public:
   RetCode install(const Entries& entries)
   {
     write_archive(served, entries);
-    if (cut > 0)
-      fs::resize_file(served, cut);
+    if (truncated_size > 0)
+      fs::resize_file(served, truncated_size);
     return install_served();
   }
 
@@ -71,8 +71,8 @@ public:
     EXPECT_EQ(1U, fs::hard_link_count(outside + "/diary.txt"));
   }
 
-  // Returns all files of a complete data set in the directory of the archive.
-  Entries whole_set() const
+  // Returns entries for all files of the data set that the server offers.
+  Entries complete_set() const
   {
     Entries entries;
     for (const auto& file : fs::directory_iterator(server->data))
@@ -83,7 +83,7 @@ public:
 
   std::string outside;
   std::string served;
-  std::size_t cut = 0; // the size to which archives are truncated; 0 for no truncation
+  std::size_t truncated_size = 0; // the size to which archives are truncated; 0 for no truncation
 };
 
 using DataArchiveDeathTest = DataArchive;
@@ -107,7 +107,7 @@ const auto file = hostile_file;
 TEST_F(DataArchive, IsInstalledIfItIsComplete)
 {
   offer_new_data();
-  EXPECT_EQ(RET_DATA_INSTALLED, install(whole_set()));
+  EXPECT_EQ(RET_DATA_INSTALLED, install(complete_set()));
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 }
 
@@ -157,7 +157,7 @@ TEST_F(DataArchive, KeepsTheUsersDirectoryBehindALink)
 {
   fs::create_directories(my_app->local_data_dir);
   fs::create_directory_symlink(outside, my_app->local_data_dir + "/data-files");
-  EXPECT_EQ(RET_DATA_INSTALLED, install(whole_set()));
+  EXPECT_EQ(RET_DATA_INSTALLED, install(complete_set()));
   EXPECT_FALSE(fs::is_symlink(my_app->local_data_dir + "/data-files"));
   expect_outside_untouched();
 }
@@ -165,8 +165,8 @@ TEST_F(DataArchive, KeepsTheUsersDirectoryBehindALink)
 TEST_F(DataArchive, RestoresTheOldDataIfTarRefusesAnEntry)
 {
   offer_new_data();
-  install(whole_set());
-  Entries entries = whole_set();
+  install(complete_set());
+  Entries entries = complete_set();
   for (auto& entry : entries)
     entry.contents = "spoilt=";
   entries.push_back(file("../new.txt"));
@@ -181,7 +181,7 @@ TEST_F(DataArchive, RestoresTheOldDataIfTarRefusesAnEntry)
 TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
 {
   offer_new_data();
-  install(whole_set());
+  install(complete_set());
   const auto hostile = forged_backups();
   for (Entries entries : hostile) {
     SCOPED_TRACE(entries.back().name);
@@ -202,14 +202,14 @@ TEST_F(DataArchive, CannotForgeTheBackupOfTheOldData)
 TEST_F(DataArchive, CannotForgeABackupWithATruncatedArchive)
 {
   offer_new_data();
-  install(whole_set());
-  Entries entries = whole_set();
+  install(complete_set());
+  Entries entries = complete_set();
   for (auto& entry : entries)
     entry = {"former-" + entry.name, TarEntry::FILE, "spoilt="};
   entries.push_back({"data-files/more.csv", TarEntry::FILE, noise(100'000)});
   write_archive(served, entries);
-  const std::string whole = read_file(served);
-  cut = whole.size() * 3 / 4;
+  const std::string complete = read_file(served);
+  truncated_size = complete.size() * 3 / 4;
   EXPECT_EQ(RET_FAILURE, install(entries));
   for (int start = 0; start < 2; ++start) {
     EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
@@ -244,7 +244,7 @@ TEST_F(DataArchive, KeepsAUsersLinksIfItCannotBeWritten)
   fs::remove(local + "/habitat.csv");
   fs::create_symlink(own + "/habitat.csv", local + "/habitat.csv");
   offer_new_data();
-  write_archive(served, whole_set());
+  write_archive(served, complete_set());
   {
     const FullDisk full(100);
     EXPECT_EQ(RET_FAILURE, install_served());
@@ -261,7 +261,7 @@ TEST_F(DataArchive, KeepsDataBehindAUsersLink)
   fs::create_directories(local);
   fs::create_symlink(own, local + "/habitat.csv");
   offer_new_data();
-  Entries entries = whole_set();
+  Entries entries = complete_set();
   entries.erase(
       std::remove_if(entries.begin(), entries.end(),
                      [](const TarEntry& entry) { return entry.name == "data-files/habitat.csv"; }),
@@ -276,7 +276,7 @@ TEST_F(DataArchive, KeepsDataBehindAUsersLink)
 TEST_F(DataArchive, IsRefusedIfOneOfItsFilesIsTooLarge)
 {
   offer_new_data();
-  install(whole_set());
+  install(complete_set());
   const std::string set = application_dir.root + "/sparse/data-files";
   fs::create_directories(application_dir.root + "/sparse");
   fs::copy(server->data, set);
@@ -288,7 +288,7 @@ TEST_F(DataArchive, IsRefusedIfOneOfItsFilesIsTooLarge)
   EXPECT_EQ(RET_FAILURE, install_served());
   const std::string reason =
       "data-files/region-info.csv\nThis file has more than 33554432 bytes.\n";
-  EXPECT_NE(std::string::npos, seen.front().text.raw().find(reason)) << told().front();
+  EXPECT_NE(std::string::npos, seen.front().text.raw().find(reason)) << messages().front();
   EXPECT_EQ(RET_SUCCESS, my_app->read_data_files());
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 }
@@ -298,7 +298,7 @@ TEST_F(DataArchive, IsAFailedDownloadIfItIsTooLarge)
   write_file(served, "BZh9");
   fs::resize_file(served, 33 << 20);
   EXPECT_EQ(RET_FAILURE, install_served());
-  EXPECT_EQ(Names{"Error occurred: Failed to download data update! (200)"}, told());
+  EXPECT_EQ(Names{"Error occurred: Failed to download data update! (200)"}, messages());
   EXPECT_TRUE(fs::is_empty(my_app->local_data_dir));
 }
 
@@ -309,7 +309,7 @@ TEST_F(DataArchive, DoesNotBlockOnAPipeInPlaceOfAFile)
   EXPECT_EQ(RET_DATA_INSTALLED, install({{"data-files/data-file-info.txt", fifo, ""}}));
   EXPECT_EQ("20210101000000", my_app->data_file_info->timestamp);
   EXPECT_EQ(RET_DATA_INSTALLED, install({{"current-offline-data.tar.bz2", fifo, ""}}));
-  EXPECT_EQ(RET_DATA_INSTALLED, install({file("a")})) << "nor is it written to";
+  EXPECT_EQ(RET_DATA_INSTALLED, install({file("a")})) << "does not write to the pipe";
 }
 
 // The child process restarts the program, because processes cannot share a display connection.
@@ -319,7 +319,7 @@ TEST_F(DataArchiveDeathTest, EndsTheProgramForAPipeInPlaceOfATable)
   setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
   const auto install_pipe = [this] {
     offer_new_data();
-    Entries entries = whole_set();
+    Entries entries = complete_set();
     entries.push_back({"data-files/habitat.csv", fifo, ""});
     install(entries);
   };

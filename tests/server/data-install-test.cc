@@ -136,7 +136,7 @@ TEST_F(DataInstall, UsesTheNewData)
 {
   const std::string built_in = contents_of("data-files");
   EXPECT_EQ(RET_DATA_INSTALLED, download({ok}));
-  EXPECT_EQ(Names{installed}, told());
+  EXPECT_EQ(Names{installed}, messages());
   EXPECT_EQ(std::vector<int>{ok}, seen.at(0).responses);
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
   EXPECT_TRUE(seen.at(0).has_icon);
@@ -158,11 +158,11 @@ TEST_F(DataInstall, ReplacesAnOlderCopyAndLeavesFilesThatTheArchiveLacks)
   EXPECT_NE(first_archive, read_file(archive()));
 }
 
-TEST_F(DataInstall, ReportsSuccessForDataOlderThanTheProgramsAndKeepsUsingThose)
+TEST_F(DataInstall, ReportsSuccessForOlderDataThanTheProgramsButDoesNotUseThem)
 {
   offer_new_data("2019");
   EXPECT_EQ(RET_DATA_INSTALLED, download({ok}));
-  EXPECT_EQ(Names{installed}, told());
+  EXPECT_EQ(Names{installed}, messages());
   EXPECT_TRUE(uses_old_data());
   EXPECT_TRUE(file_exists(local_file("data-file-info.txt")));
 }
@@ -206,7 +206,7 @@ TEST_F(DataInstall, ReportsAFailedDownloadAndChangesNothing)
 {
   const struct {
     const char* spec;
-    const char* status; // the shown status; empty: one of the library
+    const char* status; // the status shown; empty: any status
   } cases[] = {
       {"status=404", "404"},
       {"status=500", "500"},
@@ -226,7 +226,7 @@ TEST_F(DataInstall, ReportsAFailedDownloadAndChangesNothing)
     serve_new_data({"--archive", c.spec});
     EXPECT_EQ(RET_FAILURE, download({ok}));
     const std::string words = "Error occurred: Failed to download data update! (";
-    const std::string text = told().at(0);
+    const std::string text = messages().at(0);
     EXPECT_EQ(words + c.status, text.substr(0, words.size() + strlen(c.status)));
     EXPECT_EQ(')', text.back());
     EXPECT_TRUE(fs::is_empty(my_app->local_data_dir));
@@ -292,8 +292,9 @@ TEST_F(DataInstall, RestoresTheOldCopyIfTheDiskIsFullForTheNewOne)
   };
   write_file(server->data + "large.csv", std::string(large, 'x'));
   EXPECT_EQ(RET_FAILURE, install());
-  EXPECT_EQ(0U, told().at(0).find("Error occurred: Failed to install data update! (")) << told()[0];
-  EXPECT_NE(std::string::npos, told().at(0).find("large.csv: Wrote only")) << told()[0];
+  EXPECT_EQ(0U, messages().at(0).find("Error occurred: Failed to install data update! ("))
+      << messages()[0];
+  EXPECT_NE(std::string::npos, messages().at(0).find("large.csv: Wrote only")) << messages()[0];
   EXPECT_TRUE(uses_old_data());
   EXPECT_TRUE(file_exists(archive()));
   EXPECT_FALSE(file_exists(local_file(""))) << "half a copy would be used from now on";
@@ -321,7 +322,7 @@ TEST_F(DataInstall, ShowsTheCommandItsOutputAndItsStatus)
       return result;
     }()) << damage;
     const std::string expected = failed_install(command(), no_archive, tar_failed);
-    EXPECT_EQ(Names{expected}, told()) << damage;
+    EXPECT_EQ(Names{expected}, messages()) << damage;
     EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.at(0).message_type);
     EXPECT_NE(std::string::npos, seen.at(0).markup.raw().find("<a href=\"mailto:" SUPPORT_ADDRESS
                                                               "\">" SUPPORT_ADDRESS "</a>"));
@@ -346,7 +347,7 @@ TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTextAroundIt)
 
   const std::string last_line = "cannot write a & <b> " + std::to_string(lines) + "\n";
   const std::string end = last_line + "\nCommand returned 512";
-  const std::string text = told().at(0);
+  const std::string text = messages().at(0);
   EXPECT_EQ(0U, text.find("Error occurred: Failed to install data update! (512)\n\nPlease include "
                           "the following in an email to " SUPPORT_ADDRESS ":\n\nCommand: " +
                           command() + "\n\ncannot write a & <b> 1\n"))
@@ -355,10 +356,10 @@ TEST_F(DataInstall, ShowsTheEndsOfALongOutputAndAllTextAroundIt)
   EXPECT_NE(std::string::npos, text.find(" lines left out \u2026\n"));
   EXPECT_LT(text.size(), 20000U);
   EXPECT_NE(std::string::npos, seen.at(0).markup.raw().find("<a href=\"mailto:" SUPPORT_ADDRESS));
-  for (const auto& whole : {printed, reported}) {
-    EXPECT_NE(std::string::npos, whole.find("\ncannot write a & <b> 1500\n"));
-    EXPECT_NE(std::string::npos, whole.find(end));
-    EXPECT_NE(std::string::npos, whole.find("<a href=\"mailto:" SUPPORT_ADDRESS "\">"));
+  for (const auto& output : {printed, reported}) {
+    EXPECT_NE(std::string::npos, output.find("\ncannot write a & <b> 1500\n"));
+    EXPECT_NE(std::string::npos, output.find(end));
+    EXPECT_NE(std::string::npos, output.find("<a href=\"mailto:" SUPPORT_ADDRESS "\">"));
   }
 }
 
@@ -368,7 +369,7 @@ TEST_F(DataInstall, ShowsAmpersandsAndBracketsInPathsLiterally)
   for (const char* name : {"/a&b", "/a&amp;b", "/a<b>&c", "/a</b"}) {
     my_app->local_data_dir = application_dir.root + name;
     EXPECT_EQ(RET_FAILURE, download({ok})) << name;
-    EXPECT_EQ(Names{failed_install(command(), no_archive, tar_failed)}, told());
+    EXPECT_EQ(Names{failed_install(command(), no_archive, tar_failed)}, messages());
   }
 }
 
@@ -377,7 +378,7 @@ TEST_F(DataInstall, FailsInADirectoryWithASingleQuote)
 {
   my_app->local_data_dir = application_dir.root + "/o'brien";
   EXPECT_EQ(RET_FAILURE, download({ok}));
-  const std::string text = told().at(0);
+  const std::string text = messages().at(0);
   EXPECT_EQ(0U, text.find("Error occurred: Failed to install data update! (")) << text;
   EXPECT_NE(std::string::npos, text.find("Command: " + command() + "\n\n")) << text;
   EXPECT_TRUE(file_exists(archive()));
@@ -393,15 +394,15 @@ TEST_F(DataInstall, FailsWithoutTheCommands)
     const SearchPath nowhere(commands);
     EXPECT_EQ(RET_FAILURE, download({ok}));
   }
-  EXPECT_NE(std::string::npos, told().at(0).find("(" + std::to_string(not_found) + ")"));
-  EXPECT_NE(std::string::npos, told().at(0).find("tar: not found"));
+  EXPECT_NE(std::string::npos, messages().at(0).find("(" + std::to_string(not_found) + ")"));
+  EXPECT_NE(std::string::npos, messages().at(0).find("tar: not found"));
 
   fs::create_symlink("/bin/tar", commands + "/tar");
   {
     const SearchPath only_tar(commands);
     EXPECT_EQ(RET_FAILURE, download({ok}));
   }
-  EXPECT_EQ(Names{failed_install(command(), no_archive, tar_failed)}, told());
+  EXPECT_EQ(Names{failed_install(command(), no_archive, tar_failed)}, messages());
   EXPECT_TRUE(uses_old_data());
 }
 
@@ -418,7 +419,7 @@ TEST_F(DataInstall, FailsIfTheCommandCannotBeStarted)
     result = window->download_data_files(session.get(), archive_url().c_str());
   });
   EXPECT_EQ(RET_FAILURE, result);
-  EXPECT_EQ(Names{failed_install(command(), "", not_started)}, told());
+  EXPECT_EQ(Names{failed_install(command(), "", not_started)}, messages());
   EXPECT_TRUE(file_exists(archive()));
   EXPECT_TRUE(uses_old_data());
 }

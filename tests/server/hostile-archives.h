@@ -5,26 +5,27 @@
 #include <string>
 #include <vector>
 
-// An archive that somebody who means harm would publish.
+// An archive that an attacker would publish.
 struct HostileArchive {
-  const char* why; // how it tries to get out of the directory that it is unpacked in
+  const char* why; // how it tries to write outside the directory in which it is unpacked
   std::vector<TarEntry> entries;
 };
 
-// A file that is not what it should be.
+// Returns an entry for a file with contents that must not overwrite another file.
 TarEntry hostile_file(const std::string& name);
 
-// Archives that try to write to `outside`, a directory beside the one that they are
-// unpacked in. It holds a file diary.txt.
+// Returns archives that try to write to `outside`. This directory is beside the one in which they
+// are unpacked, and contains a file diary.txt.
 std::vector<HostileArchive> hostile_archives(const std::string& outside);
 
-// Two archives of which the second tries to use what the first left.
+// Two archives. The second one tries to write through a link from the first one.
 struct HostilePair {
-  const char* why;
+  const char* why; // what is linked
   std::vector<TarEntry> first;
   std::vector<TarEntry> second;
 };
+// Returns pairs that try to write to `outside`, like hostile_archives().
 std::vector<HostilePair> hostile_pairs(const std::string& outside);
 
-// Entries that pretend to be the program's backup of the data it had before.
+// Returns archives whose entries pretend to be the program's backup of the old data.
 std::vector<std::vector<TarEntry>> forged_backups();

@@ -128,7 +128,8 @@ TEST(HttpWire, SendsAFormWithOnlyOneFile)
             headers);
 }
 
-// Users see the number in "Failed to download data update! (7)", and support in traces.
+// Users see the number in messages such as "Failed to download data update! (7)". Traces contain
+// it, too.
 TEST(HttpWire, ReturnsOneNumberForEachKindOfFailure)
 {
   const struct {
@@ -197,7 +198,7 @@ TEST(HttpWire, ReturnsOneNumberForEachKindOfUnusableAddress)
   }
 }
 
-TEST(HttpWire, FindsNoSecureConnectionIfTheServerHasNone)
+TEST(HttpWire, ReportsNoSecureConnectionIfTheServerHasNone)
 {
   const CannedServer server("garbage");
   std::string url = server.address();

@@ -36,14 +36,14 @@ public:
   // Starts a server with these options and lets the program use it.
   TestServer& serve(const std::vector<std::string>& options = {});
   // Lets the program use the server at this address: "http://host:port".
-  void ask_server_at(const std::string& address) const;
+  void use_server_at(const std::string& address) const;
 
   // Enters a complete survey into the window. Its name is natural_name.
   void enter_complete_survey();
   // Writes a file to the directory of a state and returns its path.
   std::string put(MyApp::WhichDir which, const std::string& name, const std::string& text) const;
 
-  // Returns the end of both messages of success.
+  // Returns the text about the second step, which ends each message of success.
   Glib::ustring second_step() const;
   // Fails the test unless the dialog is a message of success with a link to the online page and
   // buttons for the next steps.

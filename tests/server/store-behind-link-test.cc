@@ -1,5 +1,5 @@
-// The survey in the window was opened through a link, by another path than that of the store.
-// It is the same survey.
+// Tests a survey that was opened through a link, by a path outside the store. The program must
+// recognize it as a survey of the store.
 #include "server/server-test.h"
 #include "ui/start-panel.h"
 #include "ui/survey-panel2.h"
@@ -27,9 +27,9 @@ public:
     const std::string link = application_dir.root + "/link";
     fs::create_directory_symlink(my_app->survey_root, link);
     open_window();
-    spelling = link + "/Ready To Upload/" + natural_name + ".MAVO-Survey";
-    EXPECT_EQ(RET_SUCCESS, window->do_open(spelling));
-    EXPECT_EQ(spelling, window->survey.filename);
+    linked_path = link + "/Ready To Upload/" + natural_name + ".MAVO-Survey";
+    EXPECT_EQ(RET_SUCCESS, window->do_open(linked_path));
+    EXPECT_EQ(linked_path, window->survey.filename);
   }
 
   // Selects the only survey on the Start page.
@@ -52,7 +52,7 @@ public:
   }
 
   std::string path;
-  std::string spelling;
+  std::string linked_path;
 };
 
 } // namespace
@@ -100,7 +100,7 @@ TEST_F(OpenedThroughALink, IsSavedBeforeAllAreUploadedIfTheQueueHasALinkToIt)
 
 TEST_F(OpenedThroughALink, IsMarkedAsTheCurrentOneInLists)
 {
-  const std::string list = my_app->prettify_survey_list({path}, spelling);
+  const std::string list = my_app->prettify_survey_list({path}, linked_path);
   EXPECT_NE(std::string::npos, list.find(" (current survey)\n")) << list;
 }
 

@@ -12,5 +12,6 @@ struct TarEntry {
   std::string contents; // for a link: its target
 };
 
-// Writes an archive of these entries, unchanged and in order, compressed with bzip2.
+// Writes an archive of these entries, unchanged and in order, compressed with bzip2. Fails the test
+// if this is not possible.
 void write_archive(const std::string& path, const std::vector<TarEntry>& entries);

@@ -17,7 +17,7 @@ RetCode UpdateTest::check(const std::vector<int>& answers, SurveyWindow::Respons
   return result;
 }
 
-std::vector<std::string> UpdateTest::told() const
+std::vector<std::string> UpdateTest::messages() const
 {
   std::vector<std::string> lines;
   for (const auto& dialog : seen)

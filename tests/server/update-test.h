@@ -19,7 +19,7 @@ public:
                 SurveyWindow::ResponseCode next = SurveyWindow::RESPONSE_NONE,
                 const char* action = nullptr);
   // Returns "title: text" of each dialog.
-  std::vector<std::string> told() const;
+  std::vector<std::string> messages() const;
 
   std::vector<SeenDialog> seen; // the dialogs of the last check
 

@@ -33,12 +33,12 @@ public:
       "restart the program?\nClick Yes to download the new data files";
   const std::string or_cancel = ",\nor click Cancel to do nothing at this time.";
 
-  // Runs a check that cannot reach the server, before the end of the program. Expects one message
-  // and the end of the program.
+  // Checks for updates without contact to the server, and then ends the program. Expects one
+  // message and hidden windows. Shows the window again.
   void expect_no_contact(const std::string& why)
   {
     EXPECT_EQ(RET_FAILURE, check({ok}, quit)) << why;
-    EXPECT_EQ(Lines{no_contact}, told()) << why;
+    EXPECT_EQ(Lines{no_contact}, messages()) << why;
     EXPECT_FALSE(window->get_visible()) << why;
     window->show();
   }
@@ -58,26 +58,26 @@ TEST_F(UpdateCheck, ReportsWhatIsNewAndWhatFailsInEachCase)
     Lines titles;
     RetCode result;
   } cases[] = {
-      {"all fails",
+      {"program query fails",
        {"--app-query", "status=500"},
        "2022",
        {ok},
        {"Can't reach MAVO server"},
        RET_FAILURE},
-      {"data fail",
+      {"data query fails",
        {"--data-query", "status=500"},
        "2022",
        {ok},
        {"Can't reach MAVO server"},
        RET_FAILURE},
-      {"program differs, data fail",
+      {"program differs, data query fails",
        {"--app-version", "9", "--data-query", "status=500"},
        "2022",
        {yes, ok},
        {"New program version is available", "Can't reach MAVO server"},
        RET_FAILURE},
-      {"all the same", {}, nullptr, {ok}, {"Program and Data are Up To Date"}, RET_SUCCESS},
-      {"all the same, closed",
+      {"nothing differs", {}, nullptr, {ok}, {"Program and Data are Up To Date"}, RET_SUCCESS},
+      {"nothing differs, closed",
        {},
        nullptr,
        {close_frame},
@@ -153,14 +153,14 @@ TEST_F(UpdateCheck, AlsoOffersDataThatAreOlderThanThoseInUse)
   serve();
   offer_new_data("2019");
   EXPECT_EQ(RET_DECLINED, check({cancel}));
-  EXPECT_EQ(Lines{news_of_data + or_cancel}, told());
+  EXPECT_EQ(Lines{news_of_data + or_cancel}, messages());
 }
 
 TEST_F(UpdateCheck, ReportsThatAllIsUpToDateWithOneButton)
 {
   serve();
   check({ok});
-  EXPECT_EQ(Lines{up_to_date}, told());
+  EXPECT_EQ(Lines{up_to_date}, messages());
   EXPECT_EQ(Responses{Gtk::RESPONSE_OK}, seen.at(0).responses);
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
 }
@@ -169,7 +169,7 @@ TEST_F(UpdateCheck, ShowsTheAddressOfTheNewProgram)
 {
   serve({"--app-version", "1.2 beta"});
   check({yes});
-  EXPECT_EQ(Lines{news_of_program("1.2 beta")}, told());
+  EXPECT_EQ(Lines{news_of_program("1.2 beta")}, messages());
   EXPECT_EQ(Labels{"gtk-ok"}, seen.at(0).buttons);
   EXPECT_EQ(Responses{yes}, seen.at(0).responses);
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
@@ -189,7 +189,7 @@ TEST_F(UpdateCheck, AsksWhetherToContinueWithTheOldProgram)
     EXPECT_EQ(c.result, check({c.answer}, no_next, "upload <b>all</b>")) << c.answer;
     EXPECT_EQ(Lines{news_of_program("9") +
                     "\nDo you want to continue anyway?\nClick Yes to upload all" + or_cancel},
-              told());
+              messages());
     EXPECT_EQ((Labels{"gtk-yes", "gtk-cancel"}), seen.at(0).buttons);
     EXPECT_EQ((Responses{yes, cancel}), seen.at(0).responses);
   }
@@ -200,7 +200,7 @@ TEST_F(UpdateCheck, OffersNewData)
   serve();
   offer_new_data();
   check({cancel});
-  EXPECT_EQ(Lines{news_of_data + or_cancel}, told());
+  EXPECT_EQ(Lines{news_of_data + or_cancel}, messages());
   EXPECT_EQ((Labels{"gtk-yes", "gtk-cancel"}), seen.at(0).buttons);
   EXPECT_EQ((Responses{yes, cancel}), seen.at(0).responses);
   EXPECT_EQ(Gtk::MESSAGE_INFO, seen.at(0).message_type);
@@ -223,7 +223,7 @@ TEST_F(UpdateCheck, OffersNewDataOrTheActionThatTheUserWanted)
     serve({"--app-version", c.version});
     offer_new_data();
     EXPECT_EQ(c.result, check(c.answers, no_next, "upload"));
-    EXPECT_EQ(news_of_data + " and not upload,\nClick No to upload" + or_cancel, told().back());
+    EXPECT_EQ(news_of_data + " and not upload,\nClick No to upload" + or_cancel, messages().back());
     EXPECT_EQ((Labels{"gtk-yes", "gtk-no", "gtk-cancel"}), seen.back().buttons);
     EXPECT_EQ((Responses{yes, no, cancel}), seen.back().responses);
   }
@@ -289,13 +289,13 @@ TEST_F(UpdateCheck, TreatsAnAnswerWithoutAHeaderAsNoContact)
   for (const char* header : {"X-Current-App-Version-Is", "X-Download-App-From"}) {
     serve({"--app-query", std::string("without=") + header});
     expect_no_contact(header);
-    EXPECT_EQ(1U, server->log().size()) << "the data are not asked for";
+    EXPECT_EQ(1U, server->log().size()) << "no query for the data";
   }
   for (const char* header :
        {"X-Current-Data-Version-Is", "X-Download-Data-Files-From", "X-Data-Last-Updated-Is"}) {
     serve({"--data-query", std::string("without=") + header});
     EXPECT_EQ(RET_FAILURE, check({ok})) << header;
-    EXPECT_EQ(Lines{no_consistent_contact}, told()) << header;
+    EXPECT_EQ(Lines{no_consistent_contact}, messages()) << header;
   }
 }
 
@@ -310,7 +310,7 @@ TEST_F(UpdateCheck, ReportsEveryFailureOnceAndContinues)
     expect_no_contact(spec);
     serve({"--data-query", spec});
     EXPECT_EQ(RET_FAILURE, check({ok}, quit)) << spec;
-    EXPECT_EQ(Lines{no_consistent_contact}, told()) << spec;
+    EXPECT_EQ(Lines{no_consistent_contact}, messages()) << spec;
     EXPECT_FALSE(window->get_visible()) << spec;
     window->show();
   }
@@ -322,7 +322,7 @@ TEST_F(UpdateCheck, ReportsOnceThatThereIsNoServer)
   expect_no_contact("refused");
   for (const char* address :
        {"", "not an address", "http://", "http://[", "http://a b/", "file:///etc/passwd"}) {
-    ask_server_at(address);
+    use_server_at(address);
     expect_no_contact(address);
   }
 }
@@ -331,7 +331,7 @@ TEST_F(UpdateCheck, AcceptsAnAnswerThatIsSlowOrEndsAfterItsHeaders)
 {
   serve({"--app-query", "trickle", "--data-query", "close=middle"});
   EXPECT_EQ(RET_SUCCESS, check({ok}));
-  EXPECT_EQ(Lines{up_to_date}, told());
+  EXPECT_EQ(Lines{up_to_date}, messages());
 }
 
 TEST_F(UpdateCheck, AcceptsAnAnswerWithALongHeader)
@@ -410,8 +410,8 @@ TEST_F(UpdateCheck, AsksAboutUnsavedChangesAtEachStartOfACheck)
 {
   const struct {
     const char* name;
-    std::function<void()> open;
-  } doors[] = {
+    std::function<void()> start;
+  } ways[] = {
       {"menu", [this] { window->actions.at("HelpCheckForUpdates")->activate(); }},
       {"direct", [this] { window->manual_check_for_updates(); }},
       {"button", [this] { window->start_panel->updates_button->clicked(); }},
@@ -423,21 +423,21 @@ TEST_F(UpdateCheck, AsksAboutUnsavedChangesAtEachStartOfACheck)
       "Click Save to save and proceed,\nNo to abandon your survey,\n"
       "or Cancel to do nothing instead of checking for updates.";
   std::size_t requests = 0;
-  for (const auto& door : doors) {
-    SCOPED_TRACE(door.name);
-    EXPECT_EQ(question, answer_next_dialog(cancel, door.open).text.raw());
-    EXPECT_EQ(requests, server->log().size()) << "the server was asked";
-    seen = answer_dialogs({no, ok}, door.open);
-    EXPECT_EQ(up_to_date, told().back());
+  for (const auto& way : ways) {
+    SCOPED_TRACE(way.name);
+    EXPECT_EQ(question, answer_next_dialog(cancel, way.start).text.raw());
+    EXPECT_EQ(requests, server->log().size()) << "the server got a request";
+    seen = answer_dialogs({no, ok}, way.start);
+    EXPECT_EQ(up_to_date, messages().back());
     requests += 2;
     EXPECT_EQ(requests, server->log().size());
   }
-  for (const auto& door : doors) {
-    choose(*window->survey_panel1->month, door.name == doors[1].name ? "May" : "April");
-    seen = answer_dialogs({yes, ok, ok}, door.open);
+  for (const auto& way : ways) {
+    choose(*window->survey_panel1->month, way.name == ways[1].name ? "May" : "April");
+    seen = answer_dialogs({yes, ok, ok}, way.start);
     EXPECT_EQ("Survey Saved", seen.at(1).title);
-    EXPECT_EQ(up_to_date, told().back());
-    answer_dialogs({ok}, door.open); // there are no unsaved changes any more
+    EXPECT_EQ(up_to_date, messages().back());
+    answer_dialogs({ok}, way.start); // there are no unsaved changes any more
   }
   EXPECT_TRUE(window->get_visible());
 }

@@ -187,7 +187,7 @@ TEST_F(UploadAll, AsksAboutTheSurveysThatAreReadyNow)
   });
   EXPECT_EQ((Titles{file_failed, go_on, all_failed, up_to_date}), titles_of(seen));
   EXPECT_EQ("Failed to upload one survey.\n", seen[2].text);
-  EXPECT_EQ(files({2}), names_in(ready)) << "has come in the meantime";
+  EXPECT_EQ(files({2}), names_in(ready)) << "became ready in the meantime";
 }
 
 TEST_F(UploadAll, ReportsAFailedSurveyThatCannotLeaveTheQueue)
@@ -320,7 +320,7 @@ TEST_F(UploadAll, FromTheMenuSendsOnlyOnYes)
   EXPECT_EQ(files({1, 2}), names_in(uploaded));
 }
 
-TEST_F(UploadAll, FromTheStartPageIsTheSame)
+TEST_F(UploadAll, FromTheStartPageWorksAsFromTheMenu)
 {
   serve();
   put_ready(1);

@@ -44,8 +44,8 @@ public:
 
   // Runs `upload` with a server that answers the first request late. Runs `change` after the
   // server has received the survey and before it answers.
-  void change_while_server_is_asked(const std::function<void()>& change,
-                                    const std::function<void()>& upload)
+  void change_during_upload(const std::function<void()>& change,
+                            const std::function<void()>& upload)
   {
     const std::string received = serve({"--upload", "delay=1500"}).requests + "1-upload.txt";
     std::thread other_program([&] {
@@ -62,10 +62,10 @@ public:
 };
 
 // During its lifetime, the directory of uploaded surveys is on another disk.
-class ElsewhereUploaded
+class UploadedOnAnotherDisk
 {
 public:
-  explicit ElsewhereUploaded(MyApp& app)
+  explicit UploadedOnAnotherDisk(MyApp& app)
       : directory(directory_on_another_file_system(app.survey_root))
   {
     EXPECT_NE("", directory) << "this machine has no second file system to write to";
@@ -73,16 +73,16 @@ public:
     fs::remove_all(link);
     fs::create_directory_symlink(directory, link);
   }
-  ~ElsewhereUploaded() { fs::remove_all(directory); }
-  ElsewhereUploaded(const ElsewhereUploaded&) = delete;
-  ElsewhereUploaded& operator=(const ElsewhereUploaded&) = delete;
+  ~UploadedOnAnotherDisk() { fs::remove_all(directory); }
+  UploadedOnAnotherDisk(const UploadedOnAnotherDisk&) = delete;
+  UploadedOnAnotherDisk& operator=(const UploadedOnAnotherDisk&) = delete;
 
   const std::string directory;
 };
 
 } // namespace
 
-TEST_F(UploadFromABadDisk, EndsWithTheLibrarysTextForAFileThatCannotBeRead)
+TEST_F(UploadFromABadDisk, ThrowsTheLibrarysErrorIfTheFileCannotBeRead)
 {
   serve();
   const std::string directory = my_app->get_survey_dir(ready) + "/a";
@@ -185,7 +185,7 @@ TEST_F(UploadFromABadDisk, LeavesAFileThatChangedMeanwhileInTheQueue)
   const std::string path = put(ready, "7 <&>.MAVO-Survey", survey);
   SeenDialog seen;
   RetCode result = RET_FAILURE;
-  change_while_server_is_asked(
+  change_during_upload(
       [&] { write_file(path, "changed"); },
       [&] { seen = answer_next_dialog(ok, [&] { result = window->do_upload_file(path); }); });
   EXPECT_EQ(RET_SUCCESS, result) << "the server has what was sent";
@@ -203,12 +203,12 @@ TEST_F(UploadFromABadDisk, DoesNotMoveAChangedFileToInProgressInABatch)
   put(ready, "1", survey);
   const std::string path = my_app->get_survey_dir(ready) + "/1";
   std::vector<SeenDialog> seen;
-  change_while_server_is_asked([&] { write_file(path, survey + "\n"); },
-                               [&] {
-                                 seen = answer_dialogs({ok, ok, ok}, [&] {
-                                   window->do_upload_all_ready(my_app->get_ready_survey_list());
-                                 });
-                               });
+  change_during_upload([&] { write_file(path, survey + "\n"); },
+                       [&] {
+                         seen = answer_dialogs({ok, ok, ok}, [&] {
+                           window->do_upload_all_ready(my_app->get_ready_survey_list());
+                         });
+                       });
   EXPECT_EQ((Titles{"Survey File Changed", succeeded, up_to_date}), titles_of(seen));
   EXPECT_EQ(Names{"1"}, names_in(ready));
   EXPECT_EQ(Names(), names_in(in_progress));
@@ -236,7 +236,7 @@ TEST_F(UploadFromABadDisk, SucceedsIfTheFileCannotBeMoved)
 TEST_F(UploadFromABadDisk, KeepsTheFileIfAnotherDiskIsFull)
 {
   serve();
-  const ElsewhereUploaded elsewhere(*my_app);
+  const UploadedOnAnotherDisk elsewhere(*my_app);
   const std::string path = put(ready, "7.MAVO-Survey", survey);
   std::vector<SeenDialog> seen;
   {
@@ -255,7 +255,7 @@ TEST_F(UploadFromABadDisk, KeepsTheFileIfAnotherDiskIsFull)
 TEST_F(UploadFromABadDisk, MovesTheFileToAnotherDisk)
 {
   serve();
-  const ElsewhereUploaded elsewhere(*my_app);
+  const UploadedOnAnotherDisk elsewhere(*my_app);
   const std::string path = put(ready, "7.MAVO-Survey", survey);
   expect_no_dialog([&] { EXPECT_EQ(RET_SUCCESS, window->do_upload_file(path)); });
   EXPECT_FALSE(file_exists(path));
@@ -270,14 +270,14 @@ TEST_F(UploadFromABadDisk, SendsNothingAndKeepsTheOldFileIfTheDiskIsFull)
   const std::string path = window->survey.filename;
   const std::string saved = read_file(path);
   window->survey_panel2->bottom_time->set_text("51");
-  using Door = std::function<void()>;
-  const Door doors[] = {[&] { window->on_action_FileUploadThis("FileUploadThis"); },
-                        [&] { window->on_upload_button(); }};
-  for (const auto& door : doors) {
+  using Action = std::function<void()>;
+  const Action actions[] = {[&] { window->on_action_FileUploadThis("FileUploadThis"); },
+                            [&] { window->on_upload_button(); }};
+  for (const auto& action : actions) {
     SeenDialog seen;
     {
       const FullDisk full(400);
-      seen = answer_next_dialog(ok, door);
+      seen = answer_next_dialog(ok, action);
     }
     EXPECT_EQ("ERROR: Survey NOT Saved!!!", seen.title);
     EXPECT_EQ(0U, seen.text.find("FAILED to save survey to " + path_of(ready, natural_name) + "!"))

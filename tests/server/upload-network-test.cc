@@ -71,7 +71,7 @@ TEST_F(UploadOverABadNetwork, KeepsTheSurveyForEachStatus)
   EXPECT_EQ(specs.size(), server->log().size()) << "no request was repeated";
 }
 
-TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfAPasswordIsAskedFor)
+TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfTheServerRequiresAPassword)
 {
   serve({"--upload", "status=401,header=WWW-Authenticate:Basic realm=\"divers\""});
   expect_failure("a password");
@@ -109,7 +109,7 @@ TEST_F(UploadOverABadNetwork, WaitsForASlowAnswer)
     expect_success(spec);
 }
 
-TEST_F(UploadOverABadNetwork, DiscardsTheKeysOfTheMeantime)
+TEST_F(UploadOverABadNetwork, DiscardsKeysThatArePressedMeanwhile)
 {
   int keys = 0;
   window->signal_key_press_event().connect(
@@ -144,7 +144,7 @@ TEST_F(UploadOverABadNetwork, AcceptsAnAnswerWithALongHeader)
   expect_failure("long header", "Failed to upload file: No room.");
 }
 
-TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfAHeaderIsEndless)
+TEST_F(UploadOverABadNetwork, KeepsTheSurveyIfAHeaderIsTooLong)
 {
   serve({"--upload", "long-header=3000000"});
   expect_failure("a header of megabytes");

@@ -177,7 +177,7 @@ TEST_F(Upload, MakesTheOpenSurveyReadOnlyAndFollowsItsFile)
   EXPECT_EQ(window->survey.xml_last_saved.raw(), read_file(server->uploads + base_file()));
 }
 
-TEST_F(Upload, TakesThePathOfTheOpenSurveyFromTheWindowItself)
+TEST_F(Upload, AcceptsAReferenceToTheWindowsOwnPath)
 {
   serve();
   save_ready();
@@ -220,9 +220,9 @@ TEST_F(Upload, ShowsTheServersReasonForAFailure)
       {"not UTF-8", "status=422,error=Jos%E9", "Jos\ufffd"},
       {"nothing", "status=422,error=", ""},
       {"no header", "status=422", "Unknown (error header missing)"},
-      {"taken as it seems", "status=200,header=X-Survey-Upload-Successful:1",
+      {"success header with status 200", "status=200,header=X-Survey-Upload-Successful:1",
        "Unknown (error header missing)"},
-      {"taken as it seems, with words", "status=200,error=Not quite", "Not quite"},
+      {"status 200 with a reason", "status=200,error=Not quite", "Not quite"},
   };
   Names options;
   for (const auto& c : cases) {
@@ -243,7 +243,7 @@ TEST_F(Upload, ShortensALongReason)
   EXPECT_LT(10000U, text.size());
 }
 
-TEST_F(Upload, IsAConfusionWithoutTheSuccessHeader)
+TEST_F(Upload, ReportsConfusionWithoutTheSuccessHeader)
 {
   serve({"--upload", "without=X-Survey-Upload-Successful"});
   EXPECT_EQ("Confusion: response is 201 but success header is missing!?", failure_text());
@@ -339,7 +339,7 @@ TEST_F(Upload, OfTheOpenSurveySavesItFirst)
   EXPECT_TRUE(window->survey.is_uploaded);
 }
 
-TEST_F(Upload, OfTheOpenSurveyDoesNotAskForTheOthersFromTheMenu)
+TEST_F(Upload, OfTheOpenSurveyDoesNotAskAboutTheOthersFromTheMenu)
 {
   serve();
   enter_complete_survey();
@@ -377,14 +377,14 @@ TEST_F(Upload, IsRefusedForASurveyThatWasUploaded)
 TEST_F(Upload, OfAnIncompleteSurveyEndsOnTheConfirmationPage)
 {
   serve();
-  using Door = std::function<void()>;
-  const Door doors[] = {[&] { window->on_action_FileUploadThis("x"); },
-                        [&] { window->on_upload_button(); }};
-  for (const auto& door : doors) {
+  using Action = std::function<void()>;
+  const Action actions[] = {[&] { window->on_action_FileUploadThis("x"); },
+                            [&] { window->on_upload_button(); }};
+  for (const auto& action : actions) {
     enter_survey();
     go_to_page(0);
     window->survey.survey_complete = true; // the result of an earlier check
-    const auto seen = answer_next_dialog(ok, door);
+    const auto seen = answer_next_dialog(ok, action);
     EXPECT_EQ("Can't upload yet", seen.title);
     EXPECT_EQ("Survey data is missing or invalid.", seen.text);
     EXPECT_EQ(Gtk::MESSAGE_WARNING, seen.message_type);
@@ -401,11 +401,11 @@ TEST_F(Upload, SendsNothingIfTheSurveyCannotBeSaved)
   enter_complete_survey();
   fs::remove_all(my_app->get_survey_dir(ready));
   write_file(my_app->survey_root + "/Ready To Upload", "in the way");
-  using Door = std::function<void()>;
-  const Door doors[] = {[&] { window->on_action_FileUploadThis("x"); },
-                        [&] { window->on_upload_button(); }};
-  for (const auto& door : doors)
-    EXPECT_EQ("ERROR: Survey NOT Saved!!!", answer_next_dialog(ok, door).title);
+  using Action = std::function<void()>;
+  const Action actions[] = {[&] { window->on_action_FileUploadThis("x"); },
+                            [&] { window->on_upload_button(); }};
+  for (const auto& action : actions)
+    EXPECT_EQ("ERROR: Survey NOT Saved!!!", answer_next_dialog(ok, action).title);
   EXPECT_EQ(Names(), server->log());
   EXPECT_FALSE(window->survey.is_uploaded);
 }

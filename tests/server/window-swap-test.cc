@@ -48,14 +48,14 @@ public:
     RetCode result = RET_INTERNAL_ERROR;
     seen.clear();
     const int expected = static_cast<int>(answers.size()) + 1;
-    const auto meet = [&](Gtk::Dialog& dialog) {
+    const auto handle = [&](Gtk::Dialog& dialog) {
       seen.push_back(describe(dialog));
       if (auto* chooser = dynamic_cast<Gtk::FileChooserDialog*>(&dialog))
         choose_file(*chooser, path);
       else
         dialog.response(take_first(answers));
     };
-    meet_dialogs(expected, meet, [&] { result = old->check_for_updates(nullptr, open_survey); });
+    meet_dialogs(expected, handle, [&] { result = old->check_for_updates(nullptr, open_survey); });
     return result;
   }
 
@@ -72,7 +72,7 @@ public:
   // Returns whether the old window is still the only one.
   bool is_still_there() const { return only_window() == old; }
 
-  static bool knows_new_species(const SurveyWindow& survey_window)
+  static bool has_new_species(const SurveyWindow& survey_window)
   {
     return survey_window.survey.region_fish &&
            survey_window.survey.region_fish->find_species(new_species);
@@ -144,7 +144,7 @@ TEST_F(WindowSwap, OpensTheSavedSurveyAgainWithTheNewData)
   const std::string path = enter_and_save();
   const std::string document = read_file(path);
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok}));
-  EXPECT_EQ(installed, told().back());
+  EXPECT_EQ(installed, messages().back());
 
   SurveyWindow* const shown = only_window();
   ASSERT_TRUE(shown);
@@ -155,15 +155,15 @@ TEST_F(WindowSwap, OpensTheSavedSurveyAgainWithTheNewData)
   EXPECT_EQ(2, shown->survey.abundances[10]);
   EXPECT_EQ(1, shown->survey.abundances[11]);
   EXPECT_FALSE(shown->file_needs_saving());
-  EXPECT_TRUE(knows_new_species(*shown));
-  EXPECT_FALSE(knows_new_species(*old)) << "the old tables stay alive";
+  EXPECT_TRUE(has_new_species(*shown));
+  EXPECT_FALSE(has_new_species(*old)) << "the old tables stay alive";
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
 
   shown->hide(); // like a user who closes it
   EXPECT_TRUE(my_app->app->get_windows().empty()) << "the program would not end";
 }
 
-TEST_F(WindowSwap, AllowsToMarkASpeciesThatOnlyTheNewDataHave)
+TEST_F(WindowSwap, LetsTheUserMarkASpeciesThatOnlyTheNewDataHave)
 {
   const std::string path = enter_and_save();
   check({yes, ok});
@@ -301,7 +301,7 @@ TEST_F(WindowSwap, IsReplacedByANewSurvey)
   EXPECT_NE(old, only_window());
   EXPECT_TRUE(only_window()->survey.filename.empty());
   EXPECT_EQ("1234", only_window()->member_panel->get_member_id()) << "carried over";
-  EXPECT_TRUE(knows_new_species(*only_window()));
+  EXPECT_TRUE(has_new_species(*only_window()));
 }
 
 TEST_F(WindowSwap, KeepsTheWindowIfTheUserCancelsANewSurvey)
@@ -329,7 +329,7 @@ TEST_F(WindowSwap, KeepsAWindowThatTheUserDoesNotCloseWithItsOldTables)
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}, quit));
   EXPECT_NE(std::string::npos, question().find("before exiting this program?"));
   EXPECT_TRUE(is_still_there());
-  EXPECT_FALSE(knows_new_species(*old));
+  EXPECT_FALSE(has_new_species(*old));
 
   choose_survey_type("Northwest: fish and invertebrates"); // has no choices in the new data
   save_quietly(*window, in_progress);
@@ -365,7 +365,7 @@ TEST_F(WindowSwap, IsReplacedByAnOpenedSurvey)
   EXPECT_EQ(RET_SUCCESS, check_and_choose({yes, ok}, path));
   ASSERT_TRUE(only_window());
   EXPECT_EQ(path, only_window()->survey.filename);
-  EXPECT_TRUE(knows_new_species(*only_window()));
+  EXPECT_TRUE(has_new_species(*only_window()));
 }
 
 TEST_F(WindowSwap, ReturnsTheResultOfOpeningASurvey)
@@ -393,7 +393,7 @@ TEST_F(WindowSwap, StartsANewSurveyOrEndsAlsoAfterAFailure)
 
 // --- unsaved changes ---
 
-TEST_F(WindowSwap, KeepsAWindowWithUnsavedChangesIfTheUserWants)
+TEST_F(WindowSwap, KeepsAWindowWithUnsavedChangesIfTheUserCancels)
 {
   enter_survey();
   EXPECT_EQ(RET_DATA_INSTALLED, check({yes, ok, cancel}));
@@ -424,7 +424,7 @@ TEST_F(WindowSwap, DoesNotAskAgainAboutChangesThatWereDiscardedBeforeTheCheck)
 {
   enter_survey();
   seen = answer_dialogs({no, yes, ok}, [this] { window->manual_check_for_updates(); });
-  EXPECT_EQ(installed, told().back());
+  EXPECT_EQ(installed, messages().back());
   EXPECT_NE(old, only_window());
 }
 
