@@ -42,12 +42,13 @@ void AlikeNames::add(TableCheck& table, const std::string& name, const std::stri
   if (is_new)
     return;
   const Named& first = known->second;
-  const std::string other = "the " + std::string(what) + " of line " + std::to_string(first.line);
+  const std::string other = "the " + std::string(what) + " in line " + std::to_string(first.line);
   if (first.name != name) {
-    table.fault(DataRule::NAMES_ALIKE, quoted(name) + " differs from " + other +
-                                           " by case or blanks only, which readers take for one");
+    table.fault(DataRule::NAMES_ALIKE,
+                quoted(name) + " differs from " + other +
+                    " only by case or blanks: readers take them for the same name");
   } else if (equal == Equal::FAULT) {
     table.fault(DataRule::NAME_TWICE,
-                quoted(name) + " is also the name of " + other + ": users cannot tell them apart");
+                quoted(name) + " is also the name of " + other + ": users cannot distinguish them");
   }
 }

@@ -37,7 +37,7 @@ void open_in_browser(const std::string& page, const std::string& source)
 {
   const auto program = browser();
   if (!program)
-    throw CouldNotRun("there is no browser to open the page in");
+    throw CouldNotRun("there is no browser that can open the page");
   const std::string name =
       Glib::Checksum::compute_checksum(Glib::Checksum::CHECKSUM_SHA1, resolved_path(source)) +
       ".html";

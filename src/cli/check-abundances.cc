@@ -49,7 +49,8 @@ void AbundanceCheck::check_row()
   if (!type)
     return;
   check_response();
-  if (!is_usable(ABUN, DataRule::ABUNDANCE_CLASS, "users see it in a wrong place, or not at all"))
+  if (!is_usable(ABUN, DataRule::ABUNDANCE_CLASS,
+                 "users see this class in the wrong place, or not at all"))
     return;
   const int abundance = to_int(text(ABUN));
   if (*type == presence_list && abundance == not_looked_for)
@@ -78,13 +79,13 @@ bool AbundanceCheck::is_usable(Heading heading, DataRule rule, const char* conse
 void AbundanceCheck::check_response()
 {
   if (!is_usable(RESPONSEID, DataRule::RESPONSE_ID,
-                 "surveys hold another number than the server knows"))
+                 "surveys contain a number that the server does not know"))
     return;
   const auto before = responses.add(to_int(text(RESPONSEID)), line());
   if (before) {
-    fault(DataRule::RESPONSE_TWICE, "responseid " + text(RESPONSEID) + " stands also in line " +
+    fault(DataRule::RESPONSE_TWICE, "responseid " + text(RESPONSEID) + " is also in line " +
                                         std::to_string(*before) +
-                                        ": the server cannot tell the two choices apart");
+                                        ": the server cannot distinguish the two choices");
   }
 }
 
@@ -93,9 +94,9 @@ void AbundanceCheck::check_place(int type, int abundance)
 {
   int& last = last_classes[type];
   if (abundance <= last) {
-    fault(DataRule::ABUNDANCE_ORDER, "The class " + std::to_string(abundance) +
-                                         " does not come after " + std::to_string(last) +
-                                         ": users see a wrong label for it");
+    fault(DataRule::ABUNDANCE_ORDER,
+          "The class " + std::to_string(abundance) + " is not above the previous class " +
+              std::to_string(last) + ": users see the wrong label for it");
     return;
   }
   if (!gaps.allow(*this, std::to_string(type), abundance))

@@ -52,11 +52,11 @@ void DefinitionCheck::begin_group()
   has_begun = true;
   current = text(GROUP);
   if (current.empty()) {
-    fault(DataRule::GROUP_UNNAMED, "The row has no group: the program drops it and those after it "
-                                   "that have none either");
+    fault(DataRule::GROUP_UNNAMED, "The row has no group: the program skips it and the rows "
+                                   "without a group directly after it");
   } else if (groups.count(current) > 0) {
     fault(DataRule::GROUP_SPLIT, "The group " + quoted(current) +
-                                     " begins a second time: users no longer see its rows above");
+                                     " begins a second time: users do not see its rows above");
   }
 }
 
@@ -72,7 +72,7 @@ void DefinitionCheck::check_choice()
   labels.add(*this, text(LABEL), current);
   group.has_snorkel = group.has_snorkel || text(LABEL) == "Snorkel";
   check_duplicate(group.values.add(*value, line()), "The value", choice,
-                  "saved surveys show another choice than was made");
+                  "saved surveys show a choice that the user did not make");
   check_value(*value);
   group.last_value = *value;
 }
@@ -81,13 +81,13 @@ void DefinitionCheck::check_value(int value)
 {
   if (current == "divestart" && (value < 1 || value > 24)) {
     fault(DataRule::DIVE_START_HOUR, "The value " + std::to_string(value) +
-                                         " is no hour from 1 to 24: names of files and the list "
-                                         "of surveys show no or a wrong time");
+                                         " is not an hour from 1 to 24: file names and the list "
+                                         "of surveys show a wrong time or none");
   }
   if (current == "depth" && value < groups[current].last_value) {
     fault(DataRule::DEPTH_ORDER, "The value " + std::to_string(value) +
-                                     " is below that of the row before: users are told that a "
-                                     "right maximum depth is below the average");
+                                     " is below the value of the previous row: the program "
+                                     "refuses a correct maximum depth");
   }
 }
 
@@ -103,10 +103,10 @@ void DefinitionCheck::check_end()
   const std::size_t starts = groups["divestart"].values.lines.size();
   if (starts > 0 && starts < 7)
     file_fault(DataRule::DIVE_START_SHORT, "The list of start times begins at the seventh row, "
-                                           "but \"divestart\" has fewer: the box stays empty");
+                                           "but \"divestart\" has fewer rows: the box stays empty");
   if (!groups["depth"].values.lines.empty() && !groups["depth"].has_snorkel)
     file_fault(DataRule::SNORKEL_MISSING, "No label of \"depth\" is \"Snorkel\": choosing one "
-                                          "depth of a snorkel does not set the other");
+                                          "depth of a snorkel survey does not set the other");
 }
 
 } // namespace

@@ -34,7 +34,7 @@ void FamilyCheck::check_row()
   for (const Heading heading : {SCIENTIFICNAME, COMMONNAME})
     check_name_markup(*this, text(heading));
   check_duplicate(families.add(text(FAMILYID), line()), "The family", id_text,
-                  "it is listed twice, under the names of this row");
+                  "users see it twice, with the names of this row");
 }
 
 } // namespace

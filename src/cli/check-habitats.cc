@@ -106,7 +106,8 @@ void RegionHabitatCheck::check_end()
   for (const auto& [code, region] : set.regions) {
     if (region.is_named && regions.count(code) == 0)
       file_fault(DataRule::HABITATS_MISSING,
-                 "The region " + quoted(code) + " has no habitats: its box stays empty");
+                 "The region " + quoted(code) +
+                     " has no habitats: the box of habitats stays empty");
   }
 }
 

@@ -53,13 +53,13 @@ void LimitCheck::check_end()
     for (const char* const name : {low, high}) {
       if (known.lines.count(name) == 0) {
         file_fault(DataRule::LIMIT_MISSING, "The limit " + quoted(name) +
-                                                " is missing and counts as 0: users are asked "
-                                                "about values that are right");
+                                                " is missing and counts as 0: the program "
+                                                "refuses or questions correct values");
       }
     }
     if (limits.count(low) > 0 && limits.count(high) > 0 && limits[low] > limits[high])
       set.faults.add(DataRule::LIMIT_ORDER, "data-parameters.csv", known.lines[high],
-                     quoted(high) + " is below " + quoted(low) + ": no value is accepted");
+                     quoted(high) + " is below " + quoted(low) + ": the program accepts no value");
   }
 }
 

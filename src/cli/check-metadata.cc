@@ -52,8 +52,9 @@ void MetadataCheck::run()
 {
   std::ifstream in = open_data_file((std::filesystem::path(set.dir) / file).string());
   if (!in.is_open()) {
-    file_fault(DataRule::FILE_MISSING, "The file is missing, cannot be read or is no plain file: "
-                                       "the program does not use the data set");
+    file_fault(DataRule::FILE_MISSING,
+               "The file is missing, cannot be read or is not a regular file: "
+               "the program does not use the data set");
     return;
   }
   check_lines(in);
@@ -130,9 +131,9 @@ void MetadataCheck::check_timestamp()
   if (timestamp.value.empty() || is_timestamp(timestamp.value))
     return;
   line_number = timestamp.line;
-  fault(DataRule::TIMESTAMP_FORM,
-        "The timestamp " + quoted(timestamp.value) +
-            " is no date and time of 14 digits: the program may take an older set for newer");
+  fault(DataRule::TIMESTAMP_FORM, "The timestamp " + quoted(timestamp.value) +
+                                      " is not a date and time of 14 digits: the program may "
+                                      "prefer an older set to a newer one");
 }
 
 } // namespace

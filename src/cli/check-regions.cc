@@ -74,8 +74,9 @@ void RegionCheck::check_code(Heading heading)
       code.begin(), code.end(), [](char c) { return g_ascii_isalnum(c) || c == '_' || c == '-'; });
   if (code.empty() || !is_usable) {
     fault(DataRule::CODE_UNUSABLE, std::string(expected_headings[heading]) + " " + quoted(code) +
-                                       " does not consist of letters and digits: files may not "
-                                       "be found, and surveys may not be saved");
+                                       " does not consist of letters, digits, \"_\" and \"-\": "
+                                       "the program may not find files, and users may not be "
+                                       "able to save surveys");
   }
 }
 
@@ -89,9 +90,8 @@ void RegionCheck::check_subregion()
   } else if (known->second.region != text(REGIONCODE) ||
              known->second.name != text(SUBREGIONNAME)) {
     fault(DataRule::SUBREGION_INCONSISTENT,
-          "The region or the name of " + quoted(text(SUBREGIONCODE)) +
-              " is another one than in line " + std::to_string(known->second.line) +
-              ", which alone counts");
+          "The region or the name of " + quoted(text(SUBREGIONCODE)) + " differs from line " +
+              std::to_string(known->second.line) + ": the program uses the first row");
   }
 }
 
@@ -107,13 +107,13 @@ void RegionCheck::check_survey_type(int type)
   if (type == AbundanceChoices::presence_subtype) {
     fault(DataRule::SURVEY_TYPE_RESERVED,
           "The survey type " + number_text +
-              " is no survey type: its abundance classes are those of the invertebrates of "
-              "which only the presence is noted");
+              " has a reserved number: it gets the abundance classes for the presence of "
+              "invertebrates");
   }
   require_name(text(SURVEYTYPENAME), "The survey type", number_text);
   type_names.add(*this, text(SURVEYTYPENAME), text(SUBREGIONCODE));
   check_duplicate(set.survey_types.add(type, line()), "The survey type", number_text,
-                  "it stands twice in its list, under the name of this row");
+                  "users see it twice, with the name of this row");
   set.survey_type_rows[type] = {text(SUBREGIONCODE), text(REGIONCODE), flag(VISIBLE), line()};
   set.subregions[text(SUBREGIONCODE)].types.push_back(type);
 }

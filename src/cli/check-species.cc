@@ -74,11 +74,11 @@ void SpeciesCheck::check_family(const std::string& id_text, bool is_fish)
   if (family.empty()) {
     if (is_fish)
       fault(DataRule::FAMILY_MISSING,
-            "The species " + id_text + " has no family: it stands under \"Unnamed family\"");
+            "The species " + id_text + " has no family: it appears under \"Unnamed family\"");
   } else if (!region.families.may_have(family)) {
-    fault(DataRule::FAMILY_UNKNOWN, "The species " + id_text + " is of the family " +
+    fault(DataRule::FAMILY_UNKNOWN, "The species " + id_text + " belongs to the family " +
                                         quoted(family) +
-                                        ", which is not defined: it stands under \"Unnamed "
+                                        ", which is not defined: it appears under \"Unnamed "
                                         "family\"");
   }
 }
@@ -88,7 +88,7 @@ bool SpeciesCheck::check_invertebrate_type()
   const auto type = number(INVERTEBRATETYPE, 0, std::numeric_limits<std::uint8_t>::max());
   if (type && *type > 2) {
     fault(DataRule::INVERTEBRATE_TYPE, "invertebratetype " + std::to_string(*type) +
-                                           " is none of 0, 1 and 2: the species counts as an "
+                                           " is not 0, 1 or 2: the species counts as an "
                                            "invertebrate of type 1");
   }
   return type && *type == 0;
@@ -100,8 +100,8 @@ void SpeciesCheck::check_rarity()
                              std::numeric_limits<std::int8_t>::max());
   if (rarity && (*rarity < 0 || *rarity > 2)) {
     fault(DataRule::RARITY, "rarefishind " + std::to_string(*rarity) +
-                                " is none of 0, 1 and 2: the species is shaded like those of the "
-                                "nearest one");
+                                " is not 0, 1 or 2: the program shades the species like one of the "
+                                "nearest class");
   }
 }
 

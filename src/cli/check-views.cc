@@ -38,7 +38,7 @@ void ViewCheck::check_row()
   require_name(text(VIEWNAME), "The view", id_text);
   names.add(*this, text(VIEWNAME), text(SUBREGIONCODE));
   check_duplicate(set.views.add(*view, line()), "The view", id_text,
-                  "both show the species of both");
+                  "both views show the species of both");
   set.view_subregions[*view] = text(SUBREGIONCODE);
   if (!set.may_have_subregion(text(SUBREGIONCODE)))
     fault(DataRule::SUBREGION_UNKNOWN,
@@ -53,8 +53,8 @@ void ViewCheck::check_default()
   const auto [known, is_new] = defaults.try_emplace(text(SUBREGIONCODE), line());
   if (!is_new) {
     fault(DataRule::DEFAULT_VIEW_TWICE,
-          "The location " + quoted(text(SUBREGIONCODE)) + " has a default view in line " +
-              std::to_string(known->second) + ", too: only the last one is used");
+          "The location " + quoted(text(SUBREGIONCODE)) + " also has a default view in line " +
+              std::to_string(known->second) + ": the program uses only the last one");
   }
 }
 
@@ -144,9 +144,9 @@ void ViewSpeciesCheck::check_species(View& view, int species)
 {
   const auto before = view.species.add(species, line());
   if (before) {
-    fault(DataRule::VIEW_SPECIES_TWICE, "The view has the species " + std::to_string(species) +
+    fault(DataRule::VIEW_SPECIES_TWICE, "The view also has the species " + std::to_string(species) +
                                             " in line " + std::to_string(*before) +
-                                            ", too: users see it twice");
+                                            ": users see it twice");
   }
   if (!view.region)
     return;
@@ -204,8 +204,8 @@ void ViewSpeciesCheck::check_unviewed(const std::string& code, const CheckedData
       set.faults.add(DataRule::SPECIES_NOT_IN_VIEW, code + "-species-info.csv",
                      region.species.line_of(species),
                      "The species " + std::to_string(species) +
-                         " is in no view: users find a fish by the search only, and an "
-                         "invertebrate not at all");
+                         " is in no view: users find a fish only by the search, and cannot find an "
+                         "invertebrate");
     }
   }
 }

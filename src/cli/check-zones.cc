@@ -71,14 +71,15 @@ void ZoneCheck::check_row()
   require_name(text(NAME), "The zone", code);
   check_name_markup(*this, text(NAME));
   check_duplicate(zones.add(*zone, line()), "The zone", code,
-                  "it is listed twice, under the name of this row");
+                  "users see it twice, with the name of this row");
   const bool fits = is_first_level(*zone) || is_second_level(*zone) || is_third_level(*zone);
   if (fits && text(GEOGID).front() != '0') {
     place(*zone);
   } else {
     fault(DataRule::ZONE_LEVEL, "The code " + quoted(text(GEOGID)) +
-                                    " has not one, four or eight digits, without leading zeros: "
-                                    "the zone stands at a wrong level, or nobody can choose it");
+                                    " does not have one, four or eight digits without leading "
+                                    "zeros: the zone appears at the wrong level, or users "
+                                    "cannot choose it");
   }
 }
 
@@ -101,12 +102,12 @@ void ZoneCheck::check_end()
     const std::string parent_code = std::to_string(parent);
     if (zones.lines.count(parent) > 0) {
       set.faults.add(DataRule::ZONE_ORDER, file, line,
-                     "The zone " + code + " does not stand behind " + parent_code +
-                         " and the zones below that: users find it at the level above");
+                     "The zone " + code + " does not follow its parent " + parent_code +
+                         " and the other zones in it: users find the zone at the level above");
     } else if (is_whole()) {
       set.faults.add(DataRule::ZONE_NO_PARENT, file, line,
-                     "The zone " + parent_code + " above " + code +
-                         " is missing: users find this zone at the level above");
+                     "The parent " + parent_code + " of the zone " + code +
+                         " is missing: users find the zone at the level above");
     }
   }
 }

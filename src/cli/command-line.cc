@@ -35,7 +35,7 @@ public:
   {
     g_set_prgname(called.c_str());
     context.set_help_enabled(false);
-    options.add_entry(option_entry("help", "print this help and end", nullptr, 'h'), wants_help);
+    options.add_entry(option_entry("help", "print this help and exit", nullptr, 'h'), wants_help);
     Glib::OptionEntry rest;
     rest.set_long_name(G_OPTION_REMAINING);
     options.add_entry_filename(rest, others);
@@ -79,7 +79,7 @@ ExitStatus run_plain(const Tool& tool, int argc, char** argv, Output& out)
 {
   Arguments arguments(tool.name, "COMMAND [ARGUMENT...]");
   bool wants_version = false;
-  arguments.options.add_entry(option_entry("version", "print the version and end"), wants_version);
+  arguments.options.add_entry(option_entry("version", "print the version and exit"), wants_version);
   arguments.context.set_summary(tool.summary);
   arguments.context.set_description(list_commands(tool) + "\n\n'" + tool.name +
                                     " COMMAND --help' explains a command.");

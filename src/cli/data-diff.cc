@@ -154,7 +154,7 @@ private:
     const std::string change = subject(kind, after) + " was " + meaning(before, with_context) +
                                ", and is now " + meaning(after, with_context);
     add("id-changed-meaning", Severity::error, after, places.new_set,
-        change + ". Saved surveys that hold it mean something else");
+        change + ". Saved surveys that contain it mean something else");
     result.harms[after.key] = change;
   }
 

@@ -45,7 +45,7 @@ private:
 void DataOption::add_to(Glib::OptionGroup& options)
 {
   options.add_entry_filename(
-      option_entry("data", "use this data set and not that of the program", "DIR"), dir);
+      option_entry("data", "use this data set instead of that of the program", "DIR"), dir);
 }
 
 ReferenceData DataOption::load() const
@@ -56,6 +56,6 @@ ReferenceData DataOption::load() const
   std::string local_data_dir;
   ReferenceData data;
   if (read_newest_data_set(local_data_dir, data) != RET_SUCCESS)
-    throw CouldNotRun("cannot read the data set of the program; name one by --data");
+    throw CouldNotRun("cannot read the data set of the program; choose another with --data=DIR");
   return data;
 }

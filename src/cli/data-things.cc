@@ -13,31 +13,36 @@ namespace {
 const ThingKind region_kind{
     "region", "Region", "All its locations and species are gone", {"regioncode"}};
 const ThingKind place_kind{
-    "place", "Location", "Saved surveys of it no longer open", {"subregioncode"}};
-const ThingKind type_kind{
-    "type", "Survey type", "Saved surveys of it open without a survey type", {"surveytypeid"}};
-const ThingKind zone_kind{
-    "zone", "Zone", "Saved surveys of it show an unknown zone", {"geogid"}, ThingKind::OF_REGION};
+    "place", "Location", "Saved surveys of this location no longer open", {"subregioncode"}};
+const ThingKind type_kind{"type",
+                          "Survey type",
+                          "Saved surveys of this type open without a survey type",
+                          {"surveytypeid"}};
+const ThingKind zone_kind{"zone",
+                          "Zone",
+                          "Saved surveys of this zone show an unknown zone",
+                          {"geogid"},
+                          ThingKind::OF_REGION};
 const ThingKind species_kind{"species",
                              "Species",
-                             "Saved surveys that hold it no longer show it",
+                             "Saved surveys that contain it no longer show it",
                              {"speciesid"},
                              ThingKind::OF_REGION};
 const ThingKind view_kind{
-    "view", "Species view", "Saved surveys that hold it open with another view", {"viewid"}};
+    "view", "Species view", "Saved surveys that contain it open with another view", {"viewid"}};
 const ThingKind habitat_kind{"habitat",
                              "Habitat",
-                             "Saved surveys that hold it open without a habitat",
+                             "Saved surveys that contain it open without a habitat",
                              {"regioncode", "habitat"},
                              ThingKind::OF_REGION};
 const ThingKind choice_kind{"choice",
                             "Choice",
-                            "Saved surveys that hold it open without this choice",
+                            "Saved surveys that contain it open without this choice",
                             {"group", "value"},
                             ThingKind::FIXED_NAME};
 const ThingKind class_kind{"abundance",
                            "Abundance class",
-                           "Saved surveys that hold it show no number",
+                           "Saved surveys that contain it show no number",
                            {"survey_subtype_id", "abun"},
                            ThingKind::FIXED_NAME};
 const ThingKind response_kind{
@@ -155,8 +160,8 @@ void add_species(ThingList& list, const std::string& region, const RegionFishInf
                            is_named ? species.commonname.raw() : "",
                            region,
                            species.invertebratetype == presence_only
-                               ? "only noted as present"
-                               : "noted as the survey type says",
+                               ? "recorded only as present"
+                               : "recorded as the survey type requires",
                            species_detail(species, fish),
                            {std::to_string(species.speciesid)}});
   }

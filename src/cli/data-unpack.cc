@@ -103,7 +103,7 @@ private:
   {
     const char* const reason = archive_error_string(reader.get());
     add(archive_path, "archive-damaged", Severity::error,
-        std::string("The archive cannot be read on: ") +
+        std::string("The archive cannot be read to its end: ") +
             (reason ? shown_name(reason) : "unknown reason") +
             ". The program would not install it");
   }
@@ -133,8 +133,8 @@ private:
                           archive_filter_code(reader.get(), 0) == ARCHIVE_FILTER_BZIP2;
     if (!is_right) {
       add(archive_path, "archive-not-bzip2", Severity::error,
-          "The archive is not a tar file that was compressed once, by bzip2. The program cannot "
-          "unpack it");
+          "The archive is not a tar file that was compressed exactly once, with bzip2. The program "
+          "cannot unpack it");
     }
     return is_right;
   }
@@ -152,7 +152,7 @@ private:
     if (++entries > most_entries || total > most_unpacked ||
         archive_filter_bytes(reader.get(), 0) > most_unpacked) {
       add(archive_path, "archive-too-large", Severity::error,
-          "The archive holds more than " + std::to_string(most_entries) + " entries or " +
+          "The archive contains more than " + std::to_string(most_entries) + " entries or " +
               std::to_string(most_unpacked) + " bytes. It would fill the member's disk");
       return false;
     }
@@ -185,22 +185,25 @@ private:
     const auto type = archive_entry_filetype(entry);
     const mode_t needed = type == AE_IFDIR ? S_IRWXU : S_IRUSR;
     if (is_outside(name_of(entry)))
-      return Refusal{"archive-outside", "This entry leads out of the directory that it is "
-                                        "unpacked in. The program would not install the archive"};
+      return Refusal{"archive-outside",
+                     "This entry leads out of the directory into which the archive is "
+                     "unpacked. The program would not install the archive"};
     if (is_link(entry))
       return Refusal{"archive-link",
                      std::string("This entry is a link, which can lead anywhere.") + where_it_goes};
     if (type != AE_IFREG && type != AE_IFDIR)
       return Refusal{"archive-device",
-                     std::string("This entry is a pipe, a device or the like.") + where_it_goes};
+                     std::string("This entry is a pipe, a device or another special file.") +
+                         where_it_goes};
     if (!belongs_to_set(type == AE_IFDIR, path)) {
-      return Refusal{"archive-stray", std::string("This entry is no file in the directory "
+      return Refusal{"archive-stray", std::string("This entry is not a file in the directory "
                                                   "data-files.") +
                                           where_it_goes};
     }
     if ((archive_entry_perm(entry) & needed) != needed)
-      return Refusal{"archive-unreadable", "Its mode keeps even the owner from using this entry. "
-                                           "The program could not read the set"};
+      return Refusal{"archive-unreadable",
+                     "The mode of this entry prevents even its owner from reading it. The "
+                     "program could not read the set"};
     return std::nullopt;
   }
 
@@ -216,7 +219,7 @@ private:
     fs::create_directory(scratch.path / data_directory);
     if (!unpacked.insert(path).second)
       add(path_of(entry), "archive-entry-twice", Severity::warning,
-          "This file stands in the archive more than once. The program would use the last one");
+          "The archive contains this file more than once. The program would use the last one");
     const std::string target = (scratch.path / path).string();
     unlink(target.c_str());
     const Descriptor file(open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));

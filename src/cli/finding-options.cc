@@ -6,7 +6,7 @@
 void FindingOptions::add_to(Glib::OptionGroup& options)
 {
   options.add_entry(
-      option_entry("format", "print findings as 'plain' lines, or as 'json'", "FORMAT"), format);
+      option_entry("format", "print findings as 'plain' lines or as 'json'", "FORMAT"), format);
   options.add_entry(option_entry("strict", "count warnings as faults, too"), strict);
 }
 

@@ -10,7 +10,7 @@ bool NumberingGaps::allow(TableCheck& table, const std::string& list, int number
     return true;
   if (position - length > gaps_left) {
     table.fault(DataRule::NUMBERING_GAP, "The number " + std::to_string(number) +
-                                             " leaves too many before it unused: the program "
+                                             " leaves too many smaller numbers unused: the program "
                                              "skips the row");
     return false;
   }

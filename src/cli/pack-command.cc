@@ -37,11 +37,11 @@ Headers headers_of_archive(std::size_t size)
 
 std::string plain_headers(const Headers& answer, const Headers& archive, const std::string& url)
 {
-  std::string text = "With status 200, the server has to answer to "
-                     "GET /offline-data-entry/?get-version=data-files with the headers\n";
+  std::string text = "The server must answer GET /offline-data-entry/?get-version=data-files "
+                     "with status 200 and these headers:\n";
   for (const auto& [name, value] : answer)
     text.append("  ").append(name).append(": ").append(value).append("\n");
-  text += "and to GET " + url + " with the archive and the headers\n";
+  text += "It must answer GET " + url + " with the archive and these headers:\n";
   for (const auto& [name, value] : archive)
     text.append("  ").append(name).append(": ").append(value).append("\n");
   return text;
@@ -61,7 +61,7 @@ void require_header_values(const Headers& headers)
 {
   for (const auto& [name, value] : headers)
     if (std::any_of(value.begin(), value.end(), [](char c) { return g_ascii_iscntrl(c); }))
-      throw CouldNotRun("the value of " + name + " holds a control character");
+      throw CouldNotRun("the value of " + name + " contains a control character");
 }
 
 // Returns whether the set may be packed. Writes the findings that prevent it.
@@ -75,7 +75,7 @@ bool is_acceptable(const std::string& dir, FindingWriter& writer)
     return found.severity == Severity::warning;
   });
   if (warnings > 0)
-    std::fprintf(stderr, "The data set has %d warnings. 'mavo-data check' shows them.\n",
+    std::fprintf(stderr, "Warnings about the data set: %d. 'mavo-data check' shows them.\n",
                  static_cast<int>(warnings));
   return writer.status() == ExitStatus::FINE;
 }
@@ -98,7 +98,7 @@ ExitStatus PackCommand::run(const std::vector<std::string>& arguments, Output& o
   FindingWriter writer = finding_options.make_writer(out);
   const std::string dir = (std::filesystem::path(arguments.front()) / "").string();
   if (!std::filesystem::is_directory(dir))
-    throw CouldNotRun(arguments.front() + " is no directory");
+    throw CouldNotRun(arguments.front() + " is not a directory");
   if (!is_acceptable(dir, writer))
     return writer.status();
 

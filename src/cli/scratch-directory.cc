@@ -30,7 +30,7 @@ fs::path make_directory()
   static const int registered = std::atexit(&remove_left_directory);
   std::string name = (fs::temp_directory_path() / "mavo-data-XXXXXX").string();
   if (registered != 0 || !mkdtemp(name.data()))
-    throw fs::filesystem_error("cannot make a directory", name,
+    throw fs::filesystem_error("cannot create a directory", name,
                                std::error_code(errno, std::generic_category()));
   left_directory() = name;
   return name;

@@ -102,14 +102,14 @@ void BackupRun::verify(const std::string& archive)
     if (zip.is_file())
       verify_entry(zip.name(), zip.content());
   if (!checksums.empty())
-    throw CouldNotRun("the backup lacks " + checksums.begin()->first);
+    throw CouldNotRun("the backup does not contain " + checksums.begin()->first);
 }
 
 void BackupRun::verify_entry(const std::string& name, const std::string& bytes)
 {
   const auto packed = checksums.find(name);
   if (packed == checksums.end() || packed->second != checksum_of(bytes))
-    throw CouldNotRun("the backup does not hold what is in " + name);
+    throw CouldNotRun("the backup differs from the file " + name);
   checksums.erase(packed);
   const fs::path path = root / name;
   if (!is_survey_path(path.string()))
@@ -118,7 +118,7 @@ void BackupRun::verify_entry(const std::string& name, const std::string& bytes)
   if (fault.empty())
     ++surveys;
   else
-    report(path, "not-readable", "The file is in the backup, but it is no survey: " + fault);
+    report(path, "not-readable", "The file is in the backup, but it is not a survey: " + fault);
 }
 
 std::string BackupRun::summary() const
@@ -130,8 +130,8 @@ std::string BackupRun::summary() const
 
 void StoreBackup::add_options(Glib::OptionGroup& options)
 {
-  options.add_entry_filename(option_entry("output", "write this file (required)", "FILE", 'o'),
-                             output_path);
+  options.add_entry_filename(
+      option_entry("output", "write the backup to FILE (required)", "FILE", 'o'), output_path);
   finding_options.add_to(options);
 }
 
@@ -141,9 +141,9 @@ ExitStatus StoreBackup::run(const std::vector<std::string>& arguments, Output& o
   if (output_path.empty())
     throw CouldNotRun("--output is missing");
   if (!fs::is_directory(root))
-    throw CouldNotRun(root + " is no directory");
+    throw CouldNotRun(root + " is not a directory");
   if (leads_into(output_path, root))
-    throw CouldNotRun(output_path + " lies in the store; write to another place");
+    throw CouldNotRun(output_path + " is in the store; choose another directory");
   keep_out_of_store(output_path);
 
   FindingWriter writer = finding_options.make_writer(out);

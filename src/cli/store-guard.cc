@@ -10,5 +10,5 @@ void keep_out_of_store(const std::string& path)
 {
   const bool is_inside = leads_into(path, default_survey_root()) || !state_of(path).empty();
   if (!path.empty() && is_inside)
-    throw CouldNotRun(path + " lies in the store of surveys; write to another place");
+    throw CouldNotRun(path + " is in the store of surveys; choose another directory");
 }

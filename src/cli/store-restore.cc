@@ -35,7 +35,7 @@ void make_directories(const fs::path& directory)
   std::error_code failure;
   fs::create_directories(directory, failure);
   if (failure)
-    throw CouldNotRun("cannot make " + directory.string() + ": " + failure.message());
+    throw CouldNotRun("cannot create " + directory.string() + ": " + failure.message());
 }
 
 class RestoreRun
@@ -69,8 +69,8 @@ private:
                     {},
                     "exists",
                     Severity::error,
-                    is_same ? "The file is there already, with the same content"
-                            : "The file stays as it is: it differs from the one in the backup"});
+                    is_same ? "The file already exists, with the same content"
+                            : "The file is not changed: it differs from the one in the backup"});
       return;
     }
     make_directories(path.parent_path());
@@ -93,11 +93,11 @@ void check_backup(const std::string& path)
   ZipReader zip(path);
   while (zip.next()) {
     if (!is_inner_name(zip.name()))
-      throw CouldNotRun("the backup has an entry that lies outside of a store: " + zip.name());
+      throw CouldNotRun("the backup has an entry outside of the store: " + zip.name());
     if (zip.is_file())
       zip.content(); // verifies the checksum
     else if (!zip.is_directory())
-      throw CouldNotRun("the backup has an entry that is neither file nor directory: " +
+      throw CouldNotRun("the backup has an entry that is neither a file nor a directory: " +
                         zip.name());
   }
 }

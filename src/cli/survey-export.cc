@@ -71,7 +71,7 @@ bool ExportRun::is_new(const std::string& id, const std::string& path)
             {},
             "same-survey",
             Severity::hint,
-            "The survey is left out: it says the same as " + first->second});
+            "The survey is left out: it has the same content as " + first->second});
   return added;
 }
 
@@ -87,7 +87,11 @@ void ExportRun::add(const std::string& path)
   if (const auto unknown = unknown_species(path, *survey, names))
     report(*unknown);
   if (survey->species.empty() && rows_only)
-    report({path, {}, "no-sighting", Severity::hint, "The survey has no row: it has no species"});
+    report({path,
+            {},
+            "no-sighting",
+            Severity::hint,
+            "The survey has no species, so the table has no row for it"});
   exporter.add(base_name(path), id, *survey);
 }
 
@@ -98,14 +102,14 @@ void SurveyExport::add_options(Glib::OptionGroup& options)
   options.add_entry(option_entry("format", "write 'csv', 'json' or 'dwca' (required)", "FORMAT"),
                     format);
   options.add_entry_filename(
-      option_entry("output", "write this file and not standard output", "FILE", 'o'), output_path);
+      option_entry("output", "write to FILE instead of standard output", "FILE", 'o'), output_path);
   data_option.add_to(options);
 }
 
 ExitStatus SurveyExport::run(const std::vector<std::string>& arguments, Output& out)
 {
   if (format != "csv" && format != "json" && format != "dwca")
-    throw CouldNotRun("--format has to be csv, json or dwca");
+    throw CouldNotRun("--format must be csv, json or dwca");
   keep_out_of_store(output_path);
   const SurveyNames names(data_option.load());
   std::vector<Finding> left_out;

@@ -28,8 +28,8 @@ std::optional<Survey> read_known_survey(const std::string& path, const SurveyNam
                {},
                "unknown-location",
                Severity::error,
-               "The data set does not know the location " + survey.subregion.raw() +
-                   ", so the survey has no meaning"};
+               "The data set does not contain the location " + survey.subregion.raw() +
+                   ", so the ids of the survey have no meaning"};
   } catch (...) {
     why_not = {path,
                {},
@@ -54,5 +54,5 @@ std::optional<Finding> unknown_species(const std::string& path, const Survey& su
                  {},
                  "unknown-species",
                  Severity::error,
-                 "The program does not show species that the data set does not know: " + ids};
+                 "The program does not show species that are not in the data set: " + ids};
 }

@@ -92,7 +92,7 @@ void judge_survey(const std::string& path, const ReferenceData& old_data,
   const bool opens = new_data.region_info->subregion_regions.count(survey.subregion) == 1;
   findings.push_back(
       {path, std::nullopt, opens ? "survey-means-another" : "survey-does-not-open", Severity::error,
-       (opens ? "This survey opens, but differs: " : "This survey no longer opens: ") +
+       (opens ? "This survey opens, but its meaning changes: " : "This survey no longer opens: ") +
            join(harms)});
 }
 
@@ -126,9 +126,8 @@ std::vector<Finding> find_harmed_surveys(const std::string& path, const Referenc
     try {
       judge_survey(file, old_data, new_data, diff, findings);
     } catch (...) {
-      findings.push_back(
-          {file, std::nullopt, "survey-not-readable", Severity::warning,
-           "This file opens with no data set: " + thrown_text("unknown error", "").raw()});
+      findings.push_back({file, std::nullopt, "survey-not-readable", Severity::warning,
+                          "This file cannot be opened: " + thrown_text("unknown error", "").raw()});
     }
   }
   return findings;

@@ -58,7 +58,7 @@ std::string json_row(const ListedSurvey& survey)
 
 void SurveyList::add_options(Glib::OptionGroup& options)
 {
-  options.add_entry(option_entry("format", "print 'plain' lines, or 'json'", "FORMAT"), format);
+  options.add_entry(option_entry("format", "print 'plain' lines or 'json'", "FORMAT"), format);
   data_option.add_to(options);
 }
 

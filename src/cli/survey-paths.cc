@@ -28,11 +28,12 @@ public:
       if (is_survey_path(name))
         paths.push_back(entry.path().string());
       else
-        left_out.push_back({entry.path().string(),
-                            {},
-                            "other-file",
-                            Severity::hint,
-                            "The file is left out: its name does not end like that of a survey"});
+        left_out.push_back(
+            {entry.path().string(),
+             {},
+             "other-file",
+             Severity::hint,
+             "The file is left out: its name does not end like the name of a survey"});
     }
   }
   void add(const std::string& argument)
@@ -43,7 +44,7 @@ public:
       else if (fs::exists(argument))
         paths.push_back(argument);
       else
-        throw CouldNotRun("there is no " + argument);
+        throw CouldNotRun(argument + " does not exist");
     } catch (const fs::filesystem_error& failure) {
       throw CouldNotRun("cannot read " + argument + ": " + failure.code().message());
     }

@@ -98,6 +98,6 @@ std::vector<SchemaFault> SurveySchema::faults_of(_xmlDoc* document) const
       },
       &faults);
   if (xmlRelaxNGValidateDoc(valid.get(), document) != 0 && faults.empty())
-    faults.push_back({1, "The document departs from the schema"});
+    faults.push_back({1, "The document does not conform to the schema"});
   return last_of_each_line(std::move(faults));
 }

@@ -36,7 +36,7 @@ std::string shown_name(const std::string& path)
 
 void SurveyShow::add_options(Glib::OptionGroup& options)
 {
-  options.add_entry(option_entry("html", "show a page for a browser, not plain text"), as_html);
+  options.add_entry(option_entry("html", "show an HTML page instead of plain text"), as_html);
   options.add_entry(option_entry("open", "with --html: open the page in the browser"), opens);
   data_option.add_to(options);
 }
@@ -55,7 +55,7 @@ ExitStatus SurveyShow::run(const std::vector<std::string>& arguments, Output& ou
 {
   const std::string& path = arguments.front();
   if (opens && !as_html)
-    throw CouldNotRun("--open needs --html");
+    throw CouldNotRun("--open requires --html");
   if (!opens) {
     const ReadableSurvey survey = read_readable(path, data_option.load());
     out.write(as_html ? survey_page(survey, shown_name(path)) : survey_text(survey));

@@ -83,7 +83,7 @@ void TableCheck::run()
   if (!in.is_open()) {
     is_sound = false;
     file_fault(DataRule::FILE_MISSING,
-               "The file is missing, cannot be read or is no plain file: the program ends at "
+               "The file is missing, cannot be read or is not a regular file: the program ends at "
                "each start");
   } else {
     check_lines(in);
@@ -105,7 +105,8 @@ void TableCheck::check_lines(std::istream& in)
     file_fault(DataRule::FILE_MISSING, "The file cannot be read: the program ends at each start");
   }
   if (is_sound && !has_rows)
-    file_fault(DataRule::TABLE_EMPTY, "The file has no rows: users miss all that it is for");
+    file_fault(DataRule::TABLE_EMPTY,
+               "The file has no rows: the program has none of what the file should contain");
 }
 
 void TableCheck::check_excess(const FileLines& lines)
@@ -131,7 +132,7 @@ void TableCheck::check_line(std::string_view line)
   split_csv_line(line, fields, [&, this](std::size_t, const Glib::ustring& field) {
     ++botched;
     fault(DataRule::QUOTING_BOTCHED,
-          "Text follows a closing quote: the field is shown with its quotes, " + quoted(field));
+          "Text follows a closing quote: users see the field with its quotes, " + quoted(field));
   });
   check_quotes(line, botched);
   if (headings_pending)
@@ -144,17 +145,18 @@ void TableCheck::check_line(std::string_view line)
 void TableCheck::check_bytes(std::string_view line)
 {
   if (line.back() == '\r' && !std::exchange(has_returns, true))
-    fault(DataRule::LINE_ENDS, "Lines end with a carriage return: in such a file a row whose last "
-                               "field is empty has a field too few");
+    fault(DataRule::LINE_ENDS, "Lines end with a carriage return: a row whose last field is empty "
+                               "then has too few fields");
   if (!g_utf8_validate_len(line.data(), line.size(), nullptr))
-    fault(DataRule::ENCODING, "Bytes that are not UTF-8 are shown as replacement characters");
+    fault(DataRule::ENCODING, "The line is not valid UTF-8: users see replacement characters");
   has_mark = has_mark || (headings_pending && line.substr(0, 3) == byte_order_mark);
 }
 
 void TableCheck::check_quotes(std::string_view line, std::size_t botched)
 {
   if (has_open_quote(line, botched))
-    fault(DataRule::QUOTE_OPEN, "A quote is never closed: the field goes to the end of the line");
+    fault(DataRule::QUOTE_OPEN,
+          "A closing quote is missing: the field extends to the end of the line");
 }
 
 void TableCheck::check_headings()
@@ -163,8 +165,8 @@ void TableCheck::check_headings()
     const std::string& heading = fields[column].raw();
     if (!heading_columns.insert_or_assign(heading, column).second) {
       fault(DataRule::HEADING_TWICE, "The heading " + quoted(heading) +
-                                         " stands twice: the program reads the last column of "
-                                         "that name and expects a field less in each row");
+                                         " appears twice: the program reads the last column with "
+                                         "that name and expects one field less in each row");
     }
   }
   for (const char* const* heading = headings; *heading; ++heading) {
@@ -175,8 +177,9 @@ void TableCheck::check_headings()
     }
     is_sound = has_headings = false;
     if (has_mark && heading_columns.count(std::string(byte_order_mark) + *heading) > 0) {
-      fault(DataRule::BYTE_ORDER_MARK, "A byte-order mark makes another heading of " +
-                                           quoted(*heading) + ": the program ends at each start");
+      fault(DataRule::BYTE_ORDER_MARK,
+            "A byte-order mark precedes the heading " + quoted(*heading) +
+                ": the program does not find the heading and ends at each start");
     } else {
       fault(DataRule::HEADING_MISSING,
             "The heading " + quoted(*heading) + " is missing: the program ends at each start");
@@ -190,7 +193,7 @@ void TableCheck::check_fields()
   if (fields.size() != heading_columns.size()) {
     is_sound = false;
     fault(DataRule::ROW_WIDTH, "The row has " + std::to_string(fields.size()) +
-                                   " fields rather than " + std::to_string(heading_columns.size()) +
+                                   " fields instead of " + std::to_string(heading_columns.size()) +
                                    ": the program ends at each start");
     return;
   }
@@ -232,7 +235,7 @@ void TableCheck::check_digits(std::size_t heading, int kept)
   if (!is_number(text(heading))) {
     fault(DataRule::NUMBER_INVALID,
           std::string(headings[heading]) + " is " + quoted(text(heading)) +
-              ", which is no whole number and counts as " + std::to_string(kept));
+              ", which is not a whole number and counts as " + std::to_string(kept));
   }
 }
 
@@ -240,10 +243,10 @@ std::optional<int> TableCheck::number(std::size_t heading, int lowest, int highe
 {
   const std::int64_t value = to_int64(text(heading).c_str());
   if (value < lowest || value > highest) {
-    fault(DataRule::NUMBER_TOO_LARGE, std::string(headings[heading]) + " is " +
-                                          quoted(text(heading)) + ", which does not fit between " +
-                                          std::to_string(lowest) + " and " +
-                                          std::to_string(highest) + ": another number is used");
+    fault(DataRule::NUMBER_TOO_LARGE,
+          std::string(headings[heading]) + " is " + quoted(text(heading)) +
+              ", which is not between " + std::to_string(lowest) + " and " +
+              std::to_string(highest) + ": the program uses another number");
     return {};
   }
   check_digits(heading, static_cast<int>(value));
@@ -283,7 +286,7 @@ void TableCheck::check_duplicate(std::optional<long> before, const char* kind,
                                  const std::string& the_id, const char* consequence)
 {
   if (before)
-    fault(DataRule::ID_DUPLICATE, std::string(kind) + " " + the_id + " stands also in line " +
+    fault(DataRule::ID_DUPLICATE, std::string(kind) + " " + the_id + " is also in line " +
                                       std::to_string(*before) + ": " + consequence);
 }
 

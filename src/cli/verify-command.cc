@@ -28,7 +28,7 @@ void add_faults_of_set(const std::string& archive, const fs::path& scratch, Find
   if (!fs::is_directory(set)) {
     findings.push_back(whole_archive(archive, "archive-empty",
                                      "The archive has no file in a directory data-files. The "
-                                     "program would go on with the data that it has"));
+                                     "program would continue to use its present data"));
     return;
   }
   for (Finding finding : check_data_set(set.string())) {
@@ -42,7 +42,7 @@ void add_faults_of_set(const std::string& archive, const fs::path& scratch, Find
 Findings verify(const std::string& archive)
 {
   if (!fs::is_regular_file(archive))
-    throw CouldNotRun(archive + " is no file");
+    throw CouldNotRun(archive + " is not a regular file");
   if (fs::file_size(archive) > largest_data_archive) {
     return {whole_archive(archive, "archive-too-large",
                           "The archive has more than " + std::to_string(largest_data_archive) +

@@ -31,8 +31,9 @@ TEST_F(CheckedSet, IsPrintedByFileAndLine)
 {
   const ToolRun run = run_program("mavo-data", {"check", set.dir});
   EXPECT_EQ(0, run.status);
-  EXPECT_EQ(set.dir + "PAC-geog.csv:9: warning: The zone 5 above 5001 is missing: users find this "
-                      "zone at the level above [zone-no-parent]\n",
+  EXPECT_EQ(set.dir +
+                "PAC-geog.csv:9: warning: The parent 5 of the zone 5001 is missing: users find "
+                "the zone at the level above [zone-no-parent]\n",
             run.out);
   EXPECT_EQ("", run.err);
 }

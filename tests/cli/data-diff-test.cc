@@ -87,7 +87,7 @@ TEST_F(DataDiffTest, ShowsAddedAndRemovedSpecies)
          "13,Hexagrammos stelleri,Whitespotted Greenling,F2,0,0\n");
   const Lines expected{
       "warning species-removed: Species 12 of region PAC, \"Hexagrammos decagrammus (Kelp "
-      "Greenling)\", is gone. Saved surveys that hold it no longer show it",
+      "Greenling)\", is gone. Saved surveys that contain it no longer show it",
       "hint species-added: Species 13 of region PAC, \"Hexagrammos stelleri (Whitespotted "
       "Greenling)\", is new"};
   EXPECT_EQ(expected, differences());
@@ -123,7 +123,7 @@ TEST_F(DataDiffTest, ReportsASpeciesIdWithAnotherMeaning)
   EXPECT_EQ(
       Lines{"error id-changed-meaning: Species 10 of region PAC was \"Jordania zonope "
             "(Longfin Sculpin)\", and is now \"Sebastes miniatus (Vermilion)\". Saved surveys "
-            "that hold it mean something else"},
+            "that contain it mean something else"},
       differences());
   EXPECT_EQ(1U, diff.harms.count("species PAC 10"));
 }
@@ -164,11 +164,12 @@ TEST_F(DataDiffTest, RecognisesASpeciesWithoutAScientificNameByItsCommonName)
 TEST_F(DataDiffTest, FindsASpeciesWhoseNumbersAreNoLongerRecorded)
 {
   change(species_file, "Ochre Star,F3,1,0", "Ochre Star,F3,2,0");
-  EXPECT_EQ(Lines{"error id-changed-meaning: Species 20 of region PAC was \"Pisaster ochraceus "
-                  "(Ochre Star)\", noted as the survey type says, and is now \"Pisaster ochraceus "
-                  "(Ochre Star)\", only noted as present. Saved surveys that hold it mean "
-                  "something else"},
-            differences());
+  EXPECT_EQ(
+      Lines{"error id-changed-meaning: Species 20 of region PAC was \"Pisaster ochraceus "
+            "(Ochre Star)\", recorded as the survey type requires, and is now \"Pisaster ochraceus "
+            "(Ochre Star)\", recorded only as present. Saved surveys that contain it mean "
+            "something else"},
+      differences());
 }
 
 TEST_F(DataDiffTest, ShowsASpeciesOfAnotherFamilyOrRarity)
@@ -226,7 +227,7 @@ TEST_F(DataDiffTest, FindsASurveyTypeWithOtherRequirements)
   change(places_file, "2,Northwest: species only,0", "2,Northwest: species only,1");
   EXPECT_EQ(Lines{"error id-changed-meaning: Survey type 2 was \"Northwest: species only\", of "
                   "location PNW, asks for presence only, and is now \"Northwest: species only\", "
-                  "of location PNW, asks for numbers. Saved surveys that hold it mean something "
+                  "of location PNW, asks for numbers. Saved surveys that contain it mean something "
                   "else"},
             differences());
 }
@@ -246,7 +247,7 @@ TEST_F(DataDiffTest, DistinguishesACorrectedZoneFromAnother)
   change("PAC-geog.csv", "Deception Pass", "\"Deception Pass, North\"");
   change("PAC-geog.csv", "Rosario Wall", "Cape Flattery");
   const Lines expected{"error id-changed-meaning: Zone 31020003 of region PAC was \"Rosario "
-                       "Wall\", and is now \"Cape Flattery\". Saved surveys that hold it mean "
+                       "Wall\", and is now \"Cape Flattery\". Saved surveys that contain it mean "
                        "something else",
                        "hint zone-renamed: Zone 31020004 of region PAC was called \"Deception "
                        "Pass\" and is now called \"Deception Pass, North\""};
@@ -257,7 +258,7 @@ TEST_F(DataDiffTest, FindsAHabitatCodeThatMeansAnotherHabitat)
 {
   change("habitatregion.csv", "PAC,3,2", "PAC,3,3");
   EXPECT_EQ(Lines{"error id-changed-meaning: Habitat 3 of region PAC was \"Wall\", and is now "
-                  "\"Reef\". Saved surveys that hold it mean something else"},
+                  "\"Reef\". Saved surveys that contain it mean something else"},
             differences());
 }
 
@@ -298,7 +299,7 @@ TEST_F(DataDiffTest, TreatsEachChangedLabelOfAChoiceAsAnotherMeaning)
 {
   change("data-definitions.csv", "depth,3,Deep", "depth,3,Deeper");
   EXPECT_EQ(Lines{"error id-changed-meaning: Choice 3 of depth was \"Deep\", and is now "
-                  "\"Deeper\". Saved surveys that hold it mean something else"},
+                  "\"Deeper\". Saved surveys that contain it mean something else"},
             differences());
   EXPECT_EQ(1U, diff.harms.count("choice depth 3"));
 }
@@ -307,7 +308,7 @@ TEST_F(DataDiffTest, FindsAnAbundanceClassWithAnotherLabel)
 {
   change(classes_file, "102,1,Few (2-10),2", "102,1,Few (2-20),2");
   EXPECT_EQ(Lines{"error id-changed-meaning: Abundance class 2 of survey type 1 was \"Few "
-                  "(2-10)\", and is now \"Few (2-20)\". Saved surveys that hold it mean "
+                  "(2-10)\", and is now \"Few (2-20)\". Saved surveys that contain it mean "
                   "something else"},
             differences());
   EXPECT_EQ(1U, diff.harms.count("abundance 1 2"));
@@ -320,7 +321,7 @@ TEST_F(DataDiffTest, FindsAResponseIdOfAnotherClass)
   differences();
   ASSERT_EQ(3U, diff.findings.size());
   EXPECT_EQ("Response id 103 was \"class 3 of survey type 1\", and is now \"class 2 of survey type "
-            "1\". Saved surveys that hold it mean something else",
+            "1\". Saved surveys that contain it mean something else",
             diff.findings.back().consequence);
 }
 

@@ -13,7 +13,7 @@
 namespace {
 
 const Finding with_line{"data/PAC-geog.csv", 12, "zone-no-parent", Severity::warning,
-                        "The zone stands at the level above"};
+                        "The zone appears at the level above"};
 const Finding without_line{
     "data/habitat.csv", {}, "file-missing", Severity::error, "The program does not start"};
 const Finding a_hint{"data/habitat.csv", 3, "id-gaps", Severity::hint, "It costs memory"};
@@ -69,7 +69,7 @@ bool ends_with(const std::string& text, const std::string& end)
 
 TEST(FindingWriter, WritesOneReadableLineForEachFinding)
 {
-  EXPECT_EQ("data/PAC-geog.csv:12: warning: The zone stands at the level above [zone-no-parent]\n"
+  EXPECT_EQ("data/PAC-geog.csv:12: warning: The zone appears at the level above [zone-no-parent]\n"
             "data/habitat.csv: error: The program does not start [file-missing]\n"
             "data/habitat.csv:3: hint: It costs memory [id-gaps]\n",
             written(FindingWriter::Format::PLAIN, {with_line, without_line, a_hint}));
@@ -78,7 +78,7 @@ TEST(FindingWriter, WritesOneReadableLineForEachFinding)
 TEST(FindingWriter, WritesOneJsonObjectForEachFinding)
 {
   EXPECT_EQ(R"({"file":"data/PAC-geog.csv","line":12,"rule":"zone-no-parent",)"
-            R"("severity":"warning","consequence":"The zone stands at the level above"})"
+            R"("severity":"warning","consequence":"The zone appears at the level above"})"
             "\n"
             R"({"file":"data/habitat.csv","line":null,"rule":"file-missing",)"
             R"("severity":"error","consequence":"The program does not start"})"

@@ -95,7 +95,7 @@ TEST_F(Publishing, ShowsIdsThatChangeTheirMeaning)
   EXPECT_EQ(1, diff.status);
   EXPECT_EQ(newer.dir + "PAC-species-info.csv:2: error: Species 10 of region PAC was \"Jordania "
                         "zonope (Longfin Sculpin)\", and is now \"Sebastes miniatus "
-                        "(Vermilion)\". Saved surveys that hold it mean something else "
+                        "(Vermilion)\". Saved surveys that contain it mean something else "
                         "[id-changed-meaning]\n",
             diff.out);
 }
@@ -137,14 +137,15 @@ TEST_F(Publishing, PacksASetAndPrintsTheHeadersOfTheServer)
 {
   const ToolRun pack = run({"pack", newer.dir, "-o", archive});
   EXPECT_EQ(0, pack.status) << pack.err;
-  EXPECT_EQ("With status 200, the server has to answer to "
-            "GET /offline-data-entry/?get-version=data-files with the headers\n"
+  EXPECT_EQ("The server must answer GET /offline-data-entry/?get-version=data-files "
+            "with status 200 and these headers:\n"
             "  X-Current-Data-Version-Is: 20220202000000\n"
             "  X-Data-Last-Updated-Is: February 2, 2022\n"
             "  X-Download-Data-Files-From: http://" MAVO_WEB_HOST
             "/offline-data-entry/new%20data.tar.bz2\n"
-            "and to GET http://" MAVO_WEB_HOST "/offline-data-entry/new%20data.tar.bz2 with the "
-            "archive and the headers\n"
+            "It must answer GET http://" MAVO_WEB_HOST
+            "/offline-data-entry/new%20data.tar.bz2 with the "
+            "archive and these headers:\n"
             "  Content-Type: application/x-bzip2\n"
             "  Content-Length: " +
                 std::to_string(fs::file_size(archive)) + "\n",

@@ -108,7 +108,8 @@ TEST_F(SurveyHarmsTest, NameWhatChanges)
   save("a.MAVO-Survey", whole_survey);
   change("PAC-species-info.csv", "10,Jordania zonope,Longfin Sculpin", "10,Aus bus,Other");
   change("data-definitions.csv", "depth,3,Deep", "depth,4,Deep");
-  EXPECT_EQ("This survey opens, but differs: Choice 3 of depth, \"Deep\", is gone; Species 10 of "
+  EXPECT_EQ("This survey opens, but its meaning changes: Choice 3 of depth, \"Deep\", is gone; "
+            "Species 10 of "
             "region PAC was \"Jordania zonope (Longfin Sculpin)\", and is now \"Aus bus (Other)\"",
             harms(surveys).front().consequence);
 }

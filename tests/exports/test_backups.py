@@ -187,7 +187,7 @@ class ReadingCommands(StoreTest):
     def test_do_not_create_a_store(self):
         shutil.rmtree(self.store.parent)
         for command in (["list"], ["check"], ["export", "--format=csv"]):
-            self.assertIn("there is no ", self.said(*command, status=2))
+            self.assertIn(" does not exist", self.said(*command, status=2))
         self.assertFalse(self.store.parent.exists())
 
     def test_write_nothing_to_the_store(self):
