@@ -61,7 +61,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* input, std::size_t size)
   place.write("a.tar.bz2", input[0] % 2 == 0 ? bytes : compressed(bytes));
   const ScratchDirectory scratch;
   const UnpackedSet unpacked = unpack_data_archive(place.dir + "a.tar.bz2", scratch);
-  require(unpacked.is_whole || !unpacked.findings.empty(), "a refusal has a reason");
+  require(unpacked.is_complete || !unpacked.findings.empty(), "a refusal has a reason");
   check_unpacked(scratch.path);
   return 0;
 }

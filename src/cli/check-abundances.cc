@@ -64,7 +64,7 @@ void AbundanceCheck::check_row()
   check_place(*type, abundance);
 }
 
-// Returns whether a number is above 0 and fits in 16 bits.
+// Returns whether a number is above 0 and fits in 16 bits. Reports a fault if it is not.
 bool AbundanceCheck::is_usable(Heading heading, DataRule rule, const char* consequence)
 {
   const std::int64_t value = to_int64(text(heading).c_str());
@@ -111,7 +111,7 @@ void AbundanceCheck::check_place(int type, int abundance)
 
 void AbundanceCheck::check_end()
 {
-  if (!is_whole())
+  if (!is_complete())
     return;
   if (!has_present)
     file_fault(DataRule::PRESENCE_MISSING,

@@ -93,7 +93,7 @@ void DefinitionCheck::check_value(int value)
 
 void DefinitionCheck::check_end()
 {
-  if (!is_whole())
+  if (!is_complete())
     return;
   for (const char* const name : {"divestart", "visibility", "depth", "current"}) {
     if (groups[name].values.lines.empty())

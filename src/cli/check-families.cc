@@ -20,7 +20,7 @@ public:
 
 private:
   void check_row() override;
-  void check_end() override { families.is_whole = is_whole(); }
+  void check_end() override { families.is_complete = is_complete(); }
 
   KnownIds<std::string>& families;
   AlikeNames common_names{"family", AlikeNames::Equal::FINE};

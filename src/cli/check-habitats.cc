@@ -44,7 +44,7 @@ void HabitatCheck::check_row()
 
 void HabitatCheck::check_end()
 {
-  set.habitats.is_whole = is_whole();
+  set.habitats.is_complete = is_complete();
   check_gaps(set.habitats, "the habitat");
 }
 
@@ -101,7 +101,7 @@ void RegionHabitatCheck::check_reference(const std::string& region, int habitat)
 
 void RegionHabitatCheck::check_end()
 {
-  if (!is_whole() || !set.survey_types.is_whole)
+  if (!is_complete() || !set.survey_types.is_complete)
     return;
   for (const auto& [code, region] : set.regions) {
     if (region.is_named && regions.count(code) == 0)

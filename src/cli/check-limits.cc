@@ -47,7 +47,7 @@ void LimitCheck::check_row()
 
 void LimitCheck::check_end()
 {
-  if (!is_whole())
+  if (!is_complete())
     return;
   for (const auto& [low, high] : ranges) {
     for (const char* const name : {low, high}) {

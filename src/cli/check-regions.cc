@@ -121,7 +121,7 @@ void RegionCheck::check_survey_type(int type)
 // The first survey type of a subregion determines the subregion's properties, as in the program.
 void RegionCheck::check_end()
 {
-  set.survey_types.is_whole = is_whole();
+  set.survey_types.is_complete = is_complete();
   for (auto& [code, subregion] : set.subregions) {
     subregion.region = set.survey_type_rows[subregion.types.front()].region;
     subregion.offered = std::any_of(subregion.types.begin(), subregion.types.end(),

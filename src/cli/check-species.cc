@@ -29,7 +29,7 @@ private:
   void check_id(const std::string& id_text, int species);
   void check_names(const std::string& id_text);
   void check_family(const std::string& id_text, bool is_fish);
-  bool check_invertebrate_type(); // returns whether it is a fish
+  bool check_invertebrate_type(); // returns whether the species is a fish
   void check_rarity();
 
   CheckedDataSet::Region& region;
@@ -107,7 +107,7 @@ void SpeciesCheck::check_rarity()
 
 void SpeciesCheck::check_end()
 {
-  region.species.is_whole = is_whole();
+  region.species.is_complete = is_complete();
   check_gaps(region.species, "the species");
 }
 

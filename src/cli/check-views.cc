@@ -60,9 +60,9 @@ void ViewCheck::check_default()
 
 void ViewCheck::check_end()
 {
-  set.views.is_whole = is_whole();
+  set.views.is_complete = is_complete();
   check_gaps(set.views, "the view");
-  if (!is_whole() || !set.survey_types.is_whole)
+  if (!is_complete() || !set.survey_types.is_complete)
     return;
   for (const auto& [code, subregion] : set.subregions) {
     if (subregion.offered && defaults.count(code) == 0) {
@@ -102,7 +102,7 @@ private:
   enum Heading { VIEWID, SPECIESID, FAMILYID };
 
   std::map<int, View> views;
-  View* current = nullptr; // the view of the previous row; the rows of a view are adjacent
+  View* current = nullptr; // a cache: the view of the previous row, usually also of this row
   int current_id = 0;
 };
 
@@ -178,7 +178,7 @@ void ViewSpeciesCheck::check_family(View& view)
 
 void ViewSpeciesCheck::check_end()
 {
-  if (!is_whole() || !set.views.is_whole || !set.survey_types.is_whole)
+  if (!is_complete() || !set.views.is_complete || !set.survey_types.is_complete)
     return;
   check_views();
   for (const auto& [code, region] : set.regions)

@@ -26,7 +26,7 @@ bool is_third_level(int zone)
   return zone >= 10'000'000 && zone <= 99'999'999;
 }
 
-// Returns the parent of a zone. Its digits are the first digits of the zone.
+// Returns the parent of a zone. The digits of the parent are the first digits of the zone.
 int parent_of(int zone)
 {
   if (is_third_level(zone))
@@ -48,7 +48,7 @@ private:
   void check_end() override;
   void place(int zone);
 
-  // A zone whose row is not below that of its parent.
+  // A zone that does not follow its parent and the other zones in it.
   struct Orphan {
     int zone;
     long line;
@@ -104,7 +104,7 @@ void ZoneCheck::check_end()
       set.faults.add(DataRule::ZONE_ORDER, file, line,
                      "The zone " + code + " does not follow its parent " + parent_code +
                          " and the other zones in it: users find the zone at the level above");
-    } else if (is_whole()) {
+    } else if (is_complete()) {
       set.faults.add(DataRule::ZONE_NO_PARENT, file, line,
                      "The parent " + parent_code + " of the zone " + code +
                          " is missing: users find the zone at the level above");

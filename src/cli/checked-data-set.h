@@ -36,11 +36,11 @@ struct CheckedDataSet {
   // Return whether region-info.csv may define the code; see KnownIds::may_have().
   bool may_have_region(const std::string& code) const
   {
-    return !survey_types.is_whole || regions.count(code) > 0;
+    return !survey_types.is_complete || regions.count(code) > 0;
   }
   bool may_have_subregion(const std::string& code) const
   {
-    return !survey_types.is_whole || subregions.count(code) > 0;
+    return !survey_types.is_complete || subregions.count(code) > 0;
   }
 
   const std::string dir; // as the user wrote it

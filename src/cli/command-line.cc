@@ -25,8 +25,8 @@ class BadUsage : public CouldNotRun
   using CouldNotRun::CouldNotRun;
 };
 
-// The options and arguments of a command line. It replaces the library's --help, which ends the
-// process without a check of the output.
+// The options and arguments of a command line. This class replaces the library's --help, which
+// ends the process without checking whether the help was written.
 class Arguments
 {
 public:

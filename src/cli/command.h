@@ -24,9 +24,10 @@ public:
   // Adds the options of the command except --help. The parser stores their values in members
   // of the command.
   virtual void add_options(Glib::OptionGroup& options) = 0;
-  // Does the work. `arguments` are the words of the command line that are not options, in the
-  // encoding of file names. Throws CouldNotRun if the command fails. REQUIRES: the number of
-  // arguments is in the range of the CommandEntry.
+  // Does the work and returns whether the command found faults. `arguments` are the words of the
+  // command line that are not options, in the encoding of file names. Throws CouldNotRun or
+  // another exception if the command cannot run. REQUIRES: the number of arguments is in the
+  // range of the CommandEntry.
   virtual ExitStatus run(const std::vector<std::string>& arguments, Output& out) = 0;
 };
 

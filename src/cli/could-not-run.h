@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-// Ends a command with ExitStatus::COULD_NOT_RUN. Only run_tool() catches it. It prints the
-// text, which is one sentence without a full stop, to standard error.
+// Ends a command with ExitStatus::COULD_NOT_RUN. run_tool() catches it and prints the text to
+// standard error. The text is one sentence without a full stop.
 class CouldNotRun : public std::runtime_error
 {
 public:

@@ -10,7 +10,7 @@
 
 // Returns the date and the hour of a survey in ISO 8601 without a time zone, such as
 // "2021-06-30T09:00". If the date is incomplete or not in the calendar, returns only its
-// usable start: "2021-06", "2021" or an empty text. Midnight, the hour 24 of a survey, becomes
+// valid first part: "2021-06", "2021" or an empty text. Midnight, the hour 24 of a survey, becomes
 // "T00:00" of the same date.
 std::string event_date(const Survey& survey);
 

@@ -10,7 +10,7 @@
 class DataFaults
 {
 public:
-  // `dir` is the directory that the findings have before the names of files.
+  // `dir` is the directory of the data set. The paths in the findings begin with it.
   explicit DataFaults(std::string dir);
 
   // Adds a fault. `line` counts from 1; it is empty if the fault has no line. `consequence`
@@ -18,7 +18,7 @@ public:
   void add(DataRule rule, const std::string& file, std::optional<long> line,
            std::string consequence);
   // Returns all faults in the order of file and line. Faults without a line come first in
-  // their file. This object is empty after that.
+  // their file. Then this object is empty.
   std::vector<Finding> take_sorted();
 
 private:

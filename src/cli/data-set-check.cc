@@ -41,10 +41,10 @@ std::string region_of(const std::string& name)
   return {};
 }
 
-// Adds the regions in the names of files. They replace a region-info.csv that cannot be read.
+// Adds the regions in the names of files if region-info.csv cannot be read completely.
 void add_regions_of_files(CheckedDataSet& set, const std::vector<std::string>& names)
 {
-  if (set.survey_types.is_whole)
+  if (set.survey_types.is_complete)
     return;
   for (const std::string& name : names) {
     const std::string region = region_of(name);
@@ -77,7 +77,7 @@ void check_regions_and_their_files(CheckedDataSet& set, const std::vector<std::s
 
 void check_unused_files(CheckedDataSet& set, const std::vector<std::string>& names)
 {
-  if (!set.survey_types.is_whole)
+  if (!set.survey_types.is_complete)
     return; // a file may belong to an unknown region
   for (const std::string& name : names) {
     if (set.files.count(name) == 0)

@@ -24,7 +24,8 @@ namespace {
 constexpr std::size_t block_size = 65'536;
 const char* const data_directory = "data-files";
 
-// The largest number of entries. A set has far fewer files. The limit bounds the findings.
+// The largest accepted number of entries. A set has far fewer files. The limit also bounds the
+// number of findings.
 constexpr int most_entries = 10'000;
 
 const char* const where_it_goes = " The program would unpack it into the member's own directory";
@@ -115,8 +116,8 @@ private:
       throw Glib::ustring("interrupted");
     archive_entry* entry = nullptr;
     const int status = archive_read_next_header(reader.get(), &entry);
-    result.is_whole = status == ARCHIVE_EOF;
-    if (result.is_whole)
+    result.is_complete = status == ARCHIVE_EOF;
+    if (result.is_complete)
       return false;
     if (status != ARCHIVE_OK && status != ARCHIVE_WARN) {
       add_damage();
@@ -225,10 +226,10 @@ private:
     const Descriptor file(open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (file.number < 0)
       throw target + ": " + Glib::strerror(errno);
-    const bool is_whole = copy_contents(archive_entry_size(entry), file, target);
-    if (!is_whole)
+    const bool is_complete = copy_contents(archive_entry_size(entry), file, target);
+    if (!is_complete)
       add_damage();
-    return is_whole;
+    return is_complete;
   }
 
   // Returns false if the archive is damaged.

@@ -15,7 +15,7 @@ struct UnpackedSet {
   std::vector<Finding> findings;
   // Whether the archive was read to its end. Only then does a check of the unpacked set make
   // sense.
-  bool is_whole = false;
+  bool is_complete = false;
 };
 
 // Unpacks an archive of reference data, which is a tar file compressed by bzip2. Like the
@@ -23,6 +23,6 @@ struct UnpackedSet {
 // name in `scratch`. It writes nothing elsewhere: it reports each other entry as an error and
 // does not unpack it. It stops at the first entry that exceeds a limit of data/data-file.h and
 // at the first damaged place. Findings refer to the path of the archive, or to that path with
-// the name of an entry. Throws a text if a file cannot be written or a signal asks the process
-// to end.
+// the name of an entry. Throws a Glib::ustring with the reason if a file cannot be
+// written or a signal asks the process to end.
 UnpackedSet unpack_data_archive(const std::string& archive, const ScratchDirectory& scratch);

@@ -31,6 +31,7 @@ public:
   std::size_t count(Severity severity) const;
   // Returns whether a finding of that severity makes the status FAULTS.
   bool is_fault(Severity severity) const;
+  // Returns whether the format is Format::JSON.
   bool is_json() const { return format == Format::JSON; }
   // Returns FAULTS if a written finding is a fault, else FINE.
   ExitStatus status() const;

@@ -21,8 +21,8 @@ public:
 
   // Returns whether the id can be defined. An unreadable row can define any id, so this is
   // true for all ids if the file was not read completely.
-  bool may_have(const Id& id) const { return !is_whole || lines.count(id) > 0; }
+  bool may_have(const Id& id) const { return !is_complete || lines.count(id) > 0; }
 
-  bool is_whole = false;              // whether the file has rows and all of them could be read
+  bool is_complete = false;           // whether the file has rows and all of them could be read
   std::unordered_map<Id, long> lines; // the last line of each id, from 1
 };

@@ -6,13 +6,13 @@
 
 class TableCheck;
 
-// The number of unused indexes that the rows of a file may leave in total. The ids are indexes
-// of tables; without the limit, a small file could fill the memory.
+// Limits the number of indexes that the rows of a file leave unused in total. The ids are
+// indexes of tables. Without the limit, a small file could exhaust the memory.
 class NumberingGaps
 {
 public:
-  // Returns whether the program accepts the current row of `table` with this `number` in that
-  // `list`. Reports a fault if not.
+  // Returns whether the program accepts the current row of `table` with this `number` in this
+  // `list`. Reports a fault if it does not.
   bool allow(TableCheck& table, const std::string& list, int number);
 
 private:

@@ -12,7 +12,7 @@
 
 namespace {
 
-[[noreturn]] void refuse()
+[[noreturn]] void fail()
 {
   throw CouldNotRun("cannot write to standard output: " + Glib::strerror(errno).raw());
 }
@@ -49,11 +49,11 @@ void Output::write(std::string_view text)
   if (!file)
     errno = EBADF;
   if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
-    refuse();
+    fail();
 }
 
 void Output::flush()
 {
   if (file && std::fflush(file.get()) != 0)
-    refuse();
+    fail();
 }

@@ -8,10 +8,10 @@
 class Output
 {
 public:
-  // Takes over standard output. All other prints of the process to standard output, such as
-  // the messages of the readers of reference data, then go to standard error. Opens the
-  // standard streams that the calling process has closed. REQUIRES: there is only one Output,
-  // and the process has not opened a file before.
+  // Takes over standard output. All other output of the process to it, such as the messages
+  // of the readers of reference data, then goes to standard error. Opens the standard streams
+  // that the calling process has closed. REQUIRES: there is only one Output, and the process
+  // has not opened a file yet.
   Output();
 
   // Writes a text. Throws CouldNotRun if that fails, for example on a full disk or a closed

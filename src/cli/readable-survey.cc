@@ -63,7 +63,7 @@ Glib::ustring with_unit(const Glib::ustring& typed, const Glib::ustring& unit)
   return text.empty() ? text : text + " " + unit;
 }
 
-Glib::ustring beside(const Glib::ustring& code, const Glib::ustring& name)
+Glib::ustring name_with_code(const Glib::ustring& code, const Glib::ustring& name)
 {
   return name.empty() ? code : without_markup(name) + " (" + code + ")";
 }
@@ -81,12 +81,12 @@ void add_place_and_time(Facts& facts, const Survey& survey, const SurveyNames& n
   facts.insert(facts.end(),
                {{label_of("member_id"), survey.member_id},
                 {label_of("last_name"), survey.last_name},
-                {label_of("subregion"), beside(survey.subregion, names.location(survey))},
+                {label_of("subregion"), name_with_code(survey.subregion, names.location(survey))},
                 {label_of("survey_subtype"), type_name(survey, names)},
                 {label_of("year"), date_of(survey)},
                 {label_of("dive_start"),
                  name_or_number(names.choice("divestart", survey.dive_start), survey.dive_start)},
-                {label_of("zonecode"), beside(survey.zonecode, names.zone(survey))}});
+                {label_of("zonecode"), name_with_code(survey.zonecode, names.zone(survey))}});
 }
 
 void add_conditions(Facts& facts, const Survey& survey, const SurveyNames& names)

@@ -14,6 +14,7 @@ struct ReadableSurvey {
     const char* label;
     Glib::ustring text; // empty if nothing was entered
   };
+  // One species of the survey. A text is empty if the data set does not have it.
   struct Species {
     int id;
     Glib::ustring common_name;
@@ -29,8 +30,8 @@ struct ReadableSurvey {
   std::vector<Fact> complaints;
 };
 
-// Returns the survey with the names of the data set. If the data set lacks a name, the result
-// has the number instead.
+// Returns the survey with the names of the data set. If a name is not in the data set, the
+// result has the number instead. `complaints` are the result of survey_complaints().
 ReadableSurvey readable_survey(const Survey& survey, const SurveyNames& names,
                                const std::vector<SurveyComplaint>& complaints);
 

@@ -11,7 +11,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The directory that exit() must remove; empty if there is none.
+// Returns the directory that exit() must remove, or an empty path if there is none. The path is
+// never destroyed, because exit() could destroy it before remove_left_directory() uses it.
 fs::path& left_directory()
 {
   static auto& path = *new fs::path();

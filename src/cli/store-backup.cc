@@ -43,6 +43,7 @@ std::vector<fs::path> paths_below(const fs::path& root)
   return paths;
 }
 
+// Packs a store and verifies the archive.
 class BackupRun
 {
 public:

@@ -38,6 +38,7 @@ void make_directories(const fs::path& directory)
     throw CouldNotRun("cannot create " + directory.string() + ": " + failure.message());
 }
 
+// Restores the files of an archive that check_backup() has accepted.
 class RestoreRun
 {
 public:

@@ -6,8 +6,8 @@
 #include <variant>
 #include <vector>
 
-// One value of a row of an export, with the name of its column. It is std::monostate if the
-// survey lacks the entry or the data set lacks the name.
+// One value of a row of an export, with the name of its column. The value is std::monostate if
+// the survey does not have the entry, or the data set does not have the name.
 struct SurveyCell {
   const char* column;
   std::variant<std::monostate, int, bool, std::string> value;

@@ -14,7 +14,7 @@
 
 namespace {
 
-// Checks files one after the other, each up to its first unreadable place.
+// Checks files one after the other.
 class CheckRun
 {
 public:

@@ -4,7 +4,7 @@
 
 #include <string>
 
-// Writes surveys one after the other in one format. Keeps no survey in memory.
+// Writes surveys one after the other in one format. Does not collect them in memory.
 class SurveyExporter
 {
 public:

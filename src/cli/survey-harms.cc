@@ -40,7 +40,8 @@ void add_species(const Survey& survey, const std::string& region, const RegionFi
   }
 }
 
-// Returns the keys of all things to which a survey refers, even if the data sets lack them.
+// Returns the keys of all things to which a survey refers, even to those that are not in the data
+// sets.
 std::vector<std::string> keys_of(const Survey& survey, const RegionInfo& regions)
 {
   std::vector<std::string> keys{

@@ -10,7 +10,7 @@ struct _xmlRelaxNG;
 
 // A violation of the schema.
 struct SchemaFault {
-  std::optional<long> line; // from 1; none if the library does not report it
+  std::optional<long> line; // from 1; empty if the library does not report it
   std::string text;
 };
 
@@ -20,8 +20,8 @@ class SurveySchema
 public:
   SurveySchema(); // parses the schema
 
-  // Returns the violations in a document, at most one for each line. The caller owns the
-  // document.
+  // Returns the violations in a document by line, at most one for each line. The caller owns
+  // the document.
   std::vector<SchemaFault> faults_of(_xmlDoc* document) const;
 
 private:

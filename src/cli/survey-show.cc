@@ -16,7 +16,7 @@
 
 namespace {
 
-// Throws CouldNotRun if the file is not a survey or the data lack its location.
+// Throws CouldNotRun if the file is not a survey or its location is not in the data set.
 ReadableSurvey read_readable(const std::string& path, const ReferenceData& data)
 {
   const SurveyNames names(data);

@@ -144,7 +144,7 @@ void TableCheck::check_line(std::string_view line)
 
 void TableCheck::check_bytes(std::string_view line)
 {
-  if (line.back() == '\r' && !std::exchange(has_returns, true))
+  if (line.back() == '\r' && !std::exchange(has_reported_returns, true))
     fault(DataRule::LINE_ENDS, "Lines end with a carriage return: a row whose last field is empty "
                                "then has too few fields");
   if (!g_utf8_validate_len(line.data(), line.size(), nullptr))

@@ -39,15 +39,16 @@ public:
 protected:
   // Checks the current row.
   virtual void check_row() = 0;
-  // Called after the last row. Report missing things only if is_whole().
+  // Checks the complete file. run() calls it at the end, even if the file could not be read. An
+  // override reports something as missing only if is_complete().
   virtual void check_end() {}
 
   // Returns whether the file has rows so far and all of them could be read.
-  bool is_whole() const { return is_sound && has_rows; }
+  bool is_complete() const { return is_sound && has_rows; }
 
   // Returns a field of the current row. `heading` is an index in the list of headings.
   const std::string& text(std::size_t heading) const;
-  // Returns the field of an optional heading, or an empty text if the file lacks the heading.
+  // Returns the field of an optional heading, or an empty text if the file does not have it.
   const std::string& optional_text(const char* heading) const;
 
   // Returns the number in a field as the program reads it. If it is not in the range from
@@ -63,7 +64,8 @@ protected:
   // Reports a fault if there is a line `before` with the same id.
   void check_duplicate(std::optional<long> before, const char* kind, const std::string& the_id,
                        const char* consequence);
-  // Adds a hint if ids that are indexes of a table have large gaps. `kind` is such as "the zone".
+  // Adds a hint if ids that are indexes of a table have large gaps. `kind` is a noun with its
+  // article, such as "the zone".
   void check_gaps(const NumberedIds& ids, const char* kind);
 
   CheckedDataSet& set;
@@ -84,10 +86,10 @@ private:
   std::vector<std::size_t> columns;  // the columns of the headings, if has_headings
   std::map<std::string, std::size_t, std::less<>> heading_columns;
   bool headings_pending = true;
-  bool has_headings = true; // whether no required heading is missing
-  bool has_mark = false;    // whether a byte-order mark precedes the headings
-  bool has_returns = false;
-  bool is_sound = true;
+  bool has_headings = true;          // whether no required heading is missing
+  bool has_mark = false;             // whether a byte-order mark precedes the headings
+  bool has_reported_returns = false; // whether carriage returns have been reported
+  bool is_sound = true;              // whether all lines so far could be read
   bool has_rows = false;
   long line_number = 0;
 };

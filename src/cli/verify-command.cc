@@ -15,18 +15,18 @@ namespace {
 
 using Findings = std::vector<Finding>;
 
-Finding whole_archive(const std::string& archive, const char* rule, const std::string& consequence)
+Finding archive_fault(const std::string& archive, const char* rule, const std::string& consequence)
 {
   return {archive, std::nullopt, rule, Severity::error, consequence};
 }
 
-// Adds the faults of the unpacked set, with paths below that of the archive. Omits hints, which
-// are for authors of a set and not for a check of an archive.
+// Adds the faults of the unpacked set. The paths in them begin with the path of the archive.
+// Omits hints, because they are only for authors of a set.
 void add_faults_of_set(const std::string& archive, const fs::path& scratch, Findings& findings)
 {
   const fs::path set = scratch / "data-files";
   if (!fs::is_directory(set)) {
-    findings.push_back(whole_archive(archive, "archive-empty",
+    findings.push_back(archive_fault(archive, "archive-empty",
                                      "The archive has no file in a directory data-files. The "
                                      "program would continue to use its present data"));
     return;
@@ -44,13 +44,13 @@ Findings verify(const std::string& archive)
   if (!fs::is_regular_file(archive))
     throw CouldNotRun(archive + " is not a regular file");
   if (fs::file_size(archive) > largest_data_archive) {
-    return {whole_archive(archive, "archive-too-large",
+    return {archive_fault(archive, "archive-too-large",
                           "The archive has more than " + std::to_string(largest_data_archive) +
                               " bytes. The program would not download it")};
   }
   const ScratchDirectory scratch;
   UnpackedSet unpacked = unpack_data_archive(archive, scratch);
-  if (unpacked.is_whole)
+  if (unpacked.is_complete)
     add_faults_of_set(archive, scratch.path, unpacked.findings);
   return unpacked.findings;
 }

@@ -38,7 +38,7 @@ public:
     const ScratchDirectory scratch;
     const UnpackedSet result = unpack_data_archive(archive, scratch);
     findings = result.findings;
-    is_whole = result.is_whole;
+    is_complete = result.is_complete;
     unpacked.clear();
     for (const auto& entry : fs::recursive_directory_iterator(scratch.path)) {
       EXPECT_FALSE(entry.is_symlink());
@@ -93,7 +93,7 @@ public:
   const std::string outside = place.dir + "outside";
   const std::string archive = place.dir + "a.tar.bz2";
   std::vector<Finding> findings;
-  bool is_whole = false;
+  bool is_complete = false;
   std::map<std::string, std::string> unpacked; // contents by name
 };
 
@@ -105,7 +105,7 @@ TEST_F(DataUnpackTest, UnpacksThePackedFiles)
 {
   output_of([&] { write_file(archive, pack_data_set(set.dir)); });
   EXPECT_EQ(Rules{}, unpack());
-  EXPECT_TRUE(is_whole);
+  EXPECT_TRUE(is_complete);
   EXPECT_EQ(15U, unpacked.size());
   EXPECT_EQ(read_file(set.dir + "habitat.csv"), unpacked["data-files/habitat.csv"]);
 }
@@ -245,7 +245,7 @@ TEST_F(DataUnpackTest, ReportsATruncatedArchive)
   const Rules rules = unpack();
   ASSERT_EQ(1U, rules.size());
   EXPECT_EQ("archive-damaged", rules.front());
-  EXPECT_FALSE(is_whole);
+  EXPECT_FALSE(is_complete);
 }
 
 TEST_F(DataUnpackTest, ReportsAFileThatIsNotAnArchive)
