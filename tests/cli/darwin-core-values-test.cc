@@ -29,7 +29,7 @@ TEST(EventDate, HasTheHourOfTheStart)
   EXPECT_EQ("2021-06-30T23:00", date_of("2021", 6, 30, 23));
 }
 
-TEST(EventDate, HasMidnightAsTheFirstHourOfTheSameDay)
+TEST(EventDate, ShowsMidnightAsTheFirstHourOfTheSameDay)
 {
   EXPECT_EQ("2021-06-30T00:00", date_of("2021", 6, 30, 24));
 }
@@ -59,7 +59,7 @@ TEST(DepthEnds, AreBothLimitsOfAClosedClass)
   expect_ends("(1.5-3 m)", "1.5", "3");
 }
 
-TEST(DepthEnds, AreMissingIfTheClassIsOpen)
+TEST(DepthEnds, LackOneLimitIfTheClassIsOpen)
 {
   expect_ends("Less than 10 ft (3 m)", "", "3");
   expect_ends("130 ft (40 m) or deeper", "40", "");

@@ -12,11 +12,11 @@
 
 namespace {
 
-// A good set with one warning: the zone in line 9 has no parent.
-class CheckedSet : public testing::Test
+// Provides a good set with one warning: the zone in line 9 has no parent.
+class DataCheckTest : public testing::Test
 {
 protected:
-  CheckedSet()
+  DataCheckTest()
   {
     write_good_set(set);
     set.file("PAC-geog.csv", read_file(set.dir + "PAC-geog.csv") + "5001,Nowhere\n");
@@ -27,7 +27,7 @@ protected:
 
 } // namespace
 
-TEST_F(CheckedSet, IsPrintedByFileAndLine)
+TEST_F(DataCheckTest, PrintsAFindingWithItsFileAndLine)
 {
   const ToolRun run = run_program("mavo-data", {"check", set.dir});
   EXPECT_EQ(0, run.status);
@@ -38,18 +38,18 @@ TEST_F(CheckedSet, IsPrintedByFileAndLine)
   EXPECT_EQ("", run.err);
 }
 
-TEST_F(CheckedSet, FailsForAWarningIfTheCheckIsStrict)
+TEST_F(DataCheckTest, FailsForAWarningIfItIsStrict)
 {
   EXPECT_EQ(1, run_program("mavo-data", {"check", "--strict", set.dir}).status);
 }
 
-TEST_F(CheckedSet, FailsForAnError)
+TEST_F(DataCheckTest, FailsForAnError)
 {
   set.remove("habitat.csv");
   EXPECT_EQ(1, run_program("mavo-data", {"check", set.dir}).status);
 }
 
-TEST_F(CheckedSet, IsPrintedAsOneObjectForEachFinding)
+TEST_F(DataCheckTest, PrintsOneJsonObjectForEachFinding)
 {
   set.remove("habitat.csv");
   const ToolRun run = run_program("mavo-data", {"check", "--format=json", set.dir});
@@ -71,7 +71,7 @@ TEST_F(CheckedSet, IsPrintedAsOneObjectForEachFinding)
   EXPECT_TRUE(findings[1]["line"].is_null());
 }
 
-TEST_F(CheckedSet, IsOneOfSeveral)
+TEST_F(DataCheckTest, ChecksSeveralSets)
 {
   const DataSet other;
   write_good_set(other);
@@ -82,7 +82,7 @@ TEST_F(CheckedSet, IsOneOfSeveral)
   EXPECT_NE(std::string::npos, run.out.find(other.dir + "habitat.csv: error:"));
 }
 
-TEST_F(CheckedSet, IsNotFoundInADirectoryWithoutASet)
+TEST_F(DataCheckTest, CannotRunWithoutADirectory)
 {
   const ToolRun run = run_program("mavo-data", {"check", set.dir + "none"});
   EXPECT_EQ(2, run.status);
@@ -90,7 +90,7 @@ TEST_F(CheckedSet, IsNotFoundInADirectoryWithoutASet)
   EXPECT_NE(std::string::npos, run.err.find("none: No such file or directory"));
 }
 
-TEST_F(CheckedSet, FailsIfTheReportCannotBeWritten)
+TEST_F(DataCheckTest, FailsIfTheReportCannotBeWritten)
 {
   const ToolRun run = run_shell("mavo-data", "\"$TOOL\" check '" + set.dir + "' > /dev/full");
   EXPECT_EQ(2, run.status);

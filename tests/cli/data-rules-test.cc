@@ -46,7 +46,7 @@ TEST(DataRules, AreAllInTheDocumentWithAnExample)
   EXPECT_EQ(listed_rules(), documented_rules());
 }
 
-TEST(DataRules, HaveUniqueIdsAndAreInTheirOrder)
+TEST(DataRules, HaveUniqueIdsAndTheOrderOfTheirEnumeration)
 {
   std::set<std::string> ids;
   for (const Rule& rule : data_rules()) {

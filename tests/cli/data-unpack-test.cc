@@ -58,7 +58,7 @@ public:
     return unpack();
   }
 
-  Entries whole_set() const
+  Entries complete_set() const
   {
     Entries entries;
     for (const auto& file : fs::directory_iterator(set.dir))
@@ -70,7 +70,7 @@ public:
   // Returns the same entries with additional entries at the end.
   Entries set_with(const Entries& more) const
   {
-    Entries entries = whole_set();
+    Entries entries = complete_set();
     entries.insert(entries.end(), more.begin(), more.end());
     return entries;
   }
@@ -84,7 +84,7 @@ public:
     EXPECT_EQ(1, std::distance(begin(files), end(files)));
     EXPECT_EQ(1U, fs::hard_link_count(outside + "/diary.txt"));
     EXPECT_FALSE(file_exists(place.dir + "new.txt"));
-    EXPECT_TRUE(fs::is_empty(place.dir + "tmp")) << "a scratch directory stays";
+    EXPECT_TRUE(fs::is_empty(place.dir + "tmp")) << "a scratch directory remains";
   }
 
   const fs::path before;
@@ -232,7 +232,7 @@ TEST_F(DataUnpackTest, StopsAtMoreBytesThanASetCanHave)
   }
   run("tar -C '" + place.dir + "top' -S -cjf '" + archive + "' .");
   const Rules rules = unpack();
-  EXPECT_EQ(17U, rules.size()) << "16 files are read past";
+  EXPECT_EQ(17U, rules.size()) << "16 findings are about files that are not in data-files";
   EXPECT_EQ("archive-too-large", rules.back());
 }
 
@@ -240,7 +240,7 @@ TEST_F(DataUnpackTest, StopsAtMoreBytesThanASetCanHave)
 
 TEST_F(DataUnpackTest, ReportsATruncatedArchive)
 {
-  write_archive(archive, whole_set());
+  write_archive(archive, complete_set());
   fs::resize_file(archive, fs::file_size(archive) / 2);
   const Rules rules = unpack();
   ASSERT_EQ(1U, rules.size());
@@ -274,7 +274,7 @@ TEST_F(DataUnpackTest, RefusesArchivesThatTheProgramCannotUnpack)
 
 TEST_F(DataUnpackDeathTest, LeavesNothingWhenASignalEndsIt)
 {
-  write_archive(archive, whole_set());
+  write_archive(archive, complete_set());
   const auto interrupt = [this] {
     try {
       const ScratchDirectory scratch;

@@ -2,8 +2,8 @@
 
 #include "support/data-set.h"
 
-// Makes `set` a set without any finding of mavo-data check: DataSet::minimal() with every
-// species in a view.
+// Writes the files of DataSet::minimal() to `set`, but with every species in a view. Then
+// mavo-data check finds nothing in it.
 inline void write_good_set(const DataSet& set)
 {
   set.minimal();

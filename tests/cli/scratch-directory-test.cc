@@ -53,7 +53,7 @@ TEST_F(ScratchDirectoryTest, IsRemovedWithItsContents)
   EXPECT_TRUE(fs::is_empty(place.dir));
 }
 
-TEST_F(ScratchDirectoryTest, KeepsTheTargetOfALinkInIt)
+TEST_F(ScratchDirectoryTest, DoesNotRemoveTheTargetOfALink)
 {
   other.file("mine", "text");
   {

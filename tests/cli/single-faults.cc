@@ -20,7 +20,7 @@ constexpr const char* region_habitats = "habitatregion.csv";
 constexpr const char* abundances = "abundance-choices.csv";
 constexpr const char* views = "species-view-definitions.csv";
 constexpr const char* view_species = "species-views.csv";
-constexpr const char* end = nullptr;
+constexpr const char* end = nullptr; // Edit::text of a change that appends
 
 const std::vector<SingleFault> all_faults{
     // Errors.
@@ -317,7 +317,7 @@ void Edit::apply_to(const DataSet& set) const
   }
   std::string content = std::filesystem::exists(set.dir + file) ? read_file(set.dir + file) : "";
   const std::size_t place = text ? content.find(text) : content.size();
-  ASSERT_NE(std::string::npos, place) << file << " lacks " << text;
+  ASSERT_NE(std::string::npos, place) << file << " does not contain " << text;
   content.replace(place, text ? std::string(text).size() : 0, replacement);
   set.file(file, content);
 }

@@ -14,6 +14,7 @@ struct Edit {
   const char* text;
   const char* replacement;
 
+  // Makes the change in the files of `set`. The test fails if the file does not contain the text.
   void apply_to(const DataSet& set) const;
 };
 

@@ -53,7 +53,7 @@ public:
   const std::string surveys = before.dir + "surveys/";
 };
 
-const char* const whole_survey =
+const char* const complete_survey =
     "<member_id>1</member_id><subregion>PNW</subregion><survey_subtype>1</survey_subtype>"
     "<dive_start>9</dive_start><zonecode>31020003</zonecode><visibility>2</visibility>"
     "<avg_depth>2</avg_depth><max_depth>3</max_depth><current>1</current><habitat>3</habitat>"
@@ -64,7 +64,7 @@ const char* const whole_survey =
 
 TEST_F(SurveyHarmsTest, AreNoneIfEverythingKeepsItsMeaning)
 {
-  save("a.MAVO-Survey", whole_survey);
+  save("a.MAVO-Survey", complete_survey);
   change("PAC-geog.csv", "Deception Pass", "Cape Flattery"); // no survey has it
   EXPECT_TRUE(harms(surveys).empty());
 }
@@ -90,7 +90,7 @@ TEST_F(SurveyHarmsTest, AreFoundForEachEntryOfASurvey)
       {"abundance-choices.csv", "Few (2-10),2", "Some,2"},
       {"abundance-choices.csv", "990,99,There,1", "992,99,There,1"},
   };
-  save("a.MAVO-Survey", whole_survey);
+  save("a.MAVO-Survey", complete_survey);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.to);
     after.minimal();
@@ -105,7 +105,7 @@ TEST_F(SurveyHarmsTest, AreFoundForEachEntryOfASurvey)
 
 TEST_F(SurveyHarmsTest, NameWhatChanges)
 {
-  save("a.MAVO-Survey", whole_survey);
+  save("a.MAVO-Survey", complete_survey);
   change("PAC-species-info.csv", "10,Jordania zonope,Longfin Sculpin", "10,Aus bus,Other");
   change("data-definitions.csv", "depth,3,Deep", "depth,4,Deep");
   EXPECT_EQ("This survey opens, but its meaning changes: Choice 3 of depth, \"Deep\", is gone; "
@@ -116,7 +116,7 @@ TEST_F(SurveyHarmsTest, NameWhatChanges)
 
 TEST_F(SurveyHarmsTest, IncludeSurveysThatNoLongerOpen)
 {
-  save("deep/below/a.MAVO-Survey", whole_survey);
+  save("deep/below/a.MAVO-Survey", complete_survey);
   save("b.MAVO-Survey", "<subregion>CAL</subregion>");
   change("region-info.csv", "PAC,CAL,Pacific,California,5", "PAC,ORE,Pacific,Oregon,5");
   const std::vector<Finding> found = harms(surveys);
@@ -129,16 +129,16 @@ TEST_F(SurveyHarmsTest, IncludeSurveysThatNoLongerOpen)
 
 TEST_F(SurveyHarmsTest, AreFoundInAllSubdirectories)
 {
-  save("deep/below/a.MAVO-Survey", whole_survey);
-  save("older.MAVO_survey", whole_survey);
-  save("a.txt", whole_survey);
+  save("deep/below/a.MAVO-Survey", complete_survey);
+  save("older.MAVO_survey", complete_survey);
+  save("a.txt", complete_survey);
   change("habitatregion.csv", "PAC,3,2", "PAC,3,3");
   EXPECT_EQ(2U, harms(surveys).size());
   EXPECT_EQ(1U, harms(surveys + "older.MAVO_survey").size()) << "a file";
-  EXPECT_EQ(1U, harms(surveys + "a.txt").size()) << "a file that was named";
+  EXPECT_EQ(1U, harms(surveys + "a.txt").size()) << "a file that the caller names";
 }
 
-TEST_F(SurveyHarmsTest, AreNoneInAFileThatIsNotASurvey)
+TEST_F(SurveyHarmsTest, IncludeAWarningAboutAFileThatIsNotASurvey)
 {
   write_file(surveys + "a.MAVO-Survey", "<html/>");
   const std::vector<Finding> found = harms(surveys);

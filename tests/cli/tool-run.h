@@ -10,7 +10,7 @@ struct ToolRun {
   std::string err; // standard error
 };
 
-// Runs `tool`, which is mavo-data or mavo-surveys, with these arguments and waits for its end.
+// Runs `tool`, which is mavo-data or mavo-surveys, with these arguments and waits until it ends.
 ToolRun run_program(const std::string& tool, const std::vector<std::string>& arguments);
 
 // Runs `script` in a shell, for redirections. `$TOOL` in it is the path of the tool.

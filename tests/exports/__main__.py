@@ -1,7 +1,7 @@
-"""exports BUILD TEST_RESULTS RESULTS.xml [NAME...]: runs these tests, or those with these names.
+"""exports BUILD TEST_RESULTS RESULTS.xml [NAME...]: runs all tests here, or those with these names.
 
-TEST_RESULTS is where the store's tests have left random surveys. The outcome of
-each goes to RESULTS.xml in the form that GoogleTest writes.
+TEST_RESULTS is the directory in which the tests of the store have saved random
+surveys. The results go to RESULTS.xml in the format of GoogleTest.
 """
 
 import os
@@ -11,7 +11,7 @@ from journeys.results import run
 
 os.environ["MAVO_BUILD"] = os.path.abspath(sys.argv[1])
 os.environ["MAVO_TEST_RESULTS"] = os.path.abspath(sys.argv[2])
-from . import (  # noqa: E402  they read the variables
+from . import (  # noqa: E402  these modules read the variables
     test_backups,
     test_checks,
     test_darwin_core,

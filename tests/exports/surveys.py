@@ -33,7 +33,7 @@ def rows_of(name):
 
 
 class Survey:
-    """Returns the texts of the elements of a file, and its species."""
+    """The texts of the elements of a survey file, and its species."""
 
     def __init__(self, path):
         survey = ElementTree.parse(path).getroot().find("survey")
@@ -46,7 +46,7 @@ class Survey:
 
 
 class Reference:
-    """The names for the ids."""
+    """The names of the data set for the ids in surveys."""
 
     def __init__(self):
         self.types = {row["surveytypeid"]: row for row in rows_of("region-info.csv")}
@@ -90,7 +90,7 @@ class Reference:
         zones = self.zones[self.region(survey)]
         code = survey["zonecode"].strip(" ")
 
-        def name(text):  # a number ends after its last digit
+        def name(text):  # the program ignores what follows the digits
             digits = re.match(r"\s*([+-]?\d*)", text, re.ASCII)[1]
             return zones.get(str(int(digits)), {}).get("name") if digits.strip("+-") else None
 
@@ -100,6 +100,7 @@ class Reference:
         return ", ".join(level for level in [*levels, name(code)] if level is not None)
 
     def kind(self, survey, species):
+        """Returns the row of the species in its region."""
         return self.species[self.region(survey)][str(int(species["id"]))]
 
     def family(self, survey, species):

@@ -45,7 +45,7 @@ class StoreTest(ScratchTest):
         return run(*arguments, status=status, env={**self.environment, **changes}).decode()
 
     def said(self, *arguments, status):
-        """Returns the standard error of the tool when it cannot run."""
+        """Returns the standard error of a run with this status and no other output."""
         ran = subprocess.run(
             [TOOL, *arguments], capture_output=True, env=self.environment, check=False, text=True
         )
@@ -136,7 +136,7 @@ class Restoring(StoreTest):
                 self.assertEqual(before[name], after[name], name)
 
     def assert_refused(self, *entries):
-        """Checks that an archive with these entries restores nothing. The first one is harmless."""
+        """Checks that the tool refuses an archive with these entries after a harmless one."""
         shutil.rmtree(self.store)
         hostile = self.scratch / "hostile.zip"
         with zipfile.ZipFile(hostile, "w") as archive:
@@ -164,11 +164,11 @@ class Restoring(StoreTest):
 
     def test_refuses_a_damaged_archive_before_it_writes(self):
         shutil.rmtree(self.store)
-        whole = self.backup.read_bytes()
+        complete = self.backup.read_bytes()
         spoilt = self.scratch / "spoilt.zip"
-        flipped = bytearray(whole)
-        flipped[len(whole) // 2] ^= 0xFF
-        for content in (bytes(flipped), whole[: len(whole) // 2], b"", b"no archive"):
+        flipped = bytearray(complete)
+        flipped[len(complete) // 2] ^= 0xFF
+        for content in (bytes(flipped), complete[: len(complete) // 2], b"", b"no archive"):
             spoilt.write_bytes(content)
             self.said("restore", spoilt, status=2)
             self.assertFalse(self.store.exists())
@@ -217,7 +217,7 @@ class ReadingCommands(StoreTest):
         (self.store / "Uploaded" / "x.MAVO-Survey").write_text("x")
         self.assertIn("\t(corrupted survey file)\n", self.run_tool("list", status=1))
 
-    def test_name_files_that_do_not_look_like_surveys(self):
+    def test_report_files_whose_names_are_not_those_of_surveys(self):
         (self.store / "Uploaded" / "notes.txt").write_text("x")
         (self.store / "Uploaded" / ".hidden").write_text("x")
         ran = subprocess.run([TOOL, "list"], env=self.environment, capture_output=True, text=True, check=True)

@@ -18,7 +18,7 @@ TERMS = "http://rs.tdwg.org/dwc/terms/"
 
 
 class Table:
-    """Reads a table as meta.xml describes it."""
+    """A table of the archive, read as meta.xml describes it."""
 
     def __init__(self, description, archive):
         self.row_type = description.get("rowType")

@@ -11,7 +11,7 @@ from .surveys import DATA, PROJECT, Reference, Survey, random_surveys, rows_of, 
 
 HTML = "{http://www.w3.org/1999/xhtml}"
 MARKUP = "<script>alert(1)</script><b onclick=\"x\">&amp;'</b>]]><!--"
-VOID = {"meta"}
+VOID = {"meta"}  # elements without an end tag
 
 
 class Reader(html.parser.HTMLParser):
@@ -39,6 +39,7 @@ class Reader(html.parser.HTMLParser):
 
 
 def page(path, **options):
+    """Returns the page of a survey. The options are those of run(), and `data`, the data set."""
     return run("show", "--html", f"--data={options.pop('data', DATA)}", path, **options).decode()
 
 
@@ -50,7 +51,7 @@ def read(text):
 
 
 def texts(text, element):
-    """Returns the words of all elements with a name, as a browser shows them."""
+    """Returns the texts of all elements with this tag name."""
     root = ElementTree.fromstring(text)
     return ["".join(found.itertext()) for found in root.iter(HTML + element)]
 
@@ -116,7 +117,7 @@ class Pages(ScratchTest):
         text = page(self.survey_of(member_id="", bottom_temp="99"))
         shown = dict(zip(texts(text, "dt"), texts(text, "dd"), strict=True))
         self.assertIn("Missing or not right", texts(text, "h2"))
-        self.assertEqual("–", shown["Member number"])  # the later one of two
+        self.assertEqual("–", shown["Member number"])  # dict() keeps the last of several entries
         self.assertIn("Temperature must be between", text)
 
     def test_show_names_instead_of_ids(self):

@@ -113,13 +113,13 @@ class Tables(ScratchTest):
         self.assertGreater((self.scratch / "made").stat().st_size, 0)
 
     def grow(self, count):
-        """Makes that many surveys: each random one for several members."""
+        """Writes that many different surveys: copies of the random ones with other zone codes."""
         surveys = self.scratch / "surveys"
         surveys.mkdir(exist_ok=True)
         for i in range(count):
             text = self.paths[i % len(self.paths)].read_text(encoding="utf-8")
-            member = f"<zonecode>{i} "
-            text = text.replace("<zonecode/>", "<zonecode></zonecode>").replace("<zonecode>", member)
+            zone = f"<zonecode>{i} "
+            text = text.replace("<zonecode/>", "<zonecode></zonecode>").replace("<zonecode>", zone)
             (surveys / f"{i}.MAVO-Survey").write_text(text, encoding="utf-8")
 
     def peak(self, form):
@@ -140,8 +140,8 @@ class Tables(ScratchTest):
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=theirs, check=True)
         os.close(theirs)
         with self.assertRaises(OSError):  # at the end of the terminal's output
-            while told := os.read(ours, 10000):
-                shown += told
+            while piece := os.read(ours, 10000):
+                shown += piece
         self.assertIn(b"\r50 of 60", shown)
         quiet = subprocess.run(command, capture_output=True, check=True)
         self.assertNotIn(b" of 60", quiet.stderr)
@@ -172,11 +172,11 @@ class Tables(ScratchTest):
         damaged = self.scratch / "damaged.xml"
         damaged.write_bytes(self.paths[1].read_bytes()[:-20])
         for form in ("csv", "json", "dwca"):
-            whole = run("export", f"--format={form}", f"--data={DATA}", *self.paths[:2])
+            complete = run("export", f"--format={form}", f"--data={DATA}", *self.paths[:2])
             rest = run(
                 "export", f"--format={form}", f"--data={DATA}", *self.paths[:2], damaged, status=1
             )
-            self.assertEqual(whole, rest)
+            self.assertEqual(complete, rest)
 
     def test_have_no_row_for_a_cleared_species(self):
         old = self.scratch / "old.MAVO_survey"
