@@ -14,7 +14,8 @@ struct ReadableSurvey {
     const char* label;
     Glib::ustring text; // empty if nothing was entered
   };
-  // One species of the survey. A text is empty if the data set does not have it.
+  // One species of the survey. The common name is "Unknown species" if the species is not in
+  // the data set. A name or family that the data set does not have is empty.
   struct Species {
     int id;
     Glib::ustring common_name;
