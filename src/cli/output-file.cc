@@ -30,8 +30,7 @@ bool is_special(const struct stat& status)
 OutputFile::OutputFile(const std::string& the_path, Existing the_existing, Output& the_output)
     : path(the_path), existing(the_existing), output(the_output)
 {
-  struct stat status {
-  };
+  struct stat status = {};
   if (path.empty())
     return;
   if (stat(path.c_str(), &status) != 0) {
@@ -94,8 +93,7 @@ void OutputFile::commit()
   flush();
   if (scratch.empty())
     return;
-  struct stat status {
-  };
+  struct stat status = {};
   if (existing == Existing::refuse && lstat(path.c_str(), &status) == 0) {
     errno = EEXIST; // another program has created it in the meantime
     fail();

@@ -57,8 +57,7 @@ TEST_F(SystemFile, CreatesAFileWithTheModeThatTheUmaskAllows)
   const mode_t before = umask(022);
   EXPECT_TRUE(make(""));
   umask(before);
-  struct stat status {
-  };
+  struct stat status = {};
   ASSERT_EQ(0, stat(path.c_str(), &status));
   EXPECT_EQ(0644U, status.st_mode & 0777U);
 }
@@ -107,8 +106,7 @@ TEST_F(SystemFile, ReturnsTheTimesThatTheEntityTagContains)
 {
   write_file(path, "text");
   const std::string tag = entity_tag(path);
-  struct stat status {
-  };
+  struct stat status = {};
   ASSERT_EQ(0, stat(path.c_str(), &status));
   const timespec later[] = {{2'000'000'000, 123'456'789}, {2'000'000'001, 987'654'321}};
   ASSERT_EQ(0, utimensat(AT_FDCWD, path.c_str(), later, 0));
