@@ -1,4 +1,4 @@
-"""Journeys of a diver who comes back to surveys on later evenings."""
+"""Journeys of a diver who opens surveys again on later evenings."""
 
 import pathlib
 import shutil
