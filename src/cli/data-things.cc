@@ -148,7 +148,6 @@ std::string species_detail(const RegionFishInfo::Species& species, const RegionF
 
 void add_species(ThingList& list, const std::string& region, const RegionFishInfo& fish)
 {
-  constexpr int presence_only = 2;
   for (const auto& species : fish.species) {
     if (species.speciesid < 0)
       continue;
@@ -159,9 +158,8 @@ void add_species(ThingList& list, const std::string& region, const RegionFishInf
                            (is_named ? species.scientificname : species.commonname).raw(),
                            is_named ? species.commonname.raw() : "",
                            region,
-                           species.invertebratetype == presence_only
-                               ? "recorded only as present"
-                               : "recorded as the survey type requires",
+                           species.is_presence_only() ? "recorded only as present"
+                                                      : "recorded as the survey type requires",
                            species_detail(species, fish),
                            {std::to_string(species.speciesid)}});
   }

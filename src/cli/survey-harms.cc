@@ -8,13 +8,10 @@
 #include "store/read-survey.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <variant>
 
 #include "cli/data-things.h"
-
-namespace fs = std::filesystem;
+#include "cli/survey-paths.h"
 
 namespace {
 
@@ -28,13 +25,12 @@ void add_choices(const Survey& survey, std::vector<std::string>& keys)
 void add_species(const Survey& survey, const std::string& region, const RegionFishInfo& fish,
                  std::vector<std::string>& keys)
 {
-  constexpr int presence_only = 2;
   for (const SpeciesSighting& sighting : survey.species) {
     if (sighting.abun == 0)
       continue;
     keys.push_back(thing_key::species(region, sighting.id));
     const RegionFishInfo::Species* const species = fish.find_species(sighting.id);
-    const bool is_presence = species && species->invertebratetype == presence_only;
+    const bool is_presence = species && species->is_presence_only();
     keys.push_back(thing_key::abundance(
         is_presence ? AbundanceChoices::presence_subtype : survey.survey_subtype, sighting.abun));
   }
@@ -97,33 +93,13 @@ void judge_survey(const std::string& path, const ReferenceData& old_data,
            join(harms)});
 }
 
-bool is_survey_name(const fs::path& path)
-{
-  return path.extension() == ".MAVO-Survey" || path.extension() == ".MAVO_survey";
-}
-
-std::vector<std::string> survey_files(const std::string& path)
-{
-  if (!fs::exists(path))
-    throw fs::filesystem_error("", path,
-                               std::make_error_code(std::errc::no_such_file_or_directory));
-  if (!fs::is_directory(path))
-    return {path};
-  std::vector<std::string> files;
-  for (const auto& entry : fs::recursive_directory_iterator(path))
-    if (is_survey_name(entry.path()) && !entry.is_directory())
-      files.push_back(entry.path().string());
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
 } // namespace
 
 std::vector<Finding> find_harmed_surveys(const std::string& path, const ReferenceData& old_data,
                                          const ReferenceData& new_data, const DataDiff& diff)
 {
   std::vector<Finding> findings;
-  for (const std::string& file : survey_files(path)) {
+  for (const std::string& file : survey_paths({path}, findings)) {
     try {
       judge_survey(file, old_data, new_data, diff, findings);
     } catch (...) {

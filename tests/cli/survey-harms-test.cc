@@ -131,11 +131,22 @@ TEST_F(SurveyHarmsTest, AreFoundInAllSubdirectories)
 {
   save("deep/below/a.MAVO-Survey", complete_survey);
   save("older.MAVO_survey", complete_survey);
-  save("a.txt", complete_survey);
+  save("other.xml", complete_survey);
+  save(".hidden.MAVO-Survey", complete_survey);
   change("habitatregion.csv", "PAC,3,2", "PAC,3,3");
-  EXPECT_EQ(2U, harms(surveys).size());
+  EXPECT_EQ(3U, harms(surveys).size());
+  save("a.txt", complete_survey);
   EXPECT_EQ(1U, harms(surveys + "older.MAVO_survey").size()) << "a file";
   EXPECT_EQ(1U, harms(surveys + "a.txt").size()) << "a file that the caller names";
+}
+
+TEST_F(SurveyHarmsTest, IncludeAHintAboutASkippedFile)
+{
+  save("a.txt", complete_survey);
+  const std::vector<Finding> found = harms(surveys);
+  ASSERT_EQ(1U, found.size());
+  EXPECT_EQ("other-file", found.front().rule);
+  EXPECT_EQ(Severity::hint, found.front().severity);
 }
 
 TEST_F(SurveyHarmsTest, IncludeAWarningAboutAFileThatIsNotASurvey)
