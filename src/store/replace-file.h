@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <string>
 
+// An entity tag that no file has. With it, replace_file() requires that the file does not exist.
+constexpr const char* no_existing_file = "none";
+
 // Replaces the content of the file at `path` with `data`, or creates the file. Waits until the
 // disk has stored it and returns the file's new entity tag. If `etag` is not empty, an existing
 // file must have this tag. Throws a Glib::Error on failure. Then a new file does not exist, and

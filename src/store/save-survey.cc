@@ -61,9 +61,6 @@ std::string replace_own_file(const SurveyData& survey, const std::string& text)
   }
 }
 
-// For replace_file(): the file must not exist. No file has this entity tag.
-const char* const no_existing_file = "none";
-
 void write_document(SurveyData& survey, bool is_own)
 {
   const std::string& text = survey.xml_current.raw();

@@ -50,9 +50,6 @@ bool is_taken(const std::string& path)
 // What a move does with an existing file of the same name.
 enum class Existing { keep, replace };
 
-// For replace_file(): the file must not exist. No file has this entity tag.
-const char* const no_existing_file = "none";
-
 void remove_copied_source(const std::string& path)
 {
   if (unlink(path.c_str()) != 0) {

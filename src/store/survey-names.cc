@@ -11,9 +11,6 @@
 
 namespace {
 
-// A value of RegionFishInfo::Species::invertebratetype.
-constexpr int presence_only_invertebrate = 2;
-
 // Returns the value of `key`, or null if the map lacks the key.
 template<typename Map>
 const typename Map::mapped_type* find_in(const Map& map, const typename Map::key_type& key)
@@ -120,7 +117,7 @@ const RegionFishInfo::Family* SurveyNames::family_of(const Survey& survey, int s
 Glib::ustring SurveyNames::abundance(const Survey& survey, const SpeciesSighting& sighting) const
 {
   const RegionFishInfo::Species* const found = species(survey, sighting.id);
-  const bool presence_only = found && found->invertebratetype == presence_only_invertebrate;
+  const bool presence_only = found && found->is_presence_only();
   const auto* const list = data.abundance_choices->find_subtype(
       presence_only ? AbundanceChoices::presence_subtype : survey.survey_subtype);
   const auto index = static_cast<std::size_t>(sighting.abun);
