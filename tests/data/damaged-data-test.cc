@@ -54,25 +54,33 @@ private:
                                          "-2147483649",
                                          "99999999999999999999",
                                          "<b>&"};
+    // Compilers evaluate arguments in different orders, so one statement draws one number.
+    std::size_t at = 0;
+    std::string part;
     switch (pick(7)) {
     case 0: // changes a byte
-      if (!text.empty())
-        text[pick(text.size())] = static_cast<char>(random() % 256);
+      at = pick(text.size() + 1);
+      if (at < text.size())
+        text[at] = static_cast<char>(random() % 256);
       break;
     case 1: // truncates the text
       text.resize(place(text));
       break;
     case 2: // removes some bytes
-      text.erase(place(text), pick(12));
+      at = place(text);
+      text.erase(at, pick(12));
       break;
     case 3: // changes a number
       replace_number(text, pieces[18 + pick(6)]);
       break;
     case 4: // duplicates a part
-      text.insert(place(text), text.substr(place(text), pick(60)));
+      at = place(text);
+      part = text.substr(at, pick(60));
+      text.insert(place(text), part);
       break;
     default:
-      text.insert(place(text), pieces[pick(std::size(pieces))]);
+      at = place(text);
+      text.insert(at, pieces[pick(std::size(pieces))]);
     }
   }
 

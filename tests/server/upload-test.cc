@@ -241,6 +241,7 @@ TEST_F(Upload, ShortensALongReason)
   const Glib::ustring text = failure_text();
   EXPECT_EQ(0U, text.find("Failed to upload file: xxxxxxxxxx"));
   EXPECT_LT(10000U, text.size());
+  EXPECT_GT(reason.size(), text.size());
 }
 
 TEST_F(Upload, ReportsConfusionWithoutTheSuccessHeader)

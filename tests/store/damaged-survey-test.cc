@@ -17,19 +17,27 @@ class Damage
 public:
   std::string spoil(std::string text)
   {
+    // Compilers evaluate arguments in different orders, so one statement draws one number.
+    std::size_t at = 0;
+    std::string piece;
     switch (below(9)) {
     case 0: // flips a bit
-      text[place(text)] = static_cast<char>(text[place(text)] ^ (1 << below(8)));
+      at = place(text);
+      text[at] = static_cast<char>(text[at] ^ (1 << below(8)));
       return text;
     case 1: // writes any byte, such as zero or one that is not UTF-8
-      text[place(text)] = static_cast<char>(below(256));
+      at = place(text);
+      text[at] = static_cast<char>(below(256));
       return text;
     case 2: // truncates the text
       return text.substr(0, place(text));
     case 3: // removes a piece
-      return text.erase(place(text), below(60));
+      at = place(text);
+      return text.erase(at, below(60));
     case 4: // duplicates a piece
-      return text.insert(place(text), text.substr(place(text), below(200)));
+      at = place(text);
+      piece = text.substr(at, below(200));
+      return text.insert(place(text), piece);
     case 5: // nests an element in itself
       return nest(text);
     default:
