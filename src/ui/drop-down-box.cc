@@ -79,8 +79,8 @@ DropDownBox::DropDownBox(BaseObjectType* cobject, const Glib::RefPtr<Gtk::Builde
 void DropDownBox::init(std::initializer_list<std::pair<int, Glib::ustring>> list, int the_no_value)
 {
   clear_items(the_no_value);
-  for (const auto& [id, label] : list)
-    add_item(id, label);
+  items.assign(list);
+  show_items();
   unset_active();
 }
 
@@ -94,15 +94,34 @@ void DropDownBox::init(const std::vector<int>& values, const std::vector<Glib::u
     const size_t source = (start + i) % count;
     if (debug_level >= 10)
       std::printf("Adding item: %d = \"%s\"\n", values[source], labels[source].c_str());
-    add_item(values[source], labels[source]);
+    items.emplace_back(values[source], labels[source]);
   }
+  show_items();
   unset_active();
+}
+
+// Shows the rows of all items in a new store. The toolkit arranges the complete list again for
+// each row that enters a store on display.
+void DropDownBox::show_items()
+{
+  GtkListStore* const store = gtk_list_store_new(2, G_TYPE_STRING, G_TYPE_STRING); // text, id
+  for (const auto& [id, label] : items)
+    gtk_list_store_insert_with_values(store, nullptr, -1, get_entry_text_column(),
+                                      displayed_line(label).c_str(), -1);
+  set_model(Glib::wrap(GTK_TREE_MODEL(store)));
+  for (const auto& [id, label] : items)
+    fit_width_to(label);
 }
 
 void DropDownBox::add_item(int id, const Glib::ustring& label)
 {
   items.emplace_back(id, label);
   append(displayed_line(label));
+  fit_width_to(label);
+}
+
+void DropDownBox::fit_width_to(const Glib::ustring& label)
+{
   if (get_wrap_width() <= 1 || label.size() > std::size_t{most_letters})
     let_text_be_cut(static_cast<int>(label.size()));
 }

@@ -49,10 +49,12 @@ public:
 
 private:
   void clear_items(int the_no_value);
+  void show_items();
   bool has_item(int row) const;
   template<typename Matches>
   void choose_first(const Matches& matches);
-  // Adapts the width to one more row of `length` letters.
+  // Adapt the width to one more row.
+  void fit_width_to(const Glib::ustring& label);
   void let_text_be_cut(int length);
 
   bool on_key_while_closed(GdkEventKey* event);
