@@ -49,8 +49,9 @@ TEST(DataDialogs, NameTheFileThatIsTooLarge)
 {
   const DataSet data;
   std::string rows = "parameter,value\n";
+  const std::string row = std::string(1000, 'a') + ",1\n";
   while (rows.size() <= largest_data_file)
-    rows += "a,1\n";
+    rows += row;
   data.file("data-parameters.csv", rows);
   const SeenDialog seen =
       answer_next_dialog(Gtk::RESPONSE_OK, [&] { EXPECT_FALSE(DataParams(data.dir).is_valid()); });
