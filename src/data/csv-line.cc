@@ -42,6 +42,7 @@ public:
     look_at(line.data() + line.size() - step);
   }
   bool has_syntax() const { return syntax != 0; }
+  bool has_quote() const { return quotes != 0; }
   bool is_ascii() const { return others == 0; }
 
 private:
@@ -52,27 +53,24 @@ private:
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, text, step);
     syntax |= has(bytes, '\\') | has(bytes, '\r');
+    quotes |= has(bytes, '"');
     others |= (bytes & high_bits) | has(bytes, '\0');
   }
 
   std::uint64_t syntax = 0;
+  std::uint64_t quotes = 0;
   std::uint64_t others = 0;
 };
-
-// Returns whether only commas and quotes affect where a field ends: the line has no backslash,
-// no carriage return, and no lead byte that could include a following byte in its sequence.
-bool is_simple(std::string_view line)
-{
-  const LineContents contents(line);
-  return !contents.has_syntax() && (contents.is_ascii() || is_valid(line));
-}
 
 // An iterator over the bytes of a line. It moves by one UTF-8 sequence at a time.
 class LineWalk
 {
 public:
-  explicit LineWalk(std::string_view line)
-      : pos(line.data()), end(pos + line.size()), simple(is_simple(line))
+  // `is_simple` is whether only commas and quotes affect where a field ends: the line has no
+  // backslash, no carriage return, and no lead byte that could include a following byte in its
+  // sequence.
+  LineWalk(std::string_view line, bool is_simple)
+      : pos(line.data()), end(pos + line.size()), simple(is_simple)
   {
   }
 
@@ -238,13 +236,9 @@ void read_field(LineWalk& walk, FieldList& list, const BotchedField& botched)
     botched(list.size(), list.back());
 }
 
-} // namespace
-
-void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
-                    const BotchedField& botched)
+// Splits a line of any kind.
+void split_line(LineWalk walk, FieldList& list, const BotchedField& botched)
 {
-  FieldList list(fields);
-  LineWalk walk(line);
   while (!walk.at_end()) {
     // Ignore a carriage return at the start of a field, so "a,b,\r" has two fields, but "a,b,"
     // has three. Existing files rely on this.
@@ -259,4 +253,34 @@ void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
         list.add("");
     }
   }
+}
+
+// Splits a line of valid UTF-8 that has no quotes, backslashes and carriage returns, as nearly all
+// lines. Compared with split_line(), this saves a tenth of the time for splitting all files.
+void split_at_commas(std::string_view line, FieldList& list)
+{
+  if (line.empty())
+    return;
+  const char* start = line.data();
+  const char* const end = start + line.size();
+  while (const void* const comma = std::memchr(start, ',', static_cast<std::size_t>(end - start))) {
+    const auto* const stop = static_cast<const char*>(comma);
+    list.add({start, static_cast<std::size_t>(stop - start)});
+    start = stop + 1;
+  }
+  list.add({start, static_cast<std::size_t>(end - start)});
+}
+
+} // namespace
+
+void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
+                    const BotchedField& botched)
+{
+  FieldList list(fields);
+  const LineContents contents(line);
+  const bool is_simple = !contents.has_syntax() && (contents.is_ascii() || is_valid(line));
+  if (is_simple && !contents.has_quote())
+    split_at_commas(line, list);
+  else
+    split_line(LineWalk(line, is_simple), list, botched);
 }
