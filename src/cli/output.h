@@ -23,7 +23,7 @@ public:
 
 private:
   struct Close {
-    void operator()(FILE* file) const { std::fclose(file); }
+    void operator()(FILE* stream) const { std::fclose(stream); }
   };
 
   std::unique_ptr<FILE, Close> file; // null if standard output was closed

@@ -7,11 +7,6 @@
 
 #include "cli/could-not-run.h"
 
-void ZipReader::Free::operator()(archive* zip) const
-{
-  archive_read_free(zip);
-}
-
 ZipReader::ZipReader(const std::string& path) : zip(archive_read_new())
 {
   constexpr std::size_t block_size = 64UL * 1024;

@@ -1,12 +1,9 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
+#include "cli/archive-handle.h"
 #include "cli/utf8-names.h"
-
-struct archive;
-struct archive_entry;
 
 // Reads the entries of a zip archive one after the other. All functions throw CouldNotRun if
 // they fail.
@@ -31,14 +28,10 @@ public:
   std::string content();
 
 private:
-  struct Free {
-    void operator()(archive* zip) const;
-  };
-
   [[noreturn]] void fail() const;
 
   const Utf8Names names;
-  std::unique_ptr<archive, Free> zip;
+  ArchiveReader zip;
   archive_entry* entry = nullptr; // `zip` owns it
   std::string entry_name;
 };

@@ -1,26 +1,13 @@
 #include "cli/zip-writer.h"
 
-#include <archive.h>
-#include <archive_entry.h>
-
 #include "cli/could-not-run.h"
 #include "cli/utf8-names.h"
 
 namespace {
 
-struct EntryFree {
-  void operator()(archive_entry* entry) const { archive_entry_free(entry); }
-};
-using Entry = std::unique_ptr<archive_entry, EntryFree>;
-
 constexpr std::size_t piece_size = 64UL * 1024;
 
 } // namespace
-
-void ZipWriter::Free::operator()(archive* zip) const
-{
-  archive_write_free(zip);
-}
 
 ZipWriter::ZipWriter(OutputFile& the_output) : output(the_output), zip(archive_write_new())
 {
@@ -62,7 +49,7 @@ void ZipWriter::check(int result)
 void ZipWriter::add_header(const std::string& name, unsigned int type, std::int64_t size)
 {
   const Utf8Names names;
-  const Entry entry(archive_entry_new());
+  const ArchiveEntry entry(archive_entry_new());
   archive_entry_set_pathname(entry.get(), name.c_str());
   archive_entry_set_filetype(entry.get(), type);
   archive_entry_set_perm(entry.get(), type == AE_IFDIR ? 0755 : 0644);

@@ -1,13 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <exception>
-#include <memory>
 #include <string>
 
+#include "cli/archive-handle.h"
 #include "cli/output-file.h"
 #include "cli/spool-file.h"
-
-struct archive;
 
 // Writes a zip archive. All entries have the same time, owner and mode, so the same entries
 // result in the same bytes. Names are UTF-8. All functions throw CouldNotRun if they fail.
@@ -29,15 +28,11 @@ public:
   void finish();
 
 private:
-  struct Free {
-    void operator()(archive* zip) const;
-  };
-
   void add_header(const std::string& name, unsigned int type, std::int64_t size);
   void add_data(const std::string& bytes);
   void check(int result);
 
   OutputFile& output;
   std::exception_ptr failure; // from the output; exceptions cannot pass through the library
-  std::unique_ptr<archive, Free> zip;
+  ArchiveWriter zip;
 };

@@ -9,6 +9,7 @@
 #include "ui/tree-rows.h"
 #include "ui/unlisted-panel.h"
 
+#include <gdkmm/monitor.h>
 #include <gtkmm/menuitem.h>
 #include <gtkmm/treeview.h>
 

@@ -147,7 +147,7 @@ TEST_F(BlockingCalls, KeepAllOtherEvents)
 
 TEST_F(BlockingCalls, HideADialogThatWasJustAnswered)
 {
-  const auto color_at = [this](int x, int y) {
+  const auto color_at = [](int x, int y) {
     const auto root = Gdk::Screen::get_default()->get_root_window();
     const auto pixel = Gdk::Pixbuf::create(root, x, y, 1, 1);
     std::string color(reinterpret_cast<const char*>(pixel->get_pixels()), 3);

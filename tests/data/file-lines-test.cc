@@ -45,7 +45,8 @@ TEST(FileLines, MayHaveAnyLength)
 {
   std::string text;
   std::vector<std::string> lines;
-  for (const std::size_t length : {16'383, 16'384, 0, 16'385, 1, 100'000, 32'766, 32'767, 5}) {
+  for (const std::size_t length :
+       {16'383U, 16'384U, 0U, 16'385U, 1U, 100'000U, 32'766U, 32'767U, 5U}) {
     lines.emplace_back(length, static_cast<char>('a' + lines.size()));
     text += lines.back() + '\n';
     EXPECT_EQ(lines, lines_of(text)) << length;

@@ -117,9 +117,9 @@ TEST_F(DataArchive, IsInstalledIfTheToolForPublishersPackedIt)
   write_file(served, pack_data_set(server->data));
   EXPECT_EQ(RET_DATA_INSTALLED, install_served());
   EXPECT_EQ("20220202000000", my_app->data_file_info->timestamp);
-  for (const auto& file : fs::directory_iterator(server->data))
-    EXPECT_EQ(read_file(file.path()),
-              read_file(my_app->local_data_dir + "/data-files/" + file.path().filename().string()));
+  for (const auto& entry : fs::directory_iterator(server->data))
+    EXPECT_EQ(read_file(entry.path()), read_file(my_app->local_data_dir + "/data-files/" +
+                                                 entry.path().filename().string()));
 }
 
 TEST_F(DataArchive, WithoutTheMetadataFileChangesNothingInUse)

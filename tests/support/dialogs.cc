@@ -1,5 +1,6 @@
 #include "support/dialogs.h"
 
+#include <gdkmm/monitor.h>
 #include <glibmm/main.h>
 #include <gtest/gtest.h>
 #include <gtkmm/button.h>

@@ -352,8 +352,9 @@ TEST_F(ZoneKeysTest, TabAndArrowsDoNotCollapseResults)
     press(GDK_KEY_Tab);
   ASSERT_TRUE(panel->geog_tree->is_focus());
   EXPECT_EQ(all_found, visible_rows());
-  for (const guint key :
-       {GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Up, GDK_KEY_Up, GDK_KEY_Up, GDK_KEY_Down})
+  const guint keys[] = {GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Down, GDK_KEY_Up,
+                        GDK_KEY_Up,   GDK_KEY_Up,   GDK_KEY_Down};
+  for (const guint key : keys)
     press(key);
   EXPECT_EQ("0:0", cursor());
   EXPECT_EQ(all_found, visible_rows());
