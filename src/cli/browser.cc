@@ -18,7 +18,7 @@ namespace {
 std::string page_directory()
 {
   constexpr mode_t for_user_only = 0700;
-  const std::string directory = Glib::build_filename(g_get_user_runtime_dir(), "mavo-surveys");
+  std::string directory = Glib::build_filename(g_get_user_runtime_dir(), "mavo-surveys");
   g_mkdir_with_parents(directory.c_str(), for_user_only);
   chmod(directory.c_str(), for_user_only);
   return directory;

@@ -104,10 +104,11 @@ void RegionHabitatCheck::check_end()
   if (!is_complete() || !set.survey_types.is_complete)
     return;
   for (const auto& [code, region] : set.regions) {
-    if (region.is_named && regions.count(code) == 0)
+    if (region.is_named && regions.count(code) == 0) {
       file_fault(DataRule::HABITATS_MISSING,
                  "The region " + quoted(code) +
                      " has no habitats: the box of habitats stays empty");
+    }
   }
 }
 

@@ -1,4 +1,5 @@
 #include <limits>
+#include <sstream>
 #include <vector>
 
 #include "cli/alike-names.h"
@@ -98,16 +99,15 @@ void ZoneCheck::check_end()
 {
   for (const auto& [zone, line] : orphans) {
     const int parent = parent_of(zone);
-    const std::string code = std::to_string(zone);
-    const std::string parent_code = std::to_string(parent);
+    std::ostringstream message;
     if (zones.lines.count(parent) > 0) {
-      set.faults.add(DataRule::ZONE_ORDER, file, line,
-                     "The zone " + code + " does not follow its parent " + parent_code +
-                         " and the other zones in it: users find the zone at the level above");
+      message << "The zone " << zone << " does not follow its parent " << parent
+              << " and the other zones in it: users find the zone at the level above";
+      set.faults.add(DataRule::ZONE_ORDER, file, line, message.str());
     } else if (is_complete()) {
-      set.faults.add(DataRule::ZONE_NO_PARENT, file, line,
-                     "The parent " + parent_code + " of the zone " + code +
-                         " is missing: users find the zone at the level above");
+      message << "The parent " << parent << " of the zone " << zone
+              << " is missing: users find the zone at the level above";
+      set.faults.add(DataRule::ZONE_NO_PARENT, file, line, message.str());
     }
   }
 }

@@ -272,10 +272,11 @@ void add_response(ThingList& list, int type, const AbundanceChoices::Choice& cho
 ThingList list_abundances(const ThingKind& kind, const AbundanceChoices& abundances, AddChoice add)
 {
   ThingList list{&kind, {}};
-  for (std::size_t type = 0; type < abundances.subtypes.size(); ++type)
+  for (std::size_t type = 0; type < abundances.subtypes.size(); ++type) {
     for (const auto& choice : abundances.subtypes[type].choices)
       if (choice.responseid > 0)
         add(list, static_cast<int>(type), choice);
+  }
   return list;
 }
 

@@ -185,26 +185,29 @@ private:
   {
     const auto type = archive_entry_filetype(entry);
     const mode_t needed = type == AE_IFDIR ? S_IRWXU : S_IRUSR;
-    if (is_outside(name_of(entry)))
+    if (is_outside(name_of(entry))) {
       return Refusal{"archive-outside",
                      "This entry leads out of the directory into which the archive is "
                      "unpacked. The program would not install the archive"};
+    }
     if (is_link(entry))
       return Refusal{"archive-link",
                      std::string("This entry is a link, which can lead anywhere.") + where_it_goes};
-    if (type != AE_IFREG && type != AE_IFDIR)
+    if (type != AE_IFREG && type != AE_IFDIR) {
       return Refusal{"archive-device",
                      std::string("This entry is a pipe, a device or another special file.") +
                          where_it_goes};
+    }
     if (!belongs_to_set(type == AE_IFDIR, path)) {
       return Refusal{"archive-stray", std::string("This entry is not a file in the directory "
                                                   "data-files.") +
                                           where_it_goes};
     }
-    if ((archive_entry_perm(entry) & needed) != needed)
+    if ((archive_entry_perm(entry) & needed) != needed) {
       return Refusal{"archive-unreadable",
                      "The mode of this entry prevents even its owner from reading it. The "
                      "program could not read the set"};
+    }
     return std::nullopt;
   }
 

@@ -33,16 +33,15 @@ OutputFile::OutputFile(const std::string& the_path, Existing the_existing, Outpu
   struct stat status = {};
   if (path.empty())
     return;
-  if (stat(path.c_str(), &status) != 0) {
-    open_scratch();
-  } else if (existing == Existing::refuse) {
+  const bool exists = stat(path.c_str(), &status) == 0;
+  if (exists && existing == Existing::refuse) {
     errno = EEXIST;
     fail();
-  } else if (is_special(status)) {
-    file.reset(std::fopen(path.c_str(), "we"));
-  } else {
-    open_scratch();
   }
+  if (exists && is_special(status))
+    file.reset(std::fopen(path.c_str(), "we"));
+  else
+    open_scratch();
   if (!file)
     fail();
 }

@@ -81,11 +81,12 @@ void CheckRun::check_entries(const std::string& path, const xmlpp::Node* element
     return writer.write(*fault);
   if (const auto unknown = unknown_species(path, *survey, names))
     writer.write(*unknown);
-  for (const SurveyComplaint& complaint : survey_complaints(*survey, data, std::time(nullptr)))
+  for (const SurveyComplaint& complaint : survey_complaints(*survey, data, std::time(nullptr))) {
     writer.write({path, line_of(element, complaint.field), rule_of(complaint.field),
                   Severity::error,
                   "The survey cannot be marked for upload: " + complaint.field + ": " +
                       complaint.text.raw()});
+  }
 }
 
 } // namespace

@@ -66,12 +66,13 @@ void ExportRun::report(const Finding& finding)
 bool ExportRun::is_new(const std::string& id, const std::string& path)
 {
   const auto [first, added] = ids.emplace(id, base_name(path));
-  if (!added)
+  if (!added) {
     report({path,
             {},
             "same-survey",
             Severity::hint,
             "The survey is left out: it has the same content as " + first->second});
+  }
   return added;
 }
 
@@ -86,12 +87,13 @@ void ExportRun::add(const std::string& path)
     return;
   if (const auto unknown = unknown_species(path, *survey, names))
     report(*unknown);
-  if (survey->species.empty() && rows_only)
+  if (survey->species.empty() && rows_only) {
     report({path,
             {},
             "no-sighting",
             Severity::hint,
             "The survey has no species, so the table has no row for it"});
+  }
   exporter.add(base_name(path), id, *survey);
 }
 

@@ -109,10 +109,11 @@ std::string table_of(const std::vector<ReadableSurvey::Species>& species)
   std::string table = "<table>\n<thead><tr><th scope=\"col\">ID</th><th scope=\"col\">Common name"
                       "</th><th scope=\"col\">Scientific name</th><th scope=\"col\">Family</th>"
                       "<th scope=\"col\">Number seen</th></tr></thead>\n<tbody>\n";
-  for (const auto& row : species)
+  for (const auto& row : species) {
     table += "<tr>" + element("td", std::to_string(row.id)) + "<td>" + isolated(row.common_name) +
              "</td><td><i>" + isolated(row.scientific_name) + "</i></td><td>" +
              isolated(row.family) + "</td><td>" + isolated(row.abundance) + "</td></tr>\n";
+  }
   return table + "</tbody>\n</table>\n";
 }
 

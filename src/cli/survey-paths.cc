@@ -27,13 +27,14 @@ public:
         continue;
       if (is_survey_path(name))
         paths.push_back(entry.path().string());
-      else
+      else {
         left_out.push_back(
             {entry.path().string(),
              {},
              "other-file",
              Severity::hint,
              "The file is left out: its name does not end like the name of a survey"});
+      }
     }
   }
   void add(const std::string& argument)

@@ -25,7 +25,7 @@ std::string without_line_end(std::string text)
 std::string attribute(xmlNode* element, const char* name)
 {
   xmlChar* const value = xmlGetNoNsProp(element, BAD_CAST name);
-  const std::string text = value ? reinterpret_cast<const char*>(value) : "";
+  std::string text = value ? reinterpret_cast<const char*>(value) : "";
   xmlFree(value);
   return text;
 }
@@ -58,6 +58,7 @@ std::vector<SchemaFault> last_of_each_line(std::vector<SchemaFault> faults)
   for (SchemaFault& fault : faults)
     by_line[fault.line] = std::move(fault);
   std::vector<SchemaFault> kept;
+  kept.reserve(by_line.size());
   for (auto& [line, fault] : by_line)
     kept.push_back(std::move(fault));
   return kept;

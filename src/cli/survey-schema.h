@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-struct _xmlDoc;
-struct _xmlRelaxNG;
+struct _xmlDoc;     // NOLINT(bugprone-reserved-identifier): the library's
+struct _xmlRelaxNG; // NOLINT(bugprone-reserved-identifier): the library's
 
 // A violation of the schema.
 struct SchemaFault {

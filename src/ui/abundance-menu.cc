@@ -167,10 +167,11 @@ Gtk::Menu* SurveyWindow::prepare_abundance_menu(int species_id)
   menu_follows_row.disconnect();
   abundance_target = species_id;
   auto* const menu = abundance_menu_for(species_id);
-  if (!menu)
+  if (!menu) {
     error("The number seen of species %04d cannot be chosen, because the data files lack the "
           "choices for it. Nothing has been changed.",
           species_id);
+  }
   return menu;
 }
 
