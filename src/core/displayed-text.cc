@@ -156,7 +156,7 @@ Glib::ustring displayed_text(const Glib::ustring& text, std::size_t most)
 
 Glib::ustring displayed_line(const Glib::ustring& text, std::size_t most)
 {
-  const Glib::ustring cut = displayed_text(text, most);
+  Glib::ustring cut = displayed_text(text, most);
   if (!cut.validate())
     return cut;
   Glib::ustring line;

@@ -180,11 +180,12 @@ void fit_to_screen(Gtk::MessageDialog& dialog, const Size& room, bool needs_scro
   if (needs_scrolling)
     return make_scrollable(dialog, room);
   for (int characters = widest_line;
-       characters >= narrowest_line && natural_size(dialog).width > room.width; characters -= 5)
+       characters >= narrowest_line && natural_size(dialog).width > room.width; characters -= 5) {
     dialog.get_message_area()->foreach ([characters](Gtk::Widget& widget) {
       if (auto* const label = dynamic_cast<Gtk::Label*>(&widget))
         label->set_max_width_chars(characters);
     });
+  }
   if (natural_size(dialog).height > room.height)
     make_scrollable(dialog, room);
 }

@@ -365,11 +365,11 @@ std::error_code DataBackup::discard()
 fs::path DataBackup::recover(const fs::path& directory)
 {
   const Places at(directory);
-  const fs::path data = directory / at.data.filename();
+  fs::path data = directory / at.data.filename();
   const DirectoryLock lock(directory);
   if (!lock.is_busy() && !settle_interrupted(at))
     return data;
-  const fs::path kept = at.kept / at.data.filename();
+  fs::path kept = at.kept / at.data.filename();
   if (is_own_directory(at.backup) && is_there(kept))
     return kept;
   return is_former_set(at.former) ? at.former : data;

@@ -105,10 +105,11 @@ void ConfirmPanel::show_checked(Gtk::Label* name_label, Gtk::Label* value_label,
 void ConfirmPanel::check_plain_fields(bool& ok)
 {
   const FieldWidgets& fields = window->fields;
-  for (const SurveyField& field : survey_fields())
+  for (const SurveyField& field : survey_fields()) {
     if (field.summary)
       set_simple_field(&fields.summary_name(field), &fields.summary_value(field),
                        chosen_text(field), ok, static_cast<int>(field.required));
+  }
 }
 
 Glib::ustring ConfirmPanel::chosen_text(const SurveyField& field) const

@@ -138,12 +138,13 @@ void NameFinder::go_to_match(int step)
 std::vector<Gtk::TreePath> NameFinder::matches(const std::string& text) const
 {
   std::array<std::vector<Gtk::TreePath>, MATCHES_NOT + 1> by_quality;
-  if (const auto model = tree->get_model(); model && !text.empty())
+  if (const auto model = tree->get_model(); model && !text.empty()) {
     model->foreach ([&](const Gtk::TreePath& path, const Gtk::TreeIter& row) {
       if (const int rank = quality(row, text); rank != MATCHES_NOT)
         by_quality[static_cast<std::size_t>(rank)].push_back(path);
       return false;
     });
+  }
   for (auto& paths : by_quality)
     std::stable_partition(paths.begin(), paths.end(),
                           [](const Gtk::TreePath& path) { return path.size() > 1; });

@@ -101,11 +101,12 @@ Glib::ustring drawn_markup(const Glib::ustring& stored, bool is_dark)
   const std::string_view text = stored.raw();
   if (is_dark && begins_with(text, family_tag))
     return joined({dark_family_tag, text.substr(family_tag.size())});
-  for (const auto& shade : drawn_shades)
+  for (const auto& shade : drawn_shades) {
     if (begins_with(text, shade.tag)) {
       const std::size_t tag_end = shade.tag.size() - 1; // in front of its ">"
       return joined({text.substr(0, tag_end), shade.attributes, text.substr(tag_end)});
     }
+  }
   return stored;
 }
 
