@@ -1,11 +1,12 @@
 // Measures the check of a data set by mavo-data. The reference is loading the data set.
-#include "cli/data-set-check.h"
 #include "data/survey-data.h"
 #include "support/bench.h"
 
 #include <algorithm>
 #include <string>
 #include <vector>
+
+#include "cli/data-set-check.h"
 
 namespace {
 
@@ -21,9 +22,8 @@ bool load(const std::string& dir)
 
 bool has_error(const std::vector<Finding>& findings)
 {
-  return std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
-    return finding.severity == Severity::error;
-  });
+  return std::any_of(findings.begin(), findings.end(),
+                     [](const Finding& finding) { return finding.severity == Severity::error; });
 }
 
 } // namespace

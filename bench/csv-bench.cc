@@ -161,7 +161,8 @@ void bench_tables(const BenchData& data)
       is_read = tables.app->read_data_files() == RET_SUCCESS;
     }
     const auto rows = rows_of_all(species_and_zone_files(data.directory), rows_of).rows;
-    check_result(state, is_read && species_and_zones(*tables.app) == rows, "the tables are incomplete");
+    check_result(state, is_read && species_and_zones(*tables.app) == rows,
+                 "the tables are incomplete");
   });
   bench_one("tables", "split", data.name, [=](benchmark::State& state) {
     const auto paths = csv_files(data.directory);

@@ -76,7 +76,7 @@ private:
     }
     make_directories(path.parent_path());
     try {
-      replace_file(target, bytes.data(), bytes.size(), "none"); // fails if the file exists
+      replace_file(target, bytes.data(), bytes.size(), no_existing_file);
       ++restored;
     } catch (const Glib::Error& failure) {
       throw CouldNotRun("cannot write " + target + ": " + failure.what().raw());

@@ -27,7 +27,8 @@ public:
   RetCode process_line(const std::vector<Glib::ustring>& fields) override;
   RetCode process_headings(const std::vector<Glib::ustring>& the_headings) override;
 
-  // Returns the choices of a survey type, or null if the data have no list with that id.
+  // Returns the choices of a survey type, which are empty if the file skips the id. Returns null
+  // if the id is negative or larger than all ids of the file.
   const SurveySubtypeChoiceInfo* find_subtype(int survey_type_id) const;
   SurveySubtypeChoiceInfo* find_subtype(int survey_type_id);
 
