@@ -180,9 +180,9 @@ std::vector<std::string> headings_in(const std::string& directory)
     std::ifstream in(path);
     std::string line;
     std::getline(in, line);
-    std::vector<Glib::ustring> fields;
-    split_csv_line(line, fields, [](std::size_t, const Glib::ustring&) {});
-    headings.insert(headings.end(), fields.begin(), fields.end());
+    CsvLine row;
+    row.split(line);
+    headings.insert(headings.end(), row.fields().begin(), row.fields().end());
   }
   return headings;
 }

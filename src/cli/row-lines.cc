@@ -64,20 +64,20 @@ RowLines::Index RowLines::read(const std::string& file, const Texts& headings) c
   std::ifstream in = open_data_file(dir + file);
   FileLines lines(in);
   Index index;
-  Fields fields;
+  CsvLine row;
   std::vector<std::size_t> columns;
   long number = 0;
   for (std::string_view line; lines.next(line);) {
     ++number;
     if (line.empty())
       continue;
-    split_csv_line(line, fields, [](std::size_t, const Glib::ustring&) {});
+    row.split(line);
     if (columns.empty()) {
-      columns = columns_of(headings, fields);
+      columns = columns_of(headings, row.fields());
       if (columns.empty())
         break;
     } else {
-      index.try_emplace(joined_ids(columns, fields), number);
+      index.try_emplace(joined_ids(columns, row.fields()), number);
     }
   }
   return index;

@@ -1,7 +1,6 @@
 #include "cli/table-check.h"
 
 #include "core/number.h"
-#include "data/csv-line.h"
 #include "data/data-file.h"
 #include "data/file-lines.h"
 #include "data/from-csv.h"
@@ -41,8 +40,7 @@ bool is_number(const std::string& text)
 std::size_t count_botched(const std::string& line)
 {
   std::size_t count = 0;
-  std::vector<Glib::ustring> fields;
-  split_csv_line(line, fields, [&](std::size_t, const Glib::ustring&) { ++count; });
+  CsvLine().split(line, [&](std::size_t, const Glib::ustring&) { ++count; });
   return count;
 }
 
@@ -129,7 +127,7 @@ void TableCheck::check_line(std::string_view line)
 {
   check_bytes(line);
   std::size_t botched = 0;
-  split_csv_line(line, fields, [&, this](std::size_t, const Glib::ustring& field) {
+  current_row.split(line, [&, this](std::size_t, const Glib::ustring& field) {
     ++botched;
     fault(DataRule::QUOTING_BOTCHED,
           "Text follows a closing quote: users see the field with its quotes, " + quoted(field));
@@ -161,8 +159,8 @@ void TableCheck::check_quotes(std::string_view line, std::size_t botched)
 
 void TableCheck::check_headings()
 {
-  for (std::size_t column = 0; column < fields.size(); ++column) {
-    const std::string& heading = fields[column].raw();
+  for (std::size_t column = 0; column < current_row.fields().size(); ++column) {
+    const std::string& heading = current_row.fields()[column].raw();
     if (!heading_columns.insert_or_assign(heading, column).second) {
       fault(DataRule::HEADING_TWICE, "The heading " + quoted(heading) +
                                          " appears twice: the program reads the last column with "
@@ -190,15 +188,15 @@ void TableCheck::check_headings()
 void TableCheck::check_fields()
 {
   has_rows = true;
-  if (fields.size() != heading_columns.size()) {
+  if (current_row.fields().size() != heading_columns.size()) {
     is_sound = false;
-    fault(DataRule::ROW_WIDTH, "The row has " + std::to_string(fields.size()) +
+    fault(DataRule::ROW_WIDTH, "The row has " + std::to_string(current_row.fields().size()) +
                                    " fields instead of " + std::to_string(heading_columns.size()) +
                                    ": the program ends at each start");
     return;
   }
   const bool has_all_columns = std::all_of(columns.begin(), columns.end(), [this](std::size_t c) {
-    return c < fields.size(); // a duplicate heading can be beyond the end of the row
+    return c < current_row.fields().size(); // a duplicate heading can be beyond the end of the row
   });
   if (has_headings && has_all_columns)
     check_row();
@@ -218,16 +216,16 @@ void TableCheck::file_fault(DataRule rule, std::string consequence)
 
 const std::string& TableCheck::text(std::size_t heading) const
 {
-  return fields[columns[heading]].raw();
+  return current_row.fields()[columns[heading]].raw();
 }
 
 const std::string& TableCheck::optional_text(const char* heading) const
 {
   static const std::string none;
   const auto found = heading_columns.find(heading);
-  return found == heading_columns.end() || found->second >= fields.size()
+  return found == heading_columns.end() || found->second >= current_row.fields().size()
              ? none
-             : fields[found->second].raw();
+             : current_row.fields()[found->second].raw();
 }
 
 void TableCheck::check_digits(std::size_t heading, int kept)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/csv-line.h"
+
 #include <glibmm/ustring.h>
 
 #include <functional>
@@ -82,8 +84,8 @@ private:
 
   const std::string file;
   const char* const* const headings;
-  std::vector<Glib::ustring> fields; // the current row
-  std::vector<std::size_t> columns;  // the columns of the headings, if has_headings
+  CsvLine current_row;
+  std::vector<std::size_t> columns; // the columns of the headings, if has_headings
   std::map<std::string, std::size_t, std::less<>> heading_columns;
   bool headings_pending = true;
   bool has_headings = true;          // whether no required heading is missing

@@ -13,27 +13,17 @@ bool is_valid(std::string_view text)
   return g_utf8_validate_len(text.data(), text.size(), nullptr) != 0;
 }
 
-constexpr std::uint64_t every_byte = 0x0101'0101'0101'0101;
-constexpr std::uint64_t high_bits = 0x8080'8080'8080'8080;
-
-// Returns a number other than 0 if one of the eight bytes is `c`.
-std::uint64_t has(std::uint64_t bytes, char c)
-{
-  const std::uint64_t difference = bytes ^ (every_byte * static_cast<unsigned char>(c));
-  return (difference - every_byte) & ~difference & high_bits;
-}
-
-// Finds out whether a line contains special bytes or bytes outside of ASCII. It reads eight bytes
-// at a time. Compared with a search for each byte, this saves a fifth to a quarter of the time
-// for the rows of all tables.
+// Finds out whether a line contains special bytes or bytes outside of ASCII. It reads blocks of
+// 16 bytes. Compared with a search for each byte, this saves a quarter of the time for the rows
+// of all tables.
 class LineContents
 {
 public:
   explicit LineContents(std::string_view line)
   {
     if (line.size() < step) {
-      char padded[step] = "       ";
-      std::copy(line.begin(), line.end(), padded);
+      char padded[step];
+      std::fill(std::copy(line.begin(), line.end(), padded), std::end(padded), ' ');
       look_at(padded);
       return;
     }
@@ -41,25 +31,34 @@ public:
       look_at(line.data() + at);
     look_at(line.data() + line.size() - step);
   }
-  bool has_syntax() const { return syntax != 0; }
-  bool has_quote() const { return quotes != 0; }
-  bool is_ascii() const { return others == 0; }
+  bool has_syntax() const { return has_any(syntax); }
+  bool has_quote() const { return has_any(quotes); }
+  bool is_ascii() const { return !has_any(others); }
 
 private:
-  static constexpr std::size_t step = sizeof(std::uint64_t);
+  static constexpr std::size_t step = 16;
+  // A vector extension of GCC and Clang. A comparison sets the bytes for which it is true to -1.
+  using Block = signed char __attribute__((vector_size(step)));
+
+  static bool has_any(Block flags)
+  {
+    std::uint64_t halves[2];
+    std::memcpy(halves, &flags, sizeof halves);
+    return (halves[0] | halves[1]) != 0;
+  }
 
   void look_at(const char* text)
   {
-    std::uint64_t bytes = 0;
+    Block bytes;
     std::memcpy(&bytes, text, step);
-    syntax |= has(bytes, '\\') | has(bytes, '\r');
-    quotes |= has(bytes, '"');
-    others |= (bytes & high_bits) | has(bytes, '\0');
+    syntax |= (bytes == '\\') | (bytes == '\r');
+    quotes |= bytes == '"';
+    others |= bytes <= 0;
   }
 
-  std::uint64_t syntax = 0;
-  std::uint64_t quotes = 0;
-  std::uint64_t others = 0;
+  Block syntax{};
+  Block quotes{};
+  Block others{};
 };
 
 // An iterator over the bytes of a line. It moves by one UTF-8 sequence at a time.
@@ -217,7 +216,8 @@ bool read_rest(LineWalk& walk, bool is_quoted, std::string& text)
   return is_botched;
 }
 
-void read_field(LineWalk& walk, FieldList& list, const BotchedField& botched)
+// Reads one field and adds it to `list`. `text` is memory for a field that is not simple.
+void read_field(LineWalk& walk, FieldList& list, std::string& text, const BotchedField& botched)
 {
   const bool is_quoted = walk.at('"');
   if (is_quoted)
@@ -229,15 +229,15 @@ void read_field(LineWalk& walk, FieldList& list, const BotchedField& botched)
       walk.skip();
     return;
   }
-  std::string text(run);
+  text = run;
   const bool is_botched = read_rest(walk, is_quoted, text);
   list.add(text);
-  if (is_botched)
+  if (is_botched && botched)
     botched(list.size(), list.back());
 }
 
-// Splits a line of any kind.
-void split_line(LineWalk walk, FieldList& list, const BotchedField& botched)
+// Splits a line of any kind. `text` is memory for its fields that are not simple.
+void split_line(LineWalk walk, FieldList& list, std::string& text, const BotchedField& botched)
 {
   while (!walk.at_end()) {
     // Ignore a carriage return at the start of a field, so "a,b,\r" has two fields, but "a,b,"
@@ -246,7 +246,7 @@ void split_line(LineWalk walk, FieldList& list, const BotchedField& botched)
       walk.skip();
       continue;
     }
-    read_field(walk, list, botched);
+    read_field(walk, list, text, botched);
     if (walk.at(',')) {
       walk.skip();
       if (walk.at_end())
@@ -256,8 +256,8 @@ void split_line(LineWalk walk, FieldList& list, const BotchedField& botched)
 }
 
 // Splits a line of valid UTF-8 without quotes, backslashes and carriage returns. Nearly all lines
-// are of this kind. Compared with split_line(), this saves a tenth of the time for splitting all
-// files.
+// are of this kind. Compared with split_line(), this saves a twentieth of the time for splitting
+// large files.
 void split_at_commas(std::string_view line, FieldList& list)
 {
   if (line.empty())
@@ -274,14 +274,13 @@ void split_at_commas(std::string_view line, FieldList& list)
 
 } // namespace
 
-void split_csv_line(std::string_view line, std::vector<Glib::ustring>& fields,
-                    const BotchedField& botched)
+void CsvLine::split(std::string_view line, const BotchedField& botched)
 {
-  FieldList list(fields);
+  FieldList list(all);
   const LineContents contents(line);
   const bool is_simple = !contents.has_syntax() && (contents.is_ascii() || is_valid(line));
   if (is_simple && !contents.has_quote())
     split_at_commas(line, list);
   else
-    split_line(LineWalk(line, is_simple), list, botched);
+    split_line(LineWalk(line, is_simple), list, scratch, botched);
 }

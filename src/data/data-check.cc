@@ -44,12 +44,13 @@ bool has_even_rows(const std::string& path)
 {
   std::ifstream in = open_data_file(path);
   FileLines lines(in);
-  std::vector<Glib::ustring> fields;
+  CsvLine row;
   std::size_t width = 0; // 0 until the headings have been read
   for (std::string_view line; lines.next(line);) {
     if (line.empty())
       continue;
-    split_csv_line(line, fields, [](std::size_t, const Glib::ustring&) {});
+    row.split(line);
+    const auto& fields = row.fields();
     if (width == 0)
       width = std::set<Glib::ustring>(fields.begin(), fields.end()).size();
     else if (fields.size() != width)

@@ -38,14 +38,15 @@ RetCode FromCSV::read_file(std::string path)
   bool heading_pending = headings.empty();
   FileLines lines(in);
   std::string_view line;
-  std::vector<Glib::ustring> fields;
+  CsvLine row;
   line_number = 0;
   while (lines.next(line)) {
     ++line_number;
     if (line.empty())
       continue;
-    split_csv_line(line, fields, botched);
-    const RetCode result = heading_pending ? process_headings(fields) : process_row(fields);
+    row.split(line, botched);
+    const RetCode result =
+        heading_pending ? process_headings(row.fields()) : process_row(row.fields());
     if (result != RET_SUCCESS)
       return result;
     heading_pending = false;

@@ -87,7 +87,7 @@ std::string hexadecimal(const std::string& line)
 TEST(CsvLine, IsReadLikeByANaiveReader)
 {
   OddLines odd_lines;
-  std::vector<Glib::ustring> fields;
+  CsvLine split;
   std::vector<std::string> botched;
   const auto note = [&](std::size_t column, const Glib::ustring& text) {
     botched.push_back(std::to_string(column) + ":" + text.raw());
@@ -97,15 +97,15 @@ TEST(CsvLine, IsReadLikeByANaiveReader)
   for (int i = 0; i < lines && !HasFailure(); ++i) {
     const std::string line = odd_lines.next();
     botched.clear();
-    split_csv_line(line, fields, note);
+    split.split(line, note);
 
     const NaiveCsvLine naive(line);
-    ASSERT_EQ(naive.fields, bytes(fields)) << "line" << hexadecimal(line);
+    ASSERT_EQ(naive.fields, bytes(split.fields())) << "line" << hexadecimal(line);
     ASSERT_EQ(naive.botched.size(), botched.size()) << "line" << hexadecimal(line);
     for (std::size_t b = 0; b < botched.size(); ++b)
       ASSERT_EQ(std::to_string(naive.botched[b].column) + ":" + naive.botched[b].text, botched[b])
           << "line" << hexadecimal(line);
-    fields_seen += fields.size();
+    fields_seen += split.fields().size();
     botched_seen += botched.size();
   }
   RecordProperty("tried", lines);

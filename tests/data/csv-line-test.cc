@@ -1,5 +1,7 @@
 #include "data/csv-line.h"
 
+#include <algorithm>
+
 #include "data-checks.h"
 
 namespace {
@@ -14,11 +16,11 @@ struct Split {
 Split split(const std::string& line)
 {
   Split result;
-  std::vector<Glib::ustring> fields;
-  split_csv_line(line, fields, [&](std::size_t number, const Glib::ustring& text) {
+  CsvLine split;
+  split.split(line, [&](std::size_t number, const Glib::ustring& text) {
     result.botched.push_back(std::to_string(number) + ":" + text.raw());
   });
-  result.fields = bytes(fields);
+  result.fields = bytes(split.fields());
   return result;
 }
 
@@ -153,11 +155,40 @@ TEST(CsvLine, ReplacesBytesThatAreNotUtf8)
 
 TEST(CsvLine, ReplacesTheFieldsOfThePreviousLine)
 {
-  std::vector<Glib::ustring> fields;
-  const auto ignore = [](std::size_t, const Glib::ustring&) {};
-  split_csv_line("one,two,three", fields, ignore);
-  split_csv_line("four,", fields, ignore);
-  EXPECT_EQ(Texts({"four", ""}), bytes(fields));
-  split_csv_line("", fields, ignore);
-  EXPECT_EQ(Texts(), bytes(fields));
+  CsvLine line;
+  line.split("one,two,three");
+  line.split("four,");
+  EXPECT_EQ(Texts({"four", ""}), bytes(line.fields()));
+  line.split("\"a \"\"long\"\" name of a fish\",\"\"\"b\"");
+  EXPECT_EQ(Texts({"a \"long\" name of a fish", "\"b"}), bytes(line.fields()));
+  line.split("");
+  EXPECT_EQ(Texts(), bytes(line.fields()));
+}
+
+TEST(CsvLine, IsSplitWithoutAReceiverOfBotchedQuoting)
+{
+  CsvLine line;
+  line.split("\"a\"b,c");
+  EXPECT_EQ(Texts({"\"a\"b", "c"}), bytes(line.fields()));
+}
+
+TEST(CsvLine, FindsASpecialByteAtEachPlaceOfLinesOfEachLength)
+{
+  const std::string mark = "\xEF\xBF\xBD";
+  for (std::size_t length = 1; length <= 40; ++length) {
+    for (std::size_t at = 0; at < length; ++at) {
+      const std::string before(at, 'a');
+      const std::string after(length - at - 1, 'b');
+      SCOPED_TRACE(std::to_string(at) + " of " + std::to_string(length));
+      Texts parts = {before, after};
+      parts.erase(std::remove(parts.begin(), parts.end(), ""), parts.end());
+      expect_fields({
+          {"a byte that never occurs", before + "\xFF" + after, {before + mark + after}},
+          {"a zero byte", before + '\0' + after, {before + mark + after}},
+          {"a carriage return", before + "\r" + after, parts},
+          {"a backslash", before + "\\" + after, {before + (after.empty() ? "\\" : "") + after}},
+          {"a quote", before + ",\"" + after, {before, after}},
+      });
+    }
+  }
 }
