@@ -219,8 +219,8 @@ void register_sorting(SurveyWindow& window, const std::string& size)
   std::sort(expected.begin(), expected.end());
   const auto sort = [=](benchmark::State& state, auto&& sort_list) {
     std::vector<SpeciesListItem> list;
-    measure(
-        state, [&] { list = unsorted; }, [&] { sort_list(list); });
+    const auto restore = [&] { list = unsorted; };
+    measure(state, restore, [&] { sort_list(list); });
     check_result(state, same_species(list, expected), "another order");
   };
   const auto& fish = *window.survey.region_fish;
@@ -327,8 +327,8 @@ void register_idle(SurveyWindow& window, const std::string& size)
       type(window, text);
       settle();
     };
-    measure(
-        state, [&] { search(nothing); }, [&] { search(everything); });
+    const auto restore = [&] { search(nothing); };
+    measure(state, restore, [&] { search(everything); });
   });
   add("species_idle", "plain", size, [&](benchmark::State& state) {
     GtkTreeModel* const store = GTK_TREE_MODEL(window.unlisted_model->gobj());
@@ -340,8 +340,8 @@ void register_idle(SurveyWindow& window, const std::string& size)
     };
     const auto none = PlainSearch::matches_of(rows, nothing);
     const auto all = PlainSearch::matches_of(rows, everything);
-    measure(
-        state, [&] { show(none); }, [&] { show(all); });
+    const auto restore = [&] { show(none); };
+    measure(state, restore, [&] { show(all); });
   });
 }
 
