@@ -20,11 +20,12 @@ Gtk::ScrolledWindow* scrolled_in(Gtk::Widget& widget)
   if (auto* const scrolled = dynamic_cast<Gtk::ScrolledWindow*>(&widget))
     return scrolled;
   Gtk::ScrolledWindow* found = nullptr;
-  if (auto* const container = dynamic_cast<Gtk::Container*>(&widget))
+  if (auto* const container = dynamic_cast<Gtk::Container*>(&widget)) {
     container->foreach ([&found](Gtk::Widget& child) {
       if (!found)
         found = scrolled_in(child);
     });
+  }
   return found;
 }
 

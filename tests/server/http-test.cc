@@ -82,7 +82,7 @@ TEST(Http, DiscardsAnUnneededBody)
   EXPECT_EQ(200, answer.status());
   EXPECT_STREQ("application/x-bzip2", answer.header("Content-Type"));
   EXPECT_EQ("", answer.body());
-  EXPECT_GT(before + 16 * 1024, memory_peak_kb());
+  EXPECT_GT(before + 16L * 1024, memory_peak_kb());
   EXPECT_EQ(200, http_get(*session, server.address() + question_path).status())
       << "the next request";
   EXPECT_EQ("", http_post(*session, server.address() + upload_path, survey_named("7")).body());

@@ -84,10 +84,11 @@ void RandomSurveys::choose_conditions(RandomSurvey& survey)
   form.temp_units = below(2) == 0 ? "F" : "C";
   form.bottom_time = seldom() ? words(3) : Glib::ustring(std::to_string(below(200)));
   form.bottom_time_confirmed = below(2) == 0;
-  for (const SurveyField& field : survey_fields())
+  for (const SurveyField& field : survey_fields()) {
     if (field.choices)
       set_field_text(field, std::to_string(one_of(tables.defs.defs[field.choices].values, -1)),
                      form);
+  }
   const auto& habitats = tables.habitats.region_habitats[survey.data.region].values;
   const auto turn = static_cast<std::size_t>(made) / tables.regions.subregion_regions.size();
   form.habitat = turn % 5 == 4 || habitats.empty() ? -1 : habitats[turn % habitats.size()];

@@ -44,10 +44,11 @@ std::string fault(const std::string& children)
 std::string words(const SurveyReading& reading)
 {
   std::string all;
-  for (const auto& element : reading.elements)
+  for (const auto& element : reading.elements) {
     all += element.field ? element.field->name + ("=" + element.text.raw()) + " "
                          : std::to_string(element.species.id) + "=" +
                                std::to_string(element.species.abun) + " ";
+  }
   return all;
 }
 

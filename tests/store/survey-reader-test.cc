@@ -339,8 +339,8 @@ TEST(ParseSurveyFile, RefusesAFileThatExceedsALimit)
       {"elements from an entity",
        survey("&x;", "<!DOCTYPE MAVO-Survey [<!ENTITY x '<year/><year/>'>]>")},
       {"a large document with a type",
-       survey(std::string(130 * 1024, ' '), "<!DOCTYPE MAVO-Survey>")},
-      {"a large document in a rare encoding", wide + survey(std::string(130 * 1024, ' '))},
+       survey(std::string(130UL * 1024, ' '), "<!DOCTYPE MAVO-Survey>")},
+      {"a large document in a rare encoding", wide + survey(std::string(130UL * 1024, ' '))},
   };
   for (const auto& c : refused)
     EXPECT_EQ("Not a valid saved MAVO Survey (too large)", read_survey(c.text)) << c.why;
@@ -356,7 +356,7 @@ TEST(ParseSurveyFile, RefusesAFileThatExceedsALimit)
       {"as many attributes as there may be", survey("<year" + attributes(32) + "/>")},
       {"a comment", survey("<!-- " + repeated("a='b' ", 1000) + "--><year/>")},
       {"Latin letters",
-       "<?xml version='1.0' encoding='ISO-8859-15'?>" + survey(std::string(130 * 1024, ' '))},
+       "<?xml version='1.0' encoding='ISO-8859-15'?>" + survey(std::string(130UL * 1024, ' '))},
   };
   for (const auto& c : read)
     EXPECT_EQ("survey", read_survey(c.text)) << c.why;
