@@ -116,13 +116,14 @@ protected:
   void expect_rows_readable(const Gtk::TreeView& view, Gtk::StateFlags state)
   {
     const ShownText row = styled_text(view, state);
-    for (const int id : {-1, 1})
+    for (const int id : {-1, 1}) {
       for (const int rarity : {0, 1, 2}) {
         const auto names = species_markup(id, "Common & more", "Scientific", "Spanish", rarity);
         expect_readable(
             texts_of_markup(drawn_markup(names.both, GetParam().is_dark), row.colour, row.ground),
             "row in state " + std::to_string(static_cast<unsigned int>(state)));
       }
+    }
   }
 
   void expect_dialog_readable(Gtk::Window& dialog, const std::string& what)
@@ -196,13 +197,14 @@ TEST_P(Contrast, MatchesTheThemeInLists)
         static_cast<Gtk::Widget*>(window->confirm_panel->conf_listed_tree),
         static_cast<Gtk::Widget*>(window->confirm_panel->conf_unlisted_tree),
         static_cast<Gtk::Widget*>(window->start_panel->survey_tree),
-        static_cast<Gtk::Widget*>(window->survey_panel1->geog_tree)})
+        static_cast<Gtk::Widget*>(window->survey_panel1->geog_tree)}) {
     for (const auto state : {plain, behind}) {
       const ShownText row = styled_text(*view, state);
       const Gdk::RGBA white("white");
       const bool is_dark = contrast(row.ground, white) > contrast(row.ground, Gdk::RGBA("black"));
       EXPECT_EQ(GetParam().is_dark, is_dark) << row.ground.to_string();
     }
+  }
 }
 
 // Checks the colours of the shipped species as cells draw them.

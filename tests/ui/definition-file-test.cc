@@ -128,11 +128,12 @@ TEST_F(DefinitionFile, HasThePanelsAtItsTopLevel)
 
 TEST_F(DefinitionFile, ShowsEverythingInThePanels)
 {
-  for (const auto& panel : panels)
+  for (const auto& panel : panels) {
     for (const auto* const widget :
          objects_of(panel, "[@class!='AtkObject' and @class!='GtkTreeSelection']"))
       EXPECT_EQ(property(widget, "visible"), "True")
           << panel << ": " << widget->get_attribute_value("class") << " " << id_of(widget);
+  }
 }
 
 TEST_F(DefinitionFile, HasTheStartPanelsWidgets)
@@ -288,7 +289,7 @@ TEST_F(DefinitionFile, MakesFramesFocusableOnlyIfTheyScrollText)
   for (const auto* const frame : find(root, "//object[@class='GtkScrolledWindow']")) {
     const bool has_tree = !find(frame, "child/object[@class='GtkTreeView']").empty();
     EXPECT_EQ(property(frame, "can-focus"), has_tree ? "False" : "True");
-    EXPECT_EQ(accessible_name(frame) == "", has_tree);
+    EXPECT_EQ(accessible_name(frame).empty(), has_tree);
   }
 }
 

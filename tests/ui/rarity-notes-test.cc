@@ -52,10 +52,11 @@ public:
   static std::string words_of_tooltips(bool only_visible = false)
   {
     std::string words;
-    for (auto* const toplevel : Gtk::Window::list_toplevels())
+    for (auto* const toplevel : Gtk::Window::list_toplevels()) {
       if (toplevel->get_type_hint() == Gdk::WINDOW_TYPE_HINT_TOOLTIP &&
           (toplevel->get_mapped() || !only_visible))
         add_words(*toplevel, words);
+    }
     return words;
   }
   static void add_words(Gtk::Widget& widget, std::string& words)

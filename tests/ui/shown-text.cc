@@ -103,8 +103,10 @@ private:
   std::uint32_t pixel(int x, int y) const
   {
     const std::ptrdiff_t row = y;
+    const std::ptrdiff_t column = x;
     std::uint32_t value = 0;
-    std::memcpy(&value, surface->get_data() + row * surface->get_stride() + 4 * x, sizeof value);
+    std::memcpy(&value, surface->get_data() + row * surface->get_stride() + 4 * column,
+                sizeof value);
     return value & 0xffffff;
   }
 

@@ -247,7 +247,7 @@ public:
   {
     start_at("0");
     type(text);
-    const auto row = cursor();
+    std::string row = cursor();
     press(GDK_KEY_Escape);
     return row;
   }

@@ -21,10 +21,11 @@ TEST(WindowTitle, HasDateStartSiteAndProgramIfTheyAreKnown)
       {"start and site", 0, 0, 0, "9 AM", "Rosario Wall", " 9 AM - Rosario Wall - MAVO Survey"},
       {"words, not markup", 0, 0, 0, "", "Salt & <Pepper>", "Salt & <Pepper> - MAVO Survey"},
   };
-  for (const auto& c : cases)
+  for (const auto& c : cases) {
     EXPECT_EQ(c.expected,
               window_title(c.year, c.month, c.mday, c.dive_start, c.site, "MAVO Survey").raw())
         << c.why;
+  }
 }
 
 TEST(WindowTitle, AcceptsAnEmptyTitleOfTheProgram)
