@@ -88,6 +88,11 @@ void LocalData::start_with_nothing() const
 {
   fs::remove_all(directory);
   fs::remove_all(backup());
+  // With plain POSIX, a killed program leaves a temporary file, and each program lists them all.
+  for (const auto& entry : fs::directory_iterator(fs::path(directory).parent_path())) {
+    if (entry.path().filename().string().rfind(".mavo-survey-unnamed-", 0) == 0)
+      fs::remove(entry.path());
+  }
 }
 
 void LocalData::start_with_torn_data() const
